@@ -1,0 +1,68 @@
+// The settings form: every value of the settings, as edited. The getters of PrefsController answer from here, committed or not.
+#pragma once
+
+#include "desktop/Form.h"
+
+class PrefsForm : public Form {
+public:
+    enum DateFormatChoice { dayFirst, monthFirst };
+    enum SortChoice { newestFirst, oldestFirst };
+    /// The choices of VendaroCodeSort, by their stored values.
+    enum CodeSortChoice { byDigits, asText, byCreation };
+    enum PricesChoice { inclusive, exclusive };
+
+    TextField dbLocation {*this, "VendaroDbLocation"};
+
+    TextField taxStatement {*this, "VendaroTaxStatement"};
+    TextField taxShipping {*this, "VendaroTaxShipping"};
+    FlagField handlesTax {*this, "VendaroHandlesTax"};
+    /// Its caption reads "(Exclusive)" or "(Inclusive)".
+    ChoiceField pricesTaxInclusive {*this, "VendaroPricesTaxInclusive"};
+
+    /// Its caption reads "dd/mm/yy" or "mm/dd/yy", as the nine captions beside date fields do.
+    ChoiceField dateFormat {*this, "VendaroDateFormat"};
+    ChoiceField defaultSort {*this, "VendaroDefaultSort"};
+    ChoiceField codeSort {*this, "VendaroCodeSort"};
+
+    TextField currency {*this, "VendaroCurrency"};
+    TextField currencyCode {*this, "VendaroCurrencyCode"};
+    TextField orderPrefix {*this, "VendaroOrderPrefix"};
+    TextField itemPrefix {*this, "VendaroItemPrefix"};
+    TextField contactPrefix {*this, "VendaroContactPrefix"};
+    TextField stockWarn {*this, "VendaroStockWarn"};
+
+    TextField termOrder {*this, "VendaroTermOrder"};
+    TextField termOrders {*this, "VendaroTermOrders"};
+    TextField termItem {*this, "VendaroTermItem"};
+    TextField termItems {*this, "VendaroTermItems"};
+    TextField termBOM {*this, "VendaroTermBOM"};
+    TextField headingItem {*this, "termBOMItem"};
+    TextField headingCode {*this, "termBOMCode"};
+    TextField headingVariation {*this, "termBOMVariation"};
+    TextField headingBrand {*this, "termBOMBrand"};
+    TextField headingQty {*this, "termBOMQty"};
+    TextField headingUnit {*this, "termBOMUnit"};
+    TextField headingPrice {*this, "termBOMPrice"};
+    TextField headingTotal {*this, "termBOMTotal"};
+    TextField headingTaxCode {*this, "termBOMTaxCode"};
+
+    /// One entry a line.
+    TextField invoiceCategories {*this, "VendaroInvoiceCategories"};
+    TextField statuses {*this, "VendaroStatuses"};
+    TextField contactTypes {*this, "VendaroContactTypes"};
+
+    FlagField orderDateColumn {*this, "orderTableDateColumn"};
+    FlagField orderCodeColumn {*this, "orderTableCodeColumn"};
+    FlagField orderTitleColumn {*this, "orderTableTitleColumn"};
+    FlagField orderContactColumn {*this, "orderTableContactColumn"};
+    FlagField orderStatusColumn {*this, "orderTableStatusColumn"};
+    FlagField lineCodeColumn {*this, "BOMTableCodeColumn"};
+    FlagField lineTitleColumn {*this, "BOMTableTitleColumn"};
+    FlagField lineVariationColumn {*this, "BOMTableVariationColumn"};
+    FlagField lineBrandColumn {*this, "BOMTableBrandColumn"};
+    FlagField lineUnitColumn {*this, "BOMTableUnitColumn"};
+    FlagField lineTaxColumn {*this, "BOMTableTaxColumn"};
+
+    /// Fills in what a form shows that was never edited.
+    PrefsForm();
+};

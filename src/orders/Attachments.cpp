@@ -1,0 +1,81 @@
+#include "orders/Attachments.h"
+
+#include "foundation/Folders.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+Error attachmentError(const QString& path, const char* reason)
+{
+    return {path.toStdString() + " was not attached: " + reason};
+}
+
+/// Copies into a new file that appears under its name only when it is whole.
+Result<void> copyIntoFolder(const QString& source, const QString& target)
+{
+    const QString unfinished = target + ".part";
+    QFile::remove(unfinished);
+    if (!QFile::copy(source, unfinished))
+        return attachmentError(source, "it could not be copied into the database folder.");
+    if (!QFile::rename(unfinished, target)) {
+        QFile::remove(unfinished);
+        return attachmentError(source, "the copy could not be put into its place.");
+    }
+    return {};
+}
+
+} // namespace
+
+Attachments::Attachments(FolderSource databaseFolder, Keeper keeper)
+    : m_databaseFolder(std::move(databaseFolder)), m_keeper(std::move(keeper))
+{
+}
+
+QString Attachments::folder(int orderId) const
+{
+    const QString all = folders::resolveIgnoringCase(m_databaseFolder(), "Attachments");
+    return folders::resolveIgnoringCase(all, "order" + QString::number(orderId));
+}
+
+Result<void> Attachments::file(int orderId, const QString& path) const
+{
+    const QFileInfo source(path);
+    if (!source.exists())
+        return attachmentError(path, "there is no such file.");
+    if (source.isSymLink() || !source.isFile())
+        return attachmentError(path, "only ordinary files can be attached, no links, folders or devices.");
+    const QString target = folder(orderId);
+    if (!QDir().mkpath(target))
+        return attachmentError(path, "the folder for this order's files could not be made.");
+    const QString copy = target + '/' + source.fileName();
+    if (QFileInfo::exists(copy) || QFileInfo(copy).isSymLink())
+        return attachmentError(path, "a file of that name is attached already.");
+    return copyIntoFolder(source.filePath(), copy);
+}
+
+int Attachments::countAttachments(int orderId) const
+{
+    const QStringList entries
+        = QDir(folder(orderId)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+    const bool desktopFile = !entries.isEmpty() && entries.first() == ".DS_Store";
+    return static_cast<int>(entries.size()) - (desktopFile ? 1 : 0);
+}
+
+Result<void> Attachments::deleteAttachments(int orderId) const
+{
+    const QString path = folder(orderId);
+    return QFileInfo::exists(path) ? m_keeper(path) : Result<void>();
+}
+
+QString Attachments::statusText(int count)
+{
+    if (count == 0)
+        return "There are no attachments";
+    if (count == 1)
+        return "There is 1 attachment";
+    // Both pieces bring their own blank, which doubles it on both sides.
+    return QString("%1 %2 %3").arg(QString("There are ")).arg(count).arg(QString(" attachments"));
+}

@@ -1,0 +1,32 @@
+// The money-out list: bills, among them those that record a purchase order's payment.
+#pragma once
+
+#include "orders/Bill.h"
+#include "storage/CollectionFile.h"
+
+class BillManager : public Collection<Bill> {
+public:
+    BillManager(const SortSettings& sorting, Beeper& beeper, const SettingsStore& settings)
+        : Collection(sorting, beeper), m_settings(settings)
+    {
+    }
+
+    /// A new, empty bill in the list.
+    Bill& createAndAddDataObject() { return add(std::make_unique<Bill>(m_settings)); }
+    const SettingsStore& settings() const { return m_settings; }
+
+private:
+    const SettingsStore& m_settings;
+};
+
+/// "bills.xml".
+class BillFile : public CollectionFile<Bill> {
+public:
+    explicit BillFile(BillManager& bills) : CollectionFile(bills, "bills.xml", "bills", "bills"), m_settings(bills.settings()) { }
+
+protected:
+    std::unique_ptr<Bill> make() const override { return std::make_unique<Bill>(m_settings); }
+
+private:
+    const SettingsStore& m_settings;
+};

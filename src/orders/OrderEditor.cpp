@@ -1,0 +1,331 @@
+// The order editor: how an order gets into the form and back.
+#include "orders/OrderManager.h"
+
+#include "contacts/ContactManager.h"
+#include "desktop/Desktop.h"
+#include "desktop/TextTable.h"
+#include "foundation/Dates.h"
+#include "foundation/Log.h"
+#include "foundation/Money.h"
+#include "inventory/BOMManager.h"
+#include "orders/BillManager.h"
+#include "storage/Settings.h"
+#include "storage/WriteGate.h"
+
+namespace {
+
+const QStringList orderTypes {"Customer", "Enquiry", "Estimate", "Purchase Order"};
+const QStringList paymentMethods {"web", "Cash", "Card", "Bank transfer", "Cheque"};
+const QStringList repeatFrequencies {"week", "fortnight", "month", "year"};
+
+void showText(TextField& field, std::string_view text)
+{
+    field.setText(toQString(text));
+}
+
+/// Chooses the title, adding it when the list does not offer it: a value from elsewhere must survive a save.
+void chooseTitle(ChoiceField& field, std::string_view title)
+{
+    const QString wanted = toQString(title);
+    if (!wanted.isEmpty() && !field.titles().contains(wanted))
+        field.addTitle(wanted);
+    field.setTitle(wanted);
+}
+
+/// The contact's lines as the editor shows them: what is empty is left out.
+QString contactDetails(const Contact& contact)
+{
+    constexpr std::array fields {"add1", "add2", "add3", "county", "postcode", "country", "phone", "mobile", "email", "ref"};
+    QStringList lines;
+    for (const char* name : fields) {
+        const std::string value = contact.getFieldByName(name);
+        if (!value.empty())
+            lines += QString::fromLatin1(name) + '\t' + toQString(value);
+    }
+    return lines.join('\n');
+}
+
+QDate plusOnePeriodAsShown(const QDate& last, const QString& frequency)
+{
+    // Only months are told apart here; every other frequency is announced a week on.
+    return frequency == "month" ? last.addMonths(1) : last.addDays(7);
+}
+
+} // namespace
+
+void OrderManager::connectForm()
+{
+    form.type.setTitles(orderTypes);
+    form.paymentMethod.setTitles(paymentMethods);
+    form.repeatFrequency.setTitles(repeatFrequencies);
+    form.discountChoice.setTitles({"%", {}});
+    form.tab.setTitles({localText("Order"), localText("Contact"), localText("Second contact"), localText("Payments"),
+        localText("Repeat and attachments")});
+    form.tab.setIndex(OrderForm::orderTab);
+    for (TextField* computed : {&form.subtotal, &form.balanceRemaining, &form.repeatInformation, &form.attachments})
+        computed->setReadOnly(true);
+
+    form.type.onEdited = [this] { chooseType(); };
+    form.status.onEdited = [this] { m_needs.settings.setText(settings::selectedStatus, std::to_string(form.status.index())); };
+    form.applyDiscount.onEdited = [this] {
+        showDiscountControls();
+        discountChanged();
+    };
+    form.discount.onEdited = [this] { discountChanged(); };
+    form.discountChoice.onEdited = [this] { discountChanged(); };
+    const auto balance = [this] {
+        if (m_currentItem)
+            totals.calculateBalance(*m_currentItem);
+    };
+    form.shipping.onEdited = balance;
+    form.taxAmount.onEdited = balance;
+    paymentTable.onEdited = balance;
+    form.repeats.onEdited = [this] { setRepeatInformativeText(); };
+    form.repeatFrequency.onEdited = [this] { setRepeatInformativeText(); };
+    form.stationery.onEdited
+        = [this] { m_needs.settings.setText(settings::chosenTemplate, std::to_string(form.stationery.index())); };
+    listForm.search.onEdited = [this] { filter(); };
+    listForm.filter.onEdited = [this] {
+        m_needs.settings.setText(settings::orderManagerFilter, listForm.filter.title().toStdString());
+        filter();
+    };
+
+    const auto onCurrent = [this](auto operation) {
+        return [this, operation] {
+            if (m_currentItem)
+                operation(*m_currentItem);
+        };
+    };
+    form.calculateTax.run = onCurrent([this](Order& order) { totals.calculateTax(order); });
+    form.shippingFromItems.run = onCurrent([this](Order& order) { totals.insertBOMShipping(order); });
+    form.tender.run = onCurrent([this](Order& order) { tender.tender(order); });
+    form.tenderFullAmount.run = onCurrent([this](Order& order) { tender.tenderFullAmount(order); });
+    form.tenderRemove.run = onCurrent([this](Order& order) { tender.tenderRemove(order); });
+    form.newContact.run = onCurrent([this](Order& order) { m_needs.shell.createContactForOrder(order); });
+    form.editContact.run = onCurrent([this](Order& order) {
+        Contact* contact = form.tab.index() == OrderForm::secondContactTab ? order.getContact2(Order::Fallback::none)
+                                                                           : order.getContact();
+        if (contact)
+            m_needs.shell.editContactForOrder(*contact, order);
+    });
+    form.pickMaterial.run = [this] { pickMaterial(); };
+    form.removeMaterial.run = [this] { m_needs.lines.deleteKey(); };
+    form.pickContact.run = [this] { pickContact(); };
+    form.addStock.run = [this] { increaseQuantitiesForPurchaseOrder(); };
+    form.attach.run = [this] { attach(); };
+    form.viewAttachments.run = [this] { viewAttachments(); };
+    form.printInvoice.run = [this] { printInvoice(); };
+    form.sendEmail.run = [this] { sendEmail(); };
+    form.cancel.run = [this] { cancel(); };
+    form.save.run = [this] { finish(Finish::close); };
+}
+
+void OrderManager::setItem(Order& order)
+{
+    m_currentItem = &order;
+    m_needs.lines.setCurrentOrder(order.getID());
+    showText(form.orderTitle, order.getTitle());
+    showText(form.date, order.getDate());
+    showText(form.orderNum, order.getOrderNum());
+    showText(form.description, order.getDescription());
+    showText(form.balancePaid, order.getBalancePaid());
+    fillChoices(order);
+    fillFlags(order);
+    fillFigures(order);
+    showDiscountControls();
+    showTaxControls();
+    showPurchaseOrderControls(order);
+    showContacts(order);
+    paymentTable.setOrder(&order);
+    m_numberofAttachments = m_needs.attachments.countAttachments(order.getID());
+    form.attachmentTrouble.setText({});
+    setAttachmentStatus();
+    setRepeatInformativeText();
+    form.tab.setIndex(OrderForm::orderTab);
+}
+
+void OrderManager::fillChoices(const Order& order)
+{
+    chooseTitle(form.type, order.getType());
+    chooseTitle(form.paymentMethod, order.getPaymentMethod());
+    chooseTitle(form.repeatFrequency, order.getRepeatFrequency());
+    const QString status = toQString(order.getStatus());
+    if (form.status.titles().contains(status))
+        form.status.setTitle(status);
+    else if (!m_creating)
+        chooseTitle(form.status, order.getStatus());
+}
+
+void OrderManager::fillFlags(const Order& order)
+{
+    // Ticked for every order that is loaded, whatever the record says.
+    form.includeBOM.setOn(true);
+    form.sent.setOn(order.getSent());
+    form.repeats.setOn(order.getRepeats());
+    form.applyDiscount.setOn(order.getApplyDiscount());
+}
+
+void OrderManager::fillFigures(const Order& order)
+{
+    showText(form.subtotal, order.getValue());
+    showText(form.shipping, order.getShipping());
+    showText(form.taxAmount, order.getTax());
+    showText(form.net, order.getNet());
+    const bool discount = order.getApplyDiscount();
+    showText(form.discount, discount ? order.getDiscount() : std::string_view());
+    form.discountChoice.setIndex(discount && !order.getDiscountIsPercentage() ? 1 : 0);
+    showText(form.balanceRemaining, order.getBalanceRemaining());
+    form.balanceRemaining.setCaption(QString::fromStdString(m_needs.preferences.getCurrency()));
+    const bool paid = !order.getPaymentArray().empty();
+    showText(form.paidNote, paid ? totals.money(order.getTotalPayments()) + " paid" : std::string());
+    form.taxNote.setText({});
+}
+
+void OrderManager::showDiscountControls()
+{
+    const bool applies = form.applyDiscount.isOn();
+    form.discountChoice.setTitles({"%", QString::fromStdString(m_needs.preferences.getCurrency())});
+    form.discount.setVisible(applies);
+    form.discountChoice.setVisible(applies);
+}
+
+void OrderManager::showTaxControls()
+{
+    const bool handled = m_needs.preferences.handlesTax();
+    form.net.setEnabled(handled);
+    form.taxAmount.setEnabled(handled);
+    form.calculateTax.setEnabled(handled);
+    const QString name = QString::fromStdString(m_needs.preferences.getTaxStatement());
+    form.taxAmount.setCaption(name.isEmpty() ? localText("Tax") : name);
+}
+
+void OrderManager::showPurchaseOrderControls(const Order& order)
+{
+    const bool purchaseOrder = order.isPurchaseOrder();
+    form.addStock.setVisible(purchaseOrder);
+    form.addStock.setEnabled(purchaseOrder && !order.getStockAdded());
+    form.balancePaid.setVisible(purchaseOrder);
+    form.sent.setCaption(purchaseOrder ? localText("Order placed") : localText("Invoice sent"));
+    form.setTitle(purchaseOrder ? localText("Purchase Order") : QString::fromStdString(m_needs.preferences.getTermOrder()));
+}
+
+void OrderManager::showContacts(const Order& order)
+{
+    const auto show = [](const Contact* contact, TextField& name, TextField& details) {
+        showText(name, contact ? contact->getName() : std::string_view());
+        details.setText(contact ? contactDetails(*contact) : QString());
+    };
+    const Contact* first = order.getContact();
+    show(first, form.contactName, form.contactDetails);
+    show(order.getContact2(Order::Fallback::none), form.contact2Name, form.contact2Details);
+    const std::string mark = order.getNewCustomer() > 0 ? " · " + order.getFieldByName("newcustomer") : std::string();
+    showText(form.contactNote, first ? first->getType() + mark : std::string());
+    const Contact* second = order.getContact2(Order::Fallback::none);
+    showText(form.contact2Note, second ? second->getType() : std::string());
+}
+
+void OrderManager::chooseType()
+{
+    if (!m_currentItem)
+        return;
+    m_currentItem->setType(form.type.title().toStdString());
+    showPurchaseOrderControls(*m_currentItem);
+}
+
+void OrderManager::discountChanged()
+{
+    if (!m_currentItem)
+        return;
+    totals.insertBOMTotal(*m_currentItem);
+    if (m_needs.preferences.handlesTax())
+        form.taxNote.setText(localText("The tax does not count this change yet."));
+}
+
+void OrderManager::setRepeatInformativeText()
+{
+    const std::string_view text = m_currentItem ? m_currentItem->getLastRepeatDate() : std::string_view();
+    if (text.empty()) {
+        form.repeatInformation.setText({});
+        return;
+    }
+    const std::optional<QDate> last = dates::readDate(text, dates::dayFirst);
+    const char* format = m_needs.preferences.isUKFormat() ? dates::dayFirst : dates::monthFirst;
+    std::string information = "Last repeated on " + (last ? dates::write(*last, format) : std::string(text)) + ". ";
+    if (last && form.repeats.isOn()) {
+        const QDate due = plusOnePeriodAsShown(*last, form.repeatFrequency.title());
+        information += "Next due to be repeated on " + dates::write(due, dates::dayFirst) + " ";
+    }
+    showText(form.repeatInformation, information);
+}
+
+void OrderManager::copyChoices(Order& order)
+{
+    order.setPaymentMethod(form.paymentMethod.title().toStdString());
+    if (!form.status.title().isEmpty())
+        order.setStatus(form.status.title().toStdString());
+    if (!form.repeatFrequency.title().isEmpty())
+        order.setRepeatFrequency(form.repeatFrequency.title().toStdString());
+    if (!form.type.title().isEmpty())
+        order.setType(form.type.title().toStdString());
+}
+
+void OrderManager::copyEditorInto(Order& order)
+{
+    order.setDate(form.date.text().toStdString());
+    order.setDescription(form.description.text().toStdString());
+    order.setOrderNum(form.orderNum.text().toStdString());
+    copyChoices(order);
+    order.setShipping(form.shipping.text().toStdString());
+    order.setTax(form.taxAmount.text().toStdString());
+    order.setNet(form.net.text().toStdString());
+    order.setTitle(form.orderTitle.text().toStdString());
+    order.setValue(form.subtotal.text().toStdString());
+    order.setValueWithTax(totals.money(totals.number(form.subtotal) + totals.number(form.shipping)));
+    order.setTotalItemsPurchased(m_needs.lines.countTotalItemsPurchased());
+    order.setIncludeBOM(form.includeBOM.isOn());
+    order.setSent(form.sent.isOn());
+    order.setRepeats(form.repeats.isOn());
+    if (form.balancePaid.isVisible())
+        order.setBalancePaid(form.balancePaid.text().toStdString());
+    const bool discount = form.applyDiscount.isOn();
+    order.setApplyDiscount(discount);
+    order.setDiscount(discount ? form.discount.text().toStdString() : std::string());
+    order.setDiscountIsPercentage(!discount || form.discountChoice.index() == 0);
+    if (form.repeats.isOn() && order.getLastRepeatDate().empty())
+        order.setLastRepeatDate(dates::write(m_needs.clock.today(), dates::dayFirst));
+}
+
+void OrderManager::finish(Finish how)
+{
+    if (!m_currentItem)
+        return;
+    if (!m_needs.gate.readOnlyCheck()) {
+        form.close();
+        return;
+    }
+    Order& order = *m_currentItem;
+    copyEditorInto(order);
+    if (how == Finish::keepOpen)
+        return;
+    m_creating = false;
+    if (order.isPurchaseOrder() && !form.balancePaid.text().isEmpty())
+        fileBill(order);
+    form.close();
+    filter();
+    m_needs.gate.writeDatabaseInBackground(*this);
+    m_needs.gate.writeDatabaseInBackground(m_needs.items);
+}
+
+void OrderManager::fileBill(Order& order)
+{
+    Bill* bill = order.getBillId() > 0 ? m_needs.bills.getItemById(order.getBillId()) : nullptr;
+    if (!bill) {
+        bill = &m_needs.bills.createAndAddDataObject();
+        order.setBillId(bill->getID());
+    }
+    bill->setAmount(order.getBalance());
+    bill->setDatePaid(order.getBalancePaid());
+    bill->setNet(order.getNet());
+    bill->setVAT(order.getTax());
+    bill->setName(order.getTitle());
+}

@@ -1,0 +1,28 @@
+// "orders.xml": the orders with their payments.
+#pragma once
+
+#include "orders/OrderManager.h"
+#include "storage/CollectionFile.h"
+
+class OrderFile : public CollectionFile<Order> {
+public:
+    OrderFile(OrderManager& orders, PaymentManager& payments, const OrderRules& rules);
+
+    /// Whether the last load met an order whose payments are in the older form and call for the template upgrade.
+    bool metOlderPayments() const { return m_metOlderPayments; }
+    void forgetOlderPayments() { m_metOlderPayments = false; }
+
+protected:
+    std::span<const NestedKey<Order>> nestedKeys() const override;
+    std::unique_ptr<Order> make() const override { return std::make_unique<Order>(m_rules); }
+    void added(Order& order, const StoredRecord<Order>& stored) override;
+    Order::Nested nestedOf(const Order& order) const override;
+
+private:
+    void adoptPayments(Order& order, const StoredRecord<Order>& stored);
+    void adoptOlderPayments(Order& order);
+
+    PaymentManager& m_payments;
+    const OrderRules& m_rules;
+    bool m_metOlderPayments = false;
+};

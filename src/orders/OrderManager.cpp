@@ -1,0 +1,384 @@
+#include "orders/OrderManager.h"
+
+#include "contacts/ContactManager.h"
+#include "contacts/DateFormatGate.h"
+#include "desktop/AlertTexts.h"
+#include "desktop/Desktop.h"
+#include "desktop/TextTable.h"
+#include "foundation/Dates.h"
+#include "foundation/Log.h"
+#include "foundation/Money.h"
+#include "foundation/Numbers.h"
+#include "inventory/BOMManager.h"
+#include "inventory/ItemManager.h"
+#include "orders/BillManager.h"
+#include "orders/PaymentManager.h"
+#include "storage/Settings.h"
+#include "storage/WriteGate.h"
+#include "storage/qvPicker.h"
+
+#include <algorithm>
+
+namespace {
+
+QString mailAddress(const Contact& contact)
+{
+    return toQString(contact.getEmail());
+}
+
+} // namespace
+
+OrderManager::OrderManager(OrderManagerNeeds needs)
+    : Collection(needs.sorting, needs.beeper)
+    , paymentTable(needs.sorting, needs.beeper, needs.rules.money)
+    , totals(form, needs.lines, needs.rules, needs.preferences)
+    , tender({needs.rules, needs.preferences, needs.alerts, needs.clock, needs.payments, paymentTable, totals, form})
+    , m_needs(needs)
+{
+    list.columns = {
+        {"date", localText("Date"), 104},
+        {"ordernum", localText("Number"), 120},
+        {"title", localText("Title"), 520},
+        {"contactname", localText("Contact"), 270},
+        {"status", localText("Status"), 140},
+    };
+    connectForm();
+}
+
+std::string OrderManager::todayInEditorFormat() const
+{
+    return dates::write(m_needs.clock.today(), m_needs.preferences.isUKFormat() ? dates::dayFirst : dates::monthFirst);
+}
+
+void OrderManager::number(Order& order)
+{
+    order.setOrderNum(m_needs.preferences.getOrderPrefix() + std::to_string(order.getID()));
+}
+
+Order& OrderManager::addNewOrder()
+{
+    Order& order = add(std::make_unique<Order>(m_needs.rules));
+    number(order);
+    return order;
+}
+
+void OrderManager::create()
+{
+    if (!m_needs.gate.readOnlyCheck())
+        return;
+    m_needs.shell.hideSplash();
+    if (!m_needs.dateFormat.isChosen()) {
+        m_needs.dateFormat.initialiseDateFormat();
+        return;
+    }
+    m_creating = true;
+    Order& order = addNewOrder();
+    order.setDate(todayInEditorFormat());
+    setItem(order);
+    form.open();
+    form.focus(form.orderTitle);
+}
+
+void OrderManager::createPurchaseOrder()
+{
+    if (!m_needs.gate.readOnlyCheck())
+        return;
+    if (!m_needs.dateFormat.isChosen()) {
+        m_needs.dateFormat.initialiseDateFormat();
+        return;
+    }
+    m_creating = true;
+    Order& order = addNewOrder();
+    // The word itself, not today's date.
+    order.setDate("today");
+    order.setType("Purchase Order");
+    setItem(order);
+    form.open();
+    form.focus(form.orderTitle);
+}
+
+Order& OrderManager::createAndAddDataObject()
+{
+    Order& order = addNewOrder();
+    order.setDate(todayInEditorFormat());
+    return order;
+}
+
+void OrderManager::edit()
+{
+    if (Order* order = getSelectedItem())
+        editThisOrder(*order);
+}
+
+void OrderManager::editThisOrder(Order& order)
+{
+    m_creating = false;
+    setItem(order);
+    form.open();
+}
+
+void OrderManager::cancel()
+{
+    form.close();
+    if (!m_creating)
+        return;
+    m_creating = false;
+    if (m_currentItem)
+        deleteOrder(*m_currentItem);
+}
+
+void OrderManager::pickMaterial()
+{
+    if (!m_currentItem)
+        return;
+    m_needs.picker.beginfor([this](dataObject& item) { addItemToCurrentOrder(static_cast<Item&>(item)); }, m_needs.items,
+        {"code", "item", "variation"}, {80, 320, 100},
+        {localText("Code"), localText("Item"), localText("Variation")},
+        QString::fromStdString(m_needs.preferences.getTermItem()));
+}
+
+void OrderManager::addItemToCurrentOrder(Item& item)
+{
+    if (!m_currentItem || !m_needs.gate.readOnlyCheck())
+        return;
+    const bool purchaseOrder = m_currentItem->isPurchaseOrder();
+    // Whatever the stock questions were answered, the line is made; the answer only decides about the stock.
+    if (!purchaseOrder)
+        m_needs.items.adjustQtyFor(item, -1);
+    m_needs.lines.addProduct(item, purchaseOrder);
+    m_needs.items.reloadData();
+    totals.linesChanged(*m_currentItem);
+}
+
+void OrderManager::increaseQuantitiesForPurchaseOrder()
+{
+    if (!m_currentItem || !m_currentItem->isPurchaseOrder() || !m_needs.gate.readOnlyCheck())
+        return;
+    for (Material* line : m_needs.lines.linesOfOrder(m_currentItem->getID())) {
+        Item* item = m_needs.items.getItemById(line->getProduct());
+        if (!item || !item->getDecreaseQty())
+            continue;
+        const int quantity = numbers::leadingInt(line->getQty());
+        logFormat("increasing stock of item by %i", quantity);
+        m_needs.items.adjustQtyFor(*item, static_cast<float>(quantity));
+    }
+    m_currentItem->setStockAdded(true);
+    form.addStock.setEnabled(false);
+    m_needs.items.reloadData();
+}
+
+void OrderManager::deleteOrder(Order& order)
+{
+    if (!m_needs.gate.readOnlyCheck())
+        return;
+    if (const Result<void> removed = m_needs.attachments.deleteAttachments(order.getID()); !removed)
+        logLine(removed.error().message);
+    m_needs.lines.setCurrentOrder(order.getID());
+    m_needs.lines.deleteAllForCurrentOrder();
+    for (Payment* payment : order.getPaymentArray())
+        m_needs.payments.deleteItem(*payment);
+    if (Bill* bill = order.getBillId() > 0 ? m_needs.bills.getItemById(order.getBillId()) : nullptr)
+        m_needs.bills.deleteItem(*bill);
+    deleteItem(order);
+    reloadData();
+}
+
+void OrderManager::deleteKey()
+{
+    const std::vector<dataObject*> selected = selectedItems();
+    if (selected.empty() || m_needs.alerts.ask(alerts::deleteOrder) != 0)
+        return;
+    const int first = selectedRow();
+    for (dataObject* order : selected)
+        deleteOrder(static_cast<Order&>(*order));
+    setDeleteBuffer(selected);
+    selectRow(std::max(first - 1, 0));
+    m_needs.gate.setChangeFlag();
+    m_needs.shell.showStatus(selected.size() == 1
+            ? localText("Deleted. Undo brings the order back with its payments, without its lines and attachments.")
+            : localText("Deleted. Undo brings the orders back with their payments, without their lines and attachments."));
+}
+
+void OrderManager::connectContactByTab(Contact& contact, Order& order)
+{
+    if (form.tab.index() == OrderForm::contactTab)
+        order.setContact(&contact);
+    else if (form.tab.index() == OrderForm::secondContactTab)
+        order.setContact2(&contact);
+    markNewCustomer(contact, order);
+    if (&order == m_currentItem)
+        showContacts(order);
+    reloadData();
+}
+
+void OrderManager::connectContact(Contact& contact, Order& order)
+{
+    order.setContact(&contact);
+}
+
+void OrderManager::connectContact2(Contact& contact, Order& order)
+{
+    order.setContact2(&contact);
+}
+
+void OrderManager::connectContactById(int contactId, Order& order)
+{
+    if (Contact* contact = m_needs.contacts.getContactbyId(contactId))
+        connectContact(*contact, order);
+}
+
+void OrderManager::connectContact2ById(int contactId, Order& order)
+{
+    if (Contact* contact = m_needs.contacts.getContactbyId(contactId))
+        connectContact2(*contact, order);
+}
+
+void OrderManager::markNewCustomer(Contact& contact, Order& order)
+{
+    const int orders = countOrdersForContactID(contact.getID());
+    if (orders > 0)
+        order.setNewCustomer(orders == 1 ? 1 : 2);
+}
+
+int OrderManager::countOrdersForContactID(int contactId) const
+{
+    return static_cast<int>(std::count_if(records().begin(), records().end(),
+        [&](const dataObject* record) { return static_cast<const Order*>(record)->getContactId() == contactId; }));
+}
+
+void OrderManager::setContact(Contact& contact)
+{
+    if (!m_currentItem || !m_needs.gate.readOnlyCheck())
+        return;
+    connectContactByTab(contact, *m_currentItem);
+    m_needs.lines.updateAllMaterialsForOrder(m_currentItem->getID(), contact.getID());
+}
+
+void OrderManager::pickContact()
+{
+    m_needs.picker.beginfor([this](dataObject& contact) { setContact(static_cast<Contact&>(contact)); }, m_needs.contacts,
+        {"name", "address"}, {150, 350}, {localText("Name"), localText("Address")}, localText("Contact"));
+}
+
+void OrderManager::linkContacts()
+{
+    for (dataObject* record : records()) {
+        auto& order = static_cast<Order&>(*record);
+        if (!order.getContact())
+            connectContactById(order.getContactId(), order);
+        if (!order.getContact2(Order::Fallback::none))
+            connectContact2ById(order.getContact2Id(Order::Fallback::none), order);
+    }
+}
+
+void OrderManager::attach()
+{
+    if (!m_currentItem || !m_needs.gate.readOnlyCheck())
+        return;
+    if (const std::optional<QString> chosen = m_needs.panels.openFile(localText("Attach a file")))
+        fileDropped(*chosen);
+}
+
+void OrderManager::fileDropped(const QString& path)
+{
+    if (!m_currentItem || !m_needs.gate.readOnlyCheck())
+        return;
+    const Result<void> filed = m_needs.attachments.file(m_currentItem->getID(), path);
+    form.attachmentTrouble.setText(filed ? QString() : QString::fromStdString(filed.error().message));
+    if (filed)
+        ++m_numberofAttachments;
+    else
+        logLine(filed.error().message);
+    setAttachmentStatus();
+}
+
+void OrderManager::viewAttachments()
+{
+    if (m_currentItem)
+        m_needs.opener.revealFolder(m_needs.attachments.folder(m_currentItem->getID()));
+}
+
+void OrderManager::setAttachmentStatus()
+{
+    form.attachments.setText(Attachments::statusText(m_numberofAttachments));
+    form.viewAttachments.setEnabled(m_numberofAttachments > 0);
+}
+
+void OrderManager::installStationary()
+{
+    form.stationery.setTitles(m_needs.stationery.installStationary());
+    form.stationery.setIndex(numbers::leadingInt(m_needs.settings.text(settings::chosenTemplate).value_or("0")));
+}
+
+void OrderManager::printInvoice()
+{
+    if (!m_currentItem)
+        return;
+    finish(Finish::keepOpen);
+    m_needs.stationery.openDocument(form.stationery.title(), *m_currentItem);
+}
+
+void OrderManager::sendEmail()
+{
+    if (!m_currentItem)
+        return;
+    const Contact* contact = form.tab.index() == OrderForm::contactTab
+        ? m_currentItem->getContact()
+        : m_currentItem->getContact2(Order::Fallback::none);
+    if (contact)
+        m_needs.opener.openUrl(QUrl("mailto:" + QString::fromLatin1(QUrl::toPercentEncoding(mailAddress(*contact), "@,+"))));
+}
+
+void OrderManager::populateLists(const QStringList& statuses)
+{
+    form.status.setTitles(statuses);
+    form.status.setIndex(numbers::leadingInt(m_needs.settings.text(settings::selectedStatus).value_or("0")));
+    QStringList choices {localText("All"), localText("Incomplete"), localText("Purchase orders")};
+    choices += statuses;
+    listForm.filter.setTitles(choices);
+    listForm.filter.setTitle(QString::fromStdString(m_needs.settings.text(settings::orderManagerFilter).value_or("")));
+    if (listForm.filter.index() < 0)
+        listForm.filter.setIndex(0);
+}
+
+void OrderManager::hideByFilter()
+{
+    const std::string choice = listForm.filter.title().toStdString();
+    if (choice.empty() || listForm.filter.index() == 0)
+        return;
+    const bool incomplete = listForm.filter.index() == 1;
+    const bool purchaseOrders = listForm.filter.index() == 2;
+    const std::string complete = m_needs.settings.text(settings::completeStatus).value_or("Complete");
+    for (dataObject* record : records()) {
+        const auto& order = static_cast<const Order&>(*record);
+        const bool passes = purchaseOrders ? order.isPurchaseOrder()
+            : incomplete                   ? order.getStatus() != complete
+                                           : order.getStatus() == choice;
+        if (!passes)
+            record->setVisible(false);
+    }
+}
+
+void OrderManager::filter()
+{
+    makeAllVisible();
+    hideByFilter();
+    hideWithoutWords(listForm.search.text().toStdString(), m_needs.contacts,
+        [](const dataObject& order) -> dataObject* { return static_cast<const Order&>(order).getContact(); });
+    reloadData();
+}
+
+std::string OrderManager::objectValue(std::string_view identifier, int row) const
+{
+    const Order* order = getnthVisibleItem(row);
+    return order ? order->getFieldByName(identifier) : std::string();
+}
+
+std::optional<RgbColour> OrderManager::labelColorForRow(int row) const
+{
+    const Order* order = getnthVisibleItem(row);
+    const PlistValue* colours = m_needs.settings.value(settings::flagColours);
+    if (!order || !colours)
+        return std::nullopt;
+    return statusColour(*colours, order->getStatus());
+}

@@ -1,0 +1,153 @@
+// The orders: their collection, the list, and the editor's controller.
+#pragma once
+
+#include "orders/Attachments.h"
+#include "orders/Order.h"
+#include "orders/OrderForm.h"
+#include "orders/OrderTotals.h"
+#include "orders/PaymentTable.h"
+#include "orders/Shell.h"
+#include "orders/Tender.h"
+#include "storage/ListForm.h"
+#include "storage/qvDataSource.h"
+
+#include <QStringList>
+
+class Alerts;
+class BOMManager;
+class BillManager;
+class Clock;
+class ContactManager;
+class DateFormatGate;
+class FilePanels;
+class ItemManager;
+class Opener;
+class PaymentManager;
+class SettingsForm;
+class SettingsStore;
+class WriteGate;
+class qvPicker;
+
+struct OrderManagerNeeds {
+    const SortSettings& sorting;
+    SettingsStore& settings;
+    const SettingsForm& preferences;
+    const OrderRules& rules;
+    WriteGate& gate;
+    Alerts& alerts;
+    Beeper& beeper;
+    const Clock& clock;
+    FilePanels& panels;
+    Opener& opener;
+    ContactManager& contacts;
+    ItemManager& items;
+    BOMManager& lines;
+    PaymentManager& payments;
+    BillManager& bills;
+    DateFormatGate& dateFormat;
+    Stationery& stationery;
+    Shell& shell;
+    Attachments& attachments;
+    qvPicker& picker;
+};
+
+class OrderManager : public Collection<Order> {
+public:
+    explicit OrderManager(OrderManagerNeeds needs);
+
+    OrderForm form;
+    ListForm listForm;
+    PaymentTable paymentTable;
+    OrderTotals totals;
+    Tender tender;
+
+    /// The order being edited, or the one last worked on; none at first.
+    Order* currentItem() const { return m_currentItem; }
+    bool isCreating() const { return m_creating; }
+
+    // Making orders
+    void create();
+    void createPurchaseOrder();
+    /// A new order for other parts of the program; not shown.
+    Order& createAndAddDataObject();
+
+    // The editor
+    void setItem(Order& order);
+    /// Opens the selected order.
+    void edit() override;
+    void editThisOrder(Order& order);
+    enum class Finish { close, keepOpen };
+    /// Copies the editor into the order. Closing also files the purchase order's bill and writes in the background.
+    void finish(Finish how);
+    void cancel();
+    /// Picks an item from stock and puts it on the order as a line.
+    void pickMaterial();
+    /// The item goes on the order being edited, taking stock unless it is a purchase order.
+    void addItemToCurrentOrder(Item& item);
+    void increaseQuantitiesForPurchaseOrder();
+    void setRepeatInformativeText();
+
+    // Deleting
+    /// The order with its attachments, lines, payments and bill. Stock stays as it is.
+    void deleteOrder(Order& order);
+    void deleteKey() override;
+
+    // Contacts
+    /// Connects by the tab that is showing: the first or the second contact.
+    void connectContactByTab(Contact& contact, Order& order);
+    void connectContact(Contact& contact, Order& order);
+    void connectContact2(Contact& contact, Order& order);
+    void connectContactById(int contactId, Order& order);
+    void connectContact2ById(int contactId, Order& order);
+    /// The picker's answer for the current order.
+    void setContact(Contact& contact);
+    int countOrdersForContactID(int contactId) const;
+    void pickContact();
+    /// Resolves every order's contacts after loading.
+    void linkContacts();
+
+    // Attachments
+    void attach();
+    void fileDropped(const QString& path);
+    void viewAttachments();
+    int getNumberOfAttachments() const { return m_numberofAttachments; }
+
+    // Documents
+    void installStationary();
+    void printInvoice();
+    void sendEmail();
+
+    // The list
+    void filter() override;
+    /// All, Incomplete, Purchase orders, and the user's statuses; restores the last choice.
+    void populateLists(const QStringList& statuses);
+    std::string objectValue(std::string_view identifier, int row) const override;
+    std::optional<RgbColour> labelColorForRow(int row) const override;
+
+private:
+    // Editor, part by part
+    void fillFigures(const Order& order);
+    void fillChoices(const Order& order);
+    void fillFlags(const Order& order);
+    void showDiscountControls();
+    void showPurchaseOrderControls(const Order& order);
+    void showTaxControls();
+    void showContacts(const Order& order);
+    void setAttachmentStatus();
+    void copyEditorInto(Order& order);
+    void copyChoices(Order& order);
+    void fileBill(Order& order);
+    void connectForm();
+    void chooseType();
+    void discountChanged();
+    void markNewCustomer(Contact& contact, Order& order);
+    std::string todayInEditorFormat() const;
+    void number(Order& order);
+    Order& addNewOrder();
+    void hideByFilter();
+
+    OrderManagerNeeds m_needs;
+    Order* m_currentItem = nullptr;
+    bool m_creating = false;
+    int m_numberofAttachments = 0;
+};

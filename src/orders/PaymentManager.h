@@ -1,0 +1,19 @@
+// The money-in list: the payments of all orders. On disk they stand inside their orders.
+#pragma once
+
+#include "orders/Payment.h"
+#include "storage/qvDataSource.h"
+
+class PaymentManager : public Collection<Payment> {
+public:
+    PaymentManager(const SortSettings& sorting, Beeper& beeper, const SettingsStore& settings)
+        : Collection(sorting, beeper), m_settings(settings)
+    {
+    }
+
+    /// A payment against the order, added to the list and to the order's payments.
+    Payment& addPaymentTo(Order& order, const PaymentValues& values);
+
+private:
+    const SettingsStore& m_settings;
+};

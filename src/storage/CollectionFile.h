@@ -1,0 +1,44 @@
+// The record file of a collection: how stored records become the collection's records and back, once for all kinds.
+#pragma once
+
+#include "storage/RecordFileOf.h"
+#include "storage/qvDataSource.h"
+
+template <class R>
+class CollectionFile : public RecordFileOf<R> {
+public:
+    CollectionFile(Collection<R>& collection, const char* fileName, const char* collectionKey, const char* logName)
+        : RecordFileOf<R>(fileName, collectionKey, logName), m_collection(collection)
+    {
+    }
+
+protected:
+    virtual std::unique_ptr<R> make() const = 0;
+    /// A kind's own rules on reading: the record has its values and stands in the collection.
+    virtual void added(R&, const StoredRecord<R>&) { }
+    /// What the kind keeps in nested arrays.
+    virtual typename R::Nested nestedOf(const R&) const { return {}; }
+
+    Collection<R>& collection() const { return m_collection; }
+
+private:
+    void adopt(StoredRecord<R>&& stored, const TextStorePointer& store) override
+    {
+        std::unique_ptr<R> record = make();
+        record->setID(stored.id);
+        record->setValues(stored.values, store);
+        record->setUnknownKeys(stored.unknownKeys);
+        added(m_collection.add(std::move(record)), stored);
+    }
+
+    void collect(std::vector<StoredRecord<R>>& records) const override
+    {
+        records.reserve(static_cast<std::size_t>(m_collection.getCount()));
+        for (int n = 0; n < m_collection.getCount(); ++n) {
+            const R& record = m_collection.at(n);
+            records.push_back({record.getID(), {}, record.values(), nestedOf(record), record.unknownKeys()});
+        }
+    }
+
+    Collection<R>& m_collection;
+};

@@ -1,0 +1,103 @@
+// The database folder on disk: reading all its record files, and writing them so that nothing is ever lost.
+//
+// Every write is a snapshot taken on the main thread and written by one worker in the order asked for. Files asked for together
+// change together or not at all. A file that cannot be written stays unsaved and goes with the next write of its collection and with
+// every retry. Reading never changes the folder; an interrupted write is read through and put right before the first write.
+#pragma once
+
+#include "foundation/Result.h"
+#include "storage/DatabaseLock.h"
+#include "storage/RecordFile.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <set>
+#include <span>
+#include <thread>
+#include <vector>
+
+class RecoveryStore;
+
+/// What a load met.
+struct LoadReport {
+    /// One sentence for each file that could not be read, naming the file, the place in it and where its original was kept.
+    QStringList damaged;
+};
+
+class DatabaseFolder {
+public:
+    DatabaseFolder(RecoveryStore& recovery, const Clock& clock, const User& user);
+    ~DatabaseFolder();
+
+    /// In the order the files are to be read in.
+    void registerFile(RecordFile& file) { m_files.push_back(&file); }
+    const std::vector<RecordFile*>& files() const { return m_files; }
+
+    /// The folder that was loaded; every write goes there.
+    const QString& location() const { return m_location; }
+    DatabaseLock& lock() { return m_lock; }
+
+    /// Reads every registered file that exists. afterFile runs after each file's records were taken over, missing ones included.
+    LoadReport load(const QString& location, const std::function<void(RecordFile&, bool existed)>& afterFile);
+
+    enum class When { now, inBackground };
+    /// Writes the files as they are at this moment, together. With now they are on disk when it returns, after all asked for before.
+    void write(std::span<RecordFile* const> files, When when);
+    /// Waits until everything asked for is written (or has failed).
+    void drain();
+    /// Tries again what could not be written.
+    void retry();
+
+    /// Empty when all is saved, else why something is not.
+    QString unsavedReason() const;
+    /// Runs on the worker's thread after a write; the program posts it to its own.
+    std::function<void()> onSavedStateChanged;
+
+    /// A copy for reading elsewhere, with its own lock; what is unsaved is not in it.
+    Result<void> copyTo(const QString& target);
+
+private:
+    struct Piece {
+        RecordFile* file;
+        std::shared_ptr<FileSnapshot> snapshot;
+    };
+    struct Job {
+        QString folder;
+        std::vector<Piece> pieces;
+    };
+
+    Result<std::unique_ptr<ParsedFile>> parseFile(RecordFile& file, const std::string& path, LoadReport& report);
+    void tellDamaged(RecordFile& file, const std::string& path, const std::string& reason, LoadReport& report);
+    void enqueue(Job job);
+    void work();
+    void perform(const Job& job);
+    Result<void> writeGroup(const QString& folder, std::span<const Piece> pieces);
+    void writeAlone(const Job& job);
+    void settled(const Piece& piece, const Result<void>& result);
+    Result<void> prepareFolder(const QString& folder);
+    Result<void> keepDamagedOriginal(const QString& folder, const RecordFile& file);
+
+    RecoveryStore& m_recovery;
+    const Clock& m_clock;
+    const User& m_user;
+    DatabaseLock m_lock;
+    QString m_location;
+    std::vector<RecordFile*> m_files;
+
+    mutable std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::deque<Job> m_jobs;
+    std::set<RecordFile*> m_unsaved;
+    /// Files of the loaded folder that did not read and whose originals are not kept yet.
+    std::set<const RecordFile*> m_damaged;
+    QString m_reason;
+    bool m_busy = false;
+    bool m_stopping = false;
+    bool m_repaired = false;
+    std::thread m_worker;
+};

@@ -1,0 +1,92 @@
+#include "storage/DatabaseLock.h"
+
+#include "desktop/Desktop.h"
+#include "foundation/Dates.h"
+#include "foundation/SafeFile.h"
+#include "foundation/Text.h"
+#include "foundation/plist/PlistReader.h"
+#include "foundation/plist/PlistWriter.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+std::string lockText(const PlistValue& contents, const char* key)
+{
+    const PlistValue* value = contents.find(key);
+    return value ? value->asText() : std::string();
+}
+
+} // namespace
+
+void DatabaseLock::setFolder(const QString& folder)
+{
+    m_folder = folder;
+    m_written.clear();
+}
+
+bool DatabaseLock::exists() const
+{
+    return QFileInfo::exists(path()) || QFileInfo(path()).isSymLink();
+}
+
+LockInfo DatabaseLock::read() const
+{
+    const FileBytes file = readWholeFile(path().toStdString());
+    const Result<PlistValue> contents = plist::read(file.bytes);
+    if (!contents || !contents.value().isDict())
+        return {};
+    LockInfo lock;
+    lock.contents = contents.value();
+    lock.datetime = lockText(lock.contents, "datetime");
+    lock.user = lockText(lock.contents, "user");
+    if (lock.contents.find("reason"))
+        lock.reason = lockText(lock.contents, "reason");
+    return lock;
+}
+
+std::string DatabaseLock::contents(const char* reason) const
+{
+    PlistValue lock = PlistValue::makeDict();
+    lock.set("datetime", PlistValue(dates::platformText(m_clock.now())));
+    lock.set("reason", PlistValue(std::string(reason)));
+    lock.set("user", PlistValue(cleanUtf8(m_user.loginName())));
+    return plist::write(lock);
+}
+
+Result<bool> DatabaseLock::acquire()
+{
+    const std::string bytes = contents(openReason);
+    Result<bool> created = createExclusively(path().toStdString(), bytes);
+    if (created && created.value())
+        m_written = bytes;
+    return created;
+}
+
+bool DatabaseLock::isOurs() const
+{
+    return !m_written.empty() && readWholeFile(path().toStdString()).bytes == m_written;
+}
+
+bool DatabaseLock::release()
+{
+    const bool ours = isOurs();
+    m_written.clear();
+    return ours && QFile::remove(path());
+}
+
+Result<void> DatabaseLock::forceOpen()
+{
+    PlistValue kept = read().contents;
+    kept.set("unlockDatetime", PlistValue(dates::platformText(m_clock.now())));
+    kept.set("unlockReason", PlistValue(std::string("user request after dialog")));
+    kept.set("unlockUser", PlistValue(cleanUtf8(m_user.loginName())));
+    const std::string stamp = dates::write(m_clock.now(), dates::stamp);
+    const std::string keptPath = m_folder.toStdString() + "/unlock" + stamp + ".xml";
+    if (Result<void> written = writeFileSafely(keptPath, plist::write(kept)); !written)
+        return written;
+    if (!QFile::remove(path()))
+        return Error {path().toStdString() + " could not be removed"};
+    return {};
+}

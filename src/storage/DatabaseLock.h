@@ -1,0 +1,57 @@
+// The lock file of a database folder: who has it open, and since when.
+#pragma once
+
+#include "foundation/Result.h"
+#include "foundation/plist/PlistValue.h"
+
+#include <QString>
+
+#include <optional>
+#include <string>
+
+class Clock;
+class User;
+
+/// What "lock.xml" says.
+struct LockInfo {
+    std::string datetime;
+    /// Nothing when the lock gives no reason.
+    std::optional<std::string> reason;
+    std::string user;
+    /// Everything in the file, for the copy that a forced unlock keeps.
+    PlistValue contents = PlistValue::makeDict();
+};
+
+class DatabaseLock {
+public:
+    static constexpr char openReason[] = "database open";
+    static constexpr char offlineReason[] = "offline browsing";
+
+    DatabaseLock(const Clock& clock, const User& user) : m_clock(clock), m_user(user) { }
+
+    /// The folder the lock belongs to from now on; a lock held in another is forgotten, not removed.
+    void setFolder(const QString& folder);
+    QString path() const { return m_folder + "/lock.xml"; }
+
+    bool exists() const;
+    /// What the lock says; an unreadable lock is still one, without a reason.
+    LockInfo read() const;
+    /// Writes our lock. Answers false when somebody else's appeared first.
+    Result<bool> acquire();
+    /// Takes our lock away; a foreign one stays. Answers whether a lock of ours was removed.
+    bool release();
+    /// A forced unlock: the lock's contents are kept in an "unlock" file and the lock goes.
+    Result<void> forceOpen();
+    /// Whether this program may write to the folder: our lock, or none after a forced unlock.
+    bool isOurs() const;
+
+    /// The bytes of a lock written now.
+    std::string contents(const char* reason) const;
+
+private:
+    const Clock& m_clock;
+    const User& m_user;
+    QString m_folder;
+    /// What we wrote; empty while the lock is not ours.
+    std::string m_written;
+};

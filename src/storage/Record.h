@@ -1,0 +1,122 @@
+// A record kind made from its plain values and its field table; the by-name operations stand here once for all kinds.
+#pragma once
+
+#include "foundation/Numbers.h"
+#include "storage/FieldTable.h"
+#include "storage/TextSearch.h"
+#include "storage/dataObject.h"
+
+/// Derived is the record class and offers
+///   static constexpr auto& fieldRows()                                   the FieldRow table of Values
+///   static std::span<const DerivedField<Derived>> derivedFields()        computed names, may be empty.
+template <class Derived, class Values_>
+class Record : public dataObject {
+public:
+    using Values = Values_;
+    using Row = FieldRow<Values>;
+
+    const Values& values() const { return m_values; }
+    /// For loading: the values as the file held them, their texts in the given store.
+    void setValues(const Values& values, TextStorePointer store)
+    {
+        m_values = values;
+        setStore(std::move(store));
+    }
+
+    std::string getFieldByName(std::string_view name) const override
+    {
+        for (const Row& row : Derived::fieldRows()) {
+            if (row.readNames.holds(name))
+                return valueOf(row);
+        }
+        for (const DerivedField<Derived>& derived : Derived::derivedFields()) {
+            if (derived.name == name)
+                return derived.value(static_cast<const Derived&>(*this));
+        }
+        return {};
+    }
+
+    bool setFieldByName(std::string_view name, std::string_view value) override
+    {
+        if (name == "id") {
+            if (!Derived::idIsSettable)
+                return false;
+            setID(numbers::leadingInt(value));
+            return true;
+        }
+        for (const Row& row : Derived::fieldRows()) {
+            if (!(row.setInAnyCase ? holdsInAnyCase(row.setNames, name) : row.setNames.holds(name)))
+                continue;
+            assign(row, value);
+            return true;
+        }
+        return false;
+    }
+
+    bool contains(std::string_view text) const override
+    {
+        const FoldedText folded(text);
+        for (const Row& row : Derived::fieldRows()) {
+            if (row.isSearched && folded.occursIn(m_values.*row.text))
+                return true;
+        }
+        return false;
+    }
+
+    void appendSearchText(std::string& text) const override
+    {
+        for (const Row& row : Derived::fieldRows()) {
+            if (row.isSearched)
+                text.append((m_values.*row.text).view()).push_back('\n');
+        }
+    }
+
+protected:
+    /// Sets a field of the values; answers whether it changed.
+    bool set(Text Values::* member, std::string_view value)
+    {
+        if (m_values.*member == value)
+            return false;
+        m_values.*member = keep(value);
+        noteChange();
+        return true;
+    }
+    template <class Plain>
+    bool set(Plain Values::* member, Plain value)
+        requires(!std::is_same_v<Plain, Text>)
+    {
+        if (m_values.*member == value)
+            return false;
+        m_values.*member = value;
+        noteChange();
+        return true;
+    }
+    /// For literals and texts that live in the record's own store already.
+    void assignText(Text Values::* member, Text value) { m_values.*member = value; }
+
+    Values m_values;
+
+private:
+    std::string valueOf(const Row& row) const
+    {
+        if (row.text)
+            return (m_values.*row.text).string();
+        if (row.integer)
+            return std::to_string(m_values.*row.integer);
+        return flagText(m_values.*row.flag, row.words);
+    }
+    void assign(const Row& row, std::string_view value)
+    {
+        if (row.text)
+            set(row.text, value);
+        else if (row.integer)
+            set(row.integer, numbers::leadingInt(value));
+        else
+            set(row.flag, flagFromText(value, row.setBy));
+    }
+    static bool holdsInAnyCase(const FieldNames& names, std::string_view name)
+    {
+        return std::any_of(names.names.begin(), names.names.end(),
+            [&](std::string_view own) { return !own.empty() && equalInAnyCase(own, name); });
+    }
+};

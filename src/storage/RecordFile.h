@@ -1,0 +1,88 @@
+// One record file of the database folder: how its records get from bytes into their collection and back.
+//
+// Reading is in two steps. parse() turns bytes into stored records, needs nothing of the program and may run on any thread;
+// adopt() hands them to the collection in file order on the main thread. A file either parses whole or not at all.
+// Writing is in two steps too: snapshot() copies the values on the main thread, the snapshot is written on any thread.
+#pragma once
+
+#include "foundation/Result.h"
+#include "foundation/Text.h"
+
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class PlistTokens;
+class PlistValue;
+class PlistWriter;
+
+/// What a file's bytes came to; waits to be taken over.
+class ParsedFile {
+public:
+    virtual ~ParsedFile() = default;
+    virtual std::size_t recordCount() const = 0;
+    /// Gives the records to their collection, in file order.
+    virtual void adopt() = 0;
+};
+
+/// The state of a collection at one moment, ready to be written.
+class FileSnapshot {
+public:
+    virtual ~FileSnapshot() = default;
+    /// Writes the whole property list.
+    virtual void write(PlistWriter& writer) const = 0;
+};
+
+class RecordFile {
+public:
+    /// fileName: "contacts.xml"; collectionKey: the one key of the root; logName: the word in "contacts not written successfully".
+    RecordFile(const char* fileName, const char* collectionKey, const char* logName)
+        : m_fileName(fileName), m_collectionKey(collectionKey), m_logName(logName)
+    {
+    }
+    virtual ~RecordFile() = default;
+    RecordFile(const RecordFile&) = delete;
+    RecordFile& operator=(const RecordFile&) = delete;
+
+    const char* fileName() const { return m_fileName; }
+    const char* collectionKey() const { return m_collectionKey; }
+    const char* logName() const { return m_logName; }
+
+    virtual Result<std::unique_ptr<ParsedFile>> parse(std::string_view bytes) = 0;
+    virtual std::unique_ptr<FileSnapshot> snapshot() const = 0;
+    /// Before a load: what the file of the database before held beside its records is forgotten.
+    virtual void forget() = 0;
+    /// After the records of this file were adopted: sort preference, sort, filter. Called when the file was missing too.
+    virtual void loaded() { }
+
+private:
+    const char* m_fileName;
+    const char* m_collectionKey;
+    const char* m_logName;
+};
+
+/// A record as its file holds it. Nested is what the kind keeps in nested arrays, an empty struct for most.
+template <class R>
+struct StoredRecord {
+    int id = 0;
+    /// The id as the file spells it, for rules that ask for it.
+    Text idText;
+    typename R::Values values;
+    typename R::Nested nested;
+    /// Keys that the kind does not know, and known ones whose value is no text; null when there are none.
+    std::shared_ptr<const PlistValue> unknownKeys;
+};
+
+/// A key whose value is an array or another value of its own kind.
+template <class R>
+struct NestedKey {
+    std::string_view key;
+    /// Whether the key is written at all.
+    bool (*filled)(const StoredRecord<R>&);
+    /// Writes the value (the key is written already).
+    void (*write)(const StoredRecord<R>&, PlistWriter&);
+    /// Takes the value; texts go into the store. False when the value is not of the expected shape: it is then kept as unknown.
+    bool (*read)(StoredRecord<R>&, const PlistValue& value, TextStore& store);
+};

@@ -1,0 +1,405 @@
+// The reading and writing of a record file, once for all kinds: loops over the kind's field table.
+//
+// Files in the platform's own layout, with their keys in the order they are written in, go a short way: the expected key is compared
+// as one literal. Any other valid layout goes through the token scanner and gives the same records.
+#pragma once
+
+#include "foundation/Numbers.h"
+#include "foundation/plist/PlistReader.h"
+#include "foundation/plist/PlistTokens.h"
+#include "foundation/plist/PlistValue.h"
+#include "foundation/plist/PlistWriter.h"
+#include "storage/FieldTable.h"
+#include "storage/RecordFile.h"
+
+#include <algorithm>
+
+/// The key every record has beside its fields.
+inline constexpr std::string_view idKey = "id";
+
+template <class R>
+class RecordFileOf : public RecordFile {
+public:
+    using RecordFile::RecordFile;
+
+    Result<std::unique_ptr<ParsedFile>> parse(std::string_view bytes) override
+    {
+        auto parsed = std::make_unique<Parsed>(*this);
+        const Result<void> read = plist::isBinary(bytes) ? readTree(bytes, *parsed) : readTokens(bytes, *parsed);
+        if (!read)
+            return read.error();
+        return std::unique_ptr<ParsedFile>(std::move(parsed));
+    }
+
+    std::unique_ptr<FileSnapshot> snapshot() const override
+    {
+        auto snapshot = std::make_unique<Snapshot>(*this);
+        collect(snapshot->records);
+        snapshot->rest = m_rest;
+        return snapshot;
+    }
+
+    void forget() override { m_rest = PlistValue::makeDict(); }
+
+protected:
+    virtual std::span<const NestedKey<R>> nestedKeys() const { return {}; }
+    /// Takes one record over, in file order, on the main thread.
+    virtual void adopt(StoredRecord<R>&& record, const TextStorePointer& store) = 0;
+    /// Adds what the file is to hold, in the collection's order.
+    virtual void collect(std::vector<StoredRecord<R>>& records) const = 0;
+
+private:
+    using Row = FieldRow<typename R::Values>;
+    using Token = PlistTokens::Token;
+
+    struct Parsed : ParsedFile {
+        explicit Parsed(RecordFileOf& owner) : file(owner) { }
+        std::size_t recordCount() const override { return records.size(); }
+        void adopt() override
+        {
+            file.m_rest = std::move(rest);
+            for (StoredRecord<R>& record : records)
+                file.adopt(std::move(record), store);
+        }
+        RecordFileOf& file;
+        TextStorePointer store = std::make_shared<TextStore>();
+        std::vector<StoredRecord<R>> records;
+        /// What the root holds beside the records.
+        PlistValue rest = PlistValue::makeDict();
+    };
+
+    struct Snapshot : FileSnapshot {
+        explicit Snapshot(const RecordFileOf& owner) : file(owner) { }
+        void write(PlistWriter& writer) const override { file.writeAll(*this, writer); }
+        const RecordFileOf& file;
+        std::vector<StoredRecord<R>> records;
+        PlistValue rest = PlistValue::makeDict();
+    };
+
+    // Reading
+
+    /// A record before its file was read: flags are off unless the file says otherwise, texts have the kind's defaults.
+    static StoredRecord<R> blankRecord()
+    {
+        StoredRecord<R> record;
+        for (const Row& row : R::fieldRows()) {
+            if (row.flag)
+                record.values.*row.flag = false;
+        }
+        return record;
+    }
+
+    static const Row* rowForKey(std::string_view key)
+    {
+        for (const Row& row : R::fieldRows()) {
+            if (row.stored != Stored::never && row.readKey == key)
+                return &row;
+        }
+        return nullptr;
+    }
+
+    static void takeText(StoredRecord<R>& record, const Row& row, std::string_view text, TextStore& store)
+    {
+        if (row.text)
+            record.values.*row.text = store.add(text);
+        else if (row.integer)
+            record.values.*row.integer = numbers::leadingInt(text);
+        else
+            record.values.*row.flag = text == "YES";
+    }
+
+    static void takeId(StoredRecord<R>& record, std::string_view text, TextStore& store)
+    {
+        record.id = numbers::leadingInt(text);
+        record.idText = store.add(text);
+    }
+
+    static void keepUnknown(StoredRecord<R>& record, std::string_view key, PlistValue value)
+    {
+        auto keys = std::make_shared<PlistValue>(record.unknownKeys ? *record.unknownKeys : PlistValue::makeDict());
+        keys->set(key, std::move(value));
+        record.unknownKeys = std::move(keys);
+    }
+
+    void takeValue(StoredRecord<R>& record, const std::string& key, PlistValue value, TextStore& store) const
+    {
+        for (const NestedKey<R>& nested : nestedKeys()) {
+            if (nested.key == key && nested.read(record, value, store))
+                return;
+        }
+        if (value.hasText()) {
+            const std::string text = cleanUtf8(value.asText());
+            if (key == idKey)
+                return takeId(record, text, store);
+            if (const Row* row = rowForKey(key))
+                return takeText(record, *row, text, store);
+        }
+        keepUnknown(record, key, std::move(value));
+    }
+
+    Result<void> readTree(std::string_view bytes, Parsed& parsed) const
+    {
+        Result<PlistValue> root = plist::read(bytes);
+        if (!root)
+            return root.error();
+        if (!root.value().isDict())
+            return Error {"the file's root is no dictionary"};
+        for (const auto& [key, value] : root.value().dict()) {
+            if (key != collectionKey() || !value.isArray()) {
+                parsed.rest.set(key, value);
+                continue;
+            }
+            for (const PlistValue& entry : value.array()) {
+                if (!entry.isDict())
+                    return Error {"an entry of \"" + key + "\" is no dictionary"};
+                StoredRecord<R> record = blankRecord();
+                for (const auto& [name, fieldValue] : entry.dict())
+                    takeValue(record, name, fieldValue, *parsed.store);
+                parsed.records.push_back(std::move(record));
+            }
+        }
+        return {};
+    }
+
+    Result<void> readTokens(std::string_view bytes, Parsed& parsed) const
+    {
+        if (!isUtf8(bytes))
+            return Error {"the file is not UTF-8"};
+        PlistTokens tokens(bytes);
+        if (tokens.next() != Token::dictOpen)
+            return wrong(tokens, "the file's root is no dictionary");
+        for (;;) {
+            const Token token = tokens.next();
+            if (token == Token::dictClose)
+                break;
+            if (token != Token::key)
+                return wrong(tokens, "the file ends too early");
+            const std::string key(tokens.text());
+            const Token value = tokens.next();
+            if (key == collectionKey() && value == Token::arrayOpen) {
+                parsed.records.clear();
+                if (Result<void> read = readRecords(tokens, parsed); !read)
+                    return read;
+                continue;
+            }
+            Result<PlistValue> other = plist::readValue(tokens, value);
+            if (!other)
+                return other.error();
+            parsed.rest.set(key, std::move(other).value());
+        }
+        return tokens.next() == Token::end ? Result<void>() : wrong(tokens, "something follows the end of the list");
+    }
+
+    static Result<void> wrong(PlistTokens& tokens, std::string_view what)
+    {
+        tokens.fail(what);
+        return Error {tokens.error()};
+    }
+
+    Result<void> readRecords(PlistTokens& tokens, Parsed& parsed) const
+    {
+        for (;;) {
+            const Token token = tokens.next();
+            if (token == Token::arrayClose)
+                return {};
+            if (token != Token::dictOpen)
+                return wrong(tokens, "an entry of the list is no dictionary");
+            StoredRecord<R> record = blankRecord();
+            readExpectedFields(tokens, record, *parsed.store);
+            if (Result<void> read = readOtherFields(tokens, record, *parsed.store); !read)
+                return read;
+            parsed.records.push_back(std::move(record));
+        }
+    }
+
+    /// The short way: text fields in the order they are written in. Stops at the first thing that is different.
+    static void readExpectedFields(PlistTokens& tokens, StoredRecord<R>& record, TextStore& store)
+    {
+        const std::string_view bytes = tokens.bytes();
+        std::size_t at = tokens.position();
+        for (const Expected& expected : expectedKeys()) {
+            if (bytes.compare(at, expected.opening.size(), expected.opening) != 0)
+                continue;
+            const std::size_t start = at + expected.opening.size();
+            const std::size_t end = bytes.find('<', start);
+            if (end == std::string_view::npos || bytes.compare(end, stringEnd.size(), stringEnd) != 0)
+                break;
+            const std::string_view text = bytes.substr(start, end - start);
+            if (text.find_first_of("&\r") != std::string_view::npos)
+                break;
+            if (expected.row)
+                takeText(record, *expected.row, text, store);
+            else
+                takeId(record, text, store);
+            at = end + stringEnd.size();
+        }
+        tokens.setPosition(at);
+    }
+
+    Result<void> readOtherFields(PlistTokens& tokens, StoredRecord<R>& record, TextStore& store) const
+    {
+        for (;;) {
+            const Token token = tokens.next();
+            if (token == Token::dictClose)
+                return {};
+            if (token != Token::key)
+                return wrong(tokens, "the file ends inside a record");
+            const std::string key(tokens.text());
+            const Token first = tokens.next();
+            const Row* row = first == Token::text ? rowForKey(key) : nullptr;
+            if (row) {
+                takeText(record, *row, cleanUtf8(tokens.text()), store);
+            } else {
+                Result<PlistValue> value = plist::readValue(tokens, first);
+                if (!value)
+                    return value.error();
+                takeValue(record, key, std::move(value).value(), store);
+            }
+            readExpectedFields(tokens, record, store);
+        }
+    }
+
+    static constexpr std::string_view stringEnd = "</string>";
+
+    /// What stands before a value in the file's own layout; no row means the id.
+    struct Expected {
+        std::string opening;
+        const Row* row;
+    };
+
+    static const std::vector<Expected>& expectedKeys()
+    {
+        static const std::vector<Expected> keys = [] {
+            std::vector<std::pair<std::string_view, const Row*>> rows {{idKey, nullptr}};
+            for (const Row& row : R::fieldRows()) {
+                if (row.stored != Stored::never)
+                    rows.emplace_back(row.readKey, &row);
+            }
+            std::sort(rows.begin(), rows.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+            std::vector<Expected> expected;
+            for (const auto& [key, row] : rows)
+                expected.push_back({"\n\t\t\t<key>" + std::string(key) + "</key>\n\t\t\t<string>", row});
+            return expected;
+        }();
+        return keys;
+    }
+
+    // Writing
+
+    /// A key of a record in the file, with what stands behind it.
+    struct WrittenKey {
+        std::string_view key;
+        const Row* row = nullptr;
+        const NestedKey<R>* nested = nullptr;
+    };
+
+    std::vector<WrittenKey> writtenKeys() const
+    {
+        std::vector<WrittenKey> keys {{idKey}};
+        for (const Row& row : R::fieldRows()) {
+            if (row.stored != Stored::never)
+                keys.push_back({row.key, &row});
+        }
+        for (const NestedKey<R>& nested : nestedKeys())
+            keys.push_back({nested.key, nullptr, &nested});
+        std::sort(keys.begin(), keys.end(), [](const auto& a, const auto& b) { return a.key < b.key; });
+        return keys;
+    }
+
+    static bool isWritten(const WrittenKey& key, const StoredRecord<R>& record)
+    {
+        if (key.nested)
+            return key.nested->filled(record);
+        if (!key.row || key.row->stored == Stored::always || !key.row->text)
+            return true;
+        return !(record.values.*key.row->text).isEmpty();
+    }
+
+    static void writeValue(const WrittenKey& key, const StoredRecord<R>& record, PlistWriter& writer)
+    {
+        if (key.nested)
+            return key.nested->write(record, writer);
+        if (!key.row)
+            return writer.text(std::to_string(record.id));
+        if (key.row->text)
+            return writer.text(record.values.*key.row->text);
+        if (key.row->integer)
+            return writer.text(std::to_string(record.values.*key.row->integer));
+        writer.text(record.values.*key.row->flag ? "YES" : "NO");
+    }
+
+    static void writeRecord(const StoredRecord<R>& record, const std::vector<WrittenKey>& keys, PlistWriter& writer)
+    {
+        writer.openDict();
+        if (record.unknownKeys)
+            writeWithUnknown(record, keys, writer);
+        else {
+            for (const WrittenKey& key : keys) {
+                if (!isWritten(key, record))
+                    continue;
+                writer.key(key.key);
+                writeValue(key, record, writer);
+            }
+        }
+        writer.closeDict();
+    }
+
+    static void writeWithUnknown(const StoredRecord<R>& record, const std::vector<WrittenKey>& keys, PlistWriter& writer)
+    {
+        std::vector<std::pair<std::string_view, const PlistValue*>> unknown;
+        for (const auto& [key, value] : record.unknownKeys->dict())
+            unknown.emplace_back(key, &value);
+        std::sort(unknown.begin(), unknown.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+        auto next = unknown.begin();
+        const auto writeUnknownBefore = [&](const std::string_view* limit) {
+            for (; next != unknown.end() && (!limit || next->first < *limit); ++next) {
+                writer.key(next->first);
+                writer.value(*next->second);
+            }
+        };
+        for (const WrittenKey& key : keys) {
+            if (!isWritten(key, record))
+                continue;
+            writeUnknownBefore(&key.key);
+            if (next != unknown.end() && next->first == key.key)
+                ++next;
+            writer.key(key.key);
+            writeValue(key, record, writer);
+        }
+        writeUnknownBefore(nullptr);
+    }
+
+    void writeRecords(const Snapshot& snapshot, PlistWriter& writer) const
+    {
+        const std::vector<WrittenKey> keys = writtenKeys();
+        writer.key(collectionKey());
+        writer.openArray();
+        for (const StoredRecord<R>& record : snapshot.records)
+            writeRecord(record, keys, writer);
+        writer.closeArray();
+    }
+
+    void writeAll(const Snapshot& snapshot, PlistWriter& writer) const
+    {
+        std::vector<std::string_view> others;
+        for (const auto& [key, value] : snapshot.rest.dict()) {
+            if (key != collectionKey())
+                others.push_back(key);
+        }
+        std::sort(others.begin(), others.end());
+        const auto split = std::lower_bound(others.begin(), others.end(), std::string_view(collectionKey()));
+        const auto writeOther = [&](std::string_view key) {
+            writer.key(key);
+            writer.value(*snapshot.rest.find(key));
+        };
+        writer.openDict();
+        std::for_each(others.begin(), split, writeOther);
+        writeRecords(snapshot, writer);
+        std::for_each(split, others.end(), writeOther);
+        writer.closeDict();
+        writer.finish();
+    }
+
+    /// The keys beside the collection that the file held when it was read.
+    PlistValue m_rest = PlistValue::makeDict();
+};

@@ -1,0 +1,104 @@
+#include "storage/RecordListModel.h"
+
+#include <QColor>
+
+RecordListModel::RecordListModel(qvDataSource& source, QObject* parent)
+    : QAbstractTableModel(parent), m_source(source), m_columns(source.list.visibleColumns()), m_rows(source.numberOfRows())
+{
+    source.addObserver(*this);
+}
+
+RecordListModel::~RecordListModel()
+{
+    m_source.removeObserver(*this);
+}
+
+int RecordListModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : m_rows;
+}
+
+int RecordListModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
+}
+
+QVariant RecordListModel::statusColour(int row) const
+{
+    const std::optional<RgbColour> colour = m_source.labelColorForRow(row);
+    return colour ? QColor::fromRgbF(colour->red, colour->green, colour->blue) : QColor();
+}
+
+QVariant RecordListModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || index.row() >= m_rows)
+        return {};
+    const ListColumn& shown = column(index.column());
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole: return toQString(m_source.objectValue(shown.identifier, index.row()));
+    case Qt::TextAlignmentRole:
+        return QVariant::fromValue(Qt::AlignVCenter | (shown.align == ColumnAlign::right ? Qt::AlignRight : Qt::AlignLeft));
+    case StatusColourRole: return statusColour(index.row());
+    case FinishedRole: return m_source.isFinishedRow(index.row());
+    case IdentifierRole: return QString::fromStdString(shown.identifier);
+    case RecordIdRole: {
+        const dataObject* record = m_source.getnthVisibleItem(index.row());
+        return record ? record->getID() : 0;
+    }
+    default: return {};
+    }
+}
+
+bool RecordListModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    if (role != Qt::EditRole || !index.isValid())
+        return false;
+    return m_source.setObjectValue(column(index.column()).identifier, index.row(), cleanUtf8(value.toString()));
+}
+
+QVariant RecordListModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || section >= static_cast<int>(m_columns.size()))
+        return {};
+    if (role == Qt::DisplayRole)
+        return column(section).heading;
+    if (role == Qt::TextAlignmentRole)
+        return QVariant::fromValue(Qt::AlignVCenter | (column(section).align == ColumnAlign::right ? Qt::AlignRight : Qt::AlignLeft));
+    return {};
+}
+
+Qt::ItemFlags RecordListModel::flags(const QModelIndex& index) const
+{
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    return index.isValid() && column(index.column()).editable ? flags | Qt::ItemIsEditable : flags;
+}
+
+void RecordListModel::listReset()
+{
+    beginResetModel();
+    m_rows = m_source.numberOfRows();
+    endResetModel();
+    Q_EMIT selectionWanted();
+}
+
+void RecordListModel::rowChanged(int row)
+{
+    if (row >= 0 && row < m_rows && !m_columns.empty())
+        Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
+}
+
+void RecordListModel::selectionChanged()
+{
+    Q_EMIT selectionWanted();
+}
+
+void RecordListModel::columnsChanged()
+{
+    beginResetModel();
+    m_columns = m_source.list.visibleColumns();
+    m_rows = m_source.numberOfRows();
+    endResetModel();
+    Q_EMIT columnsReset();
+    Q_EMIT selectionWanted();
+}

@@ -1,0 +1,116 @@
+#include "storage/SearchIndex.h"
+
+#include "storage/TextSearch.h"
+#include "storage/dataObject.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+/// No text holds this byte, so a word never matches across two records.
+constexpr char recordEnd = '\0';
+constexpr std::size_t mostChanged = 256;
+constexpr std::size_t mostKnownWords = 64;
+
+const char* findFolded(const char* from, const char* end, const std::string& word)
+{
+    return static_cast<const char*>(memmem(from, static_cast<std::size_t>(end - from), word.data(), word.size()));
+}
+
+} // namespace
+
+void SearchIndex::reset()
+{
+    m_valid = false;
+}
+
+void SearchIndex::changed(const dataObject& record)
+{
+    if (!m_valid)
+        return;
+    m_known.clear();
+    m_changed.insert(&record);
+    if (m_changed.size() > mostChanged)
+        reset();
+}
+
+void SearchIndex::build(const std::vector<dataObject*>& records)
+{
+    m_folded.clear();
+    m_starts.clear();
+    m_positions.clear();
+    m_known.clear();
+    m_changed.clear();
+    m_starts.reserve(records.size() + 1);
+    std::string text;
+    for (const dataObject* record : records) {
+        m_starts.push_back(m_folded.size());
+        m_positions.emplace(record, m_starts.size() - 1);
+        text.clear();
+        record->appendSearchText(text);
+        appendFolded(m_folded, text);
+        m_folded += recordEnd;
+    }
+    m_starts.push_back(m_folded.size());
+    m_valid = true;
+}
+
+std::string_view SearchIndex::textOf(std::size_t position) const
+{
+    return std::string_view(m_folded).substr(m_starts[position], m_starts[position + 1] - m_starts[position]);
+}
+
+std::vector<bool> SearchIndex::search(const std::string& folded) const
+{
+    std::vector<bool> found(m_starts.size() - 1);
+    const char* const begin = m_folded.data();
+    const char* const end = begin + m_folded.size();
+    for (const char* hit = findFolded(begin, end, folded); hit; ) {
+        const auto offset = static_cast<std::size_t>(hit - begin);
+        const auto next = std::upper_bound(m_starts.begin(), m_starts.end(), offset);
+        found[static_cast<std::size_t>(next - m_starts.begin()) - 1] = true;
+        hit = *next < m_folded.size() ? findFolded(begin + *next, end, folded) : nullptr;
+    }
+    return found;
+}
+
+std::vector<bool> SearchIndex::narrow(const std::vector<bool>& candidates, const std::string& folded) const
+{
+    std::vector<bool> found(candidates.size());
+    for (std::size_t position = 0; position < candidates.size(); ++position) {
+        if (candidates[position])
+            found[position] = textOf(position).find(folded) != std::string_view::npos;
+    }
+    return found;
+}
+
+const std::vector<bool>* SearchIndex::longestKnownStart(const std::string& folded) const
+{
+    for (std::size_t length = folded.size(); length > 0; --length) {
+        const auto known = m_known.find(folded.substr(0, length));
+        if (known != m_known.end())
+            return &known->second;
+    }
+    return nullptr;
+}
+
+const std::vector<bool>& SearchIndex::recordsWithWord(std::string_view word, const std::vector<dataObject*>& records)
+{
+    if (!m_valid)
+        build(records);
+    const std::string folded = foldCase(word);
+    const auto known = m_known.find(folded);
+    if (known != m_known.end())
+        return known->second;
+    const std::vector<bool>* start = longestKnownStart(folded);
+    std::vector<bool> found = start ? narrow(*start, folded) : search(folded);
+    for (const dataObject* record : m_changed) {
+        const auto position = m_positions.find(record);
+        if (position != m_positions.end())
+            found[position->second] = record->contains(word);
+    }
+    if (m_known.size() >= mostKnownWords)
+        m_known.clear();
+    return m_known.insert_or_assign(folded, std::move(found)).first->second;
+}

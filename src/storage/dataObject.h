@@ -1,0 +1,88 @@
+// The base of every business record: identity, visibility under the list's filter, and its fields by name.
+#pragma once
+
+#include "foundation/Text.h"
+
+#include <QDateTime>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+class PlistValue;
+class qvDataSource;
+
+class dataObject {
+public:
+    dataObject() = default;
+    virtual ~dataObject();
+    dataObject(const dataObject&) = delete;
+    dataObject& operator=(const dataObject&) = delete;
+
+    /// 0 while not yet assigned.
+    int getID() const { return m_id; }
+    void setID(int id) { m_id = id; }
+    /// Whether the record passes its list's filter.
+    bool getVisible() const { return m_visible; }
+    void setVisible(bool visible) { m_visible = visible; }
+    const std::optional<QDateTime>& getNSDate() const { return m_nsdate; }
+    /// Setting nothing keeps the old value.
+    void setNSDate(const std::optional<QDateTime>& date);
+    /// Used only while sorting by number.
+    std::optional<float> getTempSortNSNumber() const { return m_tempSortNSNumber; }
+    void setTempSortNSNumber(float number) { m_tempSortNSNumber = number; }
+
+    /// The field's value as text, or the empty text for an unknown name.
+    virtual std::string getFieldByName(std::string_view name) const;
+    /// Sets a field from text, as imports do; answers false for a name that cannot be set.
+    virtual bool setFieldByName(std::string_view name, std::string_view value);
+    /// The date behind a name ending in "asdate" ("dateasdate") as a day number (QDate's Julian day), for sorting.
+    virtual std::int64_t getDateByName(std::string_view nameAsDate) const;
+    /// The search test: whether the text occurs in one of the searched fields, whatever the case.
+    virtual bool contains(std::string_view text) const;
+    /// The record's searched fields, one after the other, each on a line of its own; what the search index folds and keeps.
+    virtual void appendSearchText(std::string& text) const;
+    /// For report rows: the field a generic column name stands for.
+    virtual std::string getActualFieldNameFor(std::string_view name) const;
+    /// For report rows: the record behind the row.
+    virtual dataObject* getdObject() const { return nullptr; }
+
+    virtual float getNumericCode() const { return 0; }
+    virtual float getNumericOrdernum() const { return 0; }
+    virtual bool isComplete() const { return false; }
+    virtual std::string getType() const { return {}; }
+
+    /// Whether the field name sorts as a date.
+    static bool isDate(std::string_view name);
+    /// Whether the field name sorts as a number; codes and order numbers do unless codeSort (VendaroCodeSort) is "1".
+    static bool isNumber(std::string_view name, std::string_view codeSort);
+
+    /// What the record's file held beside the fields known here; kept so that saving gives it back. May be null.
+    const std::shared_ptr<const PlistValue>& unknownKeys() const { return m_unknownKeys; }
+    void setUnknownKeys(std::shared_ptr<const PlistValue> keys) { m_unknownKeys = std::move(keys); }
+
+protected:
+    /// Tells the collection that a field changed, so that what it keeps about the record is worked out anew.
+    void noteChange();
+    /// A text with these bytes, cleaned, in the record's store.
+    Text keep(std::string_view bytes);
+
+private:
+    friend class qvDataSource;
+    int m_id = 0;
+    bool m_visible = true;
+    std::optional<float> m_tempSortNSNumber;
+    std::optional<QDateTime> m_nsdate;
+    qvDataSource* m_collection = nullptr;
+    /// Place in the collection while the collection keeps places up to date.
+    mutable std::uint32_t m_position = 0;
+    TextStorePointer m_store;
+    std::shared_ptr<const PlistValue> m_unknownKeys;
+
+public:
+    /// The store that holds the record's texts; made on first need, or given by the collection that loads it.
+    const TextStorePointer& store();
+    void setStore(TextStorePointer store) { m_store = std::move(store); }
+};

@@ -1,0 +1,395 @@
+#include "storage/qvDataSource.h"
+
+#include "desktop/Desktop.h"
+#include "foundation/Log.h"
+#include "storage/SearchIndex.h"
+#include "storage/TextSearch.h"
+
+#include <algorithm>
+
+namespace {
+
+dataObject* entryAt(const std::vector<dataObject*>& list, int n)
+{
+    return n >= 0 && n < static_cast<int>(list.size()) ? list[static_cast<std::size_t>(n)] : nullptr;
+}
+
+} // namespace
+
+qvDataSource::qvDataSource(const SortSettings& settings, Beeper& beeper)
+    : m_settings(settings), m_beeper(beeper), m_searchIndex(std::make_unique<SearchIndex>())
+{
+}
+
+qvDataSource::~qvDataSource() = default;
+
+// Records
+
+void qvDataSource::appendToCollection(dataObject& record)
+{
+    record.m_position = static_cast<std::uint32_t>(m_collection.size());
+    m_collection.push_back(&record);
+    m_searchIndex->reset();
+    invalidateRows();
+}
+
+void qvDataSource::insertSorted(dataObject& record)
+{
+    if (m_sortArray.empty())
+        return;
+    m_sortArray.insert(m_defaultSortNew ? m_sortArray.begin() : m_sortArray.end(), &record);
+}
+
+dataObject& qvDataSource::add(std::unique_ptr<dataObject> owned)
+{
+    dataObject& record = *owned;
+    record.m_collection = this;
+    m_owned.push_back(std::move(owned));
+    appendToCollection(record);
+    insertSorted(record);
+    if (record.getID() != 0)
+        m_highestId = std::max(m_highestId, record.getID());
+    else
+        record.setID(getNextId());
+    m_deleteBuffer.clear();
+    m_idLookupDictionary[record.getID()] = &record;
+    recordAdded(record);
+    return record;
+}
+
+void qvDataSource::restore(dataObject& record)
+{
+    appendToCollection(record);
+    if (!m_sortArray.empty()) {
+        insertSorted(record);
+        m_highestId = std::max(m_highestId, record.getID());
+    }
+    recordAdded(record);
+}
+
+void qvDataSource::deleteItem(dataObject& record)
+{
+    dataObject* const one = &record;
+    deleteItems({&one, 1});
+}
+
+void qvDataSource::deleteItems(std::span<dataObject* const> records)
+{
+    const auto isDeleted = [&](const dataObject* candidate) { return std::find(records.begin(), records.end(), candidate) != records.end(); };
+    bool highestGone = false;
+    for (dataObject* record : records) {
+        if (!holds(*record))
+            continue;
+        highestGone = highestGone || record->getID() >= m_highestId;
+        recordRemoved(*record);
+    }
+    std::erase_if(m_collection, isDeleted);
+    std::erase_if(m_sortArray, isDeleted);
+    std::erase_if(m_selection, isDeleted);
+    m_positionsValid = false;
+    if (highestGone)
+        findAndSetHighestId();
+    m_searchIndex->reset();
+    invalidateRows();
+}
+
+void qvDataSource::findAndSetHighestId()
+{
+    m_highestId = 0;
+    for (const dataObject* record : m_collection)
+        m_highestId = std::max(m_highestId, record->getID());
+}
+
+void qvDataSource::undo()
+{
+    if (m_deleteBuffer.empty()) {
+        m_beeper.beep();
+        return;
+    }
+    const std::vector<dataObject*> buffered = std::exchange(m_deleteBuffer, {});
+    for (dataObject* record : buffered)
+        restore(*record);
+    reloadData();
+}
+
+void qvDataSource::clear()
+{
+    m_collection.clear();
+    m_sortArray.clear();
+    m_selection.clear();
+    m_highestId = 0;
+    m_textStore = std::make_shared<TextStore>();
+    m_searchIndex->reset();
+    recordsCleared();
+    reloadData();
+}
+
+dataObject* qvDataSource::getItemById(int id) const
+{
+    const auto found = m_idLookupDictionary.find(id);
+    return found == m_idLookupDictionary.end() ? nullptr : found->second;
+}
+
+void qvDataSource::updatePositions() const
+{
+    if (m_positionsValid)
+        return;
+    for (std::size_t i = 0; i < m_collection.size(); ++i)
+        m_collection[i]->m_position = static_cast<std::uint32_t>(i);
+    m_positionsValid = true;
+}
+
+bool qvDataSource::holds(const dataObject& record) const
+{
+    updatePositions();
+    return record.m_position < m_collection.size() && m_collection[record.m_position] == &record;
+}
+
+dataObject* qvDataSource::getFirstItem() const
+{
+    return getnthItem(0);
+}
+
+dataObject* qvDataSource::getNextItem(const dataObject& record) const
+{
+    return holds(record) ? getnthItem(static_cast<int>(record.m_position) + 1) : nullptr;
+}
+
+dataObject* qvDataSource::getNextVisibleItem(const dataObject& record) const
+{
+    dataObject* next = getNextItem(record);
+    while (next && !next->getVisible())
+        next = getNextItem(*next);
+    return next;
+}
+
+dataObject* qvDataSource::getnthItem(int n) const
+{
+    return entryAt(m_collection, n);
+}
+
+dataObject* qvDataSource::getnthSortedItem(int n) const
+{
+    if (dataObject* sorted = entryAt(m_sortArray, n))
+        return sorted;
+    return entryAt(m_collection, m_defaultSortNew ? getCount() - 1 - n : n);
+}
+
+dataObject* qvDataSource::getnthVisibleItem(int n) const
+{
+    return entryAt(visibleRows(), n);
+}
+
+dataObject* qvDataSource::getnthVisibleItem(int n, std::span<dataObject* const> array)
+{
+    for (dataObject* record : array) {
+        if (record->getVisible() && n-- == 0)
+            return record;
+    }
+    return nullptr;
+}
+
+int qvDataSource::countVisibleInArray(std::span<dataObject* const> array)
+{
+    return static_cast<int>(std::count_if(array.begin(), array.end(), [](const dataObject* record) { return record->getVisible(); }));
+}
+
+void qvDataSource::makeAllVisible()
+{
+    for (dataObject* record : m_collection)
+        record->setVisible(true);
+    invalidateRows();
+}
+
+void qvDataSource::swop(dataObject& a, dataObject& b)
+{
+    if (!holds(a) || !holds(b))
+        return;
+    std::swap(m_collection[a.m_position], m_collection[b.m_position]);
+    std::swap(a.m_position, b.m_position);
+    m_searchIndex->reset();
+    invalidateRows();
+}
+
+void qvDataSource::printLookup() const
+{
+    for (const auto& [id, record] : m_idLookupDictionary)
+        logFormat("%i = %p", id, static_cast<void*>(record));
+}
+
+// The list on screen
+
+void qvDataSource::invalidateRows()
+{
+    m_visibleRowsValid = false;
+}
+
+const std::vector<dataObject*>& qvDataSource::visibleRows() const
+{
+    if (m_visibleRowsValid)
+        return m_visibleRows;
+    m_visibleRows.clear();
+    for (int n = 0; n < getCount(); ++n) {
+        dataObject* record = getnthSortedItem(n);
+        if (record && record->getVisible())
+            m_visibleRows.push_back(record);
+    }
+    m_visibleRowsValid = true;
+    return m_visibleRows;
+}
+
+int qvDataSource::numberOfRows() const
+{
+    return static_cast<int>(visibleRows().size());
+}
+
+std::string qvDataSource::objectValue(std::string_view, int) const
+{
+    return {};
+}
+
+bool qvDataSource::setObjectValue(std::string_view, int, std::string_view)
+{
+    return false;
+}
+
+std::optional<RgbColour> qvDataSource::labelColorForRow(int) const
+{
+    return std::nullopt;
+}
+
+bool qvDataSource::isFinishedRow(int row) const
+{
+    const dataObject* record = getnthVisibleItem(row);
+    return record && record->isComplete();
+}
+
+void qvDataSource::reloadData()
+{
+    invalidateRows();
+    for (ListObserver* observer : m_observers)
+        observer->listReset();
+}
+
+void qvDataSource::columnsChanged()
+{
+    for (ListObserver* observer : m_observers)
+        observer->columnsChanged();
+}
+
+void qvDataSource::noteChange(dataObject& record)
+{
+    m_searchIndex->changed(record);
+    recordChanged(record);
+}
+
+void qvDataSource::addObserver(ListObserver& observer)
+{
+    m_observers.push_back(&observer);
+}
+
+void qvDataSource::removeObserver(ListObserver& observer)
+{
+    std::erase(m_observers, &observer);
+}
+
+int qvDataSource::rowOf(const dataObject& record) const
+{
+    const std::vector<dataObject*>& rows = visibleRows();
+    const auto found = std::find(rows.begin(), rows.end(), &record);
+    return found == rows.end() ? -1 : static_cast<int>(found - rows.begin());
+}
+
+std::vector<int> qvDataSource::selectedRows() const
+{
+    std::vector<int> rows;
+    for (const dataObject* record : m_selection) {
+        const int row = rowOf(*record);
+        if (row >= 0)
+            rows.push_back(row);
+    }
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+int qvDataSource::selectedRow() const
+{
+    const std::vector<int> rows = selectedRows();
+    return rows.empty() ? -1 : rows.front();
+}
+
+void qvDataSource::notifySelection()
+{
+    for (ListObserver* observer : m_observers)
+        observer->selectionChanged();
+}
+
+void qvDataSource::setSelectedRows(const std::vector<int>& rows)
+{
+    std::vector<dataObject*> selection;
+    for (const int row : rows) {
+        if (dataObject* record = getnthVisibleItem(row))
+            selection.push_back(record);
+    }
+    if (selection == m_selection)
+        return;
+    m_selection = std::move(selection);
+    notifySelection();
+}
+
+void qvDataSource::selectRow(int row)
+{
+    setSelectedRows({row});
+}
+
+dataObject* qvDataSource::getSelectedItem() const
+{
+    return getnthVisibleItem(selectedRow());
+}
+
+std::vector<dataObject*> qvDataSource::selectedItems() const
+{
+    std::vector<dataObject*> items;
+    const std::vector<int> rows = selectedRows();
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row)
+        items.push_back(getnthVisibleItem(*row));
+    return items;
+}
+
+// Searching
+
+const std::vector<bool>& qvDataSource::recordsWithWord(std::string_view word)
+{
+    return m_searchIndex->recordsWithWord(word, m_collection);
+}
+
+void qvDataSource::hideWithoutWords(std::string_view searchText)
+{
+    for (const std::string& word : searchWords(searchText)) {
+        const std::vector<bool>& found = recordsWithWord(word);
+        for (std::size_t i = 0; i < m_collection.size(); ++i) {
+            if (!found[i])
+                m_collection[i]->setVisible(false);
+        }
+    }
+    invalidateRows();
+}
+
+void qvDataSource::hideWithoutWords(std::string_view searchText, qvDataSource& linked, LinkOf linkOf)
+{
+    linked.updatePositions();
+    for (const std::string& word : searchWords(searchText)) {
+        const std::vector<bool>& found = recordsWithWord(word);
+        const std::vector<bool>& linkedFound = linked.recordsWithWord(word);
+        for (std::size_t i = 0; i < m_collection.size(); ++i) {
+            if (found[i] || !m_collection[i]->getVisible())
+                continue;
+            const dataObject* link = linkOf(*m_collection[i]);
+            // A deleted record is no longer in the index but still belongs to the records that name it.
+            const bool matches = link && (linked.holds(*link) ? linkedFound[link->m_position] : link->contains(word));
+            if (!matches)
+                m_collection[i]->setVisible(false);
+        }
+    }
+    invalidateRows();
+}

@@ -1,0 +1,224 @@
+// An ordered list of records with ids, a sorted view, a filter and one level of undo: what every list in the program stands on.
+//
+// The collection owns its records for as long as the program runs, deleted ones too, since undo, the id map and other records
+// may still answer with them. What lists ask again and again (visible rows in display order, a record's place, the highest id)
+// is kept and gives what walking the records would give.
+#pragma once
+
+#include "storage/ListState.h"
+#include "storage/dataObject.h"
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+class Beeper;
+class SearchIndex;
+
+/// A list on screen (or a test) that follows a collection.
+class ListObserver {
+public:
+    virtual ~ListObserver() = default;
+    /// Rows came, went or moved: everything has to be asked again.
+    virtual void listReset() = 0;
+    /// The cells of one visible row changed.
+    virtual void rowChanged(int row) = 0;
+    virtual void selectionChanged() { }
+    /// Columns were shown, hidden, renamed or resized.
+    virtual void columnsChanged() { }
+};
+
+/// How a column sorts.
+enum class SortOptions { text = 0, numeric = 1, date = 2, numericOfRecord = 3 };
+
+/// The settings every collection needs, answered at the moment of asking.
+class SortSettings {
+public:
+    virtual ~SortSettings() = default;
+    /// VendaroCodeSort: "1" codes sort as text, "2" by id, anything else by their digits; empty when never set.
+    virtual std::string codeSort() const = 0;
+};
+
+struct RgbColour {
+    float red = 0;
+    float green = 0;
+    float blue = 0;
+};
+
+class qvDataSource {
+public:
+    qvDataSource(const SortSettings& settings, Beeper& beeper);
+    virtual ~qvDataSource();
+    qvDataSource(const qvDataSource&) = delete;
+    qvDataSource& operator=(const qvDataSource&) = delete;
+
+    // Records
+
+    /// Takes the record over and appends it. A record without id gets the next one; undo is over.
+    dataObject& add(std::unique_ptr<dataObject> record);
+    /// Undo's way back: appends a record that was deleted. Ids and the id map stay as they are.
+    void restore(dataObject& record);
+    /// Takes the record out of the list; it stays known under its id.
+    void deleteItem(dataObject& record);
+    /// The same for several at once.
+    void deleteItems(std::span<dataObject* const> records);
+    void undo();
+    void redo() { }
+    /// Empties the list; the id map stays.
+    void clear();
+    int getCount() const { return static_cast<int>(m_collection.size()); }
+    /// The record known under the id, deleted or not; none when there never was one.
+    dataObject* getItemById(int id) const;
+    int getNextId() { return ++m_highestId; }
+    int highestId() const { return m_highestId; }
+    void findAndSetHighestId();
+    dataObject* getFirstItem() const;
+    dataObject* getNextItem(const dataObject& record) const;
+    dataObject* getNextVisibleItem(const dataObject& record) const;
+    dataObject* getnthItem(int n) const;
+    dataObject* getnthSortedItem(int n) const;
+    dataObject* getnthVisibleItem(int n) const;
+    static dataObject* getnthVisibleItem(int n, std::span<dataObject* const> array);
+    static int countVisibleInArray(std::span<dataObject* const> array);
+    void makeAllVisible();
+    /// Exchanges the places of two records.
+    void swop(dataObject& a, dataObject& b);
+    /// Whether the record is in the list now (and not deleted).
+    bool holds(const dataObject& record) const;
+    /// All records in insertion order.
+    const std::vector<dataObject*>& records() const { return m_collection; }
+    void printLookup() const;
+
+    // Sorting
+
+    void setDefaultSortNew(bool newestFirst);
+    bool defaultSortNew() const { return m_defaultSortNew; }
+    const std::vector<dataObject*>& getSortArray() const { return m_sortArray; }
+    void setSortArray(std::vector<dataObject*> sorted);
+    /// Clears the highlighted column only.
+    void resetSortArray();
+    void sortUsingDescriptors(std::span<const SortDescriptor> descriptors);
+    void sortByColumn(std::string_view column, bool ascending, SortOptions options = SortOptions::text);
+    float getNumberFrom(const dataObject& record, std::string_view fieldName, SortOptions options) const;
+    /// -1, 0 or 1.
+    int compare(const dataObject& a, const dataObject& b, std::string_view column, SortOptions options) const;
+    /// Field names that the generic columns "field1", "field2", … stand for; empty for ordinary lists.
+    std::vector<std::string> fields;
+
+    // The list on screen
+
+    ListState list;
+    /// Sort by the list's descriptors, if it has any.
+    void applyCurrentSort();
+    /// A click on the column's heading: sorts by it, turning the direction when it is the sorted one already.
+    void toggleSort(const std::string& identifier);
+    virtual int numberOfRows() const;
+    /// The displayed text of a cell; row is a visible row.
+    virtual std::string objectValue(std::string_view identifier, int row) const;
+    /// A cell was edited; answers whether the value was taken.
+    virtual bool setObjectValue(std::string_view identifier, int row, std::string_view value);
+    /// The colour of a row, none for clear.
+    virtual std::optional<RgbColour> labelColorForRow(int row) const;
+    /// Whether the row's record is done with and steps back in the list.
+    virtual bool isFinishedRow(int row) const;
+    virtual void filter() { }
+    virtual void deleteKey() { }
+    virtual void edit() { }
+    /// The rows on screen are asked again.
+    void reloadData();
+
+    /// Selected rows, ascending. Rows are kept as records, so sorting and filtering move the selection along.
+    std::vector<int> selectedRows() const;
+    /// -1 when no row is selected: the first selected one.
+    int selectedRow() const;
+    void setSelectedRows(const std::vector<int>& rows);
+    void selectRow(int row);
+    dataObject* getSelectedItem() const;
+    /// From the last selected row to the first.
+    std::vector<dataObject*> selectedItems() const;
+    int rowOf(const dataObject& record) const;
+
+    void addObserver(ListObserver& observer);
+    void removeObserver(ListObserver& observer);
+    void columnsChanged();
+
+    /// The deleted records that undo would bring back.
+    const std::vector<dataObject*>& deleteBuffer() const { return m_deleteBuffer; }
+    void setDeleteBuffer(std::vector<dataObject*> records) { m_deleteBuffer = std::move(records); }
+    void clearDeleteBuffer() { m_deleteBuffer.clear(); }
+
+    /// Called by a record whose field changed.
+    void noteChange(dataObject& record);
+    /// Where texts of records made in the program are kept.
+    const TextStorePointer& textStore() const { return m_textStore; }
+
+protected:
+    /// The records shown, in display order. A list that shows only some of its records (the lines of one order) overrides it;
+    /// rows, selection and cells all go by it.
+    virtual const std::vector<dataObject*>& visibleRows() const;
+    /// What a record's change means to an index that a subclass keeps.
+    virtual void recordChanged(dataObject&) { }
+    virtual void recordAdded(dataObject&) { }
+    virtual void recordRemoved(dataObject&) { }
+    virtual void recordsCleared() { }
+
+    /// Hides every visible record that does not hold all words of the search text.
+    void hideWithoutWords(std::string_view searchText);
+    /// The same, where a word may also stand in the record that belongs to it in another collection.
+    using LinkOf = const dataObject* (*)(const dataObject&);
+    void hideWithoutWords(std::string_view searchText, qvDataSource& linked, LinkOf linkOf);
+    const SortSettings& sortSettings() const { return m_settings; }
+    Beeper& beeper() const { return m_beeper; }
+
+private:
+    void appendToCollection(dataObject& record);
+    void insertSorted(dataObject& record);
+    void invalidateRows();
+    float plainNumberFrom(const dataObject& record, std::string_view fieldName, SortOptions options) const;
+    std::vector<dataObject*> sortedByText(std::string_view column, bool ascending) const;
+    std::vector<dataObject*> sortedByDate(std::string_view column, bool ascending) const;
+    std::vector<dataObject*> sortedByNumber(std::string_view column, bool ascending, SortOptions options) const;
+
+    const std::vector<bool>& recordsWithWord(std::string_view word);
+    void updatePositions() const;
+    void notifySelection();
+
+    const SortSettings& m_settings;
+    Beeper& m_beeper;
+    TextStorePointer m_textStore = std::make_shared<TextStore>();
+    std::vector<std::unique_ptr<dataObject>> m_owned;
+    std::vector<dataObject*> m_collection;
+    std::vector<dataObject*> m_sortArray;
+    std::unordered_map<int, dataObject*> m_idLookupDictionary;
+    std::vector<dataObject*> m_deleteBuffer;
+    std::vector<dataObject*> m_selection;
+    std::vector<ListObserver*> m_observers;
+    std::unique_ptr<SearchIndex> m_searchIndex;
+    mutable std::vector<dataObject*> m_visibleRows;
+    mutable bool m_visibleRowsValid = false;
+    mutable bool m_positionsValid = true;
+    int m_highestId = 0;
+    bool m_defaultSortNew = true;
+};
+
+/// A collection of one kind of record, its answers typed.
+template <class R>
+class Collection : public qvDataSource {
+public:
+    using qvDataSource::qvDataSource;
+    using Kind = R;
+
+    R& add(std::unique_ptr<R> record) { return static_cast<R&>(qvDataSource::add(std::move(record))); }
+    R* getItemById(int id) const { return static_cast<R*>(qvDataSource::getItemById(id)); }
+    R* getnthItem(int n) const { return static_cast<R*>(qvDataSource::getnthItem(n)); }
+    R* getnthVisibleItem(int n) const { return static_cast<R*>(qvDataSource::getnthVisibleItem(n)); }
+    R* getnthSortedItem(int n) const { return static_cast<R*>(qvDataSource::getnthSortedItem(n)); }
+    R* getFirstItem() const { return static_cast<R*>(qvDataSource::getFirstItem()); }
+    R* getSelectedItem() const { return static_cast<R*>(qvDataSource::getSelectedItem()); }
+    /// The n-th record, which must exist.
+    R& at(int n) const { return static_cast<R&>(*records()[static_cast<std::size_t>(n)]); }
+};

@@ -1,0 +1,98 @@
+#include "storage/qvPicker.h"
+
+#include "desktop/AlertTexts.h"
+#include "desktop/TextTable.h"
+
+namespace {
+
+/// The columns are called "1" to "4"; the row's values "field1" to "field4".
+std::string pickerField(std::string_view identifier)
+{
+    return "field" + std::string(identifier);
+}
+
+} // namespace
+
+qvPicker::qvPicker(const SortSettings& sorting, Beeper& beeper, Alerts& alerts) : Collection(sorting, beeper), m_alerts(alerts)
+{
+    form.search.onEdited = [this] { filter(); };
+    form.choose.run = [this] { chooseSelected(); };
+    form.cancel.run = [this] { cancel(); };
+}
+
+void qvPicker::beginfor(Action action, const qvDataSource& source, std::vector<std::string> fieldNames, std::vector<int> widths,
+    QStringList headings, const QString& type)
+{
+    if (source.getCount() == 0) {
+        m_alerts.ask(makeAlert(alerts::noneInDatabase, {}, {type}));
+        return;
+    }
+    m_action = std::move(action);
+    fields = std::move(fieldNames);
+    form.setTitle(fillText("%@ %@", {localText("Select"), type}));
+    form.search.setText({});
+    fillColumns(widths, headings);
+    fillRows(source);
+    columnsChanged();
+    reloadData();
+    selectRow(0);
+    form.open();
+    form.focus(form.search);
+}
+
+void qvPicker::fillColumns(const std::vector<int>& widths, const QStringList& headings)
+{
+    list.columns.clear();
+    list.sortDescriptors.clear();
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        list.columns.push_back({std::to_string(i + 1), headings.value(static_cast<int>(i)), widths[i]});
+}
+
+void qvPicker::fillRows(const qvDataSource& source)
+{
+    clear();
+    for (int n = 0; n < source.getCount(); ++n) {
+        dataObject* record = source.getnthSortedItem(n);
+        auto row = std::make_unique<ReportItem>(record);
+        row->setStore(textStore());
+        for (const std::string& field : fields) {
+            const bool isNumber = dataObject::isNumber(field, sortSettings().codeSort());
+            row->addValue(record->getFieldByName(field), isNumber ? ReportValueKind::number : ReportValueKind::string);
+        }
+        add(std::move(row));
+    }
+    setDefaultSortNew(false);
+}
+
+void qvPicker::filter()
+{
+    makeAllVisible();
+    hideWithoutWords(form.search.text().toStdString());
+    reloadData();
+    if (selectedRow() < 0)
+        selectRow(0);
+}
+
+std::string qvPicker::objectValue(std::string_view identifier, int row) const
+{
+    const ReportItem* item = getnthVisibleItem(row);
+    return item ? item->getFieldByName(pickerField(identifier)) : std::string();
+}
+
+void qvPicker::chooseSelected()
+{
+    const ReportItem* chosen = getSelectedItem();
+    if (!chosen || !form.isOpen())
+        return;
+    dataObject* const record = chosen->getdObject();
+    form.close();
+    const Action action = std::exchange(m_action, {});
+    if (action && record)
+        action(*record);
+}
+
+void qvPicker::cancel()
+{
+    m_action = {};
+    form.close();
+}

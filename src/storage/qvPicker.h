@@ -1,0 +1,47 @@
+// The record picker: a chooser over the records of any collection.
+//
+// It is a collection of rows itself, with up to four sortable columns "1" to "4"; choosing a row hands its record to whoever asked.
+#pragma once
+
+#include "storage/ListForm.h"
+#include "storage/ReportItem.h"
+#include "storage/qvDataSource.h"
+
+#include <QStringList>
+
+#include <functional>
+
+class Alerts;
+
+class PickerForm : public ListForm {
+public:
+    CommandField cancel {*this, "cancel"};
+    CommandField choose {*this, "choose"};
+};
+
+class qvPicker : public Collection<ReportItem> {
+public:
+    using Action = std::function<void(dataObject&)>;
+
+    qvPicker(const SortSettings& sorting, Beeper& beeper, Alerts& alerts);
+
+    PickerForm form;
+
+    /// Opens the chooser over the records of source, one column a field. type is the word for one record: "Contact", "Item".
+    /// With no records it says so instead.
+    void beginfor(Action action, const qvDataSource& source, std::vector<std::string> fieldNames, std::vector<int> widths,
+        QStringList headings, const QString& type);
+    /// The selected row's record goes to the caller, and the chooser closes.
+    void chooseSelected();
+    void cancel();
+
+    void filter() override;
+    std::string objectValue(std::string_view identifier, int row) const override;
+
+private:
+    void fillRows(const qvDataSource& source);
+    void fillColumns(const std::vector<int>& widths, const QStringList& headings);
+
+    Alerts& m_alerts;
+    Action m_action;
+};

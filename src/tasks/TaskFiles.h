@@ -1,0 +1,40 @@
+// The tasks and the goals, and their files "actions.xml" and "goals.xml". Tasks are read before goals, which name them by id.
+#pragma once
+
+#include "storage/CollectionFile.h"
+#include "tasks/Goal.h"
+
+/// The tasks.
+class ActionManager : public Collection<Action> {
+public:
+    using Collection::Collection;
+};
+
+/// The goals.
+class GoalManager : public Collection<Goal> {
+public:
+    using Collection::Collection;
+};
+
+class ActionFile : public CollectionFile<Action> {
+public:
+    explicit ActionFile(ActionManager& tasks) : CollectionFile(tasks, "actions.xml", "actions", "actions") { }
+
+protected:
+    std::unique_ptr<Action> make() const override { return std::make_unique<Action>(); }
+};
+
+class GoalFile : public CollectionFile<Goal> {
+public:
+    GoalFile(GoalManager& goals, ActionManager& tasks) : CollectionFile(goals, "goals.xml", "goals", "goals"), m_tasks(tasks) { }
+
+protected:
+    std::span<const NestedKey<Goal>> nestedKeys() const override;
+    std::unique_ptr<Goal> make() const override { return std::make_unique<Goal>(); }
+    /// Ids that name no task are skipped.
+    void added(Goal& goal, const StoredRecord<Goal>& stored) override;
+    Goal::Nested nestedOf(const Goal& goal) const override { return {goal.getActionsAsID()}; }
+
+private:
+    ActionManager& m_tasks;
+};
