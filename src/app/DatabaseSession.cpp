@@ -1,0 +1,203 @@
+#include "app/DatabaseSession.h"
+
+#include "app/PrefsController.h"
+#include "desktop/AlertTexts.h"
+#include "desktop/Desktop.h"
+#include "desktop/TextTable.h"
+#include "foundation/Folders.h"
+#include "foundation/Log.h"
+#include "storage/qvDataSource.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace {
+
+constexpr char defaultDatabaseFolder[] = "~/Library/Application Support/Vendaro/vendarodatabase.vendb";
+
+} // namespace
+
+DatabaseSession::DatabaseSession(DatabaseSessionNeeds needs) : m_needs(needs), m_folder(needs.folder) { }
+
+void DatabaseSession::registerFile(RecordFile& file, qvDataSource& collection, std::vector<const qvDataSource*> alsoWrittenWith)
+{
+    m_folder.registerFile(file);
+    m_entries.push_back({&file, &collection, std::move(alsoWrittenWith)});
+    m_collections.push_back(&collection);
+}
+
+// Loading
+
+void DatabaseSession::readDatabase()
+{
+    const QString location = m_needs.preferences.actualDbLocation();
+    const LoadReport report = m_folder.load(location, [this](RecordFile& file, bool existed) { afterFile(file, existed); });
+    Q_EMIT titleChanged();
+    checkLock();
+    if (!report.damaged.isEmpty())
+        Q_EMIT damageFound(report.damaged);
+    Q_EMIT databaseRead();
+}
+
+void DatabaseSession::afterFile(RecordFile& file, bool existed)
+{
+    const auto entry = std::find_if(m_entries.begin(), m_entries.end(), [&](const Entry& candidate) { return candidate.file == &file; });
+    if (!existed && entry == m_entries.begin())
+        logLine("can't find contacts at " + (m_folder.location() + '/' + file.fileName()).toStdString());
+    Q_EMIT fileLoaded(&file);
+    entry->collection->setDefaultSortNew(m_needs.preferences.getDefaultSortNew());
+    entry->collection->applyCurrentSort();
+    if (std::string_view(file.fileName()) == "orders.xml")
+        logLine("filtering orders");
+    entry->collection->filter();
+    entry->collection->reloadData();
+}
+
+void DatabaseSession::checkLock()
+{
+    if (m_folder.lock().exists()) {
+        meetLock();
+        return;
+    }
+    if (m_folder.location() == folders::expandHome(defaultDatabaseFolder, m_needs.user.home()))
+        makeFolders();
+    const Result<bool> acquired = m_folder.lock().acquire();
+    if (acquired && !acquired.value()) {
+        meetLock();
+        return;
+    }
+    logLine(acquired ? "lock written successfully" : "lock not written successfully");
+    setReadOnly(false);
+}
+
+void DatabaseSession::meetLock()
+{
+    m_lockInfo = m_folder.lock().read();
+    setReadOnly(true);
+    const std::string reason = m_lockInfo.reason.value_or(DatabaseLock::openReason);
+    if (reason == DatabaseLock::openReason)
+        Q_EMIT locked();
+    else if (reason == DatabaseLock::offlineReason)
+        m_needs.alerts.ask(makeAlert(alerts::offlineDatabase, {}, {toQString(m_lockInfo.user), toQString(m_lockInfo.datetime)}));
+}
+
+void DatabaseSession::setReadOnly(bool readOnly)
+{
+    if (m_readonlymode == readOnly)
+        return;
+    m_readonlymode = readOnly;
+    Q_EMIT readOnlyChanged();
+}
+
+QString DatabaseSession::windowTitle() const
+{
+    const QString name = QString::fromStdString(m_needs.preferences.getDatabaseName());
+    return name.isEmpty() ? QString("Vendaro") : "Vendaro - " + name;
+}
+
+// Writing
+
+bool DatabaseSession::readOnlyCheck()
+{
+    if (m_readonlymode)
+        m_needs.alerts.ask(alerts::readOnlyMode);
+    return !m_readonlymode;
+}
+
+std::vector<RecordFile*> DatabaseSession::filesOf(const qvDataSource& sender) const
+{
+    std::vector<RecordFile*> files;
+    for (const Entry& entry : m_entries) {
+        const auto& also = entry.alsoWrittenWith;
+        if (entry.collection == &sender || std::find(also.begin(), also.end(), &sender) != also.end())
+            files.push_back(entry.file);
+    }
+    return files;
+}
+
+void DatabaseSession::write(const std::vector<RecordFile*>& files, DatabaseFolder::When when)
+{
+    if (m_readonlymode)
+        return;
+    makeFolders();
+    m_folder.write(files, when);
+}
+
+void DatabaseSession::writeDatabase(const qvDataSource& sender)
+{
+    write(filesOf(sender), DatabaseFolder::When::now);
+}
+
+void DatabaseSession::writeDatabaseInBackground(const qvDataSource& sender)
+{
+    write(filesOf(sender), DatabaseFolder::When::inBackground);
+}
+
+void DatabaseSession::writeEverything()
+{
+    if (m_readonlymode)
+        return;
+    write(m_folder.files(), DatabaseFolder::When::now);
+    if (!m_folder.lock().release())
+        logLine("error: lock not removed from database");
+}
+
+void DatabaseSession::makeFolders()
+{
+    const QString standard = folders::expandHome(defaultDatabaseFolder, m_needs.user.home());
+    if (!QFileInfo::exists(standard)) {
+        if (const Result<void> made = folders::make(standard); !made)
+            logLine(made.error().message);
+        // A new database has nothing to upgrade.
+        m_needs.settings.set(settings::askAboutUpgrading, PlistValue::makeBoolean(true));
+    }
+    if (const Result<void> made = folders::make(m_folder.location()); !made)
+        logLine(made.error().message);
+}
+
+// Switching, unlocking, copying
+
+void DatabaseSession::switchDatabase()
+{
+    Q_EMIT aboutToSwitch();
+    writeEverything();
+    for (qvDataSource* collection : m_collections) {
+        collection->clearDeleteBuffer();
+        collection->clear();
+    }
+    m_needs.preferences.readDatabaseProperties();
+    readDatabase();
+}
+
+void DatabaseSession::unlockDatabase()
+{
+    Q_EMIT unlocked();
+    if (!m_folder.lock().exists()) {
+        m_needs.alerts.ask(alerts::databaseNotLocked);
+        return;
+    }
+    if (m_needs.alerts.ask(alerts::unlockDatabase) != 1)
+        return;
+    if (const Result<void> opened = m_folder.lock().forceOpen(); !opened) {
+        logLine(opened.error().message);
+        m_needs.alerts.ask({localText(alerts::unlockDatabase.title), QString::fromStdString(opened.error().message), {localText("OK")}});
+        return;
+    }
+    setReadOnly(false);
+}
+
+void DatabaseSession::copyDatabase()
+{
+    const std::optional<QString> target
+        = m_needs.panels.saveFile({localText("Choose a location and name for the copy database"), "vendb", {}, {}, {}, {}});
+    if (!target) {
+        logLine("lock not written into copy successfully");
+        return;
+    }
+    if (const Result<void> copied = m_folder.copyTo(*target); !copied) {
+        logLine(copied.error().message);
+        logLine("lock not written into copy successfully");
+        m_needs.alerts.ask({localText("Copy database"), QString::fromStdString(copied.error().message), {localText("OK")}});
+    }
+}

@@ -1,0 +1,96 @@
+// The open database: which folder it is, who holds its lock, and which file belongs to which collection.
+//
+// It is what collections ask before they change anything (WriteGate), and it reads, writes, switches and unlocks the folder in the
+// order the rules give. It asks and tells through signals and alerts; it shows nothing.
+#pragma once
+
+#include "storage/DatabaseFolder.h"
+#include "storage/WriteGate.h"
+
+#include <QObject>
+
+#include <vector>
+
+class Alerts;
+class FilePanels;
+class PrefsController;
+class SettingsStore;
+class User;
+class qvDataSource;
+
+struct DatabaseSessionNeeds {
+    DatabaseFolder& folder;
+    PrefsController& preferences;
+    SettingsStore& settings;
+    Alerts& alerts;
+    FilePanels& panels;
+    const User& user;
+};
+
+class DatabaseSession : public QObject, public WriteGate {
+    Q_OBJECT
+public:
+    explicit DatabaseSession(DatabaseSessionNeeds needs);
+
+    /// A record file, the collection it belongs to, and further collections whose saving takes it along.
+    void registerFile(RecordFile& file, qvDataSource& collection, std::vector<const qvDataSource*> alsoWrittenWith = {});
+    /// A collection that is emptied by a switch but has no file of its own.
+    void registerCollection(qvDataSource& collection) { m_collections.push_back(&collection); }
+
+    /// Loads the database at the location setting.
+    void readDatabase();
+    /// Everything is written, the collections are emptied, and the database at the location setting is loaded.
+    void switchDatabase();
+    /// Writes every file and takes the lock away.
+    void writeEverything();
+    /// The user's wish to work in spite of a lock.
+    void unlockDatabase();
+    void copyDatabase();
+
+    bool readOnlyCheck() override;
+    bool isReadOnly() const override { return m_readonlymode; }
+    void writeDatabase(const qvDataSource& sender) override;
+    void writeDatabaseInBackground(const qvDataSource& sender) override;
+    void setChangeFlag() override { }
+
+    QString originalDbLocation() const { return m_folder.location(); }
+    /// "Vendaro", or "Vendaro - " and the database's name.
+    QString windowTitle() const;
+    const LockInfo& lockInfo() const { return m_lockInfo; }
+
+Q_SIGNALS:
+    /// Everything that belongs to the records closes: editors, pickers, documents.
+    void aboutToSwitch();
+    /// After a file's records were taken over: sort, then filter.
+    void fileLoaded(RecordFile* file);
+    void databaseRead();
+    /// The lock-information sheet is to be shown.
+    void locked();
+    void unlocked();
+    void readOnlyChanged();
+    void titleChanged();
+    /// Files that could not be read, one sentence each.
+    void damageFound(const QStringList& sentences);
+
+private:
+    struct Entry {
+        RecordFile* file;
+        qvDataSource* collection;
+        std::vector<const qvDataSource*> alsoWrittenWith;
+    };
+
+    std::vector<RecordFile*> filesOf(const qvDataSource& sender) const;
+    void write(const std::vector<RecordFile*>& files, DatabaseFolder::When when);
+    void makeFolders();
+    void afterFile(RecordFile& file, bool existed);
+    void checkLock();
+    void meetLock();
+    void setReadOnly(bool readOnly);
+
+    DatabaseSessionNeeds m_needs;
+    DatabaseFolder& m_folder;
+    std::vector<Entry> m_entries;
+    std::vector<qvDataSource*> m_collections;
+    LockInfo m_lockInfo;
+    bool m_readonlymode = false;
+};

@@ -1,0 +1,117 @@
+#include "ui/kit/RecordTable.h"
+
+#include "ui/kit/TableHeader.h"
+
+#include <QPainter>
+#include <QScrollBar>
+
+namespace {
+
+int firstInsetOf(RecordTable::Place place)
+{
+    switch (place) {
+    case RecordTable::Place::page:
+        return 20;
+    case RecordTable::Place::sheet:
+        return 24;
+    case RecordTable::Place::card:
+        break;
+    }
+    return RowDelegate::inset;
+}
+
+}
+
+RecordTable::RecordTable(Place place, QWidget* parent)
+    : QTableView(parent)
+    , m_header(new TableHeader(this))
+    , m_delegate(new RowDelegate(this))
+{
+    setHorizontalHeader(m_header);
+    setItemDelegate(m_delegate);
+    m_header->setFirstInset(firstInsetOf(place));
+    m_delegate->setFirstInset(firstInsetOf(place));
+    verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    setRowHeight(m_delegate->rowHeight());
+    setShowGrid(false);
+    setWordWrap(false);
+    setCornerButtonEnabled(false);
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setVerticalScrollMode(ScrollPerPixel);
+    verticalScrollBar()->setSingleStep(m_delegate->rowHeight());
+    setTabKeyNavigation(false);
+    setSelectionBehavior(SelectRows);
+    setUnit(RowDelegate::Unit::rows);
+}
+
+void RecordTable::setRowHeight(int height)
+{
+    m_delegate->setRowHeight(height);
+    verticalHeader()->setDefaultSectionSize(height);
+}
+
+void RecordTable::setUnit(RowDelegate::Unit unit)
+{
+    m_delegate->setUnit(unit);
+    const bool byCell = unit == RowDelegate::Unit::cells;
+    setSelectionMode(byCell ? SingleSelection : ExtendedSelection);
+    setTabKeyNavigation(byCell);
+    setEditTriggers(byCell ? EditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed) : EditTriggers(NoEditTriggers));
+}
+
+void RecordTable::setSorted(int column, Qt::SortOrder order)
+{
+    m_header->setSortIndicatorShown(true);
+    m_header->setSortIndicator(column, order);
+}
+
+void RecordTable::clearSorted()
+{
+    m_header->setSortIndicatorShown(false);
+}
+
+void RecordTable::paintEvent(QPaintEvent* event)
+{
+    QTableView::paintEvent(event);
+    const int end = m_header->length() - m_header->offset();
+    const int rest = viewport()->width() - end;
+    if (!model() || rest <= 0)
+        return;
+    // Rows go on to the edge where the columns end before it.
+    QPainter painter(viewport());
+    for (int row = qMax(0, rowAt(0)); row < model()->rowCount(rootIndex()); ++row) {
+        const int top = rowViewportPosition(row);
+        if (top >= viewport()->height())
+            break;
+        const QModelIndex first = model()->index(row, 0, rootIndex());
+        m_delegate->paintGround(&painter, QRect(end, top, rest, rowHeight(row)), first, selectionModel()->isSelected(first));
+    }
+}
+
+void RecordTable::focusInEvent(QFocusEvent* event)
+{
+    QTableView::focusInEvent(event);
+    viewport()->update();
+}
+
+void RecordTable::focusOutEvent(QFocusEvent* event)
+{
+    QTableView::focusOutEvent(event);
+    viewport()->update();
+}
+
+void RecordTable::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QTableView::currentChanged(current, previous);
+    updateRowOf(previous);
+    updateRowOf(current);
+}
+
+void RecordTable::updateRowOf(const QModelIndex& index)
+{
+    if (index.isValid())
+        viewport()->update(0, rowViewportPosition(index.row()), viewport()->width(), rowHeight(index.row()));
+}

@@ -1,0 +1,39 @@
+// A list of records: fixed row heights, own header, own painting. Sorting and searching are the model's business; this view only shows.
+#pragma once
+
+#include "ui/kit/RowDelegate.h"
+
+#include <QTableView>
+
+class TableHeader;
+
+class RecordTable : public QTableView {
+    Q_OBJECT
+public:
+    /// page: edge to edge under a page heading. card: inside a CardFrame of an editor or sheet. sheet: edge to edge in a sheet.
+    enum class Place { page, card, sheet };
+
+    explicit RecordTable(Place place = Place::page, QWidget* parent = nullptr);
+
+    TableHeader* tableHeader() const { return m_header; }
+    RowDelegate* rowDelegate() const { return m_delegate; }
+    /// In pixels; 30 unless told.
+    void setRowHeight(int height);
+    /// Rows are chosen as a whole unless told; cells makes cells current and editable by keyboard and double click.
+    void setUnit(RowDelegate::Unit unit);
+    /// Shows the sort mark; clicking headings is reported by the header's sectionClicked.
+    void setSorted(int column, Qt::SortOrder order);
+    void clearSorted();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+
+private:
+    void updateRowOf(const QModelIndex& index);
+
+    TableHeader* m_header;
+    RowDelegate* m_delegate;
+};

@@ -1,0 +1,60 @@
+#include "ui/kit/SearchField.h"
+
+#include "ui/kit/Icons.h"
+#include "ui/kit/RowDelegate.h"
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QCoreApplication>
+#include <QKeyEvent>
+
+SearchField::SearchField(const QString& placeholder, QWidget* parent)
+    : QLineEdit(parent)
+{
+    setPlaceholderText(placeholder);
+    setAccessibleName(placeholder);
+    addAction(Icons::get(QStringLiteral("search"), IconRole::placeholder), QLineEdit::LeadingPosition);
+    m_clear = addAction(Icons::get(QStringLiteral("field-clear"), IconRole::normal), QLineEdit::TrailingPosition);
+    m_clear->setText(tr("Clear"));
+    m_clear->setVisible(false);
+    connect(m_clear, &QAction::triggered, this, &QLineEdit::clear);
+    connect(this, &QLineEdit::textChanged, this, [this](const QString& text) { m_clear->setVisible(!text.isEmpty()); });
+}
+
+void SearchField::steer(QAbstractItemView* view)
+{
+    m_view = view;
+    if (auto* delegate = qobject_cast<RowDelegate*>(view->itemDelegate()))
+        delegate->setSteeredBy(this);
+}
+
+void SearchField::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape) {
+        if (text().isEmpty()) {
+            Q_EMIT abandoned();
+            event->ignore();
+        } else {
+            clear();
+        }
+        return;
+    }
+    if (!steered(event))
+        QLineEdit::keyPressEvent(event);
+}
+
+bool SearchField::steered(QKeyEvent* event)
+{
+    if (!m_view)
+        return false;
+    switch (event->key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        QCoreApplication::sendEvent(m_view, event);
+        return true;
+    default:
+        return false;
+    }
+}
