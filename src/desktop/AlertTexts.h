@@ -27,6 +27,12 @@ inline const AlertText deletePayment {
     "Delete payment", "are you sure you want to delete the selected payment?", {"OK", "Cancel"}};
 
 // Items and order lines
+inline const AlertText deleteItems {
+    "Delete Item", "Do you want to delete the selected item from the database?", {"OK", "Cancel"}};
+inline const AlertText selfReferential {
+    "Self referential", "Unable to add %@. An item cannot contain an item containing itself", {"OK"}};
+inline const AlertText alreadyContains {
+    "Already contains", "Unable to add %@. %@ already contains it. Simply edit the quantity.", {"OK"}};
 inline const AlertText itemInUse {
     "Delete Item", "Unable to delete %@ because it is used in collective item(s): %@", {"OK"}};
 inline const AlertText removeLine {"Delete Item",

@@ -8,6 +8,7 @@
 #include "foundation/Log.h"
 #include "foundation/Money.h"
 #include "inventory/BOMManager.h"
+#include "inventory/ItemManager.h"
 #include "orders/BillManager.h"
 #include "storage/Settings.h"
 #include "storage/WriteGate.h"

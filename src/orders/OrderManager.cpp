@@ -13,6 +13,7 @@
 #include "inventory/ItemManager.h"
 #include "orders/BillManager.h"
 #include "orders/PaymentManager.h"
+#include "orders/StatusColours.h"
 #include "storage/Settings.h"
 #include "storage/WriteGate.h"
 #include "storage/qvPicker.h"
@@ -171,16 +172,21 @@ void OrderManager::deleteOrder(Order& order)
 {
     if (!m_needs.gate.readOnlyCheck())
         return;
+    remove(order);
+    m_needs.gate.writeDatabase(m_needs.lines);
+    reloadData();
+}
+
+void OrderManager::remove(Order& order)
+{
     if (const Result<void> removed = m_needs.attachments.deleteAttachments(order.getID()); !removed)
         logLine(removed.error().message);
-    m_needs.lines.setCurrentOrder(order.getID());
-    m_needs.lines.deleteAllForCurrentOrder();
+    m_needs.lines.dropLinesOfOrder(order.getID());
     for (Payment* payment : order.getPaymentArray())
         m_needs.payments.deleteItem(*payment);
     if (Bill* bill = order.getBillId() > 0 ? m_needs.bills.getItemById(order.getBillId()) : nullptr)
         m_needs.bills.deleteItem(*bill);
     deleteItem(order);
-    reloadData();
 }
 
 void OrderManager::deleteKey()
@@ -188,10 +194,14 @@ void OrderManager::deleteKey()
     const std::vector<dataObject*> selected = selectedItems();
     if (selected.empty() || m_needs.alerts.ask(alerts::deleteOrder) != 0)
         return;
+    if (!m_needs.gate.readOnlyCheck())
+        return;
     const int first = selectedRow();
     for (dataObject* order : selected)
-        deleteOrder(static_cast<Order&>(*order));
+        remove(static_cast<Order&>(*order));
+    m_needs.gate.writeDatabase(m_needs.lines);
     setDeleteBuffer(selected);
+    reloadData();
     selectRow(std::max(first - 1, 0));
     m_needs.gate.setChangeFlag();
     m_needs.shell.showStatus(selected.size() == 1
@@ -364,7 +374,7 @@ void OrderManager::filter()
     makeAllVisible();
     hideByFilter();
     hideWithoutWords(listForm.search.text().toStdString(), m_needs.contacts,
-        [](const dataObject& order) -> dataObject* { return static_cast<const Order&>(order).getContact(); });
+        [](const dataObject& order) -> const dataObject* { return static_cast<const Order&>(order).getContact(); });
     reloadData();
 }
 

@@ -20,6 +20,7 @@ class Clock;
 class ContactManager;
 class DateFormatGate;
 class FilePanels;
+class Item;
 class ItemManager;
 class Opener;
 class PaymentManager;
@@ -137,6 +138,7 @@ private:
     void copyEditorInto(Order& order);
     void copyChoices(Order& order);
     void fileBill(Order& order);
+    void remove(Order& order);
     void connectForm();
     void chooseType();
     void discountChanged();

@@ -23,13 +23,27 @@ enum class Stored : unsigned char { never, whenFilled, always };
 /// Which text sets a flag by name.
 enum class FlagSetBy : unsigned char { upperYes, capitalYes, capitalNo };
 
+/// Whether two names are the same; by reference throughout, since the compiler refuses to copy parts of a table at build time.
+constexpr bool sameName(const std::string_view& a, const std::string_view& b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (a[i] != b[i])
+            return false;
+    }
+    return true;
+}
+
 /// Up to three names, unused ones empty.
 struct FieldNames {
     std::array<std::string_view, 3> names {};
 
-    constexpr bool holds(std::string_view name) const
+    constexpr bool holds(const std::string_view& name) const
     {
-        return !name.empty() && std::find(names.begin(), names.end(), name) != names.end();
+        if (name.empty())
+            return false;
+        return sameName(names[0], name) || sameName(names[1], name) || sameName(names[2], name);
     }
     constexpr void add(std::string_view name) { *std::find(names.begin(), names.end(), std::string_view()) = name; }
 };
@@ -117,37 +131,29 @@ struct DerivedField {
     std::string (*value)(const Record&);
 };
 
-/// True when no name is read, set or stored twice; for static_assert beside each table.
-template <class Rows>
-constexpr bool namesAreUnique(const Rows& rows)
+constexpr bool shareName(const FieldNames& a, const FieldNames& b)
 {
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        for (std::size_t j = i + 1; j < rows.size(); ++j) {
-            for (const auto& name : rows[i].readNames.names) {
-                if (rows[j].readNames.holds(name))
-                    return false;
-            }
-            for (const auto& name : rows[i].setNames.names) {
-                if (rows[j].setNames.holds(name))
-                    return false;
-            }
+    for (std::size_t i = 0; i < a.names.size(); ++i) {
+        if (b.holds(a.names[i]))
+            return true;
+    }
+    return false;
+}
+
+/// True when no name is read, set or stored twice; for static_assert beside each table.
+template <class Values, std::size_t count>
+constexpr bool namesAreUnique(const std::array<FieldRow<Values>, count>& rows)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        for (std::size_t j = i + 1; j < count; ++j) {
+            if (shareName(rows[i].readNames, rows[j].readNames) || shareName(rows[i].setNames, rows[j].setNames))
+                return false;
             const bool bothStored = rows[i].stored != Stored::never && rows[j].stored != Stored::never;
-            if (bothStored && (rows[i].key == rows[j].key || rows[i].readKey == rows[j].readKey))
+            if (bothStored && (sameName(rows[i].key, rows[j].key) || sameName(rows[i].readKey, rows[j].readKey)))
                 return false;
         }
     }
     return true;
-}
-
-/// The stored rows of a table as indexes, in the order of their keys: the order of the file.
-template <class Rows>
-constexpr auto rowsByKey(const Rows& rows)
-{
-    std::array<std::size_t, std::tuple_size_v<Rows>> order {};
-    for (std::size_t i = 0; i < order.size(); ++i)
-        order[i] = i;
-    std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return rows[a].key < rows[b].key; });
-    return order;
 }
 
 const char* flagText(bool value, FlagWords words);

@@ -23,7 +23,16 @@ qvPicker::qvPicker(const SortSettings& sorting, Beeper& beeper, Alerts& alerts) 
 void qvPicker::beginfor(Action action, const qvDataSource& source, std::vector<std::string> fieldNames, std::vector<int> widths,
     QStringList headings, const QString& type)
 {
-    if (source.getCount() == 0) {
+    std::vector<dataObject*> records;
+    for (int n = 0; n < source.getCount(); ++n)
+        records.push_back(source.getnthSortedItem(n));
+    beginfor(std::move(action), records, std::move(fieldNames), std::move(widths), std::move(headings), type);
+}
+
+void qvPicker::beginfor(Action action, const std::vector<dataObject*>& records, std::vector<std::string> fieldNames,
+    std::vector<int> widths, QStringList headings, const QString& type)
+{
+    if (records.empty()) {
         m_alerts.ask(makeAlert(alerts::noneInDatabase, {}, {type}));
         return;
     }
@@ -32,7 +41,7 @@ void qvPicker::beginfor(Action action, const qvDataSource& source, std::vector<s
     form.setTitle(fillText("%@ %@", {localText("Select"), type}));
     form.search.setText({});
     fillColumns(widths, headings);
-    fillRows(source);
+    fillRows(records);
     columnsChanged();
     reloadData();
     selectRow(0);
@@ -48,11 +57,10 @@ void qvPicker::fillColumns(const std::vector<int>& widths, const QStringList& he
         list.columns.push_back({std::to_string(i + 1), headings.value(static_cast<int>(i)), widths[i]});
 }
 
-void qvPicker::fillRows(const qvDataSource& source)
+void qvPicker::fillRows(const std::vector<dataObject*>& records)
 {
     clear();
-    for (int n = 0; n < source.getCount(); ++n) {
-        dataObject* record = source.getnthSortedItem(n);
+    for (dataObject* record : records) {
         auto row = std::make_unique<ReportItem>(record);
         row->setStore(textStore());
         for (const std::string& field : fields) {

@@ -31,6 +31,9 @@ public:
     /// With no records it says so instead.
     void beginfor(Action action, const qvDataSource& source, std::vector<std::string> fieldNames, std::vector<int> widths,
         QStringList headings, const QString& type);
+    /// The same over a list of records put together by the caller.
+    void beginfor(Action action, const std::vector<dataObject*>& records, std::vector<std::string> fieldNames,
+        std::vector<int> widths, QStringList headings, const QString& type);
     /// The selected row's record goes to the caller, and the chooser closes.
     void chooseSelected();
     void cancel();
@@ -39,7 +42,7 @@ public:
     std::string objectValue(std::string_view identifier, int row) const override;
 
 private:
-    void fillRows(const qvDataSource& source);
+    void fillRows(const std::vector<dataObject*>& records);
     void fillColumns(const std::vector<int>& widths, const QStringList& headings);
 
     Alerts& m_alerts;

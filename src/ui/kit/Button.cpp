@@ -75,7 +75,7 @@ void Button::setKind(Kind kind)
 
 void Button::setSize(Size size)
 {
-    look::set(this, "size", nameOfButtonSize(size));
+    look::set(this, "measure", nameOfButtonSize(size));
     updateGeometry();
 }
 

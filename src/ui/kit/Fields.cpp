@@ -13,7 +13,7 @@ NumberField::NumberField(QWidget* parent)
 
 void NumberField::setSize(Size size)
 {
-    look::set(this, "size", size == Size::big ? "big" : size == Size::figures ? "figures" : "normal");
+    look::set(this, "measure", size == Size::big ? "big" : size == Size::figures ? "figures" : "normal");
     updateGeometry();
 }
 

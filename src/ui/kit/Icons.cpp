@@ -52,7 +52,8 @@ QPixmap drawIcon(const QString& name, const QColor& colour, QSize pixels, qreal 
         return pixmap;
     QSvgRenderer renderer(recoloured(QString::fromUtf8(file.readAll()), colour));
     QPainter painter(&pixmap);
-    renderer.render(&painter, QRectF(QPointF(0, 0), pixels));
+    const qreal side = qMin(pixels.width(), pixels.height());
+    renderer.render(&painter, QRectF(0, 0, side, side));
     return pixmap;
 }
 
@@ -95,11 +96,8 @@ public:
     {
         return cachedIcon(m_name, colourFor(mode), size, scale);
     }
-    QSize actualSize(const QSize& size, QIcon::Mode, QIcon::State) override
-    {
-        const int side = qMin(size.width(), size.height());
-        return {side, side};
-    }
+    /// Whatever is asked for: in a wider place the drawing stands at its left, so that a place can hold a gap before a word.
+    QSize actualSize(const QSize& size, QIcon::Mode, QIcon::State) override { return size; }
     QIconEngine* clone() const override { return new ThemedIconEngine(m_name, m_role); }
     QString key() const override { return QStringLiteral("vendaro"); }
     QString iconName() override { return m_name; }

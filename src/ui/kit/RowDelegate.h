@@ -37,7 +37,7 @@ public:
     /// Height of a row and distance of the first column's text from the edge, in pixels.
     void setRowHeight(int height) { m_rowHeight = height; }
     int rowHeight() const { return m_rowHeight; }
-    void setFirstInset(int inset) { m_firstInset = inset; }
+    void setFirstInset(int distance) { m_firstInset = distance; }
     /// A field that steers the list: while it has the keyboard the selection is shown as if the list had.
     void setSteeredBy(QWidget* field);
 

@@ -10,6 +10,7 @@ namespace {
 
 constexpr int markWidth = 8;
 constexpr int markGap = 7;
+constexpr int overrun = 8;
 
 }
 
@@ -25,9 +26,9 @@ TableHeader::TableHeader(QWidget* parent)
     setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
-void TableHeader::setFirstInset(int inset)
+void TableHeader::setFirstInset(int distance)
 {
-    m_firstInset = inset;
+    m_firstInset = distance;
     update();
 }
 
@@ -97,7 +98,9 @@ void TableHeader::paintSection(QPainter* painter, const QRect& rect, int section
     painter->setFont(font());
     const bool lit = isSorted(section) || section == logicalIndexAt(viewport()->mapFromGlobal(QCursor::pos()));
     painter->setPen(themeColour(isSorted(section) || (lit && underMouse()) ? Colour::text : Colour::secondaryText));
-    const QRect place = headingRect(section);
+    // A heading a little too long for its column may use the room beside it.
+    const bool right = alignmentOf(section) & Qt::AlignRight;
+    const QRect place = headingRect(section).adjusted(right ? -overrun : 0, 0, right ? 0 : overrun, 0);
     const QString words = QFontMetrics(font()).elidedText(headingOf(section), Qt::ElideRight, place.width());
     painter->drawText(place, int(alignmentOf(section)) | Qt::TextSingleLine, words);
     if (const QRectF mark = sortMarkRect(section); !mark.isEmpty()) {

@@ -9,7 +9,7 @@ public:
     explicit TableHeader(QWidget* parent = nullptr);
 
     /// Distance of the first heading's text from the edge; the columns' delegate uses the same.
-    void setFirstInset(int inset);
+    void setFirstInset(int distance);
     int firstInset() const { return m_firstInset; }
     /// Where the heading's words stand in its section.
     QRect headingRect(int section) const;

@@ -1,0 +1,61 @@
+#include "contacts/Contact.h"
+
+namespace {
+
+constexpr std::array contactDerivedFields {
+    DerivedField<Contact> {"address", [](const Contact& contact) { return contact.getAddress(); }},
+    DerivedField<Contact> {"firstname", [](const Contact& contact) { return contact.getFirstname(); }},
+    DerivedField<Contact> {"surname", [](const Contact& contact) { return contact.getSurname(); }},
+};
+
+/// The pieces between single blanks, empty ones included.
+std::vector<std::string_view> namePieces(std::string_view name)
+{
+    std::vector<std::string_view> pieces;
+    for (std::size_t blank; (blank = name.find(' ')) != std::string_view::npos; name.remove_prefix(blank + 1))
+        pieces.push_back(name.substr(0, blank));
+    pieces.push_back(name);
+    return pieces;
+}
+
+} // namespace
+
+std::span<const DerivedField<Contact>> Contact::derivedFields()
+{
+    return contactDerivedFields;
+}
+
+std::string Contact::getAddress() const
+{
+    return m_values.add1.string() + ' ' + m_values.add2.string() + ' ' + m_values.add3.string() + ' ' + m_values.postcode.string();
+}
+
+std::string Contact::getShortAddress() const
+{
+    if (m_values.add1.isEmpty())
+        return m_values.postcode.string();
+    return m_values.add1.string() + " ... " + m_values.postcode.string();
+}
+
+std::string Contact::getFirstname() const
+{
+    if (isCompany())
+        return m_values.name.string();
+    const std::vector<std::string_view> pieces = namePieces(m_values.name);
+    const bool startsWithBlank = pieces.front().empty() && pieces.size() > 1;
+    return std::string(startsWithBlank ? pieces[1] : pieces.front());
+}
+
+std::string Contact::getSurname() const
+{
+    if (isCompany())
+        return m_values.name.string();
+    const std::vector<std::string_view> pieces = namePieces(m_values.name);
+    const bool endsWithBlank = pieces.back().empty() && pieces.size() > 1;
+    return std::string(endsWithBlank ? pieces[pieces.size() - 2] : pieces.back());
+}
+
+bool Contact::isTheSameContactAs(const Contact& other) const
+{
+    return foldCase(getName()) == foldCase(other.getName()) && foldCase(getAdd1()) == foldCase(other.getAdd1());
+}

@@ -1,0 +1,323 @@
+#include "contacts/ContactManager.h"
+
+#include "contacts/DateFormatGate.h"
+#include "contacts/OrderLinks.h"
+#include "desktop/AlertTexts.h"
+#include "desktop/TextTable.h"
+#include "storage/Settings.h"
+#include "storage/WriteGate.h"
+
+#include <algorithm>
+
+namespace {
+
+bool isTopLevel(const Contact& contact)
+{
+    return !contact.isCompanyContact();
+}
+
+bool isSupplier(const Contact& contact)
+{
+    return contact.values().type == "Supplier";
+}
+
+} // namespace
+
+ContactManager::ContactManager(ContactManagerNeeds needs)
+    : Collection(needs.sorting, needs.beeper)
+    , companyEditor(*this, needs.gate)
+    , companyContactEditor(*this, needs.gate, needs.alerts)
+    , m_needs(needs)
+{
+    list.columns = {
+        {"name", localText("Name"), 300},
+        {"type", localText("Type"), 110},
+        {"address", localText("Address"), 380},
+        {"phone", localText("Phone"), 150},
+        {"email", localText("E-mail"), 260},
+    };
+    form.save.run = [this] { finish(); };
+    form.cancel.run = [this] { cancel(); };
+    form.makeCompany.run = [this] { makeCompany(); };
+    form.linkToCompany.run = [this] { linkToCompany(); };
+    listForm.search.onEdited = [this] { filter(); };
+    listForm.filter.onEdited = [this] { filter(); };
+}
+
+// Look-ups
+
+template <class Test>
+int ContactManager::countWhere(Test test) const
+{
+    return static_cast<int>(std::count_if(
+        records().begin(), records().end(), [&](const dataObject* record) { return test(static_cast<const Contact&>(*record)); }));
+}
+
+template <class Test>
+Contact* ContactManager::nthWhere(int n, Test test) const
+{
+    for (dataObject* record : records()) {
+        auto& contact = static_cast<Contact&>(*record);
+        if (test(contact) && n-- == 0)
+            return &contact;
+    }
+    return nullptr;
+}
+
+Contact* ContactManager::getContactbyName(std::string_view name) const
+{
+    return nthWhere(0, [&](const Contact& contact) { return contact.getName() == name; });
+}
+
+Contact* ContactManager::getCompanyByName(std::string_view name) const
+{
+    return nthWhere(0, [&](const Contact& contact) { return contact.isCompany() && contact.getName() == name; });
+}
+
+Contact* ContactManager::weHaveThisOneAlready(const Contact& wanted) const
+{
+    return nthWhere(0, [&](const Contact& contact) { return contact.isTheSameContactAs(wanted); });
+}
+
+int ContactManager::countCompanies() const { return countWhere(isTopLevel); }
+Contact* ContactManager::getnthCompany(int n) const { return nthWhere(n, isTopLevel); }
+int ContactManager::countSuppliers() const { return countWhere(isSupplier); }
+Contact* ContactManager::getnthSupplier(int n) const { return nthWhere(n, isSupplier); }
+
+int ContactManager::countVisibleCompanies() const
+{
+    return static_cast<int>(topLevel().size());
+}
+
+Contact* ContactManager::getnthVisibleCompany(int n) const
+{
+    const std::vector<Contact*> shown = topLevel();
+    return n >= 0 && n < static_cast<int>(shown.size()) ? shown[static_cast<std::size_t>(n)] : nullptr;
+}
+
+std::vector<Contact*> ContactManager::topLevel() const
+{
+    std::vector<Contact*> shown;
+    for (dataObject* record : visibleRows()) {
+        auto& contact = static_cast<Contact&>(*record);
+        if (isTopLevel(contact))
+            shown.push_back(&contact);
+    }
+    return shown;
+}
+
+const std::unordered_map<int, std::vector<Contact*>>& ContactManager::peopleByCompany() const
+{
+    if (m_peopleValid)
+        return m_peopleByCompany;
+    m_peopleByCompany.clear();
+    for (dataObject* record : records()) {
+        auto& contact = static_cast<Contact&>(*record);
+        if (contact.isCompanyContact())
+            m_peopleByCompany[contact.getCompany()].push_back(&contact);
+    }
+    m_peopleValid = true;
+    return m_peopleByCompany;
+}
+
+std::vector<Contact*> ContactManager::contactsOfCompany(int companyId) const
+{
+    const auto found = peopleByCompany().find(companyId);
+    return found == peopleByCompany().end() ? std::vector<Contact*>() : found->second;
+}
+
+int ContactManager::countContactsforThisCompany(int companyId) const
+{
+    return static_cast<int>(contactsOfCompany(companyId).size());
+}
+
+Contact* ContactManager::getnthContact(int n, int forCompany) const
+{
+    const std::vector<Contact*> people = contactsOfCompany(forCompany);
+    return n >= 0 && n < static_cast<int>(people.size()) ? people[static_cast<std::size_t>(n)] : nullptr;
+}
+
+void ContactManager::recordAdded(dataObject&) { m_peopleValid = false; }
+void ContactManager::recordRemoved(dataObject&) { m_peopleValid = false; }
+void ContactManager::recordChanged(dataObject&) { m_peopleValid = false; }
+void ContactManager::recordsCleared() { m_peopleValid = false; }
+
+// The editor
+
+std::string ContactManager::newReference(int id) const
+{
+    return m_needs.preferences.getContactPrefix() + std::to_string(id);
+}
+
+void ContactManager::begin()
+{
+    m_created = std::make_unique<Contact>();
+    m_created->setID(getNextId());
+    m_created->setRef(newReference(m_created->getID()));
+    m_currentItem = m_created.get();
+    setItem(*m_currentItem);
+    form.open();
+    form.focus(form.name);
+}
+
+void ContactManager::create()
+{
+    if (!m_needs.gate.readOnlyCheck())
+        return;
+    if (!m_needs.dateFormat.isChosen()) {
+        m_needs.dateFormat.initialiseDateFormat();
+        return;
+    }
+    m_forOrder.reset();
+    begin();
+}
+
+void ContactManager::createForCurrentOrder(int orderId)
+{
+    create();
+    if (m_created)
+        m_forOrder = orderId;
+}
+
+void ContactManager::edit()
+{
+    if (Contact* contact = getSelectedItem())
+        editThisContact(*contact);
+}
+
+void ContactManager::editThisContact(Contact& contact)
+{
+    m_forOrder.reset();
+    if (contact.isCompany()) {
+        companyEditor.edit(contact);
+    } else if (contact.isCompanyContact()) {
+        companyContactEditor.edit(contact);
+    } else {
+        m_created.reset();
+        m_currentItem = &contact;
+        setItem(contact);
+        form.open();
+    }
+}
+
+void ContactManager::editThisContact(Contact& contact, int forOrder)
+{
+    editThisContact(contact);
+    m_forOrder = forOrder;
+}
+
+void ContactManager::cancel()
+{
+    form.close();
+    if (m_created) {
+        m_created.reset();
+        m_currentItem = nullptr;
+        // The id that was set aside for it goes to the next one.
+        findAndSetHighestId();
+    }
+}
+
+void ContactManager::finish()
+{
+    if (!m_needs.gate.readOnlyCheck()) {
+        form.close();
+        return;
+    }
+    if (!m_currentItem)
+        return;
+    copyEditorInto(*m_currentItem);
+    if (m_created)
+        m_currentItem = &add(std::move(m_created));
+    form.close();
+    saved(*m_currentItem);
+}
+
+void ContactManager::saved(Contact& contact)
+{
+    if (m_forOrder)
+        m_needs.orders.connectContactToOrderId(contact, *m_forOrder);
+    m_forOrder.reset();
+    filter();
+    m_needs.gate.writeDatabase(*this);
+}
+
+void ContactManager::makeCompany()
+{
+    if (!m_currentItem || !m_needs.gate.readOnlyCheck())
+        return;
+    const std::optional<int> order = m_forOrder;
+    m_currentItem->makeCompany();
+    finish();
+    companyEditor.edit(*m_currentItem);
+    m_forOrder = order;
+}
+
+void ContactManager::linkToCompany()
+{
+    if (!m_currentItem || !m_needs.gate.readOnlyCheck())
+        return;
+    m_currentItem->setKind("Company Contact");
+    finish();
+    companyContactEditor.edit(*m_currentItem);
+}
+
+// Deleting
+
+void ContactManager::deleteContact(Contact& contact)
+{
+    if (m_needs.gate.readOnlyCheck())
+        deleteItem(contact);
+}
+
+void ContactManager::deleteKey()
+{
+    const std::vector<dataObject*> selected = selectedItems();
+    if (selected.empty() || m_needs.alerts.ask(alerts::deleteContact) != 0 || !m_needs.gate.readOnlyCheck())
+        return;
+    const int first = selectedRow();
+    deleteItems(selected);
+    setDeleteBuffer(selected);
+    reloadData();
+    selectRow(std::max(first - 1, 0));
+    m_needs.gate.setChangeFlag();
+}
+
+// The list
+
+void ContactManager::populateLists(const std::optional<QStringList>& userTypes)
+{
+    const QStringList types = QStringList {localText("Customer"), localText("Supplier")} + userTypes.value_or(QStringList());
+    form.type.setTitles(types);
+    companyEditor.form.type.setTitles(types);
+    listForm.filter.setTitles(QStringList {localText("All")} + types);
+    if (listForm.filter.index() < 0)
+        listForm.filter.setIndex(0);
+}
+
+void ContactManager::filter()
+{
+    makeAllVisible();
+    hideWithoutWords(listForm.search.text().toStdString());
+    if (listForm.filter.index() > 0) {
+        const std::string type = listForm.filter.title().toStdString();
+        for (dataObject* record : records()) {
+            if (static_cast<const Contact*>(record)->values().type != type)
+                record->setVisible(false);
+        }
+    }
+    reloadData();
+}
+
+std::string ContactManager::objectValue(std::string_view identifier, int row) const
+{
+    const Contact* contact = getnthVisibleItem(row);
+    return contact ? contact->getFieldByName(identifier) : std::string();
+}
+
+void ContactFile::added(Contact& contact, const StoredRecord<Contact>& stored)
+{
+    if (contact.getRef().empty())
+        contact.setRef(stored.idText);
+    if (contact.isCompanyContact() && contact.getCompany() == 0)
+        contact.setKind("Individual");
+}

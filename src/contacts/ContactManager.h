@@ -1,0 +1,111 @@
+// The contacts: their collection, the two-level list of companies and people, and the editors.
+#pragma once
+
+#include "contacts/Contact.h"
+#include "contacts/ContactEditors.h"
+#include "storage/CollectionFile.h"
+#include "storage/ListForm.h"
+
+#include <optional>
+#include <unordered_map>
+
+class Alerts;
+class DateFormatGate;
+class OrderLinks;
+class SettingsForm;
+
+struct ContactManagerNeeds {
+    const SortSettings& sorting;
+    const SettingsForm& preferences;
+    WriteGate& gate;
+    Alerts& alerts;
+    Beeper& beeper;
+    DateFormatGate& dateFormat;
+    OrderLinks& orders;
+};
+
+class ContactManager : public Collection<Contact> {
+public:
+    explicit ContactManager(ContactManagerNeeds needs);
+
+    IndividualForm form;
+    ListForm listForm;
+    CompanyEditor companyEditor;
+    CompanyContactEditor companyContactEditor;
+
+    Contact* currentItem() const { return m_currentItem; }
+
+    Contact* getContactbyId(int id) const { return getItemById(id); }
+    /// The first contact with exactly that name.
+    Contact* getContactbyName(std::string_view name) const;
+    Contact* getCompanyByName(std::string_view name) const;
+    Contact* weHaveThisOneAlready(const Contact& contact) const;
+    /// The first piece of the n-th; counted from 0.
+    int countCompanies() const;
+    Contact* getnthCompany(int n) const;
+    int countVisibleCompanies() const;
+    Contact* getnthVisibleCompany(int n) const;
+    int countSuppliers() const;
+    Contact* getnthSupplier(int n) const;
+    int countContactsforThisCompany(int companyId) const;
+    Contact* getnthContact(int n, int forCompany) const;
+    /// The people of the company, in collection order.
+    std::vector<Contact*> contactsOfCompany(int companyId) const;
+
+    void create();
+    void createForCurrentOrder(int orderId);
+    void edit() override;
+    void editThisContact(Contact& contact);
+    void editThisContact(Contact& contact, int forOrder);
+    void finish();
+    void cancel();
+    void makeCompany();
+    void linkToCompany();
+    void deleteContact(Contact& contact);
+    void deleteKey() override;
+
+    /// The pop-ups of types: the built-in ones, then the user's.
+    void populateLists(const std::optional<QStringList>& userTypes);
+    void filter() override;
+    std::string objectValue(std::string_view identifier, int row) const override;
+    /// Every top-level row in display order: what the two-level list shows.
+    std::vector<Contact*> topLevel() const;
+    /// A saved or changed contact goes to its order, the list and the disk.
+    void saved(Contact& contact);
+    /// The n-th visible record of the list, whatever its level.
+    std::string newReference(int id) const;
+
+protected:
+    void recordAdded(dataObject& record) override;
+    void recordRemoved(dataObject& record) override;
+    void recordChanged(dataObject& record) override;
+    void recordsCleared() override;
+
+private:
+    void setItem(const Contact& contact);
+    void copyEditorInto(Contact& contact);
+    void begin();
+    template <class Test>
+    int countWhere(Test test) const;
+    template <class Test>
+    Contact* nthWhere(int n, Test test) const;
+    const std::unordered_map<int, std::vector<Contact*>>& peopleByCompany() const;
+
+    ContactManagerNeeds m_needs;
+    Contact* m_currentItem = nullptr;
+    /// A new contact joins the collection on its first save.
+    std::unique_ptr<Contact> m_created;
+    std::optional<int> m_forOrder;
+    mutable std::unordered_map<int, std::vector<Contact*>> m_peopleByCompany;
+    mutable bool m_peopleValid = false;
+};
+
+/// "contacts.xml".
+class ContactFile : public CollectionFile<Contact> {
+public:
+    explicit ContactFile(ContactManager& contacts) : CollectionFile(contacts, "contacts.xml", "contacts", "contacts") { }
+
+protected:
+    std::unique_ptr<Contact> make() const override { return std::make_unique<Contact>(); }
+    void added(Contact& contact, const StoredRecord<Contact>& stored) override;
+};

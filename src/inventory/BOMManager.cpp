@@ -1,0 +1,365 @@
+#include "inventory/BOMManager.h"
+
+#include "desktop/AlertTexts.h"
+#include "desktop/Desktop.h"
+#include "desktop/TextTable.h"
+#include "foundation/Dates.h"
+#include "foundation/Money.h"
+#include "inventory/ItemManager.h"
+#include "inventory/OrderLookup.h"
+#include "storage/Settings.h"
+#include "storage/WriteGate.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr char fallbackTaxCode[] = "S";
+
+bool isMoneyCell(std::string_view identifier)
+{
+    return identifier == "cost" || identifier == "total";
+}
+
+/// "=2*3.50" worked out, anything else as it is.
+std::optional<std::string> workedOut(std::string_view value)
+{
+    if (!value.starts_with('='))
+        return std::string(value);
+    const std::optional<double> result = numbers::arithmetic(value.substr(1));
+    return result ? std::optional(numbers::general(*result)) : std::nullopt;
+}
+
+} // namespace
+
+BOMManager::BOMManager(BOMManagerNeeds needs) : Collection(needs.sorting, needs.beeper), m_needs(needs)
+{
+    const auto editable = [](const char* identifier, int width, ColumnAlign align) {
+        return ListColumn {identifier, {}, width, align, true, true};
+    };
+    list.columns = {
+        editable("code", 82, ColumnAlign::left),
+        editable("item", 190, ColumnAlign::left),
+        editable("variation", 104, ColumnAlign::left),
+        {"brand", {}, 104},
+        editable("qty", 60, ColumnAlign::right),
+        editable("unit", 70, ColumnAlign::left),
+        editable("cost", 84, ColumnAlign::right),
+        editable("total", 84, ColumnAlign::right),
+        editable("taxcode", 78, ColumnAlign::left),
+    };
+}
+
+// Lines by order
+
+void BOMManager::recordAdded(dataObject& record)
+{
+    m_linesByOrder[static_cast<Material&>(record).getOrder()].push_back(&record);
+}
+
+void BOMManager::recordRemoved(dataObject& record)
+{
+    std::erase(m_linesByOrder[static_cast<Material&>(record).getOrder()], &record);
+}
+
+void BOMManager::recordsCleared()
+{
+    m_linesByOrder.clear();
+    m_currentOrder = 0;
+}
+
+const std::vector<dataObject*>& BOMManager::recordsOfOrder(int orderId) const
+{
+    static const std::vector<dataObject*> none;
+    const auto found = m_linesByOrder.find(orderId);
+    return found == m_linesByOrder.end() ? none : found->second;
+}
+
+std::vector<Material*> BOMManager::linesOfOrder(int orderId) const
+{
+    std::vector<Material*> lines;
+    for (dataObject* record : recordsOfOrder(orderId))
+        lines.push_back(static_cast<Material*>(record));
+    return lines;
+}
+
+const std::vector<dataObject*>& BOMManager::visibleRows() const
+{
+    return recordsOfOrder(m_currentOrder);
+}
+
+void BOMManager::setCurrentOrder(int orderId)
+{
+    m_currentOrder = orderId;
+    reloadData();
+}
+
+int BOMManager::numberForThisOrder() const
+{
+    return static_cast<int>(recordsOfOrder(m_currentOrder).size());
+}
+
+Material* BOMManager::getnthItem(int n, int forThisOrder) const
+{
+    const std::vector<dataObject*>& lines = recordsOfOrder(forThisOrder);
+    if (n >= 0 && n < static_cast<int>(lines.size()))
+        return static_cast<Material*>(lines[static_cast<std::size_t>(n)]);
+    return getFirstItem();
+}
+
+bool BOMManager::currentItemIsPurchaseOrder() const
+{
+    return m_needs.target.currentItemIsPurchaseOrder();
+}
+
+// Making lines
+
+Material& BOMManager::addProduct(const Item& item, bool purchaseOrder)
+{
+    auto line = std::make_unique<Material>(m_needs.rules, m_currentOrder, item.getID());
+    line->setDateAdded(dates::write(m_needs.clock.today(), dates::dayFirstLong));
+    line->setItem(item.getItem());
+    line->setCode(item.getCode());
+    line->setVariation(item.getVariation());
+    line->setTaxCode(item.getTaxcode().empty() ? fallbackTaxCode : item.getTaxcode());
+    line->setCost(purchaseOrder ? item.getBought() : item.getPrice());
+    line->setOrderType(purchaseOrder ? "Purchase Order" : "Customer");
+    setContactfor(*line);
+    line->recalcTotal();
+    Material& added = add(std::move(line));
+    reloadData();
+    return added;
+}
+
+Material& BOMManager::addTimeLine(const TimeLine& time)
+{
+    constexpr std::size_t codeLength = 5;
+    auto line = std::make_unique<Material>(m_needs.rules, m_currentOrder);
+    line->setItem(time.title);
+    if (time.startDate.size() > codeLength)
+        line->setCode(std::string_view(time.startDate).substr(0, codeLength));
+    line->setQty(time.totalTime);
+    line->setUnit(time.unit);
+    line->setCost(time.rate);
+    line->setTotal(time.totalCharge);
+    line->setTaxCode(fallbackTaxCode);
+    line->setDateAdded(dates::write(m_needs.clock.today(), dates::dayFirstLong));
+    setContactfor(*line);
+    return add(std::move(line));
+}
+
+void BOMManager::duplicateMaterialsFromOrder(int fromOrder, int toOrder)
+{
+    const bool monthFirst = m_needs.settings.text(settings::dateFormat) == "1";
+    const std::string today
+        = dates::write(m_needs.clock.today(), monthFirst ? dates::monthFirstLong : dates::dayFirstLong);
+    for (const Material* source : linesOfOrder(fromOrder)) {
+        auto line = std::make_unique<Material>(m_needs.rules, toOrder, source->getProduct());
+        line->setItem(source->getItem());
+        line->setCode(source->getCode());
+        line->setQty(source->getQty());
+        line->setUnit(source->getUnit());
+        line->setCost(source->getCost());
+        line->setTotal(source->getTotal());
+        line->setTaxCode(source->getTaxCode());
+        line->setVariation(source->getVariation());
+        line->setDateAdded(today);
+        add(std::move(line));
+    }
+}
+
+void BOMManager::setContactfor(Material& line) const
+{
+    line.setContact(m_needs.rules.orders.contactIdOfOrder(line.getOrder()));
+}
+
+void BOMManager::setContacts()
+{
+    for (dataObject* record : records())
+        setContactfor(static_cast<Material&>(*record));
+}
+
+void BOMManager::updateAllMaterialsForOrder(int orderId, int withContactID)
+{
+    for (Material* line : linesOfOrder(orderId))
+        line->setContact(withContactID);
+}
+
+// Removing lines
+
+void BOMManager::returnStock(const Material& line)
+{
+    Item* item = m_needs.items.getItemById(line.getProduct());
+    if (item && item->getDecreaseQty() && !currentItemIsPurchaseOrder())
+        m_needs.items.adjustQtyFor(*item, std::trunc(line.getQtyasFloat()));
+}
+
+void BOMManager::deleteLine(Material& line)
+{
+    if (!m_needs.gate.readOnlyCheck())
+        return;
+    returnStock(line);
+    deleteItem(line);
+    reloadData();
+    m_needs.items.reloadData();
+}
+
+void BOMManager::deleteKey()
+{
+    Material* line = getSelectedItem();
+    if (!line)
+        return;
+    const QString item = QString::fromStdString(m_needs.preferences.getTermItem());
+    const QString order = QString::fromStdString(m_needs.preferences.getTermOrder());
+    if (m_needs.alerts.ask(makeAlert(alerts::removeLine, {}, {item, order, item})) == 0) {
+        deleteLine(*line);
+        m_needs.target.linesChanged();
+    }
+    m_needs.gate.writeDatabase(*this);
+}
+
+void BOMManager::deleteAllForCurrentOrder()
+{
+    if (!m_needs.gate.readOnlyCheck())
+        return;
+    std::vector<dataObject*> lines = recordsOfOrder(m_currentOrder);
+    std::reverse(lines.begin(), lines.end());
+    for (const dataObject* line : lines)
+        returnStock(static_cast<const Material&>(*line));
+    deleteItems(lines);
+    reloadData();
+    m_needs.gate.writeDatabase(*this);
+}
+
+void BOMManager::dropLinesOfOrder(int orderId)
+{
+    const std::vector<dataObject*> lines = recordsOfOrder(orderId);
+    deleteItems(lines);
+    reloadData();
+}
+
+// Figures
+
+float BOMManager::getTotalforCurrentOrder() const
+{
+    float sum = 0;
+    for (const Material* line : linesOfOrder(m_currentOrder))
+        sum += line->getTotalasFloat();
+    return sum;
+}
+
+float BOMManager::getShippingforCurrentOrder() const
+{
+    float sum = 0;
+    for (const Material* line : linesOfOrder(m_currentOrder)) {
+        if (const Item* item = m_needs.items.getItemById(line->getProduct()))
+            sum += m_needs.rules.money.value(item->getShipping()) * line->getQtyasFloat();
+    }
+    return sum;
+}
+
+float BOMManager::lineTax(const Material& line, TaxMode mode, bool applyDiscount, float discount, bool percentage) const
+{
+    float total = line.getTotalasFloat();
+    if (applyDiscount && percentage)
+        total = total + total * discount / -100.0f;
+    else if (applyDiscount)
+        total = total - discount / static_cast<float>(numberForThisOrder());
+    const float rate = numbers::leadingFloat(m_needs.preferences.getTaxRateForCode(line.getTaxCode()).value_or(""));
+    if (mode == TaxMode::onTop)
+        return total * (rate / 100.0f);
+    return total / (rate + 100.0f) * rate;
+}
+
+float BOMManager::taxOfCurrentOrder(TaxMode mode, bool applyDiscount, float discount, bool percentage) const
+{
+    float sum = 0;
+    for (const Material* line : linesOfOrder(m_currentOrder))
+        sum += lineTax(*line, mode, applyDiscount, discount, percentage);
+    return sum;
+}
+
+float BOMManager::getTaxforCurrentOrderatRate(float, bool applyDiscount, float withDiscount, bool percentage) const
+{
+    const bool exclusive = m_needs.settings.text(settings::pricesTaxInclusive) == "1";
+    return taxOfCurrentOrder(exclusive ? TaxMode::onTop : TaxMode::included, applyDiscount, withDiscount, percentage);
+}
+
+float BOMManager::getTaxExclusiveForCurrentOrderatRate(float, bool applyDiscount, float withDiscount, bool percentage) const
+{
+    return taxOfCurrentOrder(TaxMode::onTop, applyDiscount, withDiscount, percentage);
+}
+
+std::string BOMManager::countTotalItemsPurchased() const
+{
+    int count = 0;
+    for (const Material* line : linesOfOrder(m_currentOrder))
+        count = static_cast<int>(static_cast<float>(count) + line->getQtyasFloat());
+    return std::to_string(count);
+}
+
+// The table
+
+std::string BOMManager::objectValue(std::string_view identifier, int row) const
+{
+    const Material* line = getnthVisibleItem(row);
+    if (!line)
+        return {};
+    if (identifier != "brand")
+        return line->getFieldByName(identifier);
+    const Item* item = m_needs.items.getItemById(line->getProduct());
+    return item ? std::string(item->getBrand()) : std::string();
+}
+
+std::optional<std::string> BOMManager::acceptedText(std::string_view identifier, std::string_view value) const
+{
+    const bool isNumberCell = isMoneyCell(identifier) || identifier == "qty";
+    if (!isNumberCell)
+        return std::string(value);
+    const std::optional<std::string> text = workedOut(value);
+    if (!text || text->empty())
+        return text;
+    if (isMoneyCell(identifier))
+        return m_needs.rules.money.normalised(*text);
+    return m_needs.rules.money.read(*text) ? text : std::nullopt;
+}
+
+bool BOMManager::moveStockForEdit(Material& line, std::string_view newQty)
+{
+    Item* item = m_needs.items.getItemById(line.getProduct());
+    const float before = line.getQtyasFloat();
+    const float after = m_needs.rules.money.value(newQty);
+    if (!item || currentItemIsPurchaseOrder() || before == after || !item->getDecreaseQty())
+        return true;
+    if (!m_needs.items.adjustQtyFor(*item, before - after))
+        return false;
+    m_needs.items.reloadData();
+    return true;
+}
+
+bool BOMManager::setObjectValue(std::string_view identifier, int row, std::string_view value)
+{
+    Material* line = getnthVisibleItem(row);
+    if (!line || !m_needs.gate.readOnlyCheck())
+        return false;
+    const std::optional<std::string> text = acceptedText(identifier, value);
+    if (!text || (identifier == "qty" && !moveStockForEdit(*line, *text))) {
+        beeper().beep();
+        return false;
+    }
+    line->setFieldByName(identifier, *text);
+    if (identifier == "cost" || identifier == "qty")
+        line->recalcTotal();
+    reloadData();
+    m_needs.target.linesChanged();
+    m_needs.gate.writeDatabase(*this);
+    return true;
+}
+
+void MaterialFile::added(Material& line, const StoredRecord<Material>&)
+{
+    const bool purchase = m_lines.rules().orders.orderType(line.getOrder()) == "Purchase Order";
+    line.setOrderType(purchase ? "Purchase Order" : "Customer");
+    if (line.getContact() == 0)
+        m_lines.setContactfor(line);
+}

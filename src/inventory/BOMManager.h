@@ -1,0 +1,117 @@
+// The lines of all orders, and the table of the lines of the order being edited.
+#pragma once
+
+#include "inventory/Material.h"
+#include "storage/CollectionFile.h"
+
+#include <unordered_map>
+
+class Alerts;
+class Clock;
+class Item;
+class ItemManager;
+class LineTarget;
+class SettingsForm;
+class SettingsStore;
+class WriteGate;
+
+/// What a time line is made from.
+struct TimeLine {
+    std::string title;
+    std::string startDate;
+    std::string totalTime;
+    std::string unit;
+    std::string rate;
+    std::string totalCharge;
+};
+
+struct BOMManagerNeeds {
+    const SortSettings& sorting;
+    const SettingsStore& settings;
+    const SettingsForm& preferences;
+    const LineRules& rules;
+    WriteGate& gate;
+    Alerts& alerts;
+    Beeper& beeper;
+    const Clock& clock;
+    ItemManager& items;
+    LineTarget& target;
+};
+
+class BOMManager : public Collection<Material> {
+public:
+    explicit BOMManager(BOMManagerNeeds needs);
+
+    /// The order whose lines the table shows.
+    void setCurrentOrder(int orderId);
+    int currentOrder() const { return m_currentOrder; }
+    int numberForThisOrder() const;
+    /// The n-th line of the order in collection order; the first line of all when there is no such line.
+    Material* getnthItem(int n, int forThisOrder) const;
+    /// The lines of the order, in collection order.
+    const std::vector<dataObject*>& recordsOfOrder(int orderId) const;
+    std::vector<Material*> linesOfOrder(int orderId) const;
+
+    /// Makes the line for an item on the current order, at the cost price on a purchase order.
+    Material& addProduct(const Item& item, bool purchaseOrder);
+    Material& addTimeLine(const TimeLine& time);
+    /// Takes one line off its order; managed stock comes back, except from purchase orders.
+    void deleteLine(Material& line);
+    void deleteKey() override;
+    void deleteAllForCurrentOrder();
+    /// Takes the lines of an order that is deleted: no stock moves, and the caller writes.
+    void dropLinesOfOrder(int orderId);
+    void duplicateMaterialsFromOrder(int fromOrder, int toOrder);
+
+    float getTotalforCurrentOrder() const;
+    float getShippingforCurrentOrder() const;
+    /// The lines' tax by their codes; a flat discount is spread evenly over the lines. The rate asked with does not count.
+    float getTaxforCurrentOrderatRate(float rate, bool applyDiscount, float withDiscount, bool percentage) const;
+    /// The same for purchase orders: always on top of the price.
+    float getTaxExclusiveForCurrentOrderatRate(float rate, bool applyDiscount, float withDiscount, bool percentage) const;
+    std::string countTotalItemsPurchased() const;
+
+    void setContactfor(Material& line) const;
+    void setContacts();
+    void updateAllMaterialsForOrder(int orderId, int withContactID);
+    bool currentItemIsPurchaseOrder() const;
+
+    std::string objectValue(std::string_view identifier, int row) const override;
+    bool setObjectValue(std::string_view identifier, int row, std::string_view value) override;
+
+    const LineRules& rules() const { return m_needs.rules; }
+
+protected:
+    const std::vector<dataObject*>& visibleRows() const override;
+    void recordAdded(dataObject& record) override;
+    void recordRemoved(dataObject& record) override;
+    void recordsCleared() override;
+
+private:
+    enum class TaxMode { onTop, included };
+    float lineTax(const Material& line, TaxMode mode, bool applyDiscount, float discount, bool percentage) const;
+    float taxOfCurrentOrder(TaxMode mode, bool applyDiscount, float discount, bool percentage) const;
+    std::optional<std::string> acceptedText(std::string_view identifier, std::string_view value) const;
+    bool moveStockForEdit(Material& line, std::string_view newQty);
+    void returnStock(const Material& line);
+
+    BOMManagerNeeds m_needs;
+    int m_currentOrder = 0;
+    std::unordered_map<int, std::vector<dataObject*>> m_linesByOrder;
+};
+
+/// "itemsordered.xml".
+class MaterialFile : public CollectionFile<Material> {
+public:
+    explicit MaterialFile(BOMManager& lines)
+        : CollectionFile(lines, "itemsordered.xml", "materials", "materials"), m_lines(lines)
+    {
+    }
+
+protected:
+    std::unique_ptr<Material> make() const override { return std::make_unique<Material>(m_lines.rules()); }
+    void added(Material& line, const StoredRecord<Material>& stored) override;
+
+private:
+    BOMManager& m_lines;
+};

@@ -1,0 +1,28 @@
+// The parts of the collective item in the editor, as a table; only quantities can be edited.
+#pragma once
+
+#include "storage/qvDataSource.h"
+
+#include <functional>
+
+class Item;
+
+class ConstituentTable : public qvDataSource {
+public:
+    ConstituentTable(const SortSettings& sorting, Beeper& beeper);
+
+    void setItem(Item* item);
+    /// Runs after a quantity was edited.
+    std::function<void()> onEdited;
+    /// -1 when none is selected.
+    int selectedConstituent() const { return m_selected; }
+    void selectConstituent(int index) { m_selected = index; }
+
+    int numberOfRows() const override;
+    std::string objectValue(std::string_view identifier, int row) const override;
+    bool setObjectValue(std::string_view identifier, int row, std::string_view value) override;
+
+private:
+    Item* m_item = nullptr;
+    int m_selected = -1;
+};

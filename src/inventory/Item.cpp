@@ -1,0 +1,193 @@
+#include "inventory/Item.h"
+
+#include "foundation/Money.h"
+#include "storage/Settings.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+std::string conditionForFeed(const Item& item)
+{
+    if (item.getCondition() == "New")
+        return "new";
+    return item.getCondition() == "Refurbished" ? "refurbished" : "used";
+}
+
+constexpr std::array itemDerivedFields {
+    DerivedField<Item> {"id", [](const Item& item) { return std::to_string(item.getID()); }},
+    DerivedField<Item> {"availability",
+        [](const Item& item) { return std::string(numbers::leadingInt(item.getQty()) < 1 ? "out of stock" : "in stock"); }},
+    DerivedField<Item> {"currencycode", [](const Item& item) { return item.currencyCode(); }},
+    DerivedField<Item> {"pricewithcode", [](const Item& item) { return std::string(item.getPrice()) + ' ' + item.currencyCode(); }},
+    DerivedField<Item> {"conditionforgoogle", conditionForFeed},
+    DerivedField<Item> {"shippingforgoogle", [](const Item& item) { return ":::" + std::string(item.getShipping()); }},
+    DerivedField<Item> {"stockcost", [](const Item& item) { return item.money(item.getBoughtAsFloat() * item.getQtyAsFloat()); }},
+    DerivedField<Item> {"stockretail", [](const Item& item) { return item.money(item.getPriceAsFloat() * item.getQtyAsFloat()); }},
+    DerivedField<Item> {"reorderqty",
+        [](const Item& item) { return item.money(item.getOptimumQtyAsFloat() - item.getQtyAsFloat()); }},
+};
+
+std::string_view trimmedCategory(std::string_view text)
+{
+    constexpr std::string_view white = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(white);
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(white) - first + 1);
+}
+
+} // namespace
+
+std::vector<std::string> categoriesIn(std::string_view list)
+{
+    std::vector<std::string> categories;
+    while (!list.empty()) {
+        const std::size_t comma = std::min(list.find(','), list.size());
+        if (const std::string_view category = trimmedCategory(list.substr(0, comma)); !category.empty())
+            categories.emplace_back(category);
+        list.remove_prefix(std::min(comma + 1, list.size()));
+    }
+    return categories;
+}
+
+Constituent::Constituent(int id, std::string_view code, std::string_view item) : m_entry(PlistValue::makeDict())
+{
+    m_entry.set("id", PlistValue::makeInteger(id));
+    m_entry.set("code", PlistValue(std::string(code)));
+    m_entry.set("item", PlistValue(std::string(item)));
+    m_entry.set("qty", PlistValue::makeInteger(1));
+}
+
+std::string Constituent::text(std::string_view key) const
+{
+    const PlistValue* value = m_entry.find(key);
+    return value ? value->asText() : std::string();
+}
+
+int Constituent::id() const
+{
+    return numbers::leadingInt(text("id"));
+}
+
+float Constituent::qty() const
+{
+    return numbers::leadingFloat(text("qty"));
+}
+
+void Constituent::setQty(float qty)
+{
+    const float whole = std::trunc(qty);
+    const bool isWhole = std::fabs(qty - whole) <= 0.0001f && std::fabs(qty) < 2e9f;
+    m_entry.set("qty", isWhole ? PlistValue::makeInteger(static_cast<int>(whole)) : PlistValue::makeReal(static_cast<double>(qty)));
+}
+
+std::span<const DerivedField<Item>> Item::derivedFields()
+{
+    return itemDerivedFields;
+}
+
+float Item::number(Text text) const
+{
+    return m_rules.money.value(text);
+}
+
+float Item::getPriceAsFloat() const { return number(m_values.price); }
+float Item::getQtyAsFloat() const { return number(m_values.qty); }
+float Item::getOptimumQtyAsFloat() const { return number(m_values.optimumQty); }
+float Item::getBoughtAsFloat() const { return number(m_values.bought); }
+
+std::string Item::money(float amount) const
+{
+    return m_rules.money.write(static_cast<double>(amount));
+}
+
+std::string Item::currencyCode() const
+{
+    return m_rules.settings.text(settings::currencyCode).value_or("");
+}
+
+float Item::getNumericCode() const
+{
+    return numbers::digitsOf(m_values.code);
+}
+
+void Item::makeCollectiveItem(bool collective)
+{
+    set(&ItemValues::type, collective ? "Collective item" : "Item");
+}
+
+float Item::adjustQty(float delta)
+{
+    const float quantity = getQtyAsFloat() + delta;
+    setQty(numbers::general(static_cast<double>(quantity)));
+    return quantity;
+}
+
+void Item::incQty()
+{
+    setQty(std::to_string(numbers::leadingInt(m_values.qty) + 1));
+}
+
+void Item::decQty()
+{
+    setQty(std::to_string(numbers::leadingInt(m_values.qty) - 1));
+}
+
+void Item::addCategory(std::string_view name)
+{
+    const std::string_view category = trimmedCategory(name);
+    const std::vector<std::string> present = categoriesIn(m_values.category);
+    if (std::find(present.begin(), present.end(), category) != present.end())
+        return;
+    if (m_values.category.isEmpty())
+        setCategory(category);
+    else
+        setCategory(m_values.category.string() + ", " + std::string(category));
+}
+
+void Item::removeCategory(std::string_view name)
+{
+    std::vector<std::string> kept = categoriesIn(m_values.category);
+    std::erase(kept, std::string(trimmedCategory(name)));
+    if (kept.empty())
+        return;
+    std::string joined;
+    for (auto category = kept.rbegin(); category != kept.rend(); ++category)
+        joined += (joined.empty() ? "" : ", ") + *category;
+    setCategory(joined);
+}
+
+bool Item::isTheSameItemAs(const Item& other) const
+{
+    return foldCase(getCode()) == foldCase(other.getCode());
+}
+
+void Item::setConstituents(std::vector<Constituent> constituents)
+{
+    m_constituents = std::move(constituents);
+    noteChange();
+}
+
+void Item::addConstituent(const Item& part)
+{
+    m_constituents.emplace_back(part.getID(), part.getCode(), part.getItem());
+    noteChange();
+}
+
+void Item::removeConstituentAtIndex(int index)
+{
+    if (index < 0 || index >= static_cast<int>(m_constituents.size()))
+        return;
+    m_constituents.erase(m_constituents.begin() + index);
+    noteChange();
+}
+
+void Item::setConstituentQty(int index, float qty)
+{
+    if (index < 0 || index >= static_cast<int>(m_constituents.size()))
+        return;
+    m_constituents[static_cast<std::size_t>(index)].setQty(qty);
+    noteChange();
+}

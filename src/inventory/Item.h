@@ -1,0 +1,194 @@
+// A product or stock line that the business sells or buys; a collective item is made of other items.
+#pragma once
+
+#include "foundation/plist/PlistValue.h"
+#include "storage/Record.h"
+
+#include <array>
+#include <span>
+#include <vector>
+
+class MoneyFormatter;
+class SettingsStore;
+
+struct ItemValues {
+    Text item;
+    Text code;
+    Text variation;
+    Text brand;
+    Text category;
+    Text description;
+    Text price;
+    Text bought;
+    Text qty;
+    Text warnlevel;
+    Text optimumQty;
+    Text shipping;
+    Text status;
+    Text supplier;
+    Text taxcode;
+    Text type = literalText<"Item">();
+    Text condition;
+    Text ean;
+    Text part;
+    Text link;
+    Text imageLink;
+    Text buttoncode;
+    Text websitefolder = literalText<"~/sites/mysite/">();
+    Text qtymethod;
+    bool decreaseQty = true;
+    bool exportbrevand = false;
+    bool exportgoogle = false;
+    bool hidebuttoncode = true;
+
+    bool operator==(const ItemValues&) const = default;
+};
+
+inline constexpr std::array itemFields {
+    field<&ItemValues::category>("category").searched(),
+    field<&ItemValues::brand>("brand").searched(),
+    field<&ItemValues::code>("code").searched(),
+    field<&ItemValues::part>("part").searched(),
+    field<&ItemValues::condition>("condition").searched(),
+    field<&ItemValues::description>("description").also("comments").searched(),
+    field<&ItemValues::ean>("ean").searched(),
+    field<&ItemValues::item>("item").searched(),
+    field<&ItemValues::status>("status").searched(),
+    field<&ItemValues::variation>("variation").searched(),
+    field<&ItemValues::supplier>("supplier").searched(),
+    field<&ItemValues::price>("price"),
+    field<&ItemValues::bought>("bought"),
+    field<&ItemValues::qty>("qty"),
+    field<&ItemValues::warnlevel>("warnlevel"),
+    field<&ItemValues::optimumQty>("optimumqty"),
+    field<&ItemValues::shipping>("shipping"),
+    field<&ItemValues::taxcode>("taxcode"),
+    field<&ItemValues::type>("type"),
+    field<&ItemValues::link>("link"),
+    field<&ItemValues::imageLink>("imagelink"),
+    field<&ItemValues::buttoncode>("buttoncode"),
+    field<&ItemValues::websitefolder>("websitefolder"),
+    field<&ItemValues::qtymethod>("quantitymethod").getOnly(),
+    field<&ItemValues::decreaseQty>("decreaseqty").stores("decreaseQty").always(),
+    field<&ItemValues::exportbrevand>("exportbrevand").always(),
+    field<&ItemValues::exportgoogle>("exportgoogle").always(),
+    field<&ItemValues::hidebuttoncode>("hidebuttoncode").always(),
+};
+static_assert(namesAreUnique(itemFields));
+
+/// One part of a collective item: the dictionary as the file holds it, with the keys "id", "code", "item" and "qty".
+class Constituent {
+public:
+    explicit Constituent(PlistValue entry) : m_entry(std::move(entry)) { }
+    Constituent(int id, std::string_view code, std::string_view item);
+
+    int id() const;
+    float qty() const;
+    /// A whole number is kept as one; it counts as whole when it differs from its integer part by no more than 0.0001.
+    void setQty(float qty);
+    std::string text(std::string_view key) const;
+    const PlistValue& entry() const { return m_entry; }
+
+private:
+    PlistValue m_entry;
+};
+
+/// The trimmed, non-empty entries of a comma-separated list of categories.
+std::vector<std::string> categoriesIn(std::string_view list);
+
+/// What items' figures depend on.
+struct ItemRules {
+    const SettingsStore& settings;
+    const MoneyFormatter& money;
+};
+
+class Item : public Record<Item, ItemValues> {
+public:
+    using Nested = std::vector<Constituent>;
+    static constexpr bool idIsSettable = true;
+    static constexpr auto& fieldRows() { return itemFields; }
+    static std::span<const DerivedField<Item>> derivedFields();
+
+    explicit Item(const ItemRules& rules) : m_rules(rules) { }
+
+    std::string_view getItem() const { return m_values.item; }
+    std::string_view getCode() const { return m_values.code; }
+    std::string_view getVariation() const { return m_values.variation; }
+    std::string_view getBrand() const { return m_values.brand; }
+    std::string_view getCategory() const { return m_values.category; }
+    std::string_view getDescription() const { return m_values.description; }
+    std::string_view getPrice() const { return m_values.price; }
+    std::string_view getBought() const { return m_values.bought; }
+    std::string_view getQty() const { return m_values.qty; }
+    std::string_view getWarnlevel() const { return m_values.warnlevel; }
+    std::string_view getOptimumQty() const { return m_values.optimumQty; }
+    std::string_view getShipping() const { return m_values.shipping; }
+    std::string_view getSupplier() const { return m_values.supplier; }
+    std::string_view getTaxcode() const { return m_values.taxcode; }
+    std::string_view getCondition() const { return m_values.condition; }
+    std::string_view getEan() const { return m_values.ean; }
+    std::string_view getPart() const { return m_values.part; }
+    std::string_view getLink() const { return m_values.link; }
+    std::string_view getImageLink() const { return m_values.imageLink; }
+    std::string_view getQuantityMethod() const { return m_values.qtymethod; }
+    std::string getType() const override { return m_values.type.string(); }
+    bool getDecreaseQty() const { return m_values.decreaseQty; }
+
+    void setItem(std::string_view text) { set(&ItemValues::item, text); }
+    void setCode(std::string_view text) { set(&ItemValues::code, text); }
+    void setVariation(std::string_view text) { set(&ItemValues::variation, text); }
+    void setBrand(std::string_view text) { set(&ItemValues::brand, text); }
+    void setCategory(std::string_view text) { set(&ItemValues::category, text); }
+    void setDescription(std::string_view text) { set(&ItemValues::description, text); }
+    void setPrice(std::string_view text) { set(&ItemValues::price, text); }
+    void setBought(std::string_view text) { set(&ItemValues::bought, text); }
+    void setQty(std::string_view text) { set(&ItemValues::qty, text); }
+    void setWarnlevel(std::string_view text) { set(&ItemValues::warnlevel, text); }
+    void setOptimumQty(std::string_view text) { set(&ItemValues::optimumQty, text); }
+    void setShipping(std::string_view text) { set(&ItemValues::shipping, text); }
+    void setSupplier(std::string_view text) { set(&ItemValues::supplier, text); }
+    void setTaxcode(std::string_view text) { set(&ItemValues::taxcode, text); }
+    void setCondition(std::string_view text) { set(&ItemValues::condition, text); }
+    void setEan(std::string_view text) { set(&ItemValues::ean, text); }
+    void setPart(std::string_view text) { set(&ItemValues::part, text); }
+    void setLink(std::string_view text) { set(&ItemValues::link, text); }
+    void setImageLink(std::string_view text) { set(&ItemValues::imageLink, text); }
+    void setQuantityMethod(std::string_view text) { set(&ItemValues::qtymethod, text); }
+    void setDecreaseQty(bool on) { set(&ItemValues::decreaseQty, on); }
+
+    /// Read through the number formatter; what does not read is 0.
+    float getPriceAsFloat() const;
+    float getQtyAsFloat() const;
+    float getOptimumQtyAsFloat() const;
+    float getBoughtAsFloat() const;
+
+    bool isCollectiveItem() const { return m_values.type == "Collective item"; }
+    /// The constituents are kept either way.
+    void makeCollectiveItem(bool collective);
+    /// Adds to the quantity, written with "%g"; answers the new quantity.
+    float adjustQty(float delta);
+    void incQty();
+    void decQty();
+
+    void addCategory(std::string_view name);
+    /// What remains comes in reverse order; the last category cannot be removed this way.
+    void removeCategory(std::string_view name);
+    bool isTheSameItemAs(const Item& other) const;
+
+    const std::vector<Constituent>& getConstituents() const { return m_constituents; }
+    void setConstituents(std::vector<Constituent> constituents);
+    void addConstituent(const Item& part);
+    void removeConstituentAtIndex(int index);
+    void setConstituentQty(int index, float qty);
+
+    /// A figure in money form.
+    std::string money(float amount) const;
+    std::string currencyCode() const;
+    float getNumericCode() const override;
+
+private:
+    float number(Text text) const;
+
+    const ItemRules& m_rules;
+    std::vector<Constituent> m_constituents;
+};

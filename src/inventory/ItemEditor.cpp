@@ -1,0 +1,276 @@
+// The item editor: how an item gets into the form and back, and the parts of a collective item.
+#include "inventory/ItemManager.h"
+
+#include "contacts/ContactManager.h"
+#include "desktop/AlertTexts.h"
+#include "desktop/Desktop.h"
+#include "desktop/TextTable.h"
+#include "foundation/plist/PlistWriter.h"
+#include "storage/Settings.h"
+#include "storage/WriteGate.h"
+#include "storage/qvPicker.h"
+
+namespace {
+
+/// A text of the item and the control that shows it.
+struct ItemControl {
+    TextField ItemForm::* control;
+    std::string_view (Item::*get)() const;
+    void (Item::*set)(std::string_view);
+};
+constexpr std::array itemControls {
+    ItemControl {&ItemForm::item, &Item::getItem, &Item::setItem},
+    ItemControl {&ItemForm::code, &Item::getCode, &Item::setCode},
+    ItemControl {&ItemForm::variation, &Item::getVariation, &Item::setVariation},
+    ItemControl {&ItemForm::brand, &Item::getBrand, &Item::setBrand},
+    ItemControl {&ItemForm::category, &Item::getCategory, &Item::setCategory},
+    ItemControl {&ItemForm::description, &Item::getDescription, &Item::setDescription},
+    ItemControl {&ItemForm::price, &Item::getPrice, &Item::setPrice},
+    ItemControl {&ItemForm::bought, &Item::getBought, &Item::setBought},
+    ItemControl {&ItemForm::shipping, &Item::getShipping, &Item::setShipping},
+    ItemControl {&ItemForm::qty, &Item::getQty, &Item::setQty},
+    ItemControl {&ItemForm::warnlevel, &Item::getWarnlevel, &Item::setWarnlevel},
+    ItemControl {&ItemForm::optimumQty, &Item::getOptimumQty, &Item::setOptimumQty},
+    ItemControl {&ItemForm::ean, &Item::getEan, &Item::setEan},
+    ItemControl {&ItemForm::part, &Item::getPart, &Item::setPart},
+    ItemControl {&ItemForm::link, &Item::getLink, &Item::setLink},
+    ItemControl {&ItemForm::imageLink, &Item::getImageLink, &Item::setImageLink},
+};
+
+void showChoice(ChoiceField& field, std::string_view title)
+{
+    const QString wanted = toQString(title);
+    if (!wanted.isEmpty() && !field.titles().contains(wanted))
+        field.addTitle(wanted);
+    field.setTitle(wanted);
+}
+
+} // namespace
+
+void ItemManager::begin()
+{
+    m_created = std::make_unique<Item>(m_needs.rules);
+    m_created->setID(getNextId());
+    m_created->setCode(m_needs.preferences.getItemPrefix() + std::to_string(m_created->getID()));
+    m_created->setWarnlevel(m_needs.preferences.getStockWarn());
+    m_currentItem = m_created.get();
+    setItem(*m_currentItem);
+    form.open();
+    form.focus(form.item);
+}
+
+void ItemManager::create()
+{
+    if (!m_needs.gate.readOnlyCheck())
+        return;
+    m_forOrder = false;
+    begin();
+}
+
+void ItemManager::createForCurrentOrder()
+{
+    if (!m_needs.gate.readOnlyCheck())
+        return;
+    m_forOrder = true;
+    begin();
+}
+
+void ItemManager::edit()
+{
+    if (Item* item = getSelectedItem())
+        editThisItem(*item);
+}
+
+void ItemManager::editThisItem(Item& item)
+{
+    m_created.reset();
+    m_forOrder = false;
+    m_currentItem = &item;
+    setItem(item);
+    form.open();
+}
+
+void ItemManager::cancel()
+{
+    form.close();
+    constituentTable.setItem(nullptr);
+    if (m_created) {
+        m_created.reset();
+        m_currentItem = nullptr;
+        findAndSetHighestId();
+    }
+}
+
+void ItemManager::setItem(const Item& item)
+{
+    for (const ItemControl& shown : itemControls)
+        (form.*shown.control).setText(toQString((item.*shown.get)()));
+    const Contact* supplier = m_needs.contacts.getContactbyId(numbers::leadingInt(item.getSupplier()));
+    form.supplier.setText(supplier ? toQString(supplier->getName()) : QString());
+    showChoice(form.taxcode, item.getTaxcode());
+    showChoice(form.condition, item.getCondition());
+    form.decreaseQty.setOn(item.getDecreaseQty());
+    form.collective.setOn(item.isCollectiveItem());
+    constituentTable.setItem(m_currentItem);
+    showCollective();
+}
+
+void ItemManager::showCollective()
+{
+    const bool collective = form.collective.isOn();
+    const QString word = QString::fromStdString(m_needs.preferences.getTermItem());
+    form.setTitle(collective ? fillText(localText("Collective %@"), {word}) : word);
+    form.qty.setReadOnly(collective);
+    for (FormField* stock : std::initializer_list<FormField*> {&form.warnlevel, &form.optimumQty, &form.decreaseQty})
+        stock->setVisible(!collective);
+    form.pickConstituent.setVisible(collective);
+    form.removeConstituent.setVisible(collective);
+    if (!m_currentItem)
+        return;
+    // The parts are looked through as those of a collective item from the moment the switch is on.
+    m_currentItem->makeCollectiveItem(collective);
+    if (collective)
+        showQtyOfCollective();
+    else
+        form.qty.setText(toQString(m_currentItem->getQty()));
+}
+
+void ItemManager::showQtyOfCollective()
+{
+    if (m_currentItem)
+        form.qty.setText(QString::fromStdString(numbers::general(static_cast<double>(getQtyForCollectiveItem(*m_currentItem)))));
+}
+
+std::string ItemManager::supplierIdFor(const std::string& name) const
+{
+    const Contact* supplier = m_needs.contacts.getContactbyName(name);
+    return std::to_string(supplier ? supplier->getID() : 0);
+}
+
+void ItemManager::copyEditorInto(Item& item)
+{
+    for (const ItemControl& shown : itemControls)
+        (item.*shown.set)((form.*shown.control).text().toStdString());
+    if (!form.condition.title().isEmpty())
+        item.setCondition(form.condition.title().toStdString());
+    if (!form.taxcode.title().isEmpty())
+        item.setTaxcode(form.taxcode.title().toStdString());
+    item.setSupplier(supplierIdFor(form.supplier.text().toStdString()));
+    item.setDecreaseQty(form.decreaseQty.isOn());
+    addCategories(form.category.text().toStdString());
+    item.makeCollectiveItem(form.collective.isOn());
+    if (item.isCollectiveItem())
+        item.setQty(numbers::general(static_cast<double>(getQtyForCollectiveItem(item))));
+}
+
+void ItemManager::finish()
+{
+    if (!m_needs.gate.readOnlyCheck()) {
+        form.close();
+        return;
+    }
+    if (!m_currentItem)
+        return;
+    copyEditorInto(*m_currentItem);
+    if (m_created)
+        m_currentItem = &add(std::move(m_created));
+    if (std::exchange(m_forOrder, false))
+        m_needs.lineTarget.addItemToCurrentOrder(*m_currentItem);
+    filter();
+    form.close();
+    m_needs.gate.writeDatabase(*this);
+}
+
+void ItemManager::pickConstituent()
+{
+    m_needs.picker.beginfor([this](dataObject& item) { addConstituent(static_cast<Item&>(item)); }, *this,
+        {"code", "item", "variation"}, {80, 320, 100}, {localText("Code"), localText("Item"), localText("Variation")},
+        QString::fromStdString(m_needs.preferences.getTermItem()));
+}
+
+void ItemManager::addConstituent(Item& part)
+{
+    if (!m_currentItem)
+        return;
+    std::vector<const Item*> seen {m_currentItem};
+    const QString name = toQString(part.getItem());
+    if (&part == m_currentItem || isSelfReferential(part, seen)) {
+        m_needs.alerts.ask(makeAlert(alerts::selfReferential, {}, {name}));
+        return;
+    }
+    if (collectiveItemContainsItem(*m_currentItem, part)) {
+        m_needs.alerts.ask(makeAlert(alerts::alreadyContains, {}, {name, toQString(m_currentItem->getItem())}));
+        return;
+    }
+    m_currentItem->addConstituent(part);
+    constituentTable.reloadData();
+    showQtyOfCollective();
+}
+
+void ItemManager::removeConstituent()
+{
+    if (!m_currentItem || constituentTable.selectedConstituent() < 0)
+        return;
+    m_currentItem->removeConstituentAtIndex(constituentTable.selectedConstituent());
+    constituentTable.setItem(m_currentItem);
+    showQtyOfCollective();
+}
+
+void ItemManager::pickSupplier()
+{
+    SupplierDataSource suppliers(m_needs.sorting, m_needs.beeper, m_needs.contacts);
+    m_needs.picker.beginfor(
+        [this](dataObject& supplier) { form.supplier.setText(toQString(static_cast<Contact&>(supplier).getName())); },
+        suppliers.suppliers(), {"name", "address"}, {150, 350}, {localText("Name"), localText("Address")}, localText("Supplier"));
+}
+
+SupplierDataSource::SupplierDataSource(const SortSettings& sorting, Beeper& beeper, const ContactManager& contacts)
+    : qvDataSource(sorting, beeper), m_contacts(contacts)
+{
+}
+
+std::vector<dataObject*> SupplierDataSource::suppliers() const
+{
+    std::vector<dataObject*> suppliers;
+    for (int n = 0; n < m_contacts.getCount(); ++n) {
+        Contact* contact = static_cast<Contact*>(m_contacts.getnthSortedItem(n));
+        if (contact && contact->values().type == "Supplier")
+            suppliers.push_back(contact);
+    }
+    return suppliers;
+}
+
+// The file
+
+namespace {
+
+void writeConstituents(const StoredRecord<Item>& stored, PlistWriter& writer)
+{
+    writer.openArray();
+    for (const Constituent& part : stored.nested)
+        writer.value(part.entry());
+    writer.closeArray();
+}
+
+bool readConstituents(StoredRecord<Item>& stored, const PlistValue& value, TextStore&)
+{
+    if (!value.isArray())
+        return false;
+    for (const PlistValue& entry : value.array()) {
+        if (entry.isDict())
+            stored.nested.emplace_back(entry);
+    }
+    return true;
+}
+
+constexpr std::array itemNestedKeys {
+    NestedKey<Item> {
+        "constituents", [](const StoredRecord<Item>& stored) { return !stored.nested.empty(); }, writeConstituents, readConstituents},
+};
+
+} // namespace
+
+std::span<const NestedKey<Item>> ItemFile::nestedKeys() const
+{
+    return itemNestedKeys;
+}

@@ -1,0 +1,229 @@
+#include "inventory/ItemManager.h"
+
+#include "contacts/ContactManager.h"
+#include "desktop/AlertTexts.h"
+#include "desktop/Desktop.h"
+#include "desktop/TextTable.h"
+#include "storage/Settings.h"
+#include "storage/WriteGate.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+QString joinedNames(const std::vector<Item*>& items)
+{
+    QStringList names;
+    for (const Item* item : items)
+        names += toQString(item->getItem());
+    return names.join(", ");
+}
+
+} // namespace
+
+ItemManager::ItemManager(ItemManagerNeeds needs)
+    : Collection(needs.sorting, needs.beeper), constituentTable(needs.sorting, needs.beeper), m_needs(needs)
+{
+    list.columns = {
+        {"code", localText("Code"), 130},
+        {"item", localText("Item"), 380},
+        {"variation", localText("Variation"), 160},
+        {"brand", localText("Brand"), 160},
+        {"category", localText("Category"), 200},
+        {"price", localText("Price"), 110, ColumnAlign::right},
+        {"qty", localText("In stock"), 110, ColumnAlign::right},
+    };
+    form.save.run = [this] { finish(); };
+    form.cancel.run = [this] { cancel(); };
+    form.pickSupplier.run = [this] { pickSupplier(); };
+    form.pickConstituent.run = [this] { pickConstituent(); };
+    form.removeConstituent.run = [this] { removeConstituent(); };
+    form.collective.onEdited = [this] { showCollective(); };
+    constituentTable.onEdited = [this] { showQtyOfCollective(); };
+    listForm.search.onEdited = [this] { filter(); };
+    listForm.filter.onEdited = [this] { filter(); };
+    form.condition.setTitles({"New", "Refurbished", "Used"});
+}
+
+// Collective items
+
+float ItemManager::getQtyForCollectiveItem(const Item& item) const
+{
+    if (!item.isCollectiveItem())
+        return 0;
+    float least = std::numeric_limits<float>::max();
+    bool any = false;
+    for (const Constituent& part : item.getConstituents()) {
+        const Item* held = getItemById(part.id());
+        if (!held || part.qty() <= 0)
+            continue;
+        least = std::min(least, held->getQtyAsFloat() / part.qty());
+        any = true;
+    }
+    return any ? std::max(least, 0.0f) : 0;
+}
+
+bool ItemManager::collectiveItemContainsItem(const Item& collective, const Item& item) const
+{
+    if (!collective.isCollectiveItem())
+        return false;
+    const std::vector<Constituent>& parts = collective.getConstituents();
+    return std::any_of(parts.begin(), parts.end(), [&](const Constituent& part) { return getItemById(part.id()) == &item; });
+}
+
+std::vector<Item*> ItemManager::whereUsed(const Item& item) const
+{
+    std::vector<Item*> users;
+    for (dataObject* record : records()) {
+        auto& candidate = static_cast<Item&>(*record);
+        if (collectiveItemContainsItem(candidate, item))
+            users.push_back(&candidate);
+    }
+    return users;
+}
+
+bool ItemManager::isSelfReferential(const Item& candidate, std::vector<const Item*>& seen) const
+{
+    const auto isSeen = [&](const Item* item) { return std::find(seen.begin(), seen.end(), item) != seen.end(); };
+    if (!candidate.isCollectiveItem())
+        return isSeen(&candidate);
+    if (candidate.getConstituents().empty())
+        return false;
+    if (isSeen(&candidate))
+        return true;
+    seen.push_back(&candidate);
+    for (const Constituent& part : candidate.getConstituents()) {
+        const Item* item = getItemById(part.id());
+        if (!item)
+            continue;
+        if (isSeen(item) || (item->isCollectiveItem() && isSelfReferential(*item, seen)))
+            return true;
+    }
+    return false;
+}
+
+// Stock
+
+bool ItemManager::adjustQtyFor(Item& item, float by)
+{
+    if (item.isCollectiveItem())
+        return adjustCollective(item, by);
+    if (!item.getDecreaseQty())
+        return true;
+    if (by < 0 && item.getQtyAsFloat() < -by && !takesStockAnyway(item, by))
+        return false;
+    const float left = item.adjustQty(by);
+    if (by < 0 && left <= static_cast<float>(numbers::leadingInt(item.getWarnlevel()))) {
+        const QString figure = QString::fromStdString(numbers::twoDigits(static_cast<double>(left)));
+        m_needs.alerts.ask(makeAlert(alerts::lowStock, {}, {figure, toQString(item.getItem())}));
+    }
+    return true;
+}
+
+bool ItemManager::takesStockAnyway(const Item& item, float by)
+{
+    const QString figure = QString::fromStdString(numbers::general(static_cast<double>(-by)));
+    return m_needs.alerts.ask(makeAlert(alerts::outOfStock, {}, {toQString(item.getItem()), figure})) == 0;
+}
+
+bool ItemManager::adjustCollective(Item& item, float by)
+{
+    if (by < 0 && getQtyForCollectiveItem(item) <= 0
+        && m_needs.alerts.ask(makeAlert(alerts::collectiveOutOfStock, {}, {toQString(item.getItem())})) != 0)
+        return false;
+    // A file may hold a collective item that contains itself; its parts are not followed round.
+    if (m_adjusting.size() >= deepestCollective || std::find(m_adjusting.begin(), m_adjusting.end(), &item) != m_adjusting.end())
+        return true;
+    m_adjusting.push_back(&item);
+    for (const Constituent& part : std::vector<Constituent>(item.getConstituents())) {
+        if (Item* held = getItemById(part.id()))
+            adjustQtyFor(*held, by * part.qty());
+    }
+    m_adjusting.pop_back();
+    return true;
+}
+
+// Deleting
+
+void ItemManager::deleteItemUnlessUsed(Item& item)
+{
+    if (!m_needs.gate.readOnlyCheck())
+        return;
+    const std::vector<Item*> users = whereUsed(item);
+    if (!users.empty()) {
+        m_needs.alerts.ask(makeAlert(alerts::itemInUse, {}, {toQString(item.getItem()), joinedNames(users)}));
+        return;
+    }
+    deleteItem(item);
+    reloadData();
+}
+
+void ItemManager::deleteKey()
+{
+    const std::vector<dataObject*> selected = selectedItems();
+    if (selected.empty() || m_needs.alerts.ask(alerts::deleteItems) != 0)
+        return;
+    const int first = selectedRow();
+    std::vector<dataObject*> deleted;
+    for (dataObject* record : selected) {
+        deleteItemUnlessUsed(static_cast<Item&>(*record));
+        if (!holds(*record))
+            deleted.push_back(record);
+    }
+    setDeleteBuffer(deleted);
+    selectRow(std::max(first - 1, 0));
+    m_needs.gate.setChangeFlag();
+}
+
+// The list
+
+void ItemManager::addCategories(std::string_view categories)
+{
+    for (const std::string& category : categoriesIn(categories)) {
+        const QString title = QString::fromStdString(category);
+        if (!m_categories.contains(title))
+            m_categories += title;
+    }
+    listForm.filter.setTitles(QStringList {localText("All"), localText("In stock")} + m_categories);
+    if (listForm.filter.index() < 0)
+        listForm.filter.setIndex(0);
+}
+
+QStringList ItemManager::getCategories() const
+{
+    return m_categories;
+}
+
+void ItemManager::populateLists(const QStringList& taxCodes)
+{
+    form.taxcode.setTitles(taxCodes);
+    std::string all;
+    for (const dataObject* record : records()) {
+        if (const std::string_view category = static_cast<const Item*>(record)->getCategory(); !category.empty())
+            all.append(category).append(1, ',');
+    }
+    addCategories(all);
+}
+
+void ItemManager::filter()
+{
+    makeAllVisible();
+    hideWithoutWords(listForm.search.text().toStdString());
+    const int choice = listForm.filter.index();
+    const std::string category = listForm.filter.title().toStdString();
+    for (dataObject* record : records()) {
+        const auto& item = static_cast<const Item&>(*record);
+        const bool outOfStock = choice == 1 && !item.getQty().empty() && numbers::leadingInt(item.getQty()) <= 0;
+        const bool otherCategory = choice > 1 && item.getCategory().find(category) == std::string_view::npos;
+        if (outOfStock || otherCategory)
+            record->setVisible(false);
+    }
+    reloadData();
+}
+
+std::string ItemManager::objectValue(std::string_view identifier, int row) const
+{
+    const Item* item = getnthVisibleItem(row);
+    return item ? item->getFieldByName(identifier) : std::string();
+}

@@ -1,0 +1,119 @@
+// The items: their collection, the list, stock arithmetic, collective items and the editor's controller.
+#pragma once
+
+#include "inventory/ConstituentTable.h"
+#include "inventory/Item.h"
+#include "inventory/ItemForm.h"
+#include "inventory/OrderLookup.h"
+#include "storage/CollectionFile.h"
+#include "storage/ListForm.h"
+
+#include <optional>
+
+class Alerts;
+class ContactManager;
+class SettingsForm;
+class WriteGate;
+class qvPicker;
+
+/// The suppliers among the contacts, for reading: what the supplier picker shows.
+class SupplierDataSource : public qvDataSource {
+public:
+    SupplierDataSource(const SortSettings& sorting, Beeper& beeper, const ContactManager& contacts);
+    /// The suppliers as they are now.
+    std::vector<dataObject*> suppliers() const;
+
+private:
+    const ContactManager& m_contacts;
+};
+
+struct ItemManagerNeeds {
+    const SortSettings& sorting;
+    const SettingsForm& preferences;
+    const ItemRules& rules;
+    WriteGate& gate;
+    Alerts& alerts;
+    Beeper& beeper;
+    const ContactManager& contacts;
+    qvPicker& picker;
+    LineTarget& lineTarget;
+};
+
+class ItemManager : public Collection<Item> {
+public:
+    explicit ItemManager(ItemManagerNeeds needs);
+
+    ItemForm form;
+    ListForm listForm;
+    ConstituentTable constituentTable;
+
+    Item* currentItem() const { return m_currentItem; }
+    const ItemRules& rules() const { return m_needs.rules; }
+
+    /// What the parts of a collective item make, counted by the scarcest part; not rounded. 0 for any other item.
+    float getQtyForCollectiveItem(const Item& item) const;
+    /// The collective items that list the item directly, in collection order.
+    std::vector<Item*> whereUsed(const Item& item) const;
+    bool collectiveItemContainsItem(const Item& collective, const Item& item) const;
+    /// Whether the candidate reaches one of the items seen, or reaches one collective item by two ways.
+    bool isSelfReferential(const Item& candidate, std::vector<const Item*>& seen) const;
+    /// The one operation by which orders move stock. by is negative when stock leaves; the questions it asks may end it with no.
+    bool adjustQtyFor(Item& item, float by);
+
+    void create();
+    /// A new item that becomes a line of the order being edited once it is saved.
+    void createForCurrentOrder();
+    void edit() override;
+    void editThisItem(Item& item);
+    void finish();
+    void cancel();
+    void deleteItemUnlessUsed(Item& item);
+    void deleteKey() override;
+    void pickConstituent();
+    void addConstituent(Item& part);
+    void removeConstituent();
+    void pickSupplier();
+    /// The collective switch of the editor.
+    void showCollective();
+
+    void filter() override;
+    /// A comma-separated list; what the menu lacks is added to it.
+    void addCategories(std::string_view categories);
+    QStringList getCategories() const;
+    /// After loading: every category the items have, and the tax codes to choose from.
+    void populateLists(const QStringList& taxCodes);
+    std::string objectValue(std::string_view identifier, int row) const override;
+
+private:
+    void begin();
+    void setItem(const Item& item);
+    void copyEditorInto(Item& item);
+    std::string supplierIdFor(const std::string& name) const;
+    void showQtyOfCollective();
+    bool adjustCollective(Item& item, float by);
+    bool takesStockAnyway(const Item& item, float by);
+
+    ItemManagerNeeds m_needs;
+    Item* m_currentItem = nullptr;
+    std::unique_ptr<Item> m_created;
+    bool m_forOrder = false;
+    QStringList m_categories;
+    static constexpr std::size_t deepestCollective = 32;
+    /// The collective items whose parts are being moved now.
+    std::vector<const Item*> m_adjusting;
+};
+
+/// "items.xml".
+class ItemFile : public CollectionFile<Item> {
+public:
+    explicit ItemFile(ItemManager& items) : CollectionFile(items, "items.xml", "products", "items"), m_rules(items.rules()) { }
+
+protected:
+    std::span<const NestedKey<Item>> nestedKeys() const override;
+    std::unique_ptr<Item> make() const override { return std::make_unique<Item>(m_rules); }
+    void added(Item& item, const StoredRecord<Item>& stored) override { item.setConstituents(stored.nested); }
+    Item::Nested nestedOf(const Item& item) const override { return item.getConstituents(); }
+
+private:
+    const ItemRules& m_rules;
+};

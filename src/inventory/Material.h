@@ -1,0 +1,106 @@
+// One line of an order: what was sold, bought or charged. It keeps the item's name, code and price of the day it was made.
+#pragma once
+
+#include "storage/Record.h"
+
+#include <array>
+#include <span>
+
+class MoneyFormatter;
+class OrderLookup;
+class ItemManager;
+
+struct MaterialValues {
+    Text item;
+    Text qty = literalText<"1">();
+    Text cost;
+    Text unit;
+    Text total;
+    Text code;
+    Text taxCode;
+    Text dateAdded;
+    Text variation;
+    /// Ids of the order, the item (0 when the line is not from one) and the order's contact.
+    int order = 0;
+    int product = 0;
+    int contact = 0;
+
+    bool operator==(const MaterialValues&) const = default;
+};
+
+inline constexpr std::array materialFields {
+    field<&MaterialValues::item>("item"),
+    field<&MaterialValues::qty>("qty"),
+    field<&MaterialValues::cost>("cost"),
+    field<&MaterialValues::unit>("unit"),
+    field<&MaterialValues::total>("total"),
+    field<&MaterialValues::code>("code"),
+    field<&MaterialValues::taxCode>("taxcode"),
+    field<&MaterialValues::dateAdded>("dateadded"),
+    field<&MaterialValues::variation>("variation"),
+    field<&MaterialValues::order>("order").always(),
+    field<&MaterialValues::product>("product").always(),
+    field<&MaterialValues::contact>("order:contact:id").stores("contact").always(),
+};
+static_assert(namesAreUnique(materialFields));
+
+/// What lines read through to.
+struct LineRules {
+    const MoneyFormatter& money;
+    const OrderLookup& orders;
+    const ItemManager& items;
+};
+
+class Material : public Record<Material, MaterialValues> {
+public:
+    struct Nested { };
+    static constexpr bool idIsSettable = false;
+    static constexpr auto& fieldRows() { return materialFields; }
+    static std::span<const DerivedField<Material>> derivedFields();
+
+    explicit Material(const LineRules& rules) : m_rules(rules) { }
+    Material(const LineRules& rules, int order, int product = 0);
+
+    std::string_view getItem() const { return m_values.item; }
+    std::string_view getQty() const { return m_values.qty; }
+    std::string_view getCost() const { return m_values.cost; }
+    std::string_view getUnit() const { return m_values.unit; }
+    std::string_view getTotal() const { return m_values.total; }
+    std::string_view getCode() const { return m_values.code; }
+    std::string_view getTaxCode() const { return m_values.taxCode; }
+    std::string_view getDateAdded() const { return m_values.dateAdded; }
+    std::string_view getVariation() const { return m_values.variation; }
+    int getOrder() const { return m_values.order; }
+    int getProduct() const { return m_values.product; }
+    int getContact() const { return m_values.contact; }
+    const std::string& getOrderType() const { return m_orderType; }
+
+    void setItem(std::string_view text) { set(&MaterialValues::item, text); }
+    void setQty(std::string_view text) { set(&MaterialValues::qty, text); }
+    void setCost(std::string_view text) { set(&MaterialValues::cost, text); }
+    void setUnit(std::string_view text) { set(&MaterialValues::unit, text); }
+    void setTotal(std::string_view text) { set(&MaterialValues::total, text); }
+    void setCode(std::string_view text) { set(&MaterialValues::code, text); }
+    void setTaxCode(std::string_view text) { set(&MaterialValues::taxCode, text); }
+    void setDateAdded(std::string_view text) { set(&MaterialValues::dateAdded, text); }
+    void setVariation(std::string_view text) { set(&MaterialValues::variation, text); }
+    void setProduct(int id) { set(&MaterialValues::product, id); }
+    void setContact(int id) { set(&MaterialValues::contact, id); }
+    void setOrderType(std::string type) { m_orderType = std::move(type); }
+
+    float getQtyasFloat() const;
+    float getCostasFloat() const;
+    float getTotalasFloat() const;
+    QDate getDateaddedasdate() const;
+    std::int64_t getDateByName(std::string_view nameAsDate) const override;
+    float getNumericCode() const override { return numbers::digitsOf(m_values.code); }
+    /// total = quantity times unit price, in money form.
+    void recalcTotal();
+
+    const LineRules& rules() const { return m_rules; }
+
+private:
+    const LineRules& m_rules;
+    /// The owning order's kind, copied onto the line; not stored.
+    std::string m_orderType;
+};

@@ -1,0 +1,176 @@
+#include "ui/FormBinder.h"
+
+#include "ui/kit/Fields.h"
+#include "ui/kit/SegmentedChoice.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QInputMethod>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSignalBlocker>
+
+FormBinder::FormBinder(Form& form, QWidget* window) : QObject(window), m_form(form), m_window(window)
+{
+    for (FormField* field : form.fields()) {
+        const QList<QWidget*> widgets = window->findChildren<QWidget*>(field->name());
+        for (QWidget* widget : widgets)
+            bind(*field, widget);
+    }
+    connect(&form, &Form::fieldChanged, this, &FormBinder::show);
+    connect(&form, &Form::focusWanted, this, &FormBinder::showFocus, Qt::QueuedConnection);
+}
+
+void FormBinder::bind(FormField& field, QWidget* widget)
+{
+    bool bound = false;
+    if (auto* text = dynamic_cast<TextField*>(&field))
+        bound = bindText(*text, widget);
+    else if (auto* flag = dynamic_cast<FlagField*>(&field))
+        bound = bindFlag(*flag, widget);
+    else if (auto* choice = dynamic_cast<ChoiceField*>(&field))
+        bound = bindChoice(*choice, widget);
+    else if (auto* command = dynamic_cast<CommandField*>(&field))
+        bound = bindCommand(*command, widget);
+    Q_ASSERT_X(bound, "FormBinder", qPrintable("no way to bind " + field.name()));
+    show(&field);
+}
+
+bool FormBinder::bindText(TextField& field, QWidget* widget)
+{
+    if (auto* line = qobject_cast<QLineEdit*>(widget)) {
+        connect(line, &QLineEdit::textEdited, this, [&field](const QString& text) { field.edit(text); });
+        m_bindings.insert(&field, {line, [&field, line] {
+            if (line->text() != field.text())
+                line->setText(field.text());
+            if (!qobject_cast<Figure*>(line))
+                line->setReadOnly(field.isReadOnly());
+        }});
+        return true;
+    }
+    if (auto* page = qobject_cast<QPlainTextEdit*>(widget)) {
+        connect(page, &QPlainTextEdit::textChanged, this, [&field, page] { field.edit(page->toPlainText()); });
+        m_bindings.insert(&field, {page, [&field, page] {
+            const QSignalBlocker quiet(page);
+            if (page->toPlainText() != field.text())
+                page->setPlainText(field.text());
+        }});
+        return true;
+    }
+    if (auto* label = qobject_cast<QLabel*>(widget)) {
+        m_bindings.insert(&field, {label, [&field, label] { label->setText(field.text()); }});
+        return true;
+    }
+    return false;
+}
+
+bool FormBinder::bindFlag(FlagField& field, QWidget* widget)
+{
+    auto* box = qobject_cast<QAbstractButton*>(widget);
+    if (!box)
+        return false;
+    connect(box, &QAbstractButton::clicked, this, [&field](bool on) { field.edit(on); });
+    m_bindings.insert(&field, {box, [&field, box] {
+        box->setChecked(field.isOn());
+        if (!field.caption().isEmpty())
+            box->setText(field.caption());
+    }});
+    return true;
+}
+
+bool FormBinder::bindChoice(ChoiceField& field, QWidget* widget)
+{
+    if (auto* box = qobject_cast<QComboBox*>(widget)) {
+        connect(box, &QComboBox::activated, this, [&field](int index) { field.edit(index); });
+        m_bindings.insert(&field, {box, [&field, box] {
+            const QSignalBlocker quiet(box);
+            QStringList shown;
+            for (int i = 0; i < box->count(); ++i)
+                shown += box->itemText(i);
+            if (shown != field.titles()) {
+                box->clear();
+                box->addItems(field.titles());
+            }
+            box->setCurrentIndex(field.index());
+        }});
+        return true;
+    }
+    if (auto* segments = qobject_cast<SegmentedChoice*>(widget)) {
+        connect(segments, &SegmentedChoice::chosen, this, [&field](int index) { field.edit(index); });
+        m_bindings.insert(&field, {segments, [&field, segments] {
+            if (segments->titles() != field.titles())
+                segments->setTitles(field.titles());
+            segments->setIndex(field.index());
+        }});
+        return true;
+    }
+    return false;
+}
+
+bool FormBinder::bindCommand(CommandField& field, QWidget* widget)
+{
+    auto* button = qobject_cast<QAbstractButton*>(widget);
+    if (!button)
+        return false;
+    connect(button, &QAbstractButton::clicked, this, [this, &field] {
+        commitTyping();
+        field.trigger();
+    });
+    m_bindings.insert(&field, {button, [&field, button] {
+        if (!field.caption().isEmpty())
+            button->setText(field.caption());
+    }});
+    return true;
+}
+
+void FormBinder::commitTyping()
+{
+    if (QInputMethod* method = QGuiApplication::inputMethod())
+        method->commit();
+}
+
+void FormBinder::bindCaption(const QString& fieldName, QWidget* widget)
+{
+    FormField* field = m_form.field(fieldName);
+    auto* label = qobject_cast<QLabel*>(widget);
+    if (!field || !label)
+        return;
+    m_bindings.insert(field, {label, [field, label] {
+        if (!field->caption().isEmpty())
+            label->setText(field->caption());
+    }});
+    show(field);
+}
+
+void FormBinder::bindVisibility(const QString& fieldName, QWidget* companion)
+{
+    if (FormField* field = m_form.field(fieldName)) {
+        m_bindings.insert(field, {companion, [] { }});
+        show(field);
+    }
+}
+
+void FormBinder::show(FormField* field)
+{
+    for (auto binding = m_bindings.constFind(field); binding != m_bindings.cend() && binding.key() == field; ++binding) {
+        if (!binding->widget)
+            continue;
+        binding->show();
+        binding->widget->setEnabled(field->isEnabled());
+        binding->widget->setVisible(field->isVisible());
+    }
+}
+
+void FormBinder::showFocus(const QString& name)
+{
+    if (!m_window)
+        return;
+    if (auto* widget = m_window->findChild<QWidget*>(name)) {
+        widget->setFocus(Qt::OtherFocusReason);
+        if (auto* line = qobject_cast<QLineEdit*>(widget))
+            line->selectAll();
+    }
+}

@@ -1,0 +1,42 @@
+// Binds the widgets of a window to the fields of a form, both ways, by name: a widget whose object name is a field's name shows it.
+#pragma once
+
+#include "desktop/Form.h"
+
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+
+class QWidget;
+
+class FormBinder : public QObject {
+    Q_OBJECT
+public:
+    /// Binds every child of window that bears a field's name, as it stands now.
+    FormBinder(Form& form, QWidget* window);
+
+    /// A label whose text is the field's caption and which is seen and enabled with it.
+    void bindCaption(const QString& fieldName, QWidget* label);
+    /// Anything else that comes and goes with the field.
+    void bindVisibility(const QString& fieldName, QWidget* companion);
+
+private:
+    void bind(FormField& field, QWidget* widget);
+    bool bindText(TextField& field, QWidget* widget);
+    bool bindFlag(FlagField& field, QWidget* widget);
+    bool bindChoice(ChoiceField& field, QWidget* widget);
+    bool bindCommand(CommandField& field, QWidget* widget);
+    void show(FormField* field);
+    void showFocus(const QString& name);
+    /// Takes over what is being typed before a command runs.
+    void commitTyping();
+
+    struct Binding {
+        QPointer<QWidget> widget;
+        std::function<void()> show;
+    };
+
+    Form& m_form;
+    QPointer<QWidget> m_window;
+    QMultiHash<const FormField*, Binding> m_bindings;
+};

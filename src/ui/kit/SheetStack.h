@@ -1,0 +1,29 @@
+// The sheets that are open, the newest last. Keeps what stands behind them from being clicked, typed into or closed.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+class Sheet;
+class QWidget;
+
+class SheetStack : public QObject {
+    Q_OBJECT
+public:
+    static SheetStack& instance();
+
+    void add(Sheet* sheet);
+    void remove(Sheet* sheet);
+    /// The newest open sheet, or none.
+    Sheet* top() const;
+    /// Cancels every open sheet, newest first, as the program quits.
+    void cancelAll();
+    /// Whether an open sheet keeps the widget from being used.
+    bool isBlocked(const QWidget* widget) const;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QList<Sheet*> m_open;
+};
