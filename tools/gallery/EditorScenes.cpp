@@ -211,7 +211,7 @@ void showPicker(QWidget* window)
     auto* sheet = new Sheet(window);
     sheet->setTitle(QStringLiteral("Select Contact"));
     sheet->card()->setFixedSize(640, 520);
-    sheet->column()->setContentsMargins(1, 0, 1, 1);
+    sheet->column()->setContentsMargins(0, 0, 0, 0);
     auto* top = new QVBoxLayout;
     top->setContentsMargins(24, 20, 24, 14);
     top->setSpacing(12);
@@ -268,6 +268,7 @@ void showTender(QWidget* window)
     column->addLayout(form);
     column->addSpacing(20);
     auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(8);
     buttons->addStretch();
     auto* cancel = new Button(QStringLiteral("Cancel"));
     cancel->setSize(Button::Size::tall);
@@ -327,7 +328,7 @@ std::unique_ptr<QWidget> makeSettings()
     table->setUnit(RowDelegate::Unit::cells);
     table->setColumnWidth(2, 110);
     table->tableHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
-    table->setFixedHeight(32 + 2 * 30);
+    table->setVisibleRows(2);
     table->setCurrentIndex(model->index(1, 2));
     content->addWidget(new CardFrame(table));
     content->addSpacing(10);

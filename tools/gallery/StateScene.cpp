@@ -168,7 +168,7 @@ QWidget* makeTypeColumn()
 {
     auto* box = new QWidget;
     auto* column = new QVBoxLayout(box);
-    column->addWidget(new Label(QStringLiteral("Body 0123456789 1111111111")));
+    column->addWidget(new Label(QStringLiteral("Body 0123456789")));
     column->addWidget(new Label(QStringLiteral("Strong 0123456789"), LabelSize::strong));
     column->addWidget(new Label(QStringLiteral("Small 0123456789"), LabelSize::small, LabelTone::secondary));
     column->addWidget(new Label(QStringLiteral("Group heading"), LabelSize::group));

@@ -6,8 +6,8 @@
 namespace {
 
 constexpr int glyphSize = 16;
-/// The style puts the text 4 px behind the icon; this much more makes it the 6 px a word needs.
-constexpr int glyphGap = 2;
+/// The style puts the text 4 px behind the icon; a word needs this much more.
+constexpr int glyphGap = 4;
 
 const char* nameOfButtonKind(Button::Kind kind)
 {
@@ -93,14 +93,6 @@ void Button::takeGlyph()
     }
     setIcon(Icons::get(m_glyph, glyphRole(m_kind)));
     setIconSize({glyphSize + glyphGap, glyphSize});
-}
-
-QSize Button::sizeHint() const
-{
-    QSize hint = QPushButton::sizeHint();
-    if (!icon().isNull() && !text().isEmpty())
-        hint.rwidth() += glyphGap;
-    return hint;
 }
 
 PrimaryButton::PrimaryButton(const QString& text, QWidget* parent)

@@ -19,8 +19,6 @@ public:
     /// An icon of the program left of the text, in the button's colour.
     void setGlyph(const QString& name);
 
-    QSize sizeHint() const override;
-
 private:
     void takeGlyph();
 

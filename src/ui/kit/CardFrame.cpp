@@ -35,6 +35,9 @@ CardFrame::CardFrame(QWidget* content, QWidget* parent)
     m_column->setContentsMargins(1, 1, 1, cornerRoom);
     m_column->setSpacing(0);
     m_column->addWidget(content, 1);
+    // A table of fixed height must not float in a card that grows.
+    if (content->minimumHeight() == content->maximumHeight())
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
 QLineEdit* CardFrame::addLineField(const QString& placeholder)

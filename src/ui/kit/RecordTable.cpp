@@ -53,6 +53,11 @@ void RecordTable::setRowHeight(int height)
     verticalHeader()->setDefaultSectionSize(height);
 }
 
+void RecordTable::setVisibleRows(int count)
+{
+    setFixedHeight(TableHeader::rowHeight + count * m_delegate->rowHeight());
+}
+
 void RecordTable::setUnit(RowDelegate::Unit unit)
 {
     m_delegate->setUnit(unit);

@@ -19,6 +19,8 @@ public:
     RowDelegate* rowDelegate() const { return m_delegate; }
     /// In pixels; 30 unless told.
     void setRowHeight(int height);
+    /// Fixes the height to the header and this many rows.
+    void setVisibleRows(int count);
     /// Rows are chosen as a whole unless told; cells makes cells current and editable by keyboard and double click.
     void setUnit(RowDelegate::Unit unit);
     /// Shows the sort mark; clicking headings is reported by the header's sectionClicked.

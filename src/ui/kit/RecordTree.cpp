@@ -8,7 +8,7 @@
 namespace {
 
 /// After the chevron's column the text of the first column needs hardly any more room.
-constexpr int insetAfterChevron = 4;
+constexpr int insetAfterChevron = 2;
 
 }
 

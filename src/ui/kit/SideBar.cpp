@@ -12,8 +12,8 @@
 namespace {
 
 constexpr int pageIconSize = 22;
-constexpr int pageTextLeft = 40;
-constexpr int pageIconLeft = 10;
+constexpr int pageTextLeft = 39;
+constexpr int pageIconLeft = 11;
 
 class PageDelegate : public QStyledItemDelegate {
 public:

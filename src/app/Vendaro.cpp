@@ -1,0 +1,222 @@
+#include "app/Vendaro.h"
+
+#include "desktop/Desktop.h"
+#include "foundation/Folders.h"
+#include "foundation/Log.h"
+#include "foundation/SafeFile.h"
+#include "foundation/plist/PlistReader.h"
+
+#include <QFileInfo>
+
+namespace {
+
+constexpr char supportPath[] = "~/Library/Application Support/Vendaro";
+constexpr char settingsPath[] = "~/Library/Preferences/Vendaro.plist";
+
+QString below(const User& user, const char* path)
+{
+    return folders::expandHome(path, user.home());
+}
+
+} // namespace
+
+Vendaro::Vendaro(VendaroDesktop desktop)
+    : m_desktop(std::move(desktop))
+    , m_recovery(below(m_desktop.user, supportPath) + "/Recovery", m_desktop.clock)
+    , m_settings(below(m_desktop.user, settingsPath), m_recovery)
+    , m_properties(m_recovery)
+    , m_money(money::localeFor(m_desktop.locale))
+    , m_folder(m_recovery, m_desktop.clock, m_desktop.user)
+    , m_orderRules {m_settings, m_money}
+    , m_itemRules {m_settings, m_money}
+    , m_lineRules {m_money, *this, m_items}
+    , m_preferences(m_settings, m_properties, m_desktop.user.home(), m_orders, m_lines)
+    , m_session({m_folder, m_preferences, m_settings, m_desktop.alerts, m_desktop.panels, m_desktop.user})
+    , m_picker(*this, m_desktop.beeper, m_desktop.alerts)
+    , m_contacts({*this, m_preferences, m_session, m_desktop.alerts, m_desktop.beeper, *this, *this})
+    , m_items({*this, m_preferences, m_itemRules, m_session, m_desktop.alerts, m_desktop.beeper, m_contacts, m_picker, *this})
+    , m_lines({*this, m_settings, m_preferences, m_lineRules, m_session, m_desktop.alerts, m_desktop.beeper, m_desktop.clock,
+          m_items, *this})
+    , m_payments(*this, m_desktop.beeper, m_settings)
+    , m_bills(*this, m_desktop.beeper, m_settings)
+    , m_attachments([this] { return m_session.originalDbLocation(); }, [this](const QString& path) { return m_recovery.moveIn(path); })
+    , m_orders({*this, m_settings, m_preferences, m_orderRules, m_session, m_desktop.alerts, m_desktop.beeper, m_desktop.clock,
+          m_desktop.panels, m_desktop.opener, m_contacts, m_items, m_lines, m_payments, m_bills, *this, *this, *this, m_attachments,
+          m_picker})
+    , m_tasks(*this, m_desktop.beeper)
+    , m_goals(*this, m_desktop.beeper)
+    , m_contactFile(m_contacts)
+    , m_orderFile(m_orders, m_payments, m_orderRules)
+    , m_itemFile(m_items)
+    , m_lineFile(m_lines)
+    , m_billFile(m_bills)
+    , m_taskFile(m_tasks)
+    , m_goalFile(m_goals, m_tasks)
+{
+    registerFiles();
+    connect(&m_session, &DatabaseSession::fileLoaded, this, &Vendaro::afterLoading);
+    connect(&m_session, &DatabaseSession::databaseRead, this, &Vendaro::afterReading);
+    connect(&m_session, &DatabaseSession::aboutToSwitch, this, &Vendaro::closeEverything);
+    connect(&m_preferences, &PrefsController::listsChanged, this, &Vendaro::populateLists);
+}
+
+Vendaro::~Vendaro() = default;
+
+void Vendaro::registerFiles()
+{
+    m_session.registerFile(m_contactFile, m_contacts);
+    m_session.registerFile(m_orderFile, m_orders);
+    m_session.registerFile(m_itemFile, m_items);
+    m_session.registerFile(m_lineFile, m_lines, {&m_orders});
+    m_session.registerFile(m_billFile, m_bills);
+    m_session.registerFile(m_taskFile, m_tasks);
+    m_session.registerFile(m_goalFile, m_goals);
+    m_session.registerCollection(m_payments);
+}
+
+// Start and end
+
+void Vendaro::start()
+{
+    m_preferences.readDefaults();
+    m_orders.installStationary();
+}
+
+void Vendaro::finishLaunching()
+{
+    logLine("application loaded");
+    m_session.readDatabase();
+    logLine("Finished reading database");
+}
+
+void Vendaro::quit()
+{
+    closeEverything();
+    m_preferences.OKButton();
+    m_session.writeEverything();
+    m_folder.drain();
+    if (const Result<void> flushed = m_settings.flush(); !flushed)
+        logLine(flushed.error().message);
+}
+
+void Vendaro::afterLoading(RecordFile* file)
+{
+    // Orders name their contacts, so they are linked as soon as both are there.
+    if (file == &m_orderFile)
+        m_orders.linkContacts();
+    if (file == &m_itemFile)
+        populateLists();
+}
+
+void Vendaro::afterReading()
+{
+    m_splash = m_orders.numberOfRows() == 0;
+    Q_EMIT splashChanged(m_splash);
+}
+
+void Vendaro::closeEverything()
+{
+    for (Form* form : std::initializer_list<Form*> {&m_orders.form, &m_orders.tender.form, &m_contacts.form,
+             &m_contacts.companyEditor.form, &m_contacts.companyContactEditor.form, &m_items.form, &m_picker.form})
+        form->close();
+}
+
+void Vendaro::populateLists()
+{
+    m_orders.populateLists(m_preferences.getStatusList());
+    m_contacts.populateLists(m_preferences.getContactTypeList());
+    QStringList codes;
+    for (const TaxRate& rate : m_preferences.getTaxRates())
+        codes += QString::fromStdString(rate.code);
+    m_items.populateLists(codes);
+}
+
+QString Vendaro::supportFolder() const
+{
+    return below(m_desktop.user, supportPath);
+}
+
+// Look-ups
+
+std::string Vendaro::getContactNameforId(int id) const
+{
+    const Contact* contact = getContactbyId(id);
+    return contact ? std::string(contact->getName()) : std::string();
+}
+
+std::string Vendaro::getContactIdForName(std::string_view name) const
+{
+    const Contact* contact = m_contacts.getContactbyName(name);
+    return contact ? std::to_string(contact->getID()) : std::string();
+}
+
+int Vendaro::getContactIdForOrder(int orderId) const
+{
+    const Order* order = m_orders.getItemById(orderId);
+    if (!order)
+        logFormat("can't find contact for order %i", orderId);
+    return order ? order->getContactId() : 0;
+}
+
+// Commands
+
+void Vendaro::deleteMenuItem()
+{
+    if (m_focused)
+        m_focused->deleteKey();
+}
+
+void Vendaro::editMenuItem()
+{
+    if (m_focused)
+        m_focused->edit();
+}
+
+void Vendaro::undoMenuItem()
+{
+    if (m_focused)
+        m_focused->undo();
+    else
+        m_desktop.beeper.beep();
+}
+
+void Vendaro::chooseDateFormat(PrefsForm::DateFormatChoice choice)
+{
+    m_preferences.chooseDateFormat(choice);
+}
+
+QString Vendaro::sampleFolder() const
+{
+    return supportFolder() + "/Sample.vendb";
+}
+
+void Vendaro::openSampleBusiness()
+{
+    if (!QFileInfo::exists(sampleFolder())) {
+        const Result<void> made = folders::make(supportFolder());
+        const Result<void> copied = made ? folders::copyTree(m_desktop.resources + "/sample/Sample.vendb", sampleFolder()) : made;
+        if (!copied) {
+            logLine(copied.error().message);
+            m_desktop.alerts.ask({tr("Sample business"), QString::fromStdString(copied.error().message), {tr("OK")}});
+            return;
+        }
+    }
+    takeOverSampleSettings();
+    m_preferences.setDbLocation(sampleFolder());
+    m_session.switchDatabase();
+}
+
+void Vendaro::takeOverSampleSettings()
+{
+    const FileBytes file = readWholeFile((m_desktop.resources + "/sample/Settings.plist").toStdString());
+    const Result<PlistValue> sample = plist::read(file.bytes);
+    if (!sample)
+        return;
+    // Only where the user never saved any of their own.
+    for (const char* key : {settings::taxRates, settings::handlesTax, settings::statuses, settings::flagColours}) {
+        const PlistValue* value = sample.value().find(key);
+        if (value && !m_settings.value(key))
+            m_settings.set(key, *value);
+    }
+    m_preferences.readDefaults();
+}

@@ -1,0 +1,170 @@
+// The application without its windows: makes every collection and controller, connects them, starts up, shuts down, and routes the
+// main window's commands.
+#pragma once
+
+#include "app/DatabaseSession.h"
+#include "app/PrefsController.h"
+#include "contacts/ContactManager.h"
+#include "contacts/DateFormatGate.h"
+#include "contacts/OrderLinks.h"
+#include "foundation/Money.h"
+#include "inventory/BOMManager.h"
+#include "inventory/ItemManager.h"
+#include "orders/BillManager.h"
+#include "orders/OrderFile.h"
+#include "orders/OrderManager.h"
+#include "orders/PaymentManager.h"
+#include "storage/FileSettingsStore.h"
+#include "storage/FolderProperties.h"
+#include "storage/RecoveryStore.h"
+#include "storage/qvPicker.h"
+#include "tasks/TaskFiles.h"
+
+#include <QObject>
+
+#include <memory>
+
+class CustomInvoiceController;
+
+/// The desktop as the application needs it, and where its own files lie.
+struct VendaroDesktop {
+    Alerts& alerts;
+    Beeper& beeper;
+    const Clock& clock;
+    const User& user;
+    FilePanels& panels;
+    Opener& opener;
+    /// The folder with templates and the sample business.
+    QString resources;
+    /// For money; empty means as the environment says.
+    std::string locale;
+};
+
+/// The pages of the main window, in their order.
+enum class Page { contacts, orders, items, tasks, accounts, reports };
+
+class Vendaro : public QObject,
+                private SortSettings,
+                private DateFormatGate,
+                private OrderLinks,
+                private OrderLookup,
+                private LineTarget,
+                private Shell,
+                private Stationery {
+    Q_OBJECT
+public:
+    explicit Vendaro(VendaroDesktop desktop);
+    ~Vendaro() override;
+
+    /// Before the main window is shown: settings, stationery.
+    void start();
+    /// Once the program has launched: reads the database.
+    void finishLaunching();
+    /// Commits the settings, writes everything, removes the lock. Nothing may be used afterwards but the destructor.
+    void quit();
+
+    ContactManager& getContactManager() { return m_contacts; }
+    OrderManager& getOrderManager() { return m_orders; }
+    ItemManager& getItemManager() { return m_items; }
+    BOMManager& getBOMManager() { return m_lines; }
+    PaymentManager& getPaymentManager() { return m_payments; }
+    BillManager& getBillManager() { return m_bills; }
+    ActionManager& getActionManager() { return m_tasks; }
+    GoalManager& getGoalManager() { return m_goals; }
+    PrefsController& getPrefsController() { return m_preferences; }
+    qvPicker& getPicker() { return m_picker; }
+    DatabaseSession& session() { return m_session; }
+    DatabaseFolder& folder() { return m_folder; }
+    FileSettingsStore& settingsStore() { return m_settings; }
+
+    // Look-ups across collections
+    Contact* getContactbyId(int id) const { return m_contacts.getContactbyId(id); }
+    Item* getProductbyId(int id) const { return m_items.getItemById(id); }
+    std::string getContactNameforId(int id) const;
+    std::string getContactIdForName(std::string_view name) const;
+    int getContactIdForOrder(int orderId) const;
+
+    // Commands
+    /// The list that has the keyboard in the main window; none when no list has.
+    void setFocusedList(qvDataSource* list) { m_focused = list; }
+    void deleteMenuItem();
+    void editMenuItem();
+    void undoMenuItem();
+    /// A copy of the sample business in the user's own folder, opened.
+    void openSampleBusiness();
+    void chooseDateFormat(PrefsForm::DateFormatChoice choice);
+
+    /// The welcome view shows while there is no order.
+    bool splashShown() const { return m_splash; }
+    /// Where stationery, temporary PDFs and databases lie.
+    QString supportFolder() const;
+
+Q_SIGNALS:
+    void splashChanged(bool shown);
+    void pageWanted(Page page);
+    void statusWanted(const QString& line);
+    void dateFormatWanted();
+    /// A document was made and is to be shown; it belongs to the receiver.
+    void documentOpened(CustomInvoiceController* document);
+
+private:
+    // What the collections ask for
+    std::string codeSort() const override;
+    bool isChosen() const override;
+    void initialiseDateFormat() override;
+    void connectContactToOrderId(Contact& contact, int orderId) override;
+    std::string orderNumber(int orderId) const override;
+    std::string orderDate(int orderId) const override;
+    std::string orderType(int orderId) const override;
+    const Contact* contactOfOrder(int orderId) const override;
+    int contactIdOfOrder(int orderId) const override;
+    bool currentItemIsPurchaseOrder() const override;
+    void linesChanged() override;
+    void addItemToCurrentOrder(Item& item) override;
+    void hideSplash() override;
+    void bringOrdersToFront() override;
+    void showStatus(const QString& line) override;
+    void editContactForOrder(Contact& contact, Order& order) override;
+    void createContactForOrder(Order& order) override;
+    QStringList installStationary() override;
+    void openDocument(const QString& templateName, Order& order) override;
+
+    void registerFiles();
+    void afterLoading(RecordFile* file);
+    void afterReading();
+    void closeEverything();
+    void populateLists();
+    void takeOverSampleSettings();
+    QString sampleFolder() const;
+
+    VendaroDesktop m_desktop;
+    RecoveryStore m_recovery;
+    FileSettingsStore m_settings;
+    FolderProperties m_properties;
+    MoneyFormatter m_money;
+    DatabaseFolder m_folder;
+    OrderRules m_orderRules;
+    ItemRules m_itemRules;
+    LineRules m_lineRules;
+    PrefsController m_preferences;
+    DatabaseSession m_session;
+    qvPicker m_picker;
+    ContactManager m_contacts;
+    ItemManager m_items;
+    BOMManager m_lines;
+    PaymentManager m_payments;
+    BillManager m_bills;
+    Attachments m_attachments;
+    OrderManager m_orders;
+    ActionManager m_tasks;
+    GoalManager m_goals;
+    ContactFile m_contactFile;
+    OrderFile m_orderFile;
+    ItemFile m_itemFile;
+    MaterialFile m_lineFile;
+    BillFile m_billFile;
+    ActionFile m_taskFile;
+    GoalFile m_goalFile;
+    qvDataSource* m_focused = nullptr;
+    bool m_splash = false;
+};
