@@ -331,9 +331,14 @@ void qvDataSource::setSelectedRows(const std::vector<int>& rows)
         if (dataObject* record = getnthVisibleItem(row))
             selection.push_back(record);
     }
-    if (selection == m_selection)
+    setSelectedRecords(std::move(selection));
+}
+
+void qvDataSource::setSelectedRecords(std::vector<dataObject*> records)
+{
+    if (records == m_selection)
         return;
-    m_selection = std::move(selection);
+    m_selection = std::move(records);
     notifySelection();
 }
 

@@ -137,6 +137,9 @@ public:
     int selectedRow() const;
     void setSelectedRows(const std::vector<int>& rows);
     void selectRow(int row);
+    /// The same by record, for lists that are not flat.
+    void setSelectedRecords(std::vector<dataObject*> records);
+    const std::vector<dataObject*>& selectedRecords() const { return m_selection; }
     dataObject* getSelectedItem() const;
     /// From the last selected row to the first.
     std::vector<dataObject*> selectedItems() const;

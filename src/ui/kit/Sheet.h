@@ -4,8 +4,8 @@
 
 #include <QFrame>
 #include <QPointer>
+#include <QPushButton>
 
-class QPushButton;
 class QVBoxLayout;
 
 class Sheet : public QWidget {

@@ -109,6 +109,7 @@ void Theme::dress(QApplication& application)
         type::load();
         QApplication::setStyle(QStringLiteral("Fusion"));
         QApplication::setFont(type::body());
+        QCoreApplication::setAttribute(Qt::AA_DontShowIconsInMenus);
         installKitAccessibility();
         FocusRing::install(application);
         connect(&application, &QObject::destroyed, this, [this] { m_dressed = false; });

@@ -1,0 +1,126 @@
+#include "contacts/ContactOutlineModel.h"
+
+#include "contacts/ContactManager.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Top-level rows carry 0, the people of a company its row plus one.
+constexpr quintptr topLevelId = 0;
+
+} // namespace
+
+ContactOutlineModel::ContactOutlineModel(ContactManager& contacts, QObject* parent)
+    : QAbstractItemModel(parent), m_contacts(contacts), m_columns(contacts.list.visibleColumns()), m_top(contacts.topLevel())
+{
+    contacts.addObserver(*this);
+}
+
+ContactOutlineModel::~ContactOutlineModel()
+{
+    m_contacts.removeObserver(*this);
+}
+
+Contact* ContactOutlineModel::contactAt(const QModelIndex& index) const
+{
+    if (!index.isValid())
+        return nullptr;
+    if (index.internalId() == topLevelId)
+        return m_top[static_cast<std::size_t>(index.row())];
+    const Contact* company = m_top[index.internalId() - 1];
+    return m_contacts.getnthContact(index.row(), company->getID());
+}
+
+QModelIndex ContactOutlineModel::indexOf(const Contact& contact) const
+{
+    const auto top = std::find(m_top.begin(), m_top.end(), &contact);
+    if (top != m_top.end())
+        return createIndex(static_cast<int>(top - m_top.begin()), 0, topLevelId);
+    const auto company = std::find_if(m_top.begin(), m_top.end(),
+        [&](const Contact* candidate) { return candidate->isCompany() && candidate->getID() == contact.getCompany(); });
+    if (company == m_top.end())
+        return {};
+    const std::vector<Contact*> people = m_contacts.contactsOfCompany(contact.getCompany());
+    const auto person = std::find(people.begin(), people.end(), &contact);
+    if (person == people.end())
+        return {};
+    return createIndex(static_cast<int>(person - people.begin()), 0, static_cast<quintptr>(company - m_top.begin()) + 1);
+}
+
+QModelIndex ContactOutlineModel::index(int row, int column, const QModelIndex& parent) const
+{
+    if (!hasIndex(row, column, parent))
+        return {};
+    return createIndex(row, column, parent.isValid() ? static_cast<quintptr>(parent.row()) + 1 : topLevelId);
+}
+
+QModelIndex ContactOutlineModel::parent(const QModelIndex& index) const
+{
+    if (!index.isValid() || index.internalId() == topLevelId)
+        return {};
+    return createIndex(static_cast<int>(index.internalId()) - 1, 0, topLevelId);
+}
+
+int ContactOutlineModel::rowCount(const QModelIndex& parent) const
+{
+    if (!parent.isValid())
+        return static_cast<int>(m_top.size());
+    if (parent.internalId() != topLevelId || parent.column() != 0)
+        return 0;
+    const Contact* contact = m_top[static_cast<std::size_t>(parent.row())];
+    return contact->isCompany() ? m_contacts.countContactsforThisCompany(contact->getID()) : 0;
+}
+
+int ContactOutlineModel::columnCount(const QModelIndex&) const
+{
+    return static_cast<int>(m_columns.size());
+}
+
+QVariant ContactOutlineModel::data(const QModelIndex& index, int role) const
+{
+    const Contact* contact = contactAt(index);
+    if (!contact)
+        return {};
+    if (role == Qt::DisplayRole)
+        return toQString(contact->getFieldByName(column(index.column()).identifier));
+    if (role == IconRole && index.column() == 0)
+        return QString(contact->isCompany() ? "group" : "user");
+    return {};
+}
+
+QVariant ContactOutlineModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section >= columnCount())
+        return {};
+    return column(section).heading;
+}
+
+void ContactOutlineModel::reset()
+{
+    beginResetModel();
+    m_columns = m_contacts.list.visibleColumns();
+    m_top = m_contacts.topLevel();
+    endResetModel();
+    Q_EMIT selectionWanted();
+}
+
+void ContactOutlineModel::listReset()
+{
+    reset();
+}
+
+void ContactOutlineModel::rowChanged(int)
+{
+    reset();
+}
+
+void ContactOutlineModel::selectionChanged()
+{
+    Q_EMIT selectionWanted();
+}
+
+void ContactOutlineModel::columnsChanged()
+{
+    reset();
+}

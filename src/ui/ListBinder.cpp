@@ -1,0 +1,87 @@
+#include "ui/ListBinder.h"
+
+#include "ui/kit/RecordTable.h"
+#include "ui/kit/TableHeader.h"
+
+#include <QScopedValueRollback>
+
+ListBinder::ListBinder(qvDataSource& source, RecordTable* table) : QObject(table), m_source(source), m_table(table), m_model(source)
+{
+    RowRoles roles;
+    roles.statusColour = RecordListModel::StatusColourRole;
+    roles.finished = RecordListModel::FinishedRole;
+    table->rowDelegate()->setRoles(roles);
+    table->setModel(&m_model);
+    takeColumns();
+    connect(&m_model, &RecordListModel::columnsReset, this, &ListBinder::takeColumns);
+    connect(&m_model, &RecordListModel::selectionWanted, this, &ListBinder::takeSelection);
+    connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ListBinder::giveSelection);
+    connect(table->tableHeader(), &QHeaderView::sectionClicked, this, &ListBinder::sortBy);
+    connect(table->tableHeader(), &QHeaderView::sectionResized, this, &ListBinder::takeWidths);
+    table->tableHeader()->setSectionsClickable(true);
+}
+
+void ListBinder::takeColumns()
+{
+    const QScopedValueRollback<bool> taking(m_taking, true);
+    for (int section = 0; section < m_model.columnCount(); ++section)
+        m_table->setColumnWidth(section, m_model.column(section).width);
+    showSort();
+}
+
+void ListBinder::takeWidths()
+{
+    if (m_taking)
+        return;
+    for (int section = 0; section < m_model.columnCount(); ++section) {
+        if (ListColumn* column = m_source.list.column(m_model.column(section).identifier))
+            column->width = m_table->columnWidth(section);
+    }
+}
+
+void ListBinder::sortBy(int section)
+{
+    m_source.toggleSort(m_model.column(section).identifier);
+}
+
+void ListBinder::showSort()
+{
+    m_table->clearSorted();
+    if (m_source.list.sortDescriptors.empty())
+        return;
+    const SortDescriptor& sort = m_source.list.sortDescriptors.front();
+    for (int section = 0; section < m_model.columnCount(); ++section) {
+        if (m_model.column(section).identifier == sort.key)
+            m_table->setSorted(section, sort.ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    }
+}
+
+void ListBinder::takeSelection()
+{
+    const QScopedValueRollback<bool> taking(m_taking, true);
+    QItemSelection selection;
+    int first = -1;
+    for (const int row : m_source.selectedRows()) {
+        const QModelIndex index = m_model.index(row, 0);
+        selection.select(index, index.siblingAtColumn(m_model.columnCount() - 1));
+        if (first < 0)
+            first = row;
+    }
+    QItemSelectionModel* selected = m_table->selectionModel();
+    const bool byCell = m_table->rowDelegate()->unit() == RowDelegate::Unit::cells;
+    if (first >= 0 && (!byCell || selected->currentIndex().row() != first))
+        selected->setCurrentIndex(m_model.index(first, 0), QItemSelectionModel::NoUpdate);
+    selected->select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
+void ListBinder::giveSelection()
+{
+    if (m_taking)
+        return;
+    std::vector<int> rows;
+    for (const QModelIndex& index : m_table->selectionModel()->selectedRows())
+        rows.push_back(index.row());
+    if (rows.empty() && m_table->currentIndex().isValid() && m_table->selectionModel()->hasSelection())
+        rows.push_back(m_table->currentIndex().row());
+    m_source.setSelectedRows(rows);
+}

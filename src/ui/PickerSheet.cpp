@@ -1,0 +1,98 @@
+#include "ui/PickerSheet.h"
+
+#include "storage/qvPicker.h"
+#include "ui/FormBinder.h"
+#include "ui/ListBinder.h"
+#include "ui/kit/Hairline.h"
+#include "ui/kit/Label.h"
+#include "ui/kit/Panels.h"
+#include "ui/kit/Button.h"
+#include "ui/kit/RecordTable.h"
+#include "ui/kit/SearchField.h"
+#include "ui/kit/Sheet.h"
+#include "ui/kit/TableHeader.h"
+
+#include <QApplication>
+#include <QVBoxLayout>
+
+namespace {
+
+class PickerSheet : public Sheet {
+public:
+    PickerSheet(qvPicker& picker, QWidget* host) : Sheet(host), m_picker(picker)
+    {
+        setTitle(picker.form.title());
+        card()->setFixedSize(660, 520);
+        column()->setContentsMargins(0, 24, 0, 0);
+        addHead();
+        addTable();
+        addFooter();
+        new FormBinder(picker.form, this);
+        connect(&picker.form, &Form::closed, this, [this] {
+            if (isOpen())
+                accept();
+        });
+        connect(this, &Sheet::finished, this, [this](int answer) {
+            if (answer == cancelled)
+                m_picker.cancel();
+            deleteLater();
+        });
+    }
+
+private:
+    void addHead()
+    {
+        auto* head = new QVBoxLayout;
+        head->setContentsMargins(24, 0, 24, 16);
+        head->setSpacing(12);
+        head->addWidget(new Label(m_picker.form.title(), LabelSize::group));
+        m_search = new SearchField(tr("Search"));
+        m_search->setObjectName("search");
+        m_search->setAccessibleName(tr("Search"));
+        head->addWidget(m_search);
+        column()->addLayout(head);
+        column()->addWidget(new Hairline);
+        setFirstFocus(m_search);
+    }
+
+    void addTable()
+    {
+        auto* table = new RecordTable(RecordTable::Place::sheet);
+        table->setSelectionMode(QAbstractItemView::SingleSelection);
+        table->setAccessibleName(m_picker.form.title());
+        table->tableHeader()->setStretchLastSection(true);
+        new ListBinder(m_picker, table);
+        m_search->steer(table);
+        connect(table, &QAbstractItemView::activated, this, [this] { m_picker.chooseSelected(); });
+        column()->addWidget(table, 1);
+    }
+
+    void addFooter()
+    {
+        auto* footer = new FooterBar(FooterBar::Place::sheet);
+        auto* cancelButton = new Button(tr("Cancel"));
+        cancelButton->setObjectName("cancel");
+        auto* chooseButton = new PrimaryButton(tr("Choose"));
+        chooseButton->setObjectName("choose");
+        footer->addRight(cancelButton);
+        footer->addRight(chooseButton);
+        setDefaultButton(chooseButton);
+        column()->addWidget(footer);
+    }
+
+    qvPicker& m_picker;
+    SearchField* m_search = nullptr;
+};
+
+} // namespace
+
+PickerPresenter::PickerPresenter(qvPicker& picker, QObject* parent) : QObject(parent), m_picker(picker)
+{
+    connect(&picker.form, &Form::opened, this, &PickerPresenter::present);
+}
+
+void PickerPresenter::present()
+{
+    auto* sheet = new PickerSheet(m_picker, QApplication::activeWindow());
+    sheet->open();
+}

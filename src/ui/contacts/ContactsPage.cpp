@@ -1,0 +1,113 @@
+#include "ui/contacts/ContactsPage.h"
+
+#include "contacts/ContactManager.h"
+#include "contacts/ContactOutlineModel.h"
+#include "ui/FormBinder.h"
+#include "ui/kit/EmptyState.h"
+#include "ui/kit/Fields.h"
+#include "ui/kit/PageHeader.h"
+#include "ui/kit/RecordTree.h"
+#include "ui/kit/SearchField.h"
+#include "ui/kit/TableHeader.h"
+
+#include <QScopedValueRollback>
+#include <QVBoxLayout>
+
+ContactsPage::ContactsPage(ContactManager& contacts, QWidget* parent)
+    : QWidget(parent)
+    , m_contacts(contacts)
+    , m_header(new PageHeader(tr("Contacts"), tr("Search contacts"), this))
+    , m_tree(new RecordTree(this))
+    , m_empty(new EmptyState("view-pim-contacts", tr("No contacts yet"), tr("Make your first contact with New Contact."), this))
+    , m_model(new ContactOutlineModel(contacts, this))
+{
+    m_header->searchField()->setObjectName("search");
+    m_header->searchField()->setAccessibleName(tr("Search contacts"));
+    m_header->filter()->setObjectName("filter");
+    m_header->filter()->setAccessibleName(tr("Show"));
+    m_header->searchField()->steer(m_tree);
+    RowRoles roles;
+    roles.icon = ContactOutlineModel::IconRole;
+    m_tree->rowDelegate()->setRoles(roles);
+    m_tree->setModel(m_model);
+    m_tree->setAccessibleName(tr("Contacts"));
+    m_tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    for (int section = 0; section < m_model->columnCount(); ++section)
+        m_tree->setColumnWidth(section, m_model->column(section).width);
+    m_tree->tableHeader()->setSectionsClickable(true);
+    m_tree->tableHeader()->setStretchLastSection(true);
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_header);
+    column->addWidget(m_tree, 1);
+    column->addWidget(m_empty, 1);
+    new FormBinder(contacts.listForm, this);
+
+    connect(m_tree->tableHeader(), &QHeaderView::sectionClicked, this,
+        [this](int section) { m_contacts.toggleSort(m_model->column(section).identifier); });
+    connect(m_tree, &QAbstractItemView::activated, this, [this] { m_contacts.edit(); });
+    connect(m_tree, &QTreeView::expanded, this, [this](const QModelIndex& index) { m_expanded.insert(m_model->contactAt(index)->getID()); });
+    connect(m_tree, &QTreeView::collapsed, this, [this](const QModelIndex& index) { m_expanded.remove(m_model->contactAt(index)->getID()); });
+    connect(m_model, &ContactOutlineModel::selectionWanted, this, &ContactsPage::takeSelection);
+    connect(m_model, &QAbstractItemModel::modelReset, this, [this] {
+        restoreExpanded();
+        showEmptiness();
+    });
+    connect(m_tree->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ContactsPage::giveSelection);
+    showEmptiness();
+}
+
+void ContactsPage::search()
+{
+    m_header->searchField()->setFocus(Qt::ShortcutFocusReason);
+    m_header->searchField()->selectAll();
+}
+
+void ContactsPage::restoreExpanded()
+{
+    const QScopedValueRollback<bool> taking(m_taking, true);
+    for (const int id : QSet<int>(m_expanded)) {
+        const Contact* company = m_contacts.getContactbyId(id);
+        const QModelIndex index = company ? m_model->indexOf(*company) : QModelIndex();
+        if (index.isValid())
+            m_tree->expand(index);
+    }
+}
+
+void ContactsPage::takeSelection()
+{
+    const QScopedValueRollback<bool> taking(m_taking, true);
+    QItemSelection selection;
+    for (const dataObject* record : m_contacts.selectedRecords()) {
+        const QModelIndex index = m_model->indexOf(static_cast<const Contact&>(*record));
+        if (index.isValid())
+            selection.select(index, index.siblingAtColumn(m_model->columnCount() - 1));
+    }
+    m_tree->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    if (!selection.isEmpty())
+        m_tree->selectionModel()->setCurrentIndex(selection.indexes().first(), QItemSelectionModel::NoUpdate);
+}
+
+void ContactsPage::giveSelection()
+{
+    if (m_taking)
+        return;
+    std::vector<dataObject*> records;
+    for (const QModelIndex& index : m_tree->selectionModel()->selectedRows()) {
+        if (Contact* contact = m_model->contactAt(index))
+            records.push_back(contact);
+    }
+    m_contacts.setSelectedRecords(records);
+}
+
+void ContactsPage::showEmptiness()
+{
+    const bool nothingThere = m_contacts.getCount() == 0;
+    const bool nothingShown = m_model->rowCount() == 0;
+    m_empty->setTexts(nothingThere ? tr("No contacts yet") : tr("Nothing found"),
+        nothingThere ? tr("Make your first contact with New Contact.") : tr("No contact holds all of these words under this choice."));
+    m_empty->setVisible(nothingShown);
+    m_tree->setVisible(!nothingShown);
+}

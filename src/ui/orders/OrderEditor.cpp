@@ -1,0 +1,318 @@
+#include "ui/orders/OrderEditor.h"
+
+#include "inventory/BOMManager.h"
+#include "orders/OrderManager.h"
+#include "ui/FormBinder.h"
+#include "ui/ListBinder.h"
+#include "ui/kit/Button.h"
+#include "ui/kit/CardFrame.h"
+#include "ui/kit/Fields.h"
+#include "ui/kit/FormGrid.h"
+#include "ui/kit/Hairline.h"
+#include "ui/kit/MessageBar.h"
+#include "ui/kit/Panels.h"
+#include "ui/kit/RecordTable.h"
+#include "ui/kit/SegmentedChoice.h"
+#include "ui/kit/TableHeader.h"
+#include "ui/kit/UnderlineTabs.h"
+#include "ui/orders/ContactSummary.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QPlainTextEdit>
+#include <QVBoxLayout>
+
+namespace {
+
+template <class Widget, class... Arguments>
+Widget* named(const char* name, Arguments&&... arguments)
+{
+    auto* widget = new Widget(std::forward<Arguments>(arguments)...);
+    widget->setObjectName(QString::fromLatin1(name));
+    return widget;
+}
+
+QVBoxLayout* tabColumn(QWidget* tab)
+{
+    auto* column = new QVBoxLayout(tab);
+    column->setContentsMargins(24, 20, 24, 20);
+    column->setSpacing(8);
+    return column;
+}
+
+Figure* figure(const char* name)
+{
+    auto* field = named<Figure>(name);
+    field->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return field;
+}
+
+} // namespace
+
+OrderEditor::OrderEditor(OrderManager& orders, BOMManager& lines)
+    : EditorWindow(orders.form, orders.form.cancel, "OrderWindow")
+    , m_orders(orders)
+    , m_lines(lines)
+    , m_header(new RecordHeader)
+    , m_tabs(new UnderlineTabs)
+{
+    resize(1200, 800);
+    setMinimumSize(980, 640);
+    m_tabs->addTab(makeOrderTab(), tr("Order"));
+    m_tabs->addTab(makeContactTab("contact"), tr("Contact"));
+    m_tabs->addTab(makeContactTab("contact2"), tr("Second contact"));
+    m_tabs->addTab(makePaymentsTab(), tr("Payments"));
+    m_tabs->addTab(makeRepeatTab(), tr("Repeat and attachments"));
+
+    auto* left = new QVBoxLayout;
+    left->setContentsMargins(0, 0, 0, 0);
+    left->setSpacing(0);
+    left->addWidget(m_header);
+    left->addWidget(m_tabs, 1);
+    auto* upper = new QHBoxLayout;
+    upper->setContentsMargins(0, 0, 0, 0);
+    upper->setSpacing(0);
+    upper->addLayout(left, 1);
+    upper->addWidget(makeSide());
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addLayout(upper, 1);
+    column->addWidget(makeFooter());
+
+    FormBinder& binder = bindForm();
+    for (const char* name : {"taxAmount", "sent"})
+        binder.bindCaption(name, findChild<QWidget*>(QString::fromLatin1(name) + "Label"));
+    binder.bindVisibility("balancePaid", findChild<QWidget*>("balancePaidLabel"));
+    connectTabs();
+}
+
+QWidget* OrderEditor::makeOrderTab()
+{
+    auto* tab = new QWidget;
+    QVBoxLayout* column = tabColumn(tab);
+    auto* grid = new FormGrid;
+    grid->addRow(tr("Title"), named<QLineEdit>("title"));
+    auto* description = named<QPlainTextEdit>("description");
+    description->setFixedHeight(58);
+    description->setTabChangesFocus(true);
+    grid->addRow(tr("Description"), description);
+    column->addLayout(grid);
+    column->addSpacing(8);
+
+    m_linesHeader = new GroupHeader(tr("Items ordered"));
+    m_pickButton = named<Button>("pickMaterial", tr("Select From Items…"));
+    m_linesHeader->addButton(m_pickButton);
+    m_linesHeader->addButton(named<Button>("removeMaterial", tr("Remove")));
+    column->addWidget(m_linesHeader);
+
+    m_lineTable = new RecordTable(RecordTable::Place::card);
+    m_lineTable->setUnit(RowDelegate::Unit::cells);
+    m_lineTable->setAccessibleName(tr("Items ordered"));
+    m_lineTable->tableHeader()->setStretchLastSection(true);
+    new ListBinder(m_lines, m_lineTable);
+    auto* card = new CardFrame(m_lineTable);
+    column->addWidget(card, 1);
+    return tab;
+}
+
+QWidget* OrderEditor::makeContactTab(const QString& prefix)
+{
+    auto* tab = new QWidget;
+    QVBoxLayout* column = tabColumn(tab);
+    column->addWidget(new ContactSummary(m_orders.form, prefix));
+    column->addStretch(1);
+    return tab;
+}
+
+QWidget* OrderEditor::makePaymentsTab()
+{
+    auto* tab = new QWidget;
+    QVBoxLayout* column = tabColumn(tab);
+    auto* header = new GroupHeader(tr("Payments"));
+    header->addButton(named<Button>("tenderFullAmount", tr("Full amount")));
+    header->addButton(named<Button>("tender", tr("Add payment…")));
+    header->addButton(named<Button>("tenderRemove", tr("Remove")));
+    column->addWidget(header);
+    auto* table = new RecordTable(RecordTable::Place::card);
+    table->setUnit(RowDelegate::Unit::cells);
+    table->setAccessibleName(tr("Payments"));
+    table->tableHeader()->setStretchLastSection(true);
+    new ListBinder(m_orders.paymentTable, table);
+    column->addWidget(new CardFrame(table), 1);
+    return tab;
+}
+
+QWidget* OrderEditor::makeRepeatTab()
+{
+    auto* tab = new QWidget;
+    QVBoxLayout* column = tabColumn(tab);
+    column->addWidget(new GroupHeader(tr("Recurrence")));
+    auto* row = new QHBoxLayout;
+    row->setSpacing(12);
+    row->addWidget(named<QCheckBox>("repeats", tr("Repeat this order every")));
+    auto* frequency = named<ChoiceBox>("repeatFrequency");
+    frequency->setFixedWidth(130);
+    frequency->setAccessibleName(tr("Repeat every"));
+    row->addWidget(frequency);
+    row->addStretch(1);
+    column->addLayout(row);
+    column->addWidget(named<Label>("repeatInformation", QString(), LabelSize::body, LabelTone::secondary));
+    column->addSpacing(16);
+    column->addWidget(new Hairline);
+    column->addSpacing(16);
+
+    column->addWidget(new GroupHeader(tr("Attachments")));
+    auto* drop = new DropArea("mail-attachment", {}, tr("Drop a file here to add it to this order"));
+    drop->setFixedHeight(132);
+    connect(drop, &DropArea::filesDropped, this, [this](const QStringList& paths) {
+        for (const QString& path : paths)
+            m_orders.fileDropped(path);
+    });
+    connect(&form(), &Form::fieldChanged, drop, [this, drop](FormField* field) {
+        if (field == &m_orders.form.attachments)
+            drop->setTitle(m_orders.form.attachments.text());
+    });
+    column->addWidget(drop);
+    auto* trouble = new MessageBar(MessageBar::Kind::warning);
+    connect(&form(), &Form::fieldChanged, trouble, [this, trouble](FormField* field) {
+        if (field == &m_orders.form.attachmentTrouble)
+            trouble->setText(m_orders.form.attachmentTrouble.text());
+    });
+    trouble->setText({});
+    column->addWidget(trouble);
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(8);
+    buttons->addWidget(named<Button>("attach", tr("Attach…")));
+    buttons->addWidget(named<Button>("viewAttachments", tr("View")));
+    buttons->addStretch(1);
+    column->addLayout(buttons);
+    column->addStretch(1);
+    return tab;
+}
+
+QWidget* OrderEditor::makeSide()
+{
+    auto* side = new SidePanel;
+    auto* grid = new FormGrid(FormGrid::Labels::left);
+    grid->setLabelWidth(90);
+    grid->addRow(tr("Number"), named<QLineEdit>("orderNum"));
+    grid->addRow(tr("Date"), named<QLineEdit>("date"));
+    grid->addRow(tr("Type"), named<ChoiceBox>("type"));
+    grid->addRow(tr("Status"), named<ChoiceBox>("status"));
+    grid->addRow(tr("Payment"), named<ChoiceBox>("paymentMethod"));
+    side->column()->addLayout(grid);
+    side->addLine();
+    addFigures(*side);
+    side->addLine();
+
+    auto* balance = new QHBoxLayout;
+    auto* words = new QVBoxLayout;
+    words->setSpacing(2);
+    words->addWidget(new Label(tr("Balance remaining"), LabelSize::strong));
+    words->addWidget(named<Label>("paidNote", QString(), LabelSize::small, LabelTone::secondary));
+    balance->addLayout(words);
+    balance->addStretch(1);
+    auto* amount = new Label({}, LabelSize::balance);
+    amount->setContentsMargins(0, 0, 11, 0);
+    connect(&form(), &Form::fieldChanged, amount, [this, amount](FormField* field) {
+        const TextField& remaining = m_orders.form.balanceRemaining;
+        if (field == &remaining)
+            amount->setText(remaining.caption() + remaining.text());
+    });
+    balance->addWidget(amount);
+    side->column()->addLayout(balance);
+    side->column()->addStretch(1);
+    addFlags(*side);
+    return side;
+}
+
+void OrderEditor::addFigures(SidePanel& side)
+{
+    auto* grid = new FormGrid(FormGrid::Labels::left);
+    grid->setLabelWidth(90);
+    grid->addRow(tr("Subtotal"), figure("subtotal"));
+    auto* discount = named<NumberField>("discount");
+    discount->setAccessibleName(tr("Discount"));
+    auto* choice = named<SegmentedChoice>("discountChoice", QStringList {"%", "£"});
+    choice->setName(tr("Discount in"));
+    choice->setFixedWidth(82);
+    grid->addLabelledBy(named<QCheckBox>("applyDiscount", tr("Discount")), {choice, discount});
+    auto* fromItems = named<Button>("shippingFromItems", tr("From items"));
+    fromItems->setSize(Button::Size::narrow);
+    fromItems->setFixedWidth(82);
+    auto* shipping = named<NumberField>("shipping");
+    shipping->setAccessibleName(tr("Shipping"));
+    grid->addRow(tr("Shipping"), {fromItems, shipping});
+    grid->addRow(tr("Net"), named<NumberField>("net"));
+    Label* taxLabel = grid->addRow(tr("Tax"), named<NumberField>("taxAmount"));
+    taxLabel->setObjectName("taxAmountLabel");
+    auto* calculate = named<Button>("calculateTax", tr("Calculate tax"));
+    calculate->setGlyph("view-refresh");
+    grid->addRow({}, calculate);
+    side.column()->addLayout(grid);
+    auto* note = named<Label>("taxNote", QString(), LabelSize::small, LabelTone::secondary);
+    note->setWordWrap(true);
+    side.column()->addWidget(note);
+}
+
+void OrderEditor::addFlags(SidePanel& side)
+{
+    auto* grid = new FormGrid(FormGrid::Labels::left);
+    grid->setLabelWidth(90);
+    Label* paid = grid->addRow(tr("Paid on"), named<QLineEdit>("balancePaid"));
+    paid->setObjectName("balancePaidLabel");
+    side.column()->addLayout(grid);
+    side.column()->addWidget(named<Button>("addStock", tr("Add to stock")));
+    side.column()->addSpacing(8);
+    side.column()->addWidget(named<QCheckBox>("includeBOM", tr("Show items on documents")));
+    side.column()->addSpacing(6);
+    side.column()->addWidget(named<QCheckBox>("sent", tr("Invoice sent")));
+}
+
+QWidget* OrderEditor::makeFooter()
+{
+    auto* footer = new FooterBar;
+    auto* stationery = named<ChoiceBox>("stationery");
+    stationery->setFixedWidth(160);
+    stationery->setAccessibleName(tr("Stationery"));
+    auto* print = named<Button>("printInvoice", tr("Print"));
+    print->setGlyph("document-print");
+    auto* mail = named<Button>("sendEmail", tr("Mail"));
+    mail->setGlyph("mail-message");
+    footer->addLeft(stationery);
+    footer->addLeft(print);
+    footer->addLeft(mail);
+    footer->addRight(named<Button>("cancel", tr("Cancel")));
+    auto* save = named<PrimaryButton>("save", tr("Save"));
+    save->setShortcut(QKeySequence("Ctrl+S"));
+    footer->addRight(save);
+    return footer;
+}
+
+void OrderEditor::connectTabs()
+{
+    ChoiceField& tab = m_orders.form.tab;
+    connect(m_tabs, &QTabWidget::currentChanged, this, [&tab](int index) { tab.edit(index); });
+    connect(&form(), &Form::fieldChanged, this, [this, &tab](FormField* field) {
+        if (field == &tab)
+            m_tabs->setCurrentIndex(tab.index());
+        if (field == &m_orders.form.orderNum || field == &m_orders.form.contactName)
+            showHeader();
+    });
+    showHeader();
+}
+
+void OrderEditor::showHeader()
+{
+    m_header->setTitle(m_orders.form.orderNum.text());
+    const QString contact = m_orders.form.contactName.text();
+    m_header->setSubtitle(contact.isEmpty() ? tr("No contact yet") : contact);
+}
+
+void OrderEditor::setWords(const QString& items, const QString& lines)
+{
+    m_linesHeader->setTitle(lines);
+    m_lineTable->setAccessibleName(lines);
+    m_pickButton->setText(tr("Select From %1…").arg(items));
+}

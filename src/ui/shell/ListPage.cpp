@@ -1,0 +1,67 @@
+#include "ui/shell/ListPage.h"
+
+#include "storage/ListForm.h"
+#include "ui/FormBinder.h"
+#include "ui/ListBinder.h"
+#include "ui/kit/EmptyState.h"
+#include "ui/kit/Fields.h"
+#include "ui/kit/PageHeader.h"
+#include "ui/kit/RecordTable.h"
+#include "ui/kit/SearchField.h"
+#include "ui/kit/TableHeader.h"
+
+#include <QKeyEvent>
+#include <QVBoxLayout>
+
+ListPage::ListPage(qvDataSource& source, ListForm& form, const ListPageTexts& texts, QWidget* parent)
+    : QWidget(parent)
+    , m_source(source)
+    , m_header(new PageHeader(texts.title, texts.searchPlaceholder, this))
+    , m_table(new RecordTable(RecordTable::Place::page, this))
+    , m_empty(new EmptyState(texts.emptyIcon, texts.emptyTitle, texts.emptyHint, this))
+    , m_binder(new ListBinder(source, m_table))
+    , m_emptyTitle(texts.emptyTitle)
+    , m_emptyHint(texts.emptyHint)
+{
+    m_header->searchField()->setObjectName("search");
+    m_header->searchField()->setAccessibleName(texts.searchPlaceholder);
+    m_header->filter()->setObjectName("filter");
+    m_header->filter()->setAccessibleName(tr("Show"));
+    m_header->searchField()->steer(m_table);
+    m_table->setAccessibleName(texts.title);
+    m_table->tableHeader()->setStretchLastSection(true);
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_header);
+    column->addWidget(m_table, 1);
+    column->addWidget(m_empty, 1);
+    new FormBinder(form, this);
+
+    connect(m_table, &QAbstractItemView::activated, this, [this] { m_source.edit(); });
+    connect(&m_binder->model(), &QAbstractItemModel::modelReset, this, &ListPage::showEmptiness);
+    showEmptiness();
+}
+
+void ListPage::setTitle(const QString& title)
+{
+    m_header->setTitle(title);
+    m_table->setAccessibleName(title);
+}
+
+void ListPage::search()
+{
+    m_header->searchField()->setFocus(Qt::ShortcutFocusReason);
+    m_header->searchField()->selectAll();
+}
+
+void ListPage::showEmptiness()
+{
+    const bool nothingShown = m_binder->model().rowCount() == 0;
+    const bool nothingThere = m_source.getCount() == 0;
+    m_empty->setTexts(nothingThere ? m_emptyTitle : tr("Nothing found"),
+        nothingThere ? m_emptyHint : tr("No entry holds all of these words under this choice."));
+    m_empty->setVisible(nothingShown);
+    m_table->setVisible(!nothingShown);
+}

@@ -1,0 +1,43 @@
+// A page of the main window: heading, search, filter, and a flat list of records.
+#pragma once
+
+#include <QWidget>
+
+class EmptyState;
+class ListBinder;
+class ListForm;
+class PageHeader;
+class QStackedLayout;
+class RecordTable;
+class qvDataSource;
+
+struct ListPageTexts {
+    QString title;
+    QString searchPlaceholder;
+    QString emptyIcon;
+    QString emptyTitle;
+    QString emptyHint;
+};
+
+class ListPage : public QWidget {
+    Q_OBJECT
+public:
+    ListPage(qvDataSource& source, ListForm& form, const ListPageTexts& texts, QWidget* parent = nullptr);
+
+    void setTitle(const QString& title);
+    RecordTable* table() const { return m_table; }
+    qvDataSource& source() const { return m_source; }
+    /// Puts the keyboard into the search field.
+    void search();
+
+private:
+    void showEmptiness();
+
+    qvDataSource& m_source;
+    PageHeader* m_header;
+    RecordTable* m_table;
+    EmptyState* m_empty;
+    ListBinder* m_binder;
+    QString m_emptyTitle;
+    QString m_emptyHint;
+};
