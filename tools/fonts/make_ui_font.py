@@ -41,6 +41,18 @@ def map_digits(font, pairs):
     return mapped
 
 
+def level_digits(font):
+    """The interpolated weights are a few units off in one digit; a column of figures would show it."""
+    charmap = font.getBestCmap()
+    metrics = font["hmtx"].metrics
+    glyphs = [charmap[code] for code in range(ord("0"), ord("9") + 1)]
+    widths = [metrics[glyph][0] for glyph in glyphs]
+    common = max(set(widths), key=widths.count)
+    for glyph in glyphs:
+        width, bearing = metrics[glyph]
+        metrics[glyph] = (common, bearing + (common - width) // 2)
+
+
 def rename(font, family):
     joined = family.replace(" ", "")
     for record in list(font["name"].names):
@@ -63,6 +75,7 @@ def main():
     mapped = map_digits(font, tabular_figures(font))
     if len(mapped) != 10:
         sys.exit(f"{source}: no figures of equal width for {sorted(set('0123456789') - mapped)}")
+    level_digits(font)
     rename(font, family)
     partial = target + ".part"
     font.save(partial)

@@ -39,7 +39,7 @@ TEST(Button, eachKindHasItsGroundAndTextAndIsThirtyPixelsHigh)
     EXPECT_TRUE(alike(picture(*primary).pixelColor(8, 8), QColor(0x2a62d6)));
     EXPECT_TRUE(contains(picture(*danger), QColor(0xb02a22)));
     EXPECT_TRUE(contains(picture(*text), QColor(0x2156c4)));
-    for (const Button* button : {normal, primary, danger, text})
+    for (const Button* button : QList<Button*> {normal, primary, danger, text})
         EXPECT_EQ(button->height(), 30);
 }
 

@@ -45,7 +45,7 @@ TEST(Icons, drawingsInColoursOfTheirOwnAreRecolouredToo)
 {
     // The theme draws this one in red.
     EXPECT_TRUE(onlyColour(imageOf(Icons::get(QStringLiteral("edit-delete")), 22), QColor(0x3d4554)));
-    EXPECT_TRUE(onlyColour(imageOf(Icons::get(QStringLiteral("view-refresh")), 16), QColor(0x3d4554)));
+    EXPECT_TRUE(onlyColour(imageOf(Icons::get(QStringLiteral("view-refresh")), 16, 4), QColor(0x3d4554)));
 }
 
 TEST(Icons, disabledAndSelectedOnesChangeColour)

@@ -1,0 +1,113 @@
+// The main window's commands: each made once, shown in the menus and on the tool bar.
+#include "app/Vendaro.h"
+#include "ui/contacts/ContactsPage.h"
+#include "ui/kit/Icons.h"
+#include "ui/kit/Theme.h"
+#include "ui/kit/ToolBar.h"
+#include "ui/shell/ListPage.h"
+#include "ui/shell/MainWindow.h"
+
+#include <QActionGroup>
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+
+QAction* MainWindow::addCommand(
+    const char* name, const QString& text, const QString& icon, const QKeySequence& keys, std::function<void()> run)
+{
+    auto* action = new QAction(text, this);
+    if (!icon.isEmpty())
+        action->setIcon(Icons::get(icon));
+    action->setObjectName(QString::fromLatin1(name));
+    action->setShortcut(keys);
+    connect(action, &QAction::triggered, this, std::move(run));
+    m_commands.insert(action->objectName(), action);
+    return action;
+}
+
+QAction* MainWindow::command(const char* name) const
+{
+    return m_commands.value(QString::fromLatin1(name));
+}
+
+void MainWindow::makeCommands()
+{
+    addCommand("newContact", tr("New Contact"), "list-add-user", QKeySequence("Ctrl+Shift+C"), [this] { m_vendaro.getContactManager().create(); });
+    addCommand("newCompany", tr("New Company"), "user-group-new", {}, [this] { m_vendaro.getContactManager().companyEditor.create(); });
+    addCommand("newOrder", tr("New Order"), "document-new", QKeySequence::New, [this] { m_vendaro.getOrderManager().create(); });
+    addCommand("newPurchaseOrder", tr("New Purchase Order"), {}, {}, [this] { m_vendaro.getOrderManager().createPurchaseOrder(); });
+    addCommand("newItem", tr("New Item"), "archive-insert", QKeySequence("Ctrl+Shift+I"), [this] { m_vendaro.getItemManager().create(); });
+    addCommand("delete", tr("Delete"), "edit-delete", QKeySequence::Delete, [this] { m_vendaro.deleteMenuItem(); });
+    addCommand("edit", tr("Edit"), "document-edit", QKeySequence("Ctrl+E"), [this] { m_vendaro.editMenuItem(); });
+    addCommand("undo", tr("Undo"), {}, QKeySequence::Undo, [this] {
+        // A field being typed in undoes its typing; otherwise the list brings back what was deleted.
+        if (auto* line = qobject_cast<QLineEdit*>(QApplication::focusWidget()))
+            line->undo();
+        else if (auto* text = qobject_cast<QPlainTextEdit*>(QApplication::focusWidget()))
+            text->undo();
+        else
+            m_vendaro.undoMenuItem();
+    });
+    addCommand("find", tr("Find"), {}, QKeySequence::Find, [this] {
+        if (page() == Page::contacts)
+            m_contactsPage->search();
+        else
+            (page() == Page::items ? m_itemsPage : m_ordersPage)->search();
+    });
+    addCommand("showContacts", tr("Contacts"), {}, QKeySequence("Ctrl+1"), [this] { showPage(Page::contacts); });
+    addCommand("showOrders", tr("Orders"), {}, QKeySequence("Ctrl+2"), [this] { showPage(Page::orders); });
+    addCommand("showItems", tr("Items"), {}, QKeySequence("Ctrl+3"), [this] { showPage(Page::items); });
+    addCommand("sample", tr("Open Sample Business"), {}, {}, [this] { m_vendaro.openSampleBusiness(); });
+    addCommand("copy", tr("Copy Database…"), {}, {}, [this] { m_vendaro.session().copyDatabase(); });
+    addCommand("unlock", tr("Unlock Database…"), {}, {}, [this] { m_vendaro.session().unlockDatabase(); });
+    addCommand("quit", tr("Quit"), {}, QKeySequence::Quit, [this] { Q_EMIT quitWanted(); });
+}
+
+void MainWindow::makeMenus()
+{
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    for (const char* name : {"newContact", "newCompany", "newOrder", "newPurchaseOrder", "newItem"})
+        file->addAction(command(name));
+    file->addSeparator();
+    for (const char* name : {"sample", "copy", "unlock"})
+        file->addAction(command(name));
+    file->addSeparator();
+    file->addAction(command("quit"));
+    QMenu* edit = menuBar()->addMenu(tr("&Edit"));
+    for (const char* name : {"undo", "edit", "delete", "find"})
+        edit->addAction(command(name));
+    QMenu* view = menuBar()->addMenu(tr("&View"));
+    for (const char* name : {"showContacts", "showOrders", "showItems"})
+        view->addAction(command(name));
+    view->addSeparator();
+    addLookMenu(*view);
+}
+
+void MainWindow::addLookMenu(QMenu& menu)
+{
+    QMenu* look = menu.addMenu(tr("Look"));
+    auto* group = new QActionGroup(look);
+    const auto add = [&](const QString& text, Theme::Mode mode) {
+        QAction* action = look->addAction(text);
+        action->setCheckable(true);
+        action->setChecked(Theme::current().mode() == mode);
+        group->addAction(action);
+        connect(action, &QAction::triggered, this, [mode] { Theme::apply(*qApp, mode); });
+    };
+    add(tr("Light"), Theme::Mode::light);
+    add(tr("Dark"), Theme::Mode::dark);
+    add(tr("As the Desktop"), Theme::Mode::asDesktop);
+}
+
+void MainWindow::makeToolBar()
+{
+    m_toolBar = new ToolBar(tr("Tool bar"), this);
+    m_toolBar->addCommand(command("delete"));
+    m_toolBar->addCommand(command("edit"));
+    m_toolBar->addGap();
+    for (const char* name : {"newContact", "newCompany", "newOrder", "newItem"})
+        m_toolBar->addCommand(command(name));
+    m_toolBar->addFlexibleGap();
+    addToolBar(m_toolBar);
+}

@@ -1,0 +1,246 @@
+#include "ui/shell/MainWindow.h"
+
+#include "app/Vendaro.h"
+#include "ui/WindowMemory.h"
+#include "ui/contacts/ContactsPage.h"
+#include "ui/kit/Label.h"
+#include "ui/kit/MessageBar.h"
+#include "ui/kit/RecordTable.h"
+#include "ui/kit/RecordTree.h"
+#include "ui/kit/SideBar.h"
+#include "ui/shell/ListPage.h"
+#include "ui/shell/Sheets.h"
+#include "ui/shell/WelcomeView.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QTime>
+#include <QVBoxLayout>
+
+namespace {
+
+/// Pages of the side bar, in its order.
+constexpr std::array shownPages {Page::contacts, Page::orders, Page::items};
+
+} // namespace
+
+MainWindow::MainWindow(Vendaro& vendaro) : m_vendaro(vendaro)
+{
+    setObjectName("MainWindow");
+    resize(1400, 900);
+    setMinimumSize(960, 560);
+    makeCommands();
+    makeMenus();
+    makeToolBar();
+    makePages();
+    makeStatusBar();
+    connectVendaro();
+    WindowMemory::restore(*this, "MainWindow");
+    showTerms();
+    showPage(Page::orders);
+}
+
+void MainWindow::makePages()
+{
+    auto* central = new QWidget;
+    auto* column = new QVBoxLayout(central);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    m_readOnlyBar = new MessageBar(MessageBar::Kind::readOnly);
+    m_readOnlyBar->setAction(tr("Unlock…"));
+    m_readOnlyBar->setText({});
+    m_damageBar = new MessageBar(MessageBar::Kind::warning);
+    m_damageBar->setText({});
+    column->addWidget(m_readOnlyBar);
+    column->addWidget(m_damageBar);
+
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    m_sideBar = new SideBar(tr("Pages"));
+    m_sideBar->addPage("view-pim-contacts", tr("Contacts"));
+    m_sideBar->addPage("view-list-text", tr("Orders"));
+    m_sideBar->addPage("tag", tr("Items"));
+    row->addWidget(m_sideBar);
+
+    m_pages = new QStackedWidget;
+    m_contactsPage = new ContactsPage(m_vendaro.getContactManager());
+    m_ordersPage = new ListPage(m_vendaro.getOrderManager(), m_vendaro.getOrderManager().listForm,
+        {tr("Orders"), tr("Search orders and contacts"), "view-list-text", tr("No orders yet"), tr("Make your first one with New Order.")});
+    m_itemsPage = new ListPage(m_vendaro.getItemManager(), m_vendaro.getItemManager().listForm,
+        {tr("Items"), tr("Search items"), "tag", tr("No items yet"), tr("Make your first one with New Item.")});
+    m_welcome = new WelcomeView;
+    m_pages->addWidget(m_contactsPage);
+    m_pages->addWidget(m_ordersPage);
+    m_pages->addWidget(m_itemsPage);
+    m_pages->addWidget(m_welcome);
+    row->addWidget(m_pages, 1);
+    column->addLayout(row, 1);
+    setCentralWidget(central);
+    connect(m_sideBar, &SideBar::pageChosen, this, [this](int index) { showPage(shownPages[static_cast<std::size_t>(index)]); });
+}
+
+void MainWindow::makeStatusBar()
+{
+    m_counts = new Label({}, LabelSize::small, LabelTone::secondary);
+    m_saved = new Label({}, LabelSize::small, LabelTone::secondary);
+    statusBar()->setSizeGripEnabled(false);
+    statusBar()->addWidget(m_counts, 1);
+    statusBar()->addPermanentWidget(m_saved);
+}
+
+void MainWindow::showPage(Page page)
+{
+    const auto found = std::find(shownPages.begin(), shownPages.end(), page);
+    if (found == shownPages.end())
+        return;
+    const int index = static_cast<int>(found - shownPages.begin());
+    m_sideBar->setPage(index);
+    m_pages->setCurrentIndex(page == Page::orders && m_vendaro.splashShown() ? m_pages->indexOf(m_welcome) : index);
+    if (m_pages->currentWidget() == m_ordersPage)
+        m_ordersPage->table()->setFocus();
+    else if (m_pages->currentWidget() == m_itemsPage)
+        m_itemsPage->table()->setFocus();
+    else if (m_pages->currentWidget() == m_contactsPage)
+        m_contactsPage->tree()->setFocus();
+    else
+        m_welcome->focusFirst();
+    showCounts();
+}
+
+Page MainWindow::page() const
+{
+    return shownPages[static_cast<std::size_t>(m_sideBar->page())];
+}
+
+void MainWindow::showSplash(bool)
+{
+    if (page() == Page::orders)
+        showPage(Page::orders);
+}
+
+void MainWindow::connectVendaro()
+{
+    DatabaseSession& session = m_vendaro.session();
+    connect(&session, &DatabaseSession::titleChanged, this, [this] { setWindowTitle(m_vendaro.session().windowTitle()); });
+    connect(&session, &DatabaseSession::readOnlyChanged, this, &MainWindow::showReadOnly);
+    connect(&session, &DatabaseSession::locked, this, &MainWindow::showLockSheet, Qt::QueuedConnection);
+    connect(&session, &DatabaseSession::databaseRead, this, &MainWindow::showCounts);
+    connect(&session, &DatabaseSession::damageFound, this,
+        [this](const QStringList& sentences) { m_damageBar->setText(sentences.join(' ')); });
+    connect(m_readOnlyBar, &MessageBar::actionPressed, this, [this] { m_vendaro.session().unlockDatabase(); });
+    connect(&m_vendaro, &Vendaro::splashChanged, this, &MainWindow::showSplash);
+    connect(&m_vendaro, &Vendaro::pageWanted, this, [this](Page page) {
+        showPage(page);
+        raise();
+        activateWindow();
+    });
+    connect(&m_vendaro, &Vendaro::statusWanted, this, [this](const QString& line) { m_counts->setText(line); });
+    connect(&m_vendaro, &Vendaro::dateFormatWanted, this, &MainWindow::chooseDateFormat);
+    connect(&m_vendaro.getPrefsController(), &PrefsController::wordsChanged, this, &MainWindow::showTerms);
+    connect(m_ordersPage->table()->selectionModel(), &QItemSelectionModel::selectionChanged, this, &MainWindow::showCounts);
+    connect(m_itemsPage->table()->selectionModel(), &QItemSelectionModel::selectionChanged, this, &MainWindow::showCounts);
+    for (ListPage* listPage : {m_ordersPage, m_itemsPage})
+        connect(listPage->table()->model(), &QAbstractItemModel::modelReset, this, &MainWindow::showCounts);
+    connect(m_welcome, &WelcomeView::newOrder, this, [this] { m_vendaro.getOrderManager().create(); });
+    connect(m_welcome, &WelcomeView::newContact, this, [this] { m_vendaro.getContactManager().create(); });
+    connect(m_welcome, &WelcomeView::newItem, this, [this] { m_vendaro.getItemManager().create(); });
+    connect(m_welcome, &WelcomeView::sampleBusiness, this, [this] { m_vendaro.openSampleBusiness(); });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { followFocus(now); });
+    m_vendaro.folder().onSavedStateChanged = [this] { QMetaObject::invokeMethod(this, &MainWindow::showSaved, Qt::QueuedConnection); };
+}
+
+void MainWindow::followFocus(QWidget* now)
+{
+    if (!now || now->window() != this)
+        return;
+    if (now == m_ordersPage->table())
+        m_vendaro.setFocusedList(&m_vendaro.getOrderManager());
+    else if (now == m_contactsPage->tree())
+        m_vendaro.setFocusedList(&m_vendaro.getContactManager());
+    else if (now == m_itemsPage->table())
+        m_vendaro.setFocusedList(&m_vendaro.getItemManager());
+    else
+        m_vendaro.setFocusedList(nullptr);
+}
+
+void MainWindow::showTerms()
+{
+    const PrefsForm& words = m_vendaro.getPrefsController().form;
+    m_sideBar->setPageTitle(1, words.termOrders.text());
+    m_sideBar->setPageTitle(2, words.termItems.text());
+    m_ordersPage->setTitle(words.termOrders.text());
+    m_itemsPage->setTitle(words.termItems.text());
+    command("newOrder")->setText(tr("New %1").arg(words.termOrder.text()));
+    command("newItem")->setText(tr("New %1").arg(words.termItem.text()));
+}
+
+void MainWindow::showReadOnly()
+{
+    const LockInfo& lock = m_vendaro.session().lockInfo();
+    const QString user = toQString(lock.user);
+    const QString by = user.isEmpty() ? QString() : tr(" It is open by %1 since %2.").arg(user, toQString(lock.datetime));
+    m_readOnlyBar->setText(m_vendaro.session().isReadOnly() ? tr("This database is open for reading only.") + by : QString());
+}
+
+void MainWindow::showCounts()
+{
+    const qvDataSource* list = nullptr;
+    QString word;
+    const PrefsForm& words = m_vendaro.getPrefsController().form;
+    switch (page()) {
+    case Page::contacts:
+        list = &m_vendaro.getContactManager();
+        word = tr("contacts");
+        break;
+    case Page::items:
+        list = &m_vendaro.getItemManager();
+        word = words.termItems.text().toLower();
+        break;
+    default:
+        list = &m_vendaro.getOrderManager();
+        word = words.termOrders.text().toLower();
+    }
+    const int shown = list->numberOfRows();
+    const int all = list->getCount();
+    QString line = shown == all ? tr("%1 %2").arg(all).arg(word) : tr("%1 of %2 %3").arg(shown).arg(all).arg(word);
+    if (const std::size_t selected = list->selectedRecords().size(); selected > 0)
+        line += tr(", %1 selected").arg(selected);
+    m_counts->setText(line);
+}
+
+void MainWindow::showSaved()
+{
+    const QString reason = m_vendaro.folder().unsavedReason();
+    m_saved->setTone(reason.isEmpty() ? LabelTone::secondary : LabelTone::error);
+    m_saved->setText(reason.isEmpty() ? tr("Saved %1").arg(QTime::currentTime().toString("HH:mm")) : tr("Not saved: %1").arg(reason));
+}
+
+void MainWindow::chooseDateFormat()
+{
+    auto* sheet = new DateFormatSheet(this);
+    connect(sheet, &Sheet::finished, this, [this, sheet](int answer) {
+        if (answer == Sheet::accepted)
+            m_vendaro.chooseDateFormat(sheet->monthFirst() ? PrefsForm::monthFirst : PrefsForm::dayFirst);
+        sheet->deleteLater();
+    });
+    sheet->open();
+}
+
+void MainWindow::showLockSheet()
+{
+    auto* sheet = new LockSheet(m_vendaro.session().lockInfo(), this);
+    connect(sheet, &LockSheet::unlockWanted, this, [this] { m_vendaro.session().unlockDatabase(); });
+    connect(sheet, &Sheet::finished, sheet, &QObject::deleteLater);
+    sheet->open();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    WindowMemory::remember(*this, "MainWindow");
+    event->ignore();
+    Q_EMIT quitWanted();
+}

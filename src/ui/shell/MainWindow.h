@@ -1,0 +1,65 @@
+// The main window: menus, tool bar, pages, welcome view and status bar.
+#pragma once
+
+#include <QMainWindow>
+
+class ContactsPage;
+class Label;
+class ListPage;
+class MessageBar;
+class QStackedWidget;
+class SideBar;
+class ToolBar;
+class Vendaro;
+class WelcomeView;
+enum class Page;
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit MainWindow(Vendaro& vendaro);
+
+    void showPage(Page page);
+    Page page() const;
+
+Q_SIGNALS:
+    /// The person wants to leave.
+    void quitWanted();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    struct Command;
+    void makeCommands();
+    void makeMenus();
+    void makeToolBar();
+    void makePages();
+    void makeStatusBar();
+    QAction* addCommand(const char* name, const QString& text, const QString& icon, const QKeySequence& keys, std::function<void()> run);
+    QAction* command(const char* name) const;
+    void addLookMenu(QMenu& menu);
+    void connectVendaro();
+    void followFocus(QWidget* now);
+    void showTerms();
+    void showReadOnly();
+    void showCounts();
+    void showSaved();
+    void showSplash(bool shown);
+    void chooseDateFormat();
+    void showLockSheet();
+
+    Vendaro& m_vendaro;
+    SideBar* m_sideBar = nullptr;
+    QStackedWidget* m_pages = nullptr;
+    ContactsPage* m_contactsPage = nullptr;
+    ListPage* m_ordersPage = nullptr;
+    ListPage* m_itemsPage = nullptr;
+    WelcomeView* m_welcome = nullptr;
+    ToolBar* m_toolBar = nullptr;
+    MessageBar* m_readOnlyBar = nullptr;
+    MessageBar* m_damageBar = nullptr;
+    Label* m_counts = nullptr;
+    Label* m_saved = nullptr;
+    QHash<QString, QAction*> m_commands;
+};
