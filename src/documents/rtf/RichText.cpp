@@ -1,0 +1,188 @@
+#include "documents/rtf/RichText.h"
+
+#include <QFileInfo>
+#include <QImageReader>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextTable>
+#include <QUrl>
+
+namespace {
+
+constexpr qint64 largestPictureFile = 32 * 1024 * 1024;
+constexpr qint64 mostPicturePixels = 40'000'000;
+
+class SealedDocument : public QTextDocument {
+protected:
+    QVariant loadResource(int, const QUrl&) override { return {}; }
+};
+
+/// The picture, by its base name only; nothing when it is missing, no picture, or too large.
+QImage readPicture(const QString& folder, const QString& name)
+{
+    const QFileInfo file(folder + '/' + QFileInfo(name).fileName());
+    if (!file.isFile() || file.isSymLink() || file.size() > largestPictureFile)
+        return {};
+    QImageReader reader(file.filePath());
+    const QSize size = reader.size();
+    if (size.isValid() && static_cast<qint64>(size.width()) * size.height() > mostPicturePixels)
+        return {};
+    return reader.read();
+}
+
+class DocumentWriter {
+public:
+    DocumentWriter(QTextDocument& document, QString folder) : m_document(document), m_cursor(&document), m_folder(std::move(folder)) { }
+
+    void write(const RichText& text)
+    {
+        m_cursor.beginEditBlock();
+        for (const auto& block : text.blocks) {
+            if (const auto* paragraph = std::get_if<RichParagraph>(&block))
+                writeParagraph(*paragraph);
+            else
+                writeTable(std::get<RichTable>(block));
+        }
+        m_cursor.endEditBlock();
+    }
+
+private:
+    void writeParagraph(const RichParagraph& paragraph)
+    {
+        const QTextCharFormat first = paragraph.runs.empty() ? QTextCharFormat() : paragraph.runs.front().format;
+        if (m_fresh)
+            m_cursor.setBlockFormat(paragraph.format);
+        else
+            m_cursor.insertBlock(paragraph.format);
+        m_cursor.setBlockCharFormat(first);
+        m_fresh = false;
+        for (const RichRun& run : paragraph.runs)
+            writeRun(run);
+    }
+
+    void writeRun(const RichRun& run)
+    {
+        if (run.picture.isEmpty()) {
+            m_cursor.insertText(run.text, run.format);
+            return;
+        }
+        const QUrl address(QString("picture:%1").arg(m_pictures++));
+        m_document.addResource(QTextDocument::ImageResource, address, readPicture(m_folder, run.picture));
+        QTextImageFormat format;
+        format.setName(address.toString());
+        if (!run.pictureSize.isEmpty()) {
+            format.setWidth(run.pictureSize.width());
+            format.setHeight(run.pictureSize.height());
+        }
+        m_cursor.insertImage(format);
+    }
+
+    static QTextTableFormat tableFormat(const RichTable& table)
+    {
+        QTextTableFormat format;
+        const std::vector<RichCell>& cells = table.rows.front();
+        const bool bordered = !cells.empty() && cells.front().bordered;
+        format.setBorder(bordered ? 1 : 0);
+        format.setBorderStyle(bordered ? QTextFrameFormat::BorderStyle_Solid : QTextFrameFormat::BorderStyle_None);
+        format.setBorderCollapse(true);
+        format.setCellPadding(4);
+        format.setCellSpacing(0);
+        QList<QTextLength> widths;
+        qreal left = 0;
+        for (const RichCell& cell : cells) {
+            if (cell.rightEdge > left)
+                widths.append(QTextLength(QTextLength::FixedLength, cell.rightEdge - left));
+            left = cell.rightEdge;
+        }
+        if (widths.size() == static_cast<qsizetype>(cells.size()))
+            format.setColumnWidthConstraints(widths);
+        return format;
+    }
+
+    void writeTable(const RichTable& table)
+    {
+        std::size_t columns = 1;
+        for (const auto& row : table.rows)
+            columns = std::max(columns, row.size());
+        // A document starts with a paragraph, and one stands before every table; an unused one is taken as the place for it.
+        QTextTable* made = m_cursor.insertTable(static_cast<int>(table.rows.size()), static_cast<int>(columns), tableFormat(table));
+        for (std::size_t row = 0; row < table.rows.size(); ++row) {
+            for (std::size_t column = 0; column < table.rows[row].size(); ++column)
+                writeCell(made->cellAt(static_cast<int>(row), static_cast<int>(column)), table.rows[row][column]);
+        }
+        m_cursor = made->lastCursorPosition();
+        m_cursor.movePosition(QTextCursor::NextBlock);
+        m_fresh = true;
+    }
+
+    void writeCell(const QTextTableCell& place, const RichCell& cell)
+    {
+        m_cursor = place.firstCursorPosition();
+        m_fresh = true;
+        for (const RichParagraph& paragraph : cell.paragraphs)
+            writeParagraph(paragraph);
+    }
+
+    QTextDocument& m_document;
+    QTextCursor m_cursor;
+    QString m_folder;
+    int m_pictures = 0;
+    /// The cursor stands in a paragraph that nothing was written into yet.
+    bool m_fresh = true;
+};
+
+void appendFrameText(const QTextFrame& frame, QStringList& lines);
+
+QString cellText(const QTextTableCell& cell)
+{
+    QStringList lines;
+    for (auto it = cell.begin(); it != cell.end(); ++it) {
+        if (it.currentFrame())
+            appendFrameText(*it.currentFrame(), lines);
+        else
+            lines += it.currentBlock().text();
+    }
+    return lines.join('\n');
+}
+
+void appendFrameText(const QTextFrame& frame, QStringList& lines)
+{
+    if (const auto* table = qobject_cast<const QTextTable*>(&frame)) {
+        for (int row = 0; row < table->rows(); ++row) {
+            QString line;
+            for (int column = 0; column < table->columns(); ++column)
+                line += cellText(table->cellAt(row, column));
+            lines += line;
+        }
+        return;
+    }
+    for (auto it = frame.begin(); it != frame.end(); ++it) {
+        if (it.currentFrame())
+            appendFrameText(*it.currentFrame(), lines);
+        else
+            lines += it.currentBlock().text();
+    }
+}
+
+} // namespace
+
+std::unique_ptr<QTextDocument> makeSealedDocument()
+{
+    return std::make_unique<SealedDocument>();
+}
+
+std::unique_ptr<QTextDocument> makeDocument(const RichText& text, const QString& pictureFolder)
+{
+    std::unique_ptr<QTextDocument> document = makeSealedDocument();
+    document->setUndoRedoEnabled(false);
+    DocumentWriter(*document, pictureFolder).write(text);
+    document->setUndoRedoEnabled(true);
+    return document;
+}
+
+QString plainTextOf(const QTextDocument& document)
+{
+    QStringList lines;
+    appendFrameText(*document.rootFrame(), lines);
+    return lines.join('\n');
+}
