@@ -52,6 +52,7 @@ Vendaro::Vendaro(VendaroDesktop desktop)
     , m_billFile(m_bills)
     , m_taskFile(m_tasks)
     , m_goalFile(m_goals, m_tasks)
+    , m_stationery(below(m_desktop.user, supportPath), m_desktop.resources)
 {
     registerFiles();
     connect(&m_session, &DatabaseSession::fileLoaded, this, &Vendaro::afterLoading);
@@ -119,6 +120,7 @@ void Vendaro::closeEverything()
     for (Form* form : std::initializer_list<Form*> {&m_orders.form, &m_orders.tender.form, &m_contacts.form,
              &m_contacts.companyEditor.form, &m_contacts.companyContactEditor.form, &m_items.form, &m_picker.form})
         form->close();
+    qDeleteAll(findChildren<CustomInvoiceController*>(Qt::FindDirectChildrenOnly));
 }
 
 void Vendaro::populateLists()
@@ -156,6 +158,37 @@ int Vendaro::getContactIdForOrder(int orderId) const
     if (!order)
         logFormat("can't find contact for order %i", orderId);
     return order ? order->getContactId() : 0;
+}
+
+// Documents
+
+QStringList Vendaro::installStationary()
+{
+    if (const Result<void> installed = m_stationery.install(); !installed)
+        logLine(installed.error().message);
+    return m_stationery.names();
+}
+
+CustomInvoiceNeeds Vendaro::documentNeeds()
+{
+    return {m_stationery, m_settings, m_pageSetup, m_desktop.alerts, m_desktop.clock, m_desktop.panels, m_desktop.printing,
+        supportFolder() + "/temp"};
+}
+
+void Vendaro::openDocument(const QString& templateName, Order& order)
+{
+    auto* document = new CustomInvoiceController(documentNeeds(), this);
+    document->setWhichStationary(templateName);
+    document->setbomDataSource(&m_lines);
+    // The document belongs to its order, also when another order is in the editor by the time it is saved.
+    document->setOrderManager([this, id = order.getID()](const QString& path) {
+        if (const Order* owner = m_orders.getItemById(id))
+            m_orders.fileDropped(path, *owner);
+    });
+    document->setTableTag("<itemsordered>");
+    document->setStandInContact(&m_noContact);
+    document->setOrder(&order);
+    Q_EMIT documentOpened(document);
 }
 
 // Commands

@@ -7,6 +7,7 @@
 #include "contacts/ContactManager.h"
 #include "contacts/DateFormatGate.h"
 #include "contacts/OrderLinks.h"
+#include "documents/CustomInvoiceController.h"
 #include "foundation/Money.h"
 #include "inventory/BOMManager.h"
 #include "inventory/ItemManager.h"
@@ -24,8 +25,6 @@
 
 #include <memory>
 
-class CustomInvoiceController;
-
 /// The desktop as the application needs it, and where its own files lie.
 struct VendaroDesktop {
     Alerts& alerts;
@@ -34,6 +33,7 @@ struct VendaroDesktop {
     const User& user;
     FilePanels& panels;
     Opener& opener;
+    Printing& printing;
     /// The folder with templates and the sample business.
     QString resources;
     /// For money; empty means as the environment says.
@@ -104,7 +104,7 @@ Q_SIGNALS:
     void pageWanted(Page page);
     void statusWanted(const QString& line);
     void dateFormatWanted();
-    /// A document was made and is to be shown; it belongs to the receiver.
+    /// A document was made and is to be shown. Whoever shows it deletes it with its window; a switch or quitting deletes it before.
     void documentOpened(CustomInvoiceController* document);
 
 private:
@@ -136,6 +136,7 @@ private:
     void populateLists();
     void takeOverSampleSettings();
     QString sampleFolder() const;
+    CustomInvoiceNeeds documentNeeds();
 
     VendaroDesktop m_desktop;
     RecoveryStore m_recovery;
@@ -165,6 +166,9 @@ private:
     BillFile m_billFile;
     ActionFile m_taskFile;
     GoalFile m_goalFile;
+    StationeryFolder m_stationery;
+    PageSetup m_pageSetup;
+    const Contact m_noContact;
     qvDataSource* m_focused = nullptr;
     bool m_splash = false;
 };

@@ -10,6 +10,8 @@
 #include <functional>
 #include <optional>
 
+class QPagedPaintDevice;
+
 /// What a save panel asks for.
 struct SavePanel {
     QString title;
@@ -68,6 +70,15 @@ public:
     virtual QString loginName() const = 0;
     /// The home folder, which "~" stands for; no slash at the end.
     virtual QString home() const = 0;
+};
+
+/// Puts pages on paper.
+class Printing {
+public:
+    virtual ~Printing() = default;
+    /// Shows the print dialog over the active window and, unless it is cancelled, lets paint put its pages on the printer. False
+    /// when painting failed.
+    virtual bool print(const QString& title, const std::function<bool(QPagedPaintDevice&)>& paint) = 0;
 };
 
 /// Work that has to wait for a moment, and work that comes again; both run on the main thread.

@@ -168,7 +168,10 @@ std::optional<double> MoneyFormatter::read(std::string_view text) const
         return std::nullopt;
     // strtod follows the process's locale; this reader must not.
     double number = 0;
-    std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    const auto end = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    const bool hasWhole = digits.substr(0, digits.find('.')).find_first_not_of('0') != std::string::npos;
+    if (end.ec == std::errc::result_out_of_range && hasWhole)
+        return std::nullopt;
     number = negative ? -number : number;
     return number >= smallest && number <= largest ? std::optional(number) : std::nullopt;
 }
@@ -196,7 +199,7 @@ std::string MoneyFormatter::write(double amount) const
         }
         return text.append(m_symbols->decimal).append(plain, whole + 1);
     }
-    if (std::fabs(amount) < 0.005)
+    if (std::fabs(amount) <= 0.005)
         amount = 0;
     icu::UnicodeString formatted;
     m_symbols->format->format(amount, formatted);

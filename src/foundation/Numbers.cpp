@@ -42,7 +42,12 @@ Number numberFrom(std::string_view text)
         text.remove_prefix(1);
     Number number {};
     const auto result = std::from_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
-    return result.ec == std::errc() ? number : Number {};
+    if (result.ec != std::errc::result_out_of_range)
+        return result.ec == std::errc() ? number : Number {};
+    // Too large, or too close to zero to tell from it.
+    const bool large = text.substr(0, text.find('.')).find_first_of("123456789") != std::string_view::npos;
+    const Number size = large ? std::numeric_limits<Number>::infinity() : Number {};
+    return text.starts_with('-') ? -size : size;
 }
 
 /// Recursive descent over a cell's arithmetic; depth-bounded.
@@ -181,7 +186,8 @@ std::optional<double> decimal(std::string_view text)
     const std::size_t length = decimalLength(text);
     if (length == 0 || length != text.size())
         return std::nullopt;
-    return numberFrom<double>(text);
+    const double number = numberFrom<double>(text);
+    return std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
 std::optional<double> arithmetic(std::string_view text)

@@ -118,6 +118,15 @@ std::string cleanUtf8(std::string_view bytes)
 
 std::string cleanUtf8(const QString& text)
 {
-    // Qt writes a lone surrogate as U+FFFD.
-    return cleanUtf8(text.toStdString());
+    if (text.isValidUtf16())
+        return cleanUtf8(text.toStdString());
+    // Qt would write a lone surrogate as a question mark.
+    QString whole = text;
+    for (qsizetype i = 0; i < whole.size(); ++i) {
+        if (whole[i].isHighSurrogate() && i + 1 < whole.size() && whole[i + 1].isLowSurrogate())
+            ++i;
+        else if (whole[i].isSurrogate())
+            whole[i] = QChar::ReplacementCharacter;
+    }
+    return cleanUtf8(whole.toStdString());
 }

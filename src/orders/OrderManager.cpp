@@ -291,14 +291,22 @@ void OrderManager::attach()
 
 void OrderManager::fileDropped(const QString& path)
 {
-    if (!m_currentItem || !m_needs.gate.readOnlyCheck())
+    if (m_currentItem)
+        fileDropped(path, *m_currentItem);
+}
+
+void OrderManager::fileDropped(const QString& path, const Order& order)
+{
+    if (!m_needs.gate.readOnlyCheck())
         return;
-    const Result<void> filed = m_needs.attachments.file(m_currentItem->getID(), path);
+    const Result<void> filed = m_needs.attachments.file(order.getID(), path);
+    if (!filed)
+        logLine(filed.error().message);
+    if (&order != m_currentItem)
+        return;
     form.attachmentTrouble.setText(filed ? QString() : QString::fromStdString(filed.error().message));
     if (filed)
         ++m_numberofAttachments;
-    else
-        logLine(filed.error().message);
     setAttachmentStatus();
 }
 

@@ -110,6 +110,8 @@ public:
     // Attachments
     void attach();
     void fileDropped(const QString& path);
+    /// The same for an order that need not be the one in the editor.
+    void fileDropped(const QString& path, const Order& order);
     void viewAttachments();
     int getNumberOfAttachments() const { return m_numberofAttachments; }
 

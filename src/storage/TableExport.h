@@ -5,6 +5,9 @@
 
 #include <string>
 
+/// What happens to a heading's or cell's text on its way into a table.
+using CellText = std::string (*)(std::string);
+
 /// The rows as an HTML table whose cells carry their column's identifier as class, every other row also "alt". Nothing is escaped:
-/// style sheets and documents rely on the exact form.
-std::string getDataAsHTML(const qvDataSource& source);
+/// style sheets and documents rely on the exact form. A table that this program itself reads as HTML passes its texts through cellText.
+std::string getDataAsHTML(const qvDataSource& source, CellText cellText = nullptr);

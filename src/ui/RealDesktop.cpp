@@ -6,6 +6,8 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
+#include <QPrintDialog>
+#include <QPrinter>
 
 #include <pwd.h>
 #include <unistd.h>
@@ -46,6 +48,19 @@ void RealOpener::openUrl(const QUrl& url)
 void RealOpener::revealFolder(const QString& path)
 {
     QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
+bool RealPrinting::print(const QString& title, const std::function<bool(QPagedPaintDevice&)>& paint)
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(title);
+    QPrintDialog dialog(&printer, QApplication::activeWindow());
+    dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange);
+    if (dialog.exec() != QDialog::Accepted)
+        return true;
+    if (dialog.printRange() == QAbstractPrintDialog::AllPages)
+        printer.setPageRanges({});
+    return paint(printer);
 }
 
 QString RealUser::loginName() const

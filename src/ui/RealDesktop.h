@@ -29,6 +29,11 @@ public:
     void revealFolder(const QString& path) override;
 };
 
+class RealPrinting : public Printing {
+public:
+    bool print(const QString& title, const std::function<bool(QPagedPaintDevice&)>& paint) override;
+};
+
 class RealClock : public Clock {
 public:
     QDateTime now() const override { return QDateTime::currentDateTime(); }

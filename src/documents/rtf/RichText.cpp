@@ -4,6 +4,7 @@
 #include <QImageReader>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextDocumentFragment>
 #include <QTextTable>
 #include <QUrl>
 
@@ -185,4 +186,21 @@ QString plainTextOf(const QTextDocument& document)
     QStringList lines;
     appendFrameText(*document.rootFrame(), lines);
     return lines.join('\n');
+}
+
+std::unique_ptr<QTextDocument> copyOf(const QTextDocument& document)
+{
+    std::unique_ptr<QTextDocument> copy = makeSealedDocument();
+    copy->setDefaultFont(document.defaultFont());
+    QTextCursor(copy.get()).insertFragment(QTextDocumentFragment(&document));
+    copy->rootFrame()->setFrameFormat(document.rootFrame()->frameFormat());
+    for (QTextBlock block = copy->begin(); block.isValid(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            if (!it.fragment().charFormat().isImageFormat())
+                continue;
+            const QUrl address(it.fragment().charFormat().toImageFormat().name());
+            copy->addResource(QTextDocument::ImageResource, address, document.resource(QTextDocument::ImageResource, address));
+        }
+    }
+    return copy;
 }

@@ -52,5 +52,8 @@ std::unique_ptr<QTextDocument> makeSealedDocument();
 /// The document with the pictures of the folder; a picture that is missing or too large leaves an empty place.
 std::unique_ptr<QTextDocument> makeDocument(const RichText& text, const QString& pictureFolder);
 
+/// The same document once more, pictures included, sealed as well.
+std::unique_ptr<QTextDocument> copyOf(const QTextDocument& document);
+
 /// The words of a document: paragraphs on lines of their own, the cells of a row one behind the other, U+FFFC for a picture.
 QString plainTextOf(const QTextDocument& document);

@@ -122,7 +122,7 @@ PlistTokens::Token PlistTokens::next()
     for (;;) {
         m_at = std::min(m_bytes.find_first_not_of(xmlBlanks, m_at), m_bytes.size());
         if (m_at == m_bytes.size())
-            return Token::end;
+            return m_root == Root::open ? fail("the file ends too early") : Token::end;
         if (m_bytes[m_at] != '<')
             return fail("text stands where none may be");
         const Skip skip = skipMarkup();
@@ -135,8 +135,14 @@ PlistTokens::Token PlistTokens::next()
             return fail("the file ends inside a tag");
         const std::string_view tag = m_bytes.substr(m_at + 1, close - m_at - 1);
         m_at = close + 1;
-        const bool isRoot = tag == "plist" || tag.starts_with("plist ") || tag == "/plist";
-        if (!isRoot)
+        const std::string_view name = tag.substr(0, tag.find_first_of(xmlBlanks));
+        if (m_root == Root::none && name == "plist")
+            m_root = Root::open;
+        else if (m_root == Root::open && name == "/plist")
+            m_root = Root::closed;
+        else if (m_root == Root::closed)
+            return fail("something follows the end of the list");
+        else
             return tag.starts_with('/') ? closingTag(tag) : openingTag(tag);
     }
 }
@@ -203,7 +209,7 @@ bool PlistTokens::content(std::string_view name)
             return false;
         }
         if (isData)
-            m_resolved += m_bytes.substr(from, m_at - 3 - from);
+            appendQuoted(m_bytes.substr(from, m_at - 3 - from));
         mark = m_bytes.find('<', m_at);
         if (mark == std::string_view::npos || !appendContent(m_bytes.substr(m_at, mark - m_at))) {
             fail("the file ends inside <" + std::string(name) + ">");
@@ -224,6 +230,17 @@ bool PlistTokens::content(std::string_view name)
     }
     m_at = close + 1;
     return true;
+}
+
+/// Text in which only line ends mean anything.
+void PlistTokens::appendQuoted(std::string_view piece)
+{
+    for (std::size_t at = 0; at < piece.size(); ++at) {
+        if (piece[at] != '\r')
+            m_resolved += piece[at];
+        else if (at + 1 == piece.size() || piece[at + 1] != '\n')
+            m_resolved += '\n';
+    }
 }
 
 bool PlistTokens::appendContent(std::string_view piece)

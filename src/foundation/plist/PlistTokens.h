@@ -30,12 +30,15 @@ public:
 
 private:
     enum class Skip { done, again, failed };
+    /// The <plist> element around everything; a document may do without.
+    enum class Root { none, open, closed };
     Token openingTag(std::string_view tag);
     Token closingTag(std::string_view tag);
     Skip skipMarkup();
     bool skipPast(std::string_view ending);
     bool skipDocumentType();
     bool content(std::string_view name);
+    void appendQuoted(std::string_view piece);
     bool appendContent(std::string_view piece);
     bool appendReference(std::string_view piece, std::size_t& at);
 
@@ -44,6 +47,7 @@ private:
     std::string_view m_text;
     std::string m_resolved;
     std::string m_error;
+    Root m_root = Root::none;
     /// A self-closing list or dictionary owes its end.
     bool m_owesArrayClose = false;
     bool m_owesDictClose = false;

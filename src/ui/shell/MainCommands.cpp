@@ -1,6 +1,7 @@
 // The main window's commands: each made once, shown in the menus and on the tool bar.
 #include "app/Vendaro.h"
 #include "ui/contacts/ContactsPage.h"
+#include "ui/WindowMemory.h"
 #include "ui/kit/Icons.h"
 #include "ui/kit/Theme.h"
 #include "ui/kit/ToolBar.h"
@@ -93,7 +94,10 @@ void MainWindow::addLookMenu(QMenu& menu)
         action->setCheckable(true);
         action->setChecked(Theme::current().mode() == mode);
         group->addAction(action);
-        connect(action, &QAction::triggered, this, [mode] { Theme::apply(*qApp, mode); });
+        connect(action, &QAction::triggered, this, [mode] {
+            Theme::apply(*qApp, mode);
+            WindowMemory::rememberState("look", Theme::nameOf(mode).toUtf8());
+        });
     };
     add(tr("Light"), Theme::Mode::light);
     add(tr("Dark"), Theme::Mode::dark);

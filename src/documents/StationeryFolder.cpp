@@ -1,0 +1,143 @@
+#include "documents/StationeryFolder.h"
+
+#include "documents/rtf/RtfBuilder.h"
+#include "foundation/Folders.h"
+#include "foundation/Log.h"
+#include "foundation/Numbers.h"
+#include "foundation/SafeFile.h"
+#include "foundation/plist/PlistReader.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QImageReader>
+
+#include <algorithm>
+
+namespace {
+
+constexpr const char* builtInStationery[] {"Invoice.rtfd", "Invoice.css", "Invoice with tax.rtfd", "Reminder.rtfd",
+    "Purchase order.rtfd", "Purchase order.css", "Estimate.rtfd", "Estimate.css", "Delivery note.rtfd", "Delivery note.css",
+    "Outstanding Balance for Open Customer.rtfd"};
+
+/// A template of its own from before there was a folder of them.
+constexpr char formerTemplate[] = "customInvoice.rtfd";
+
+constexpr char plainStyle[]
+    = "<style> table{border:none;border-collapse:collapse; font-family:arial;text-align:left} th{font-family:arial; "
+      "background:#eee; padding:2px 0.5em; text-align:left;min-width:50px;} td{font-family:arial;padding:2px 0.5em;  "
+      "text-align:left} td.alt{background:#f0f0ff; padding:2px 0.5em}</style>";
+
+constexpr qint64 mostBackgroundPixels = 40'000'000;
+
+bool isOn(const PlistValue* value)
+{
+    return value && (value->isTrue() || value->asText() == "YES" || numbers::leadingInt(value->asText()) != 0);
+}
+
+std::optional<StationeryOptions> readOptions(const QString& path)
+{
+    const FileBytes file = readWholeFile(path.toStdString());
+    if (file.trouble != ReadTrouble::none)
+        return {};
+    const Result<PlistValue> list = plist::read(file.bytes);
+    if (!list || !list.value().isDict())
+        return {};
+    StationeryOptions options;
+    options.centreContent = isOn(list.value().find("centreContent"));
+    options.scaleTemplateImage = isOn(list.value().find("scaleTemplateImage"));
+    if (const PlistValue* margin = list.value().find("templatePageMargin"))
+        options.templatePageMargin = std::max(0.0F, numbers::leadingFloat(margin->asText()));
+    return options;
+}
+
+QImage readBackground(const QString& path)
+{
+    QImageReader reader(path);
+    const QSize size = reader.size();
+    if (!size.isValid() || static_cast<qint64>(size.width()) * size.height() > mostBackgroundPixels)
+        return {};
+    return reader.read();
+}
+
+QString readStyle(const QString& path)
+{
+    const FileBytes file = readWholeFile(path.toStdString());
+    const bool isAscii = std::none_of(file.bytes.begin(), file.bytes.end(), [](char byte) { return (byte & 0x80) != 0; });
+    return file.trouble == ReadTrouble::none && isAscii ? QString::fromLatin1(file.bytes) : QString::fromLatin1(plainStyle);
+}
+
+} // namespace
+
+StationeryFolder::StationeryFolder(QString support, QString resources)
+    : m_support(std::move(support)), m_resources(std::move(resources))
+{
+}
+
+QString StationeryFolder::path(const QString& name, const char* extension) const
+{
+    return m_support + "/stationary/" + name + QLatin1String(extension);
+}
+
+Result<void> StationeryFolder::install() const
+{
+    Result<void> outcome = folders::make(m_support + "/stationary");
+    for (const char* fileName : builtInStationery) {
+        const Result<void> installed = installOne(QLatin1String(fileName));
+        if (outcome && !installed)
+            outcome = installed;
+    }
+    return outcome;
+}
+
+Result<void> StationeryFolder::installOne(const QString& fileName) const
+{
+    const QString target = path(fileName, "");
+    if (QFileInfo::exists(target))
+        return {};
+    QString source = m_resources + "/stationary/" + fileName;
+    const QString former = m_support + '/' + formerTemplate;
+    if (fileName == QLatin1String("Invoice.rtfd") && QFileInfo::exists(former))
+        source = former;
+    if (QFileInfo(source).isDir())
+        return folders::copyTree(source, target);
+    const FileBytes file = readWholeFile(source.toStdString());
+    if (file.trouble != ReadTrouble::none)
+        return Error {file.reason};
+    return writeFileSafely(target.toStdString(), file.bytes);
+}
+
+QStringList StationeryFolder::names() const
+{
+    QStringList names;
+    const QDir folder(m_support + "/stationary");
+    for (const QString& entry : folder.entryList(QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase)) {
+        const QString name = QFileInfo(entry).completeBaseName();
+        if (!entry.startsWith('.') && !names.contains(name))
+            names += name;
+    }
+    return names;
+}
+
+bool StationeryFolder::hasDocument(const QString& name) const
+{
+    return folders::isSingleComponent(name) && QFileInfo::exists(path(name, ".rtfd"));
+}
+
+StationeryTemplate StationeryFolder::read(const QString& name) const
+{
+    StationeryTemplate result;
+    result.style = QString::fromLatin1(plainStyle);
+    if (!folders::isSingleComponent(name)) {
+        logFormat("no template can be called %s", name.toStdString().c_str());
+        return result;
+    }
+    result.pictures = path(name, ".rtfd");
+    const FileBytes document = readWholeFile((result.pictures + "/TXT.rtf").toStdString());
+    if (document.trouble != ReadTrouble::none)
+        logFormat("no document could be read: %s", document.reason.c_str());
+    result.document = RtfBuilder().build(document.bytes);
+    result.options = readOptions(path(name, ".plist"));
+    result.background = readBackground(path(name, ".tiff"));
+    result.style = readStyle(path(name, ".css"));
+    return result;
+}

@@ -1,0 +1,71 @@
+#include "ui/Program.h"
+
+#include "ui/kit/SheetStack.h"
+#include "ui/shell/MainWindow.h"
+
+#include <QApplication>
+#include <QDir>
+
+namespace {
+
+/// Settings reach the disk this long after a change.
+constexpr int settingsInterval = 2'000;
+/// How often files that could not be written are tried again.
+constexpr int retryInterval = 20'000;
+
+} // namespace
+
+QString Program::resourceFolder()
+{
+    const QDir here(QApplication::applicationDirPath());
+    for (const char* candidate : {"resources", "../resources", "../share/vendaro"}) {
+        if (here.exists(QString::fromLatin1(candidate) + "/stationary"))
+            return here.absoluteFilePath(QString::fromLatin1(candidate));
+    }
+    return here.absoluteFilePath("../share/vendaro");
+}
+
+VendaroDesktop Program::desktop()
+{
+    return {m_alerts, m_beeper, m_clock, m_user, m_panels, m_opener, m_printing, resourceFolder(), {}};
+}
+
+Program::Program() : m_vendaro(desktop())
+{
+    m_settingsTimer.setSingleShot(true);
+    m_vendaro.settingsStore().onDirty = [this] { m_settingsTimer.start(settingsInterval); };
+    connect(&m_settingsTimer, &QTimer::timeout, this, &Program::keepSettings);
+    connect(&m_retryTimer, &QTimer::timeout, this, [this] { m_vendaro.folder().retry(); });
+}
+
+Program::~Program()
+{
+    end();
+}
+
+void Program::start()
+{
+    m_vendaro.start();
+    m_windows = std::make_unique<Windows>(m_vendaro);
+    connect(&m_windows->main(), &MainWindow::quitWanted, qApp, &QApplication::quit, Qt::QueuedConnection);
+    m_windows->main().show();
+    m_vendaro.finishLaunching();
+    m_retryTimer.start(retryInterval);
+}
+
+void Program::keepSettings()
+{
+    if (!m_vendaro.settingsStore().flush())
+        m_settingsTimer.start(retryInterval);
+}
+
+void Program::end()
+{
+    if (std::exchange(m_ended, true) || !m_windows)
+        return;
+    m_vendaro.settingsStore().onDirty = nullptr;
+    m_settingsTimer.stop();
+    m_retryTimer.stop();
+    SheetStack::instance().cancelAll();
+    m_vendaro.quit();
+}

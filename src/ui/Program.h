@@ -1,0 +1,43 @@
+// The running program: the real desktop, the application on it, its windows, and the timers that keep things safe.
+#pragma once
+
+#include "app/Vendaro.h"
+#include "ui/RealDesktop.h"
+#include "ui/Windows.h"
+
+#include <QTimer>
+
+class Program : public QObject {
+    Q_OBJECT
+public:
+    Program();
+    ~Program() override;
+
+    /// Settings, windows, then the database.
+    void start();
+    /// Everything is written; the windows are still there, empty.
+    void end();
+
+    Vendaro& vendaro() { return m_vendaro; }
+    Windows& windows() { return *m_windows; }
+
+    /// Where templates and the sample business lie: beside the program as built, or where they are installed.
+    static QString resourceFolder();
+
+private:
+    VendaroDesktop desktop();
+    void keepSettings();
+
+    RealAlerts m_alerts;
+    RealBeeper m_beeper;
+    RealClock m_clock;
+    RealUser m_user;
+    RealFilePanels m_panels;
+    RealOpener m_opener;
+    RealPrinting m_printing;
+    Vendaro m_vendaro;
+    std::unique_ptr<Windows> m_windows;
+    QTimer m_settingsTimer;
+    QTimer m_retryTimer;
+    bool m_ended = false;
+};
