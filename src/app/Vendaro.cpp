@@ -61,7 +61,11 @@ Vendaro::Vendaro(VendaroDesktop desktop)
     connect(&m_preferences, &PrefsController::listsChanged, this, &Vendaro::populateLists);
 }
 
-Vendaro::~Vendaro() = default;
+Vendaro::~Vendaro()
+{
+    // What is still being written is read from the record files, which go before the folder does.
+    m_folder.drain();
+}
 
 void Vendaro::registerFiles()
 {

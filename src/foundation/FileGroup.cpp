@@ -100,13 +100,18 @@ Result<void> FileGroup::commit()
         if (Result<void> prepared = file.prepare(); !prepared)
             return prepared;
     }
-    if (m_files.size() == 1)
-        return m_files.front().commit();
     const std::string intent = m_folder + '/' + intentName;
+    // An intent of an earlier commit that failed may name the same file: it must not outlive what is written now.
+    if (m_files.size() == 1 && ::access(intent.c_str(), F_OK) != 0)
+        return m_files.front().commit();
     if (Result<void> written = writeFileSafely(intent, intentText(m_files, m_folder)); !written)
         return written;
     for (SafeFile& file : m_files) {
         if (Result<void> renamed = file.rename(); !renamed) {
+            if (&file == &m_files.front()) {
+                ::unlink(intent.c_str());
+                return renamed;
+            }
             // Some files have their new contents already: what is left stays, and the intent makes the group whole when read.
             for (SafeFile& left : m_files)
                 left.keepTemporary();

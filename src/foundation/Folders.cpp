@@ -19,6 +19,26 @@ Error folderError(const char* what, const QString& path, const std::error_code& 
     return {std::string(what) + " " + path.toStdString() + ": " + code.message()};
 }
 
+void copyEntry(const fs::path& source, const fs::path& target, std::error_code& code)
+{
+    const fs::file_status status = fs::symlink_status(source, code);
+    if (fs::is_symlink(status))
+        return fs::copy_symlink(source, target, code);
+    if (fs::is_regular_file(status)) {
+        fs::copy_file(source, target, code);
+        return;
+    }
+    if (!fs::is_directory(status))
+        return;
+    fs::create_directory(target, source, code);
+    for (auto entry = code ? fs::directory_iterator() : fs::directory_iterator(source, code);
+         entry != fs::directory_iterator(); entry.increment(code)) {
+        copyEntry(entry->path(), target / entry->path().filename(), code);
+        if (code)
+            return;
+    }
+}
+
 } // namespace
 
 namespace folders {
@@ -40,7 +60,8 @@ QString resolveIgnoringCase(const QString& parent, const QString& name)
     const QString asGiven = parent + '/' + name;
     if (QFileInfo::exists(asGiven))
         return asGiven;
-    const QStringList entries = QDir(parent).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    const QStringList entries =
+        QDir(parent).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
     for (const QString& entry : entries) {
         if (entry.compare(name, Qt::CaseInsensitive) == 0)
             return parent + '/' + entry;
@@ -61,9 +82,8 @@ Result<void> copyTree(const QString& source, const QString& target)
 {
     std::error_code code;
     if (fs::exists(fs::symlink_status(nativePath(target), code)))
-        return Error {target.toStdString() + " exists already"};
-    fs::copy(nativePath(source), nativePath(target),
-        fs::copy_options::recursive | fs::copy_options::copy_symlinks, code);
+        return Error{target.toStdString() + " exists already"};
+    copyEntry(nativePath(source), nativePath(target), code);
     return code ? Result<void>(folderError("cannot copy the folder", source, code)) : Result<void>();
 }
 

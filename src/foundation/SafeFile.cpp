@@ -230,10 +230,11 @@ FileBytes readWholeFile(const std::string& path)
 {
     FileBytes file;
     struct stat status {};
-    if (::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode))
+    if (::stat(path.c_str(), &status) == 0) {
+        if (!S_ISREG(status.st_mode))
+            return {{}, ReadTrouble::unreadable, path + " is not an ordinary file"};
         file.bytes.reserve(static_cast<std::size_t>(status.st_size));
-    else if (errno != ENOENT && !S_ISREG(status.st_mode))
-        return {{}, ReadTrouble::unreadable, path + " is not an ordinary file"};
+    }
     if (readInChunks(path, [&](std::string_view bytes) { file.bytes += bytes; }))
         return file;
     const ReadTrouble trouble = errno == ENOENT ? ReadTrouble::missing : ReadTrouble::unreadable;

@@ -1,0 +1,262 @@
+#include "Tour.h"
+
+#include "documents/CustomInvoiceController.h"
+#include "storage/Settings.h"
+#include "ui/Program.h"
+#include "ui/contacts/ContactEditor.h"
+#include "ui/inventory/ItemEditor.h"
+#include "ui/kit/SheetStack.h"
+#include "ui/kit/Sheet.h"
+#include "ui/kit/Theme.h"
+#include "ui/kit/UnderlineTabs.h"
+#include "ui/orders/OrderEditor.h"
+#include "ui/shell/MainWindow.h"
+#include "ui/shell/Sheets.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int windowWidth = 1400;
+constexpr int windowHeight = 900;
+
+void settle(int milliseconds = 120)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < milliseconds)
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+}
+
+/// An order that has something of everything to show: lines, a payment, a contact with an address.
+Order* fullestOrder(Vendaro& vendaro)
+{
+    Order* best = nullptr;
+    for (int number = 0; number < vendaro.getOrderManager().getCount(); ++number) {
+        Order* order = &vendaro.getOrderManager().at(number);
+        if (!order->getContact() || order->getPaymentArray().empty() || order->isPurchaseOrder())
+            continue;
+        if (!best || order->getPaymentArray().size() > best->getPaymentArray().size())
+            best = order;
+        if (best->getPaymentArray().size() > 1 && best->getBalanceRemaining() != "0.00")
+            return best;
+    }
+    return best;
+}
+
+QString textOfPdf(const QString& path)
+{
+    QProcess reader;
+    reader.start("pdftotext", {"-layout", path, "-"});
+    if (!reader.waitForFinished())
+        return {};
+    return QString::fromUtf8(reader.readAllStandardOutput());
+}
+
+} // namespace
+
+Tour::Tour(Program& program, QString folder) : m_program(program), m_folder(std::move(folder)) { }
+
+QStringList Tour::go()
+{
+    // The words of the person come once, so the welcome view is seen before the sample business is there.
+    inBothShades(&Tour::sheets);
+    m_program.vendaro().openSampleBusiness();
+    settle();
+    if (m_program.vendaro().getOrderManager().numberOfRows() == 0)
+        fail("The sample business has no orders.");
+    else {
+        inBothShades(&Tour::lists);
+        inBothShades(&Tour::orderEditor);
+        inBothShades(&Tour::otherEditors);
+        inBothShades(&Tour::document);
+        checkInvoice();
+    }
+    return m_failures;
+}
+
+void Tour::inBothShades(void (Tour::*part)())
+{
+    const int number = m_number;
+    for (const Theme::Mode mode : {Theme::Mode::light, Theme::Mode::dark}) {
+        m_number = number;
+        Theme::apply(*qApp, mode);
+        m_shade = Theme::nameOf(mode);
+        (this->*part)();
+    }
+}
+
+void Tour::take(QWidget* window, const char* name)
+{
+    ++m_number;
+    if (!window || !window->isVisible()) {
+        fail(QString("The window \"%1\" did not come up.").arg(name));
+        return;
+    }
+    settle();
+    const QString file = QString("%1/%2-%3-%4.png").arg(m_folder).arg(m_number, 2, 10, QChar('0')).arg(name, m_shade);
+    if (!window->grab().save(file))
+        fail(file + " could not be written.");
+}
+
+void Tour::takeDuring(QWidget* window, const char* name, const std::function<void()>& action)
+{
+    QTimer::singleShot(150, qApp, [this, window, name] {
+        if (Sheet* sheet = SheetStack::instance().top())
+            take(sheet->hostWindow() ? window : sheet, name);
+        else
+            fail(QString("Nothing asked at \"%1\".").arg(name));
+        SheetStack::instance().cancelAll();
+    });
+    action();
+    settle(400);
+}
+
+QWidget* Tour::windowNamed(const char* name) const
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto found = std::find_if(windows.begin(), windows.end(),
+        [name](const QWidget* window) { return window->isVisible() && window->objectName() == QLatin1String(name); });
+    return found == windows.end() ? nullptr : *found;
+}
+
+void Tour::sheets()
+{
+    MainWindow& window = m_program.windows().main();
+    window.resize(windowWidth, windowHeight);
+    window.showPage(Page::orders);
+    take(&window, "welcome");
+    takeDuring(&window, "alert", [this] {
+        m_program.vendaro().session().unlockDatabase();
+    });
+    {
+        DateFormatSheet dates(&window);
+        dates.open();
+        take(&window, "date-format");
+        dates.cancel();
+    }
+    LockInfo lock;
+    lock.user = "ada";
+    lock.datetime = "2024-03-01 10:15:30 +0000";
+    LockSheet locked(lock, &window);
+    locked.open();
+    take(&window, "locked");
+    locked.cancel();
+}
+
+void Tour::lists()
+{
+    MainWindow& window = m_program.windows().main();
+    Vendaro& vendaro = m_program.vendaro();
+    window.activateWindow();
+    window.showPage(Page::orders);
+    vendaro.getOrderManager().setSelectedRows({2});
+    take(&window, "orders");
+    window.showPage(Page::contacts);
+    take(&window, "contacts");
+    window.showPage(Page::items);
+    vendaro.getItemManager().setSelectedRows({1});
+    take(&window, "items");
+}
+
+void Tour::orderEditor()
+{
+    OrderManager& orders = m_program.vendaro().getOrderManager();
+    OrderEditor& editor = m_program.windows().order();
+    orders.editThisOrder(*fullestOrder(m_program.vendaro()));
+    settle();
+    static constexpr const char* names[] {"order", "order-contact", "order-second-contact", "order-payments", "order-repeat"};
+    for (int tab = 0; tab < 5; ++tab) {
+        editor.tabs()->setCurrentIndex(tab);
+        take(&editor, names[tab]);
+    }
+    editor.tabs()->setCurrentIndex(OrderForm::paymentsTab);
+    orders.form.tender.trigger();
+    take(&editor, "tender");
+    SheetStack::instance().cancelAll();
+    editor.tabs()->setCurrentIndex(OrderForm::orderTab);
+    orders.form.pickMaterial.trigger();
+    take(&editor, "picker");
+    SheetStack::instance().cancelAll();
+    orders.form.cancel.trigger();
+    settle();
+}
+
+void Tour::otherEditors()
+{
+    Vendaro& vendaro = m_program.vendaro();
+    ItemManager& items = vendaro.getItemManager();
+    items.setSelectedRows({1});
+    items.edit();
+    take(windowNamed("ItemWindow"), "item");
+    items.form.cancel.trigger();
+    static constexpr std::pair<const char*, const char*> kinds[] {
+        {"Individual", "individual"}, {"Company", "company"}, {"Company Contact", "company-contact"}};
+    for (const auto& [kind, name] : kinds) {
+        ContactManager& contacts = vendaro.getContactManager();
+        for (int number = 0; number < contacts.getCount(); ++number) {
+            if (contacts.at(number).getKind() != kind)
+                continue;
+            contacts.editThisContact(contacts.at(number));
+            break;
+        }
+        settle();
+        take(QApplication::activeWindow(), name);
+        if (QWidget* open = QApplication::activeWindow(); open && open != &m_program.windows().main())
+            open->close();
+        settle();
+    }
+}
+
+void Tour::document()
+{
+    Vendaro& vendaro = m_program.vendaro();
+    OrderManager& orders = vendaro.getOrderManager();
+    orders.editThisOrder(*fullestOrder(vendaro));
+    orders.form.stationery.setTitle("Invoice");
+    orders.form.printInvoice.trigger();
+    settle();
+    QWidget* window = windowNamed("InvoiceWindow");
+    take(window, "invoice");
+    if (window)
+        window->close();
+    orders.form.cancel.trigger();
+    settle();
+}
+
+void Tour::checkInvoice()
+{
+    Vendaro& vendaro = m_program.vendaro();
+    Order& order = *fullestOrder(vendaro);
+    CustomInvoiceController* document = nullptr;
+    const auto connection = QObject::connect(
+        &vendaro, &Vendaro::documentOpened, qApp, [&document](CustomInvoiceController* opened) { document = opened; });
+    vendaro.getOrderManager().editThisOrder(order);
+    vendaro.getOrderManager().form.printInvoice.trigger();
+    QObject::disconnect(connection);
+    if (!document) {
+        fail("No invoice was made.");
+        return;
+    }
+    const QString written = document->emailPDF();
+    const QString kept = m_folder + "/invoice.pdf";
+    QFile::remove(kept);
+    if (!QFile::copy(written, kept))
+        fail("The invoice could not be saved as PDF.");
+    const QString text = textOfPdf(kept);
+    const std::vector<std::string> expected {
+        std::string(order.getOrderNum()), std::string(order.getContact()->getName()), order.getTotalDue(), order.getBalanceRemaining()};
+    for (const std::string& words : expected) {
+        if (!text.contains(QString::fromStdString(words)))
+            fail(QString("The invoice does not show \"%1\".").arg(QString::fromStdString(words)));
+    }
+    if (text.contains('<'))
+        fail("The invoice shows a tag that was not filled.");
+    vendaro.getOrderManager().form.cancel.trigger();
+}

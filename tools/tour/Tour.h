@@ -1,0 +1,40 @@
+// Goes through the program window by window, takes a picture of each in light and dark, and saves an invoice as PDF.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class Program;
+class QWidget;
+
+class Tour {
+public:
+    Tour(Program& program, QString folder);
+
+    /// What did not come up or was not as it should be, one sentence each; empty when all went well.
+    QStringList go();
+
+private:
+    void inBothShades(void (Tour::*part)());
+    void lists();
+    void orderEditor();
+    void otherEditors();
+    void document();
+    void sheets();
+    void checkInvoice();
+
+    /// Saves the window as a numbered picture.
+    void take(QWidget* window, const char* name);
+    /// The picture of what stands on the window while action runs; action waits for an answer, which is given as cancelled.
+    void takeDuring(QWidget* window, const char* name, const std::function<void()>& action);
+    QWidget* windowNamed(const char* name) const;
+    void fail(const QString& sentence) { m_failures += sentence; }
+
+    Program& m_program;
+    QString m_folder;
+    QString m_shade;
+    int m_number = 0;
+    QStringList m_failures;
+};
