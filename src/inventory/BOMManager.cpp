@@ -38,15 +38,15 @@ BOMManager::BOMManager(BOMManagerNeeds needs) : Collection(needs.sorting, needs.
         return ListColumn {identifier, {}, width, align, true, true};
     };
     list.columns = {
-        editable("code", 82, ColumnAlign::left),
-        editable("item", 190, ColumnAlign::left),
-        editable("variation", 104, ColumnAlign::left),
-        {"brand", {}, 104},
-        editable("qty", 60, ColumnAlign::right),
-        editable("unit", 70, ColumnAlign::left),
-        editable("cost", 84, ColumnAlign::right),
-        editable("total", 84, ColumnAlign::right),
-        editable("taxcode", 78, ColumnAlign::left),
+        editable("code", 80, ColumnAlign::left),
+        editable("item", 176, ColumnAlign::left),
+        editable("variation", 96, ColumnAlign::left),
+        {"brand", {}, 96},
+        editable("qty", 54, ColumnAlign::right),
+        editable("unit", 64, ColumnAlign::left),
+        editable("cost", 78, ColumnAlign::right),
+        editable("total", 80, ColumnAlign::right),
+        editable("taxcode", 86, ColumnAlign::left),
     };
 }
 

@@ -26,11 +26,11 @@ ItemManager::ItemManager(ItemManagerNeeds needs)
     : Collection(needs.sorting, needs.beeper), constituentTable(needs.sorting, needs.beeper), m_needs(needs)
 {
     list.columns = {
-        {"code", localText("Code"), 130},
-        {"item", localText("Item"), 380},
-        {"variation", localText("Variation"), 160},
-        {"brand", localText("Brand"), 160},
-        {"category", localText("Category"), 200},
+        {"code", localText("Code"), 110},
+        {"item", localText("Item"), 340},
+        {"variation", localText("Variation"), 150},
+        {"brand", localText("Brand"), 150},
+        {"category", localText("Category"), 190},
         {"price", localText("Price"), 110, ColumnAlign::right},
         {"qty", localText("In stock"), 110, ColumnAlign::right},
     };

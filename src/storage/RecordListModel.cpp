@@ -1,6 +1,7 @@
 #include "storage/RecordListModel.h"
 
 #include <QColor>
+#include <QScopedValueRollback>
 
 RecordListModel::RecordListModel(qvDataSource& source, QObject* parent)
     : QAbstractTableModel(parent), m_source(source), m_columns(source.list.visibleColumns()), m_rows(source.numberOfRows())
@@ -54,6 +55,7 @@ bool RecordListModel::setData(const QModelIndex& index, const QVariant& value, i
 {
     if (role != Qt::EditRole || !index.isValid())
         return false;
+    const QScopedValueRollback<bool> editing(m_editing, true);
     return m_source.setObjectValue(column(index.column()).identifier, index.row(), cleanUtf8(value.toString()));
 }
 
@@ -76,6 +78,11 @@ Qt::ItemFlags RecordListModel::flags(const QModelIndex& index) const
 
 void RecordListModel::listReset()
 {
+    // Editing a cell moves no row, so views keep their place and the editor that is just closing.
+    if (m_editing && m_rows > 0 && m_rows == m_source.numberOfRows()) {
+        Q_EMIT dataChanged(index(0, 0), index(m_rows - 1, columnCount() - 1));
+        return;
+    }
     beginResetModel();
     m_rows = m_source.numberOfRows();
     endResetModel();

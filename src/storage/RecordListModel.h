@@ -47,4 +47,5 @@ private:
     qvDataSource& m_source;
     std::vector<const ListColumn*> m_columns;
     int m_rows = 0;
+    bool m_editing = false;
 };

@@ -6,6 +6,7 @@
 #include "storage/TextSearch.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace {
 
@@ -75,20 +76,17 @@ void qvDataSource::deleteItem(dataObject& record)
 
 void qvDataSource::deleteItems(std::span<dataObject* const> records)
 {
-    const auto isDeleted = [&](const dataObject* candidate) { return std::find(records.begin(), records.end(), candidate) != records.end(); };
-    bool highestGone = false;
+    const std::unordered_set<const dataObject*> deleted(records.begin(), records.end());
+    const auto isDeleted = [&](const dataObject* candidate) { return deleted.contains(candidate); };
     for (dataObject* record : records) {
-        if (!holds(*record))
-            continue;
-        highestGone = highestGone || record->getID() >= m_highestId;
-        recordRemoved(*record);
+        if (holds(*record))
+            recordRemoved(*record);
     }
     std::erase_if(m_collection, isDeleted);
     std::erase_if(m_sortArray, isDeleted);
     std::erase_if(m_selection, isDeleted);
     m_positionsValid = false;
-    if (highestGone)
-        findAndSetHighestId();
+    findAndSetHighestId();
     m_searchIndex->reset();
     invalidateRows();
 }

@@ -4,12 +4,27 @@
 #include "ui/FormBinder.h"
 #include "ui/WindowMemory.h"
 
+#include <QAccessibleWidget>
 #include <QCloseEvent>
 #include <QKeyEvent>
+
+namespace {
+
+/// Screen readers take a plain widget for a filler; this one is a window.
+QAccessibleInterface* makeEditorInterface(const QString& className, QObject* object)
+{
+    if (className != QLatin1String(EditorWindow::staticMetaObject.className()))
+        return nullptr;
+    return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::Window);
+}
+
+} // namespace
 
 EditorWindow::EditorWindow(Form& form, CommandField& cancel, const QString& frameName)
     : m_form(form), m_cancel(cancel), m_frameName(frameName)
 {
+    // The same factory given twice counts once.
+    QAccessible::installFactory(makeEditorInterface);
     setObjectName(frameName);
     connect(&form, &Form::opened, this, &EditorWindow::present);
     connect(&form, &Form::closed, this, [this] {

@@ -4,6 +4,8 @@
 #include "ui/kit/SegmentedChoice.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemDelegate>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -130,6 +132,15 @@ void FormBinder::commitTyping()
 {
     if (QInputMethod* method = QGuiApplication::inputMethod())
         method->commit();
+    // A shortcut leaves the keyboard where it is, perhaps in a cell that is being edited.
+    QWidget* editor = QApplication::focusWidget();
+    if (!editor || !m_window || !m_window->isAncestorOf(editor))
+        return;
+    auto* list = qobject_cast<QAbstractItemView*>(editor->parentWidget() ? editor->parentWidget()->parentWidget() : nullptr);
+    if (!list || editor->parentWidget() != list->viewport())
+        return;
+    Q_EMIT list->itemDelegate()->commitData(editor);
+    Q_EMIT list->itemDelegate()->closeEditor(editor);
 }
 
 void FormBinder::bindCaption(const QString& fieldName, QWidget* widget)
@@ -139,8 +150,12 @@ void FormBinder::bindCaption(const QString& fieldName, QWidget* widget)
     if (!field || !label)
         return;
     m_bindings.insert(field, {label, [field, label] {
-        if (!field->caption().isEmpty())
-            label->setText(field->caption());
+        if (field->caption().isEmpty())
+            return;
+        label->setText(field->caption());
+        // A plain text is read by itself; a name would hide what it says.
+        if (QWidget* named = label->buddy(); named && !qobject_cast<QLabel*>(named))
+            named->setAccessibleName(field->caption());
     }});
     show(field);
 }

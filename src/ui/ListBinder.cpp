@@ -1,11 +1,13 @@
 #include "ui/ListBinder.h"
 
+#include "ui/ColumnMemory.h"
 #include "ui/kit/RecordTable.h"
 #include "ui/kit/TableHeader.h"
 
 #include <QScopedValueRollback>
 
-ListBinder::ListBinder(qvDataSource& source, RecordTable* table) : QObject(table), m_source(source), m_table(table), m_model(source)
+ListBinder::ListBinder(qvDataSource& source, RecordTable* table, const QString& name)
+    : QObject(table), m_source(source), m_table(table), m_widths(new ColumnMemory(source.list, table->tableHeader(), name)), m_model(source)
 {
     RowRoles roles;
     roles.statusColour = RecordListModel::StatusColourRole;
@@ -17,26 +19,16 @@ ListBinder::ListBinder(qvDataSource& source, RecordTable* table) : QObject(table
     connect(&m_model, &RecordListModel::selectionWanted, this, &ListBinder::takeSelection);
     connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ListBinder::giveSelection);
     connect(table->tableHeader(), &QHeaderView::sectionClicked, this, &ListBinder::sortBy);
-    connect(table->tableHeader(), &QHeaderView::sectionResized, this, &ListBinder::takeWidths);
     table->tableHeader()->setSectionsClickable(true);
 }
 
 void ListBinder::takeColumns()
 {
-    const QScopedValueRollback<bool> taking(m_taking, true);
+    m_widths->setPaused(true);
     for (int section = 0; section < m_model.columnCount(); ++section)
         m_table->setColumnWidth(section, m_model.column(section).width);
+    m_widths->setPaused(false);
     showSort();
-}
-
-void ListBinder::takeWidths()
-{
-    if (m_taking)
-        return;
-    for (int section = 0; section < m_model.columnCount(); ++section) {
-        if (ListColumn* column = m_source.list.column(m_model.column(section).identifier))
-            column->width = m_table->columnWidth(section);
-    }
 }
 
 void ListBinder::sortBy(int section)

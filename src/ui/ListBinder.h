@@ -5,19 +5,20 @@
 
 #include <QObject>
 
+class ColumnMemory;
 class RecordTable;
 
 class ListBinder : public QObject {
     Q_OBJECT
 public:
-    ListBinder(qvDataSource& source, RecordTable* table);
+    /// name: what the widths of the columns are remembered under; empty when they are not.
+    ListBinder(qvDataSource& source, RecordTable* table, const QString& name = {});
 
     RecordListModel& model() { return m_model; }
     qvDataSource& source() { return m_source; }
 
 private:
     void takeColumns();
-    void takeWidths();
     void takeSelection();
     void giveSelection();
     void sortBy(int section);
@@ -25,6 +26,7 @@ private:
 
     qvDataSource& m_source;
     RecordTable* m_table;
+    ColumnMemory* m_widths;
     RecordListModel m_model;
     bool m_taking = false;
 };

@@ -61,10 +61,21 @@ private:
         table->setSelectionMode(QAbstractItemView::SingleSelection);
         table->setAccessibleName(m_picker.form.title());
         table->tableHeader()->setStretchLastSection(true);
+        shareWidth();
         new ListBinder(m_picker, table);
         m_search->steer(table);
         connect(table, &QAbstractItemView::activated, this, [this] { m_picker.chooseSelected(); });
         column()->addWidget(table, 1);
+    }
+
+    /// The columns' widths are shares of the sheet's.
+    void shareWidth()
+    {
+        int asked = 0;
+        for (const ListColumn& column : m_picker.list.columns)
+            asked += column.width;
+        for (ListColumn& column : m_picker.list.columns)
+            column.width = column.width * card()->width() / std::max(1, asked);
     }
 
     void addFooter()

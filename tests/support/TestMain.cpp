@@ -1,6 +1,6 @@
 // Every test binary runs under one headless application object, since documents, fonts and timers need it.
-#include <QGuiApplication>
 #include <gtest/gtest.h>
+#include <QGuiApplication>
 
 int main(int argc, char** argv)
 {

@@ -88,7 +88,6 @@ PlistValue makeCompany(Chance& chance, int id, Words words, const char* type)
     // In a large business the names come round again, told apart by a number.
     const std::string name = plain(words) + (id > 400 ? " " + std::to_string(id) : std::string());
     PlistValue company = newContact(id, name, "Company", type);
-    setText(company, "companyname", name);
     setText(company, "website", "http://www." + mailName(name) + ".example");
     addAddress(company, chance);
     addReach(company, chance, "office@" + mailName(name) + ".example");

@@ -38,11 +38,14 @@ public:
     void write(const RichText& text)
     {
         m_cursor.beginEditBlock();
-        for (const auto& block : text.blocks) {
-            if (const auto* paragraph = std::get_if<RichParagraph>(&block))
+        for (std::size_t i = 0; i < text.blocks.size(); ++i) {
+            if (const auto* paragraph = std::get_if<RichParagraph>(&text.blocks[i])) {
                 writeParagraph(*paragraph);
-            else
-                writeTable(std::get<RichTable>(block));
+                continue;
+            }
+            const auto* before = i > 0 ? std::get_if<RichParagraph>(&text.blocks[i - 1]) : nullptr;
+            const auto* after = i + 1 < text.blocks.size() ? std::get_if<RichParagraph>(&text.blocks[i + 1]) : nullptr;
+            writeTable(std::get<RichTable>(text.blocks[i]), before ? before->format.bottomMargin() : 0, spaceBehind(after));
         }
         m_cursor.endEditBlock();
     }
@@ -78,9 +81,18 @@ private:
         m_cursor.insertImage(format);
     }
 
-    static QTextTableFormat tableFormat(const RichTable& table)
+    /// The layout passes over the spacing of a paragraph that touches a table, and over an empty paragraph behind one as a whole.
+    static qreal spaceBehind(const RichParagraph* paragraph)
+    {
+        constexpr qreal emptyLine = 18;
+        return !paragraph ? 0 : paragraph->format.topMargin() + (paragraph->runs.empty() ? emptyLine : 0);
+    }
+
+    static QTextTableFormat tableFormat(const RichTable& table, qreal above, qreal below)
     {
         QTextTableFormat format;
+        format.setTopMargin(above);
+        format.setBottomMargin(below);
         const std::vector<RichCell>& cells = table.rows.front();
         const bool bordered = !cells.empty() && cells.front().bordered;
         format.setBorder(bordered ? 1 : 0);
@@ -100,13 +112,14 @@ private:
         return format;
     }
 
-    void writeTable(const RichTable& table)
+    /// above, below: the space the paragraphs around the table ask for.
+    void writeTable(const RichTable& table, qreal above, qreal below)
     {
         std::size_t columns = 1;
         for (const auto& row : table.rows)
             columns = std::max(columns, row.size());
         // A document starts with a paragraph, and one stands before every table; an unused one is taken as the place for it.
-        QTextTable* made = m_cursor.insertTable(static_cast<int>(table.rows.size()), static_cast<int>(columns), tableFormat(table));
+        QTextTable* made = m_cursor.insertTable(static_cast<int>(table.rows.size()), static_cast<int>(columns), tableFormat(table, above, below));
         for (std::size_t row = 0; row < table.rows.size(); ++row) {
             for (std::size_t column = 0; column < table.rows[row].size(); ++column)
                 writeCell(made->cellAt(static_cast<int>(row), static_cast<int>(column)), table.rows[row][column]);

@@ -2,6 +2,7 @@
 
 #include "contacts/ContactManager.h"
 #include "contacts/ContactOutlineModel.h"
+#include "ui/ColumnMemory.h"
 #include "ui/FormBinder.h"
 #include "ui/kit/EmptyState.h"
 #include "ui/kit/Fields.h"
@@ -32,10 +33,13 @@ ContactsPage::ContactsPage(ContactManager& contacts, QWidget* parent)
     m_tree->setModel(m_model);
     m_tree->setAccessibleName(tr("Contacts"));
     m_tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    auto* widths = new ColumnMemory(contacts.list, m_tree->tableHeader(), "contacts");
+    widths->setPaused(true);
     for (int section = 0; section < m_model->columnCount(); ++section)
         m_tree->setColumnWidth(section, m_model->column(section).width);
     m_tree->tableHeader()->setSectionsClickable(true);
     m_tree->tableHeader()->setStretchLastSection(true);
+    widths->setPaused(false);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);

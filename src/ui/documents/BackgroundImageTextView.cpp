@@ -1,5 +1,8 @@
 #include "ui/documents/BackgroundImageTextView.h"
 
+#include "ui/kit/FocusRing.h"
+#include "ui/kit/Theme.h"
+
 #include <QAbstractTextDocumentLayout>
 #include <QMimeData>
 #include <QPainter>
@@ -22,6 +25,8 @@ BackgroundImageTextView::BackgroundImageTextView(QWidget* parent) : QTextEdit(pa
     setObjectName("invoiceTextView");
     setAccessibleName(tr("Document"));
     setFrameShape(QFrame::NoFrame);
+    // The caret shows where typing goes; a ring around the sheet would say nothing.
+    FocusRing::exempt(this);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     // Paper is white in the dark as well.
@@ -68,6 +73,9 @@ void BackgroundImageTextView::paintEvent(QPaintEvent* event)
         painter.restore();
     }
     QTextEdit::paintEvent(event);
+    QPainter edge(viewport());
+    edge.setPen(themeColour(Colour::hairline));
+    edge.drawRect(viewport()->rect().adjusted(0, 0, -1, -1));
 }
 
 bool BackgroundImageTextView::canInsertFromMimeData(const QMimeData* source) const

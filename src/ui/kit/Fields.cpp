@@ -47,6 +47,14 @@ ChoiceBox::ChoiceBox(const QStringList& titles, QWidget* parent)
     addItems(titles);
 }
 
+void ChoiceBox::showEvent(QShowEvent* event)
+{
+    // Screen readers take what is chosen for the name of a pop-up list, so its own name is told as its description.
+    if (accessibleDescription().isEmpty())
+        setAccessibleDescription(accessibleName());
+    QComboBox::showEvent(event);
+}
+
 void ChoiceBox::wheelEvent(QWheelEvent* event)
 {
     if (hasFocus())

@@ -32,5 +32,6 @@ public:
     explicit ChoiceBox(const QStringList& titles, QWidget* parent = nullptr);
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 };

@@ -3,7 +3,10 @@
 #include "ui/kit/Label.h"
 
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTextEdit>
+
+#include <algorithm>
 
 namespace {
 
@@ -15,12 +18,13 @@ bool isTall(const QWidget* field)
     return qobject_cast<const QPlainTextEdit*>(field) || qobject_cast<const QTextEdit*>(field);
 }
 
-QWidget* firstForKeyboard(const QList<QWidget*>& controls)
+/// The control that a row's label is about: the first to type into or choose from, rather than a button beside it.
+QWidget* labelledControl(const QList<QWidget*>& controls)
 {
-    for (QWidget* control : controls) {
-        if (control->focusPolicy() & Qt::TabFocus)
-            return control;
-    }
+    const auto holdsValue = [](const QWidget* control) { return (control->focusPolicy() & Qt::TabFocus) && !qobject_cast<const QPushButton*>(control); };
+    const auto found = std::find_if(controls.begin(), controls.end(), holdsValue);
+    if (found != controls.end())
+        return *found;
     return controls.isEmpty() ? nullptr : controls.constFirst();
 }
 
@@ -48,8 +52,9 @@ Label* FormGrid::makeLabel(const QString& text, QWidget* buddy)
     label->setAlignment((m_labels == Labels::right ? Qt::AlignRight : Qt::AlignLeft) | (tall ? Qt::AlignTop : Qt::AlignVCenter));
     label->setContentsMargins(0, tall ? firstLineTop : 0, 0, 0);
     label->setBuddy(buddy);
-    // A plain text under a label is read by itself; a name would hide what it says.
-    if (buddy && buddy->accessibleName().isEmpty() && !qobject_cast<QLabel*>(buddy))
+    // Plain texts and buttons are read by themselves; a name would hide what they say.
+    const bool saysItself = qobject_cast<QLabel*>(buddy) || qobject_cast<QAbstractButton*>(buddy);
+    if (buddy && buddy->accessibleName().isEmpty() && !saysItself)
         buddy->setAccessibleName(text);
     addWidget(label, m_row, 0);
     return label;
@@ -80,7 +85,7 @@ QHBoxLayout* FormGrid::line(const QList<QWidget*>& controls)
 
 Label* FormGrid::addRow(const QString& label, const QList<QWidget*>& controls)
 {
-    Label* words = makeLabel(label, firstForKeyboard(controls));
+    Label* words = makeLabel(label, labelledControl(controls));
     addLayout(line(controls), m_row++, 1);
     return words;
 }

@@ -63,7 +63,6 @@ void RecordTable::setUnit(RowDelegate::Unit unit)
     m_delegate->setUnit(unit);
     const bool byCell = unit == RowDelegate::Unit::cells;
     setSelectionMode(byCell ? SingleSelection : ExtendedSelection);
-    setTabKeyNavigation(byCell);
     setEditTriggers(byCell ? EditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed) : EditTriggers(NoEditTriggers));
 }
 
@@ -106,6 +105,28 @@ void RecordTable::focusOutEvent(QFocusEvent* event)
 {
     QTableView::focusOutEvent(event);
     viewport()->update();
+}
+
+QModelIndex RecordTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    if (action == MoveNext || action == MovePrevious)
+        return nextEditable(action == MoveNext ? 1 : -1);
+    return QTableView::moveCursor(action, modifiers);
+}
+
+QModelIndex RecordTable::nextEditable(int step) const
+{
+    if (!model() || !currentIndex().isValid())
+        return {};
+    const int columns = model()->columnCount(rootIndex());
+    const int cells = columns * model()->rowCount(rootIndex());
+    int place = currentIndex().row() * columns + m_header->visualIndex(currentIndex().column());
+    for (place += step; place >= 0 && place < cells; place += step) {
+        const QModelIndex cell = model()->index(place / columns, m_header->logicalIndex(place % columns), rootIndex());
+        if (!isColumnHidden(cell.column()) && (cell.flags() & Qt::ItemIsEditable))
+            return cell;
+    }
+    return {};
 }
 
 void RecordTable::currentChanged(const QModelIndex& current, const QModelIndex& previous)

@@ -31,9 +31,12 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:
+    /// Where Tab in a cell being edited goes on to: the next cell that can be edited, none after the last.
+    QModelIndex nextEditable(int step) const;
     void updateRowOf(const QModelIndex& index);
 
     TableHeader* m_header;

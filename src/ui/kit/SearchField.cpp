@@ -13,7 +13,7 @@ SearchField::SearchField(const QString& placeholder, QWidget* parent)
 {
     setPlaceholderText(placeholder);
     setAccessibleName(placeholder);
-    addAction(Icons::get(QStringLiteral("search"), IconRole::placeholder), QLineEdit::LeadingPosition);
+    addAction(Icons::get(QStringLiteral("search"), IconRole::placeholder), QLineEdit::LeadingPosition)->setText(tr("Search"));
     m_clear = addAction(Icons::get(QStringLiteral("field-clear"), IconRole::normal), QLineEdit::TrailingPosition);
     m_clear->setText(tr("Clear"));
     m_clear->setVisible(false);

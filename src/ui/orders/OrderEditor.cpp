@@ -110,7 +110,7 @@ QWidget* OrderEditor::makeOrderTab()
     m_lineTable->setUnit(RowDelegate::Unit::cells);
     m_lineTable->setAccessibleName(tr("Items ordered"));
     m_lineTable->tableHeader()->setStretchLastSection(true);
-    new ListBinder(m_lines, m_lineTable);
+    new ListBinder(m_lines, m_lineTable, "lines");
     auto* card = new CardFrame(m_lineTable);
     column->addWidget(card, 1);
     return tab;
@@ -138,7 +138,7 @@ QWidget* OrderEditor::makePaymentsTab()
     table->setUnit(RowDelegate::Unit::cells);
     table->setAccessibleName(tr("Payments"));
     table->tableHeader()->setStretchLastSection(true);
-    new ListBinder(m_orders.paymentTable, table);
+    new ListBinder(m_orders.paymentTable, table, "payments");
     column->addWidget(new CardFrame(table), 1);
     return tab;
 }

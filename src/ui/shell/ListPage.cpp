@@ -19,7 +19,7 @@ ListPage::ListPage(qvDataSource& source, ListForm& form, const ListPageTexts& te
     , m_header(new PageHeader(texts.title, texts.searchPlaceholder, this))
     , m_table(new RecordTable(RecordTable::Place::page, this))
     , m_empty(new EmptyState(texts.emptyIcon, texts.emptyTitle, texts.emptyHint, this))
-    , m_binder(new ListBinder(source, m_table))
+    , m_binder(new ListBinder(source, m_table, texts.name))
     , m_emptyTitle(texts.emptyTitle)
     , m_emptyHint(texts.emptyHint)
 {

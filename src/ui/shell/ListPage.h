@@ -12,6 +12,8 @@ class RecordTable;
 class qvDataSource;
 
 struct ListPageTexts {
+    /// What the list is remembered under.
+    QString name;
     QString title;
     QString searchPlaceholder;
     QString emptyIcon;

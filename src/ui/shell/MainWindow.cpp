@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTime>
@@ -30,7 +31,8 @@ constexpr std::array shownPages {Page::contacts, Page::orders, Page::items};
 MainWindow::MainWindow(Vendaro& vendaro) : m_vendaro(vendaro)
 {
     setObjectName("MainWindow");
-    resize(1400, 900);
+    // The desktop's own frame needs some room around it.
+    resize(QSize(1400, 900).boundedTo(screen()->availableSize() - QSize(16, 48)));
     setMinimumSize(960, 560);
     makeCommands();
     makeMenus();
@@ -69,9 +71,9 @@ void MainWindow::makePages()
     m_pages = new QStackedWidget;
     m_contactsPage = new ContactsPage(m_vendaro.getContactManager());
     m_ordersPage = new ListPage(m_vendaro.getOrderManager(), m_vendaro.getOrderManager().listForm,
-        {tr("Orders"), tr("Search orders and contacts"), "view-list-text", tr("No orders yet"), tr("Make your first one with New Order.")});
+        {"orders", tr("Orders"), tr("Search orders and contacts"), "view-list-text", tr("No orders yet"), tr("Make your first one with New Order.")});
     m_itemsPage = new ListPage(m_vendaro.getItemManager(), m_vendaro.getItemManager().listForm,
-        {tr("Items"), tr("Search items"), "tag", tr("No items yet"), tr("Make your first one with New Item.")});
+        {"items", tr("Items"), tr("Search items"), "tag", tr("No items yet"), tr("Make your first one with New Item.")});
     m_welcome = new WelcomeView;
     m_pages->addWidget(m_contactsPage);
     m_pages->addWidget(m_ordersPage);

@@ -1,0 +1,98 @@
+#include "support/Scenario.h"
+
+#include "foundation/Log.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+Scenario::Scenario()
+    : resources(PROJECT_RESOURCES)
+{
+    setLogSink([this](std::string_view line) {
+        m_log += QString::fromUtf8(line.data(), static_cast<qsizetype>(line.size()));
+    });
+}
+
+Scenario::~Scenario()
+{
+    m_app.reset();
+    setLogSink({});
+}
+
+void Scenario::start()
+{
+    m_app = std::make_unique<Vendaro>(VendaroDesktop{alerts, beeper, clock, user, panels, opener, printing, resources, locale});
+    m_app->start();
+    m_app->finishLaunching();
+}
+
+void Scenario::quit()
+{
+    if (m_app)
+        m_app->quit();
+    m_app.reset();
+}
+
+void Scenario::restart()
+{
+    quit();
+    start();
+}
+
+void Scenario::crash()
+{
+    m_app.reset();
+}
+
+QString Scenario::supportFolder() const
+{
+    return home() + "/Library/Application Support/Vendaro";
+}
+
+QString Scenario::databaseFolder() const
+{
+    return supportFolder() + "/vendarodatabase.vendb";
+}
+
+QString Scenario::settingsPath() const
+{
+    return home() + "/Library/Preferences/Vendaro.plist";
+}
+
+QByteArray Scenario::readFile(const QString& name) const
+{
+    QFile file(databaseFolder() + '/' + name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool Scenario::hasFile(const QString& name) const
+{
+    return QFileInfo::exists(databaseFolder() + '/' + name);
+}
+
+void Scenario::writeFile(const QString& name, const QByteArray& bytes) const
+{
+    ASSERT_TRUE(QDir().mkpath(databaseFolder()));
+    QFile file(databaseFolder() + '/' + name);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(bytes), bytes.size());
+}
+
+void Scenario::writeSettings(const QByteArray& keysAndValues) const
+{
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(settingsPath()).path()));
+    QFile file(settingsPath());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const QByteArray bytes = document("<dict>\n" + keysAndValues + "\n</dict>");
+    ASSERT_EQ(file.write(bytes), bytes.size());
+}
+
+QByteArray Scenario::document(const QByteArray& value)
+{
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+           "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+           "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+           "<plist version=\"1.0\">\n"
+        + value + "\n</plist>\n";
+}
