@@ -2,6 +2,7 @@
 #include "app/Vendaro.h"
 
 #include "foundation/Log.h"
+#include "storage/PresentItem.h"
 
 std::string Vendaro::codeSort() const
 {
@@ -21,37 +22,37 @@ void Vendaro::initialiseDateFormat()
 void Vendaro::connectContactToOrderId(Contact& contact, int orderId)
 {
     logFormat("Vendaro connectContact - connecting contact %i to order %i", contact.getID(), orderId);
-    if (Order* order = m_orders.getItemById(orderId))
+    if (Order* order = presentItem(m_orders, orderId))
         m_orders.connectContactByTab(contact, *order);
 }
 
 std::string Vendaro::orderNumber(int orderId) const
 {
-    const Order* order = m_orders.getItemById(orderId);
+    const Order* order = presentItem(m_orders, orderId);
     return order ? std::string(order->getOrderNum()) : std::string();
 }
 
 std::string Vendaro::orderDate(int orderId) const
 {
-    const Order* order = m_orders.getItemById(orderId);
+    const Order* order = presentItem(m_orders, orderId);
     return order ? std::string(order->getDate()) : std::string();
 }
 
 std::string Vendaro::orderType(int orderId) const
 {
-    const Order* order = m_orders.getItemById(orderId);
+    const Order* order = presentItem(m_orders, orderId);
     return order ? order->getType() : std::string();
 }
 
 const Contact* Vendaro::contactOfOrder(int orderId) const
 {
-    const Order* order = m_orders.getItemById(orderId);
+    const Order* order = presentItem(m_orders, orderId);
     return order ? order->getContact() : nullptr;
 }
 
 int Vendaro::contactIdOfOrder(int orderId) const
 {
-    const Order* order = m_orders.getItemById(orderId);
+    const Order* order = presentItem(m_orders, orderId);
     return order ? order->getContactId() : 0;
 }
 

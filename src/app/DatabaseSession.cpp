@@ -31,16 +31,47 @@ void DatabaseSession::registerFile(RecordFile& file, qvDataSource& collection, s
 
 void DatabaseSession::readDatabase()
 {
-    const QString location = m_needs.preferences.actualDbLocation();
-    const LoadReport report = m_folder.load(location, [this](RecordFile& file, bool existed) { afterFile(file, existed); });
+    const LoadReport report = m_folder.load(m_needs.preferences.actualDbLocation(), afterFile());
     Q_EMIT titleChanged();
     checkLock();
-    if (!report.damaged.isEmpty())
-        Q_EMIT damageFound(report.damaged);
+    tellDamage(report.damaged);
+    // Somebody may have written between the reading and the lock; from now on nobody else does.
+    if (!m_readonlymode) {
+        readWhatChanged();
+        Q_EMIT openedForWriting();
+    }
     Q_EMIT databaseRead();
 }
 
-void DatabaseSession::afterFile(RecordFile& file, bool existed)
+void DatabaseSession::readWhatChanged()
+{
+    if (!m_folder.changedSinceRead())
+        return;
+    logLine("the database changed since it was read, reading it again");
+    clearCollections();
+    tellDamage(m_folder.readAgain(afterFile()).damaged);
+}
+
+void DatabaseSession::clearCollections()
+{
+    for (qvDataSource* collection : m_collections) {
+        collection->clearDeleteBuffer();
+        collection->clear();
+    }
+}
+
+void DatabaseSession::tellDamage(const QStringList& sentences)
+{
+    if (!sentences.isEmpty())
+        Q_EMIT damageFound(sentences);
+}
+
+DatabaseFolder::AfterFile DatabaseSession::afterFile()
+{
+    return [this](RecordFile& file, bool existed) { takeOver(file, existed); };
+}
+
+void DatabaseSession::takeOver(RecordFile& file, bool existed)
 {
     const auto entry = std::find_if(m_entries.begin(), m_entries.end(), [&](const Entry& candidate) { return candidate.file == &file; });
     if (!existed && entry == m_entries.begin())
@@ -139,6 +170,7 @@ void DatabaseSession::writeEverything()
     if (m_readonlymode)
         return;
     write(m_folder.files(), DatabaseFolder::When::now);
+    tellDamage(m_folder.keepUnsaved());
     if (!m_folder.lock().release())
         logLine("error: lock not removed from database");
 }
@@ -162,12 +194,13 @@ void DatabaseSession::switchDatabase()
 {
     Q_EMIT aboutToSwitch();
     writeEverything();
-    for (qvDataSource* collection : m_collections) {
-        collection->clearDeleteBuffer();
-        collection->clear();
-    }
+    clearCollections();
     m_needs.preferences.readDatabaseProperties();
     readDatabase();
+    for (qvDataSource* collection : m_filteredAfterSwitch) {
+        collection->filter();
+        collection->reloadData();
+    }
 }
 
 void DatabaseSession::unlockDatabase()
@@ -184,13 +217,19 @@ void DatabaseSession::unlockDatabase()
         m_needs.alerts.ask({localText(alerts::unlockDatabase.title), QString::fromStdString(opened.error().message), {localText("OK")}});
         return;
     }
+    // Whoever held the lock may have written until a moment ago; what was read then must not be written over it.
+    if (m_folder.changedSinceRead()) {
+        Q_EMIT aboutToSwitch();
+        readWhatChanged();
+        Q_EMIT databaseRead();
+    }
     setReadOnly(false);
 }
 
 void DatabaseSession::copyDatabase()
 {
-    const std::optional<QString> target
-        = m_needs.panels.saveFile({localText("Choose a location and name for the copy database"), "vendb", {}, {}, {}, {}});
+    const std::optional<QString> target =
+        m_needs.panels.saveFile({localText("Choose a location and name for the copy database"), "vendb", {}, {}, {}, {}});
     if (!target) {
         logLine("lock not written into copy successfully");
         return;

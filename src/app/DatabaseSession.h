@@ -36,6 +36,8 @@ public:
     void registerFile(RecordFile& file, qvDataSource& collection, std::vector<const qvDataSource*> alsoWrittenWith = {});
     /// A collection that is emptied by a switch but has no file of its own.
     void registerCollection(qvDataSource& collection) { m_collections.push_back(&collection); }
+    /// A collection whose filter runs once more when another database was opened.
+    void filterAfterSwitch(qvDataSource& collection) { m_filteredAfterSwitch.push_back(&collection); }
 
     /// Loads the database at the location setting.
     void readDatabase();
@@ -63,13 +65,15 @@ Q_SIGNALS:
     void aboutToSwitch();
     /// After a file's records were taken over: sort, then filter.
     void fileLoaded(RecordFile* file);
+    /// The database was loaded and nobody else's lock stood in the way.
+    void openedForWriting();
     void databaseRead();
     /// The lock-information sheet is to be shown.
     void locked();
     void unlocked();
     void readOnlyChanged();
     void titleChanged();
-    /// Files that could not be read, one sentence each.
+    /// Files that could not be read, or written at the end, one sentence each.
     void damageFound(const QStringList& sentences);
 
 private:
@@ -82,7 +86,11 @@ private:
     std::vector<RecordFile*> filesOf(const qvDataSource& sender) const;
     void write(const std::vector<RecordFile*>& files, DatabaseFolder::When when);
     void makeFolders();
-    void afterFile(RecordFile& file, bool existed);
+    void readWhatChanged();
+    void clearCollections();
+    void tellDamage(const QStringList& sentences);
+    DatabaseFolder::AfterFile afterFile();
+    void takeOver(RecordFile& file, bool existed);
     void checkLock();
     void meetLock();
     void setReadOnly(bool readOnly);
@@ -91,6 +99,7 @@ private:
     DatabaseFolder& m_folder;
     std::vector<Entry> m_entries;
     std::vector<qvDataSource*> m_collections;
+    std::vector<qvDataSource*> m_filteredAfterSwitch;
     LockInfo m_lockInfo;
     bool m_readonlymode = false;
 };

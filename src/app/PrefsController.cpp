@@ -1,6 +1,8 @@
 #include "app/PrefsController.h"
 
+#include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
+#include "foundation/Folders.h"
 #include "foundation/Log.h"
 #include "foundation/Numbers.h"
 #include "storage/qvDataSource.h"
@@ -15,7 +17,7 @@ constexpr char defaultDatabaseName[] = "vendarodatabase";
 
 /// A switch of the form and the list column it shows or hides.
 struct ColumnSwitch {
-    FlagField PrefsForm::* flag;
+    FlagField PrefsForm::*flag;
     const char* column;
 };
 constexpr std::array orderColumnSwitches {
@@ -36,7 +38,7 @@ constexpr std::array lineColumnSwitches {
 
 /// A heading of the line table and its column.
 struct ColumnHeading {
-    TextField PrefsForm::* heading;
+    TextField PrefsForm::*heading;
     const char* column;
 };
 constexpr std::array lineHeadings {
@@ -51,15 +53,13 @@ constexpr std::array lineHeadings {
     ColumnHeading {&PrefsForm::headingTotal, "total"},
 };
 
-constexpr std::array words {&PrefsForm::termOrder, &PrefsForm::termOrders, &PrefsForm::termItem, &PrefsForm::termItems,
-    &PrefsForm::termBOM, &PrefsForm::headingItem, &PrefsForm::headingCode, &PrefsForm::headingVariation, &PrefsForm::headingBrand,
-    &PrefsForm::headingQty, &PrefsForm::headingUnit, &PrefsForm::headingPrice, &PrefsForm::headingTotal,
-    &PrefsForm::headingTaxCode};
+constexpr std::array words {&PrefsForm::termOrder, &PrefsForm::termOrders, &PrefsForm::termItem, &PrefsForm::termItems, &PrefsForm::termBOM,
+    &PrefsForm::headingItem, &PrefsForm::headingCode, &PrefsForm::headingVariation, &PrefsForm::headingBrand, &PrefsForm::headingQty,
+    &PrefsForm::headingUnit, &PrefsForm::headingPrice, &PrefsForm::headingTotal, &PrefsForm::headingTaxCode};
 
 constexpr std::array lists {&PrefsForm::invoiceCategories, &PrefsForm::statuses, &PrefsForm::contactTypes};
 
-const std::vector<TaxRate> initialTaxRates {
-    {"S", "standard", "20"}, {"L", "lower", "5"}, {"Z", "zero", "0"}, {"E", "exempt", "0"}};
+const std::vector<TaxRate> initialTaxRates {{"S", "standard", "20"}, {"L", "lower", "5"}, {"Z", "zero", "0"}, {"E", "exempt", "0"}};
 
 void showColumn(qvDataSource& list, const char* identifier, bool visible)
 {
@@ -85,9 +85,12 @@ std::string entryText(const PlistValue& entry, const char* key)
 
 } // namespace
 
-PrefsController::PrefsController(
-    SettingsStore& store, DatabaseProperties& properties, QString home, qvDataSource& orders, qvDataSource& lines)
-    : m_store(store), m_properties(properties), m_home(std::move(home)), m_orders(orders), m_lines(lines)
+PrefsController::PrefsController(PrefsNeeds needs)
+    : m_needs(std::move(needs))
+    , m_store(m_needs.store)
+    , m_properties(m_needs.properties)
+    , m_orders(m_needs.orders)
+    , m_lines(m_needs.lines)
 {
     form.dateFormat.onEdited = [this] {
         m_dateFormatChosen = true;
@@ -95,6 +98,13 @@ PrefsController::PrefsController(
     };
     form.handlesTax.onEdited = [this] { enableTaxControls(); };
     form.pricesTaxInclusive.onEdited = [this] { showPrices(); };
+    form.colourStatus.onEdited = [this] { statusSelectorHasChanged(); };
+    form.databases.onEdited = [this] { selectDatabase(); };
+    newDatabase.confirm.run = [this] { makeNewDatabase(); };
+    newDatabase.cancel.run = [this] {
+        newDatabase.close();
+        switchToFormsLocation();
+    };
 }
 
 void PrefsController::registerDefaults()
@@ -108,18 +118,18 @@ void PrefsController::readDefaults()
 {
     registerDefaults();
     readText(form.dbLocation, settings::dbLocation);
-    m_actualDbLocation = QString::fromStdString(getDbLocation());
     readColumns();
     readTax();
     removeHiddenColumns();
     readChoices();
     readDatabaseProperties();
     readOwnText(form.stockWarn, settings::stockWarn);
-    for (TextField PrefsForm::* word : words)
+    for (TextField PrefsForm::*word : words)
         readOwnText(form.*word, (form.*word).name().toLatin1());
     applyBOMTableHeadingChanges();
-    for (TextField PrefsForm::* list : lists)
-        readText(form.*list, (form.*list).name().toLatin1());
+    readOwnText(form.invoiceCategories, settings::invoiceCategories);
+    readOwnText(form.statuses, settings::statuses);
+    readText(form.contactTypes, settings::contactTypes);
     Q_EMIT wordsChanged();
     populateLists();
 }
@@ -166,9 +176,9 @@ void PrefsController::removeHiddenColumns()
 
 void PrefsController::readTax()
 {
-    readText(form.taxStatement, settings::taxStatement);
+    readOwnText(form.taxStatement, settings::taxStatement);
     readTaxRates();
-    readText(form.taxShipping, settings::taxShipping);
+    readOwnText(form.taxShipping, settings::taxShipping);
     form.handlesTax.setOn(m_store.text(settings::handlesTax) == "YES");
     enableTaxControls();
     readPricesInclusive();
@@ -231,8 +241,11 @@ void PrefsController::readChoices()
         form.dateFormat.setIndex(*format == "1" ? PrefsForm::monthFirst : PrefsForm::dayFirst);
     if (const auto sort = m_store.text(settings::defaultSort))
         form.defaultSort.setIndex(*sort == "1" ? PrefsForm::oldestFirst : PrefsForm::newestFirst);
-    if (const auto codes = m_store.text(settings::codeSort))
-        form.codeSort.setIndex(numbers::leadingInt(*codes));
+    if (const auto codes = m_store.text(settings::codeSort)) {
+        // Anything but the other two choices means by digits.
+        const int choice = numbers::leadingInt(*codes);
+        form.codeSort.setIndex(choice == PrefsForm::asText || choice == PrefsForm::byCreation ? choice : PrefsForm::byDigits);
+    }
     showDateFormat();
 }
 
@@ -257,6 +270,7 @@ void PrefsController::chooseDateFormat(PrefsForm::DateFormatChoice choice)
 
 void PrefsController::readDatabaseProperties()
 {
+    m_actualDbLocation = QString::fromStdString(getDbLocation());
     readDatabaseText(form.currency, settings::currency, CopyToUser::yes);
     readDatabaseText(form.currencyCode, settings::currencyCode, CopyToUser::yes);
     readDatabaseText(form.orderPrefix, settings::orderPrefix, CopyToUser::no);
@@ -294,6 +308,7 @@ void PrefsController::applyBOMTableHeadingChanges()
 
 void PrefsController::populateLists()
 {
+    form.colourStatus.setTitles(getStatusList());
     Q_EMIT listsChanged();
 }
 
@@ -306,7 +321,6 @@ void PrefsController::makeDefaultFolders()
 void PrefsController::setDbLocation(const QString& path)
 {
     form.dbLocation.setText(path);
-    m_actualDbLocation = path;
     m_store.setText(settings::dbLocation, path.toStdString());
 }
 
@@ -350,7 +364,7 @@ void PrefsController::OKButton()
     m_store.setText(settings::codeSort, std::to_string(form.codeSort.index()));
     commit(form.stockWarn);
     logLine("Saving terms");
-    for (TextField PrefsForm::* word : words)
+    for (TextField PrefsForm::*word : words)
         commit(form.*word);
     logLine("Saving tax rates");
     writeTaxRates();
@@ -361,9 +375,11 @@ void PrefsController::OKButton()
     m_store.setText(settings::pricesTaxInclusive, exclusive ? "1" : "0");
     showPrices();
     logLine("Saving lists");
-    for (TextField PrefsForm::* list : lists)
+    for (TextField PrefsForm::*list : lists)
         commit(form.*list);
     makeDefaultFolders();
+    if (!form.dbLocation.text().isEmpty())
+        commit(form.dbLocation);
     for (const ColumnSwitch& entry : orderColumnSwitches)
         m_store.setText((form.*entry.flag).name().toStdString(), (form.*entry.flag).isOn() ? "YES" : "NO");
     for (const ColumnSwitch& entry : lineColumnSwitches)
@@ -372,14 +388,38 @@ void PrefsController::OKButton()
     applyBOMTableHeadingChanges();
 }
 
-std::string PrefsController::getCurrency() const { return textOf(form.currency); }
-std::string PrefsController::getCurrencyCode() const { return textOf(form.currencyCode); }
-std::string PrefsController::getOrderPrefix() const { return textOf(form.orderPrefix); }
-std::string PrefsController::getItemPrefix() const { return textOf(form.itemPrefix); }
-std::string PrefsController::getContactPrefix() const { return textOf(form.contactPrefix); }
-std::string PrefsController::getStockWarn() const { return textOf(form.stockWarn); }
-std::string PrefsController::getTermOrder() const { return textOf(form.termOrder); }
-std::string PrefsController::getTermItem() const { return textOf(form.termItem); }
+std::string PrefsController::getCurrency() const
+{
+    return textOf(form.currency);
+}
+std::string PrefsController::getCurrencyCode() const
+{
+    return textOf(form.currencyCode);
+}
+std::string PrefsController::getOrderPrefix() const
+{
+    return textOf(form.orderPrefix);
+}
+std::string PrefsController::getItemPrefix() const
+{
+    return textOf(form.itemPrefix);
+}
+std::string PrefsController::getContactPrefix() const
+{
+    return textOf(form.contactPrefix);
+}
+std::string PrefsController::getStockWarn() const
+{
+    return textOf(form.stockWarn);
+}
+std::string PrefsController::getTermOrder() const
+{
+    return textOf(form.termOrder);
+}
+std::string PrefsController::getTermItem() const
+{
+    return textOf(form.termItem);
+}
 
 std::string PrefsController::getTaxStatement() const
 {
@@ -391,11 +431,9 @@ std::string PrefsController::getDbLocation() const
     return form.dbLocation.text().isEmpty() ? defaultLocation : textOf(form.dbLocation);
 }
 
-QString PrefsController::expanded(QString path) const
+QString PrefsController::expanded(const QString& path) const
 {
-    if (path == "~" || path.startsWith("~/"))
-        path.replace(0, 1, m_home);
-    return path;
+    return QDir::cleanPath(folders::expandHome(path, m_needs.user.home()));
 }
 
 QString PrefsController::actualDbLocation() const

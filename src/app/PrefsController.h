@@ -10,9 +10,14 @@
 
 #include <QObject>
 
+#include <functional>
 #include <vector>
 
+class Alerts;
+class FilePanels;
+class User;
 class qvDataSource;
+struct RgbColour;
 
 struct TaxRate {
     std::string code;
@@ -20,13 +25,26 @@ struct TaxRate {
     std::string rate;
 };
 
+struct PrefsNeeds {
+    SettingsStore& store;
+    DatabaseProperties& properties;
+    Alerts& alerts;
+    FilePanels& panels;
+    const User& user;
+    /// The lists whose columns the settings show, hide and name.
+    qvDataSource& orders;
+    qvDataSource& lines;
+    /// Saves and closes the open database and opens the one at the location setting.
+    std::function<void()> switchDatabase;
+};
+
 class PrefsController : public QObject, public SettingsForm {
     Q_OBJECT
 public:
-    /// home is what "~" stands for. The lists are those whose columns the settings show, hide and name.
-    PrefsController(SettingsStore& store, DatabaseProperties& properties, QString home, qvDataSource& orders, qvDataSource& lines);
+    explicit PrefsController(PrefsNeeds needs);
 
     PrefsForm form;
+    NewDatabaseForm newDatabase;
 
     void readDefaults();
     void OKButton();
@@ -36,10 +54,34 @@ public:
     /// Hands the user's lists to the pop-ups that show them.
     void populateLists();
     void applyBOMTableHeadingChanges();
-    /// The location setting, and with it the folder that per-database values go to.
+    /// The location setting, in the form and in the store; it counts from the next load.
     void setDbLocation(const QString& path);
-    /// Reads the values that travel with the database that was opened.
+    /// The database at the location setting is about to be read: what travels with it is read, and written, from now on.
     void readDatabaseProperties();
+
+    // The tax-rate table
+    void addTaxRate();
+    /// Takes the row away; nothing when there is no such row.
+    void deleteTaxRate(int row);
+    /// column: "code", "description" or "rate".
+    void setTaxRateValue(std::string_view column, int row, std::string_view value);
+
+    // Colours of order statuses
+    /// Shows the colour of the status chosen in the form.
+    void statusSelectorHasChanged();
+    /// Of the status chosen in the form; white when it has none.
+    RgbColour shownStatusColour() const;
+    void setColorForStatus(const RgbColour& colour);
+
+    // Databases
+    /// Lists the databases of the user's folder anew.
+    void listDatabases();
+    /// Gives the selected database another display name.
+    void renameDatabase(const QString& name);
+    void newDatabaseMenuItem();
+    void selectDbLocation();
+    void createDbLocation();
+    void setDbLocationToDefault();
 
     std::string getCurrency() const override;
     std::string getCurrencyCode() const override;
@@ -62,7 +104,7 @@ public:
     bool isUKFormat() const override;
     bool handlesTax() const override;
     std::string getDatabaseName() const override;
-    /// The folder whose "info.plist" is read and written, "~" expanded.
+    /// The open database's folder, whose "info.plist" is read and written; "~" expanded.
     QString actualDbLocation() const;
 
 Q_SIGNALS:
@@ -71,6 +113,8 @@ Q_SIGNALS:
     /// The user's words or headings changed.
     void wordsChanged();
     void dateFormatChanged();
+    void taxRatesChanged();
+    void statusColourChanged();
 
 private:
     void registerDefaults();
@@ -87,17 +131,26 @@ private:
     void writeStandardRate();
     void writeDatabaseText(const TextField& field, const char* key);
     void writeTaxRates();
-    QString expanded(QString path) const;
+    QString expanded(const QString& path) const;
     void makeDefaultFolders();
     void writeDateFormat();
     void showDateFormat();
     void showPrices();
     void enableTaxControls();
     void commit(const TextField& field);
+    QString supportFolder() const;
+    QString shownName(const QString& folder) const;
+    void selectDatabase();
+    void makeNewDatabase();
+    void chooseDbLocation(const char* title, const char* prompt, const char* nameLabel, const char* fileType);
+    /// What the form says is the location from now on.
+    void switchToFormsLocation();
 
+    PrefsNeeds m_needs;
     SettingsStore& m_store;
     DatabaseProperties& m_properties;
-    QString m_home;
+    /// What is in the folder, as form.databases lists it.
+    QStringList m_databaseFiles;
     /// The folder that per-database values are read from and written to, "~" not expanded.
     QString m_actualDbLocation;
     /// The date format was chosen in the form; until then its setting stays absent.

@@ -3,6 +3,16 @@
 
 #include "desktop/Form.h"
 
+/// The sheet that asks for a new database's names.
+class NewDatabaseForm : public Form {
+public:
+    TextField displayName {*this, "displayName"};
+    /// The folder's name; empty means the display name.
+    TextField fileName {*this, "fileName"};
+    CommandField confirm {*this, "confirm"};
+    CommandField cancel {*this, "cancel"};
+};
+
 class PrefsForm : public Form {
 public:
     enum DateFormatChoice { dayFirst, monthFirst };
@@ -12,6 +22,10 @@ public:
     enum PricesChoice { inclusive, exclusive };
 
     TextField dbLocation {*this, "VendaroDbLocation"};
+    /// The databases beside each other in the user's folder, by the names they show.
+    ChoiceField databases {*this, "databases"};
+    /// The status whose colour is shown and set.
+    ChoiceField colourStatus {*this, "colourStatus"};
 
     TextField taxStatement {*this, "VendaroTaxStatement"};
     TextField taxShipping {*this, "VendaroTaxShipping"};

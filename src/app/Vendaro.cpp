@@ -1,11 +1,14 @@
 #include "app/Vendaro.h"
 
+#include "desktop/AlertTexts.h"
 #include "desktop/Desktop.h"
+#include "documents/TemplateUpgrade.h"
 #include "foundation/Folders.h"
 #include "foundation/Log.h"
 #include "foundation/SafeFile.h"
 #include "foundation/plist/PlistReader.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 namespace {
@@ -30,19 +33,20 @@ Vendaro::Vendaro(VendaroDesktop desktop)
     , m_orderRules {m_settings, m_money}
     , m_itemRules {m_settings, m_money}
     , m_lineRules {m_money, *this, m_items}
-    , m_preferences(m_settings, m_properties, m_desktop.user.home(), m_orders, m_lines)
+    , m_preferences({m_settings, m_properties, m_desktop.alerts, m_desktop.panels, m_desktop.user, m_orders, m_lines,
+          [this] { m_session.switchDatabase(); }})
     , m_session({m_folder, m_preferences, m_settings, m_desktop.alerts, m_desktop.panels, m_desktop.user})
     , m_picker(*this, m_desktop.beeper, m_desktop.alerts)
     , m_contacts({*this, m_preferences, m_session, m_desktop.alerts, m_desktop.beeper, *this, *this})
     , m_items({*this, m_preferences, m_itemRules, m_session, m_desktop.alerts, m_desktop.beeper, m_contacts, m_picker, *this})
-    , m_lines({*this, m_settings, m_preferences, m_lineRules, m_session, m_desktop.alerts, m_desktop.beeper, m_desktop.clock,
-          m_items, *this})
+    , m_lines(
+          {*this, m_settings, m_preferences, m_lineRules, m_session, m_desktop.alerts, m_desktop.beeper, m_desktop.clock, m_items, *this})
     , m_payments(*this, m_desktop.beeper, m_settings)
     , m_bills(*this, m_desktop.beeper, m_settings)
     , m_attachments([this] { return m_session.originalDbLocation(); }, [this](const QString& path) { return m_recovery.moveIn(path); })
-    , m_orders({*this, m_settings, m_preferences, m_orderRules, m_session, m_desktop.alerts, m_desktop.beeper, m_desktop.clock,
-          m_desktop.panels, m_desktop.opener, m_contacts, m_items, m_lines, m_payments, m_bills, *this, *this, *this, m_attachments,
-          m_picker})
+    , m_orders(
+          {*this, m_settings, m_preferences, m_orderRules, m_session, m_desktop.alerts, m_desktop.beeper, m_desktop.clock, m_desktop.panels,
+              m_desktop.opener, m_contacts, m_items, m_lines, m_payments, m_bills, *this, *this, *this, m_attachments, m_picker})
     , m_tasks(*this, m_desktop.beeper)
     , m_goals(*this, m_desktop.beeper)
     , m_contactFile(m_contacts)
@@ -56,6 +60,7 @@ Vendaro::Vendaro(VendaroDesktop desktop)
 {
     registerFiles();
     connect(&m_session, &DatabaseSession::fileLoaded, this, &Vendaro::afterLoading);
+    connect(&m_session, &DatabaseSession::openedForWriting, this, &Vendaro::askAboutUpgrading);
     connect(&m_session, &DatabaseSession::databaseRead, this, &Vendaro::afterReading);
     connect(&m_session, &DatabaseSession::aboutToSwitch, this, &Vendaro::closeEverything);
     connect(&m_preferences, &PrefsController::listsChanged, this, &Vendaro::populateLists);
@@ -77,6 +82,8 @@ void Vendaro::registerFiles()
     m_session.registerFile(m_taskFile, m_tasks);
     m_session.registerFile(m_goalFile, m_goals);
     m_session.registerCollection(m_payments);
+    m_session.filterAfterSwitch(m_bills);
+    m_session.filterAfterSwitch(m_payments);
 }
 
 // Start and end
@@ -101,7 +108,7 @@ void Vendaro::quit()
     m_session.writeEverything();
     m_folder.drain();
     if (const Result<void> flushed = m_settings.flush(); !flushed)
-        logLine(flushed.error().message);
+        m_settings.keepUnsaved();
 }
 
 void Vendaro::afterLoading(RecordFile* file)
@@ -119,10 +126,25 @@ void Vendaro::afterReading()
     Q_EMIT splashChanged(m_splash);
 }
 
+void Vendaro::askAboutUpgrading()
+{
+    if (m_settings.flag(settings::askAboutUpgrading) || !m_orderFile.metOlderPayments())
+        return;
+    const int answer = m_desktop.alerts.ask(alerts::upgradeTemplates);
+    // Whoever dismissed the question has not answered it yet.
+    if (answer == Alerts::cancelled)
+        return;
+    if (answer == 0)
+        TemplateUpgrade(supportFolder(), m_desktop.resources).run();
+    else
+        m_desktop.opener.openUrl(QUrl::fromLocalFile(m_desktop.resources + "/manual/upgradetemplates.html"));
+    m_settings.set(settings::askAboutUpgrading, PlistValue::makeBoolean(true));
+}
+
 void Vendaro::closeEverything()
 {
-    for (Form* form : std::initializer_list<Form*> {&m_orders.form, &m_orders.tender.form, &m_contacts.form,
-             &m_contacts.companyEditor.form, &m_contacts.companyContactEditor.form, &m_items.form, &m_picker.form})
+    for (Form* form : std::initializer_list<Form*> {&m_orders.form, &m_orders.tender.form, &m_contacts.form, &m_contacts.companyEditor.form,
+             &m_contacts.companyContactEditor.form, &m_items.form, &m_picker.form})
         form->close();
     qDeleteAll(findChildren<CustomInvoiceController*>(Qt::FindDirectChildrenOnly));
 }
@@ -231,7 +253,7 @@ void Vendaro::openSampleBusiness()
 {
     if (!QFileInfo::exists(sampleFolder())) {
         const Result<void> made = folders::make(supportFolder());
-        const Result<void> copied = made ? folders::copyTree(m_desktop.resources + "/sample/Sample.vendb", sampleFolder()) : made;
+        const Result<void> copied = made ? copySample() : made;
         if (!copied) {
             logLine(copied.error().message);
             m_desktop.alerts.ask({tr("Sample business"), QString::fromStdString(copied.error().message), {tr("OK")}});
@@ -243,6 +265,23 @@ void Vendaro::openSampleBusiness()
     m_session.switchDatabase();
 }
 
+/// Whether the setting is absent, or has the words every first start begins with.
+bool Vendaro::isUnsaved(const char* key) const
+{
+    const bool asAtFirst = std::string_view(key) == settings::statuses && m_settings.text(key) == PrefsForm().statuses.text().toStdString();
+    return asAtFirst || !m_settings.value(key);
+}
+
+/// Under another name until it is complete: what is there is never copied again.
+Result<void> Vendaro::copySample()
+{
+    const QString unfinished = sampleFolder() + ".unfinished";
+    QDir(unfinished).removeRecursively();
+    if (Result<void> copied = folders::copyTree(m_desktop.resources + "/sample/Sample.vendb", unfinished); !copied)
+        return copied;
+    return folders::move(unfinished, sampleFolder());
+}
+
 void Vendaro::takeOverSampleSettings()
 {
     const FileBytes file = readWholeFile((m_desktop.resources + "/sample/Settings.plist").toStdString());
@@ -252,7 +291,7 @@ void Vendaro::takeOverSampleSettings()
     // Only where the user never saved any of their own.
     for (const char* key : {settings::taxRates, settings::handlesTax, settings::statuses, settings::flagColours}) {
         const PlistValue* value = sample.value().find(key);
-        if (value && !m_settings.value(key))
+        if (value && isUnsaved(key))
             m_settings.set(key, *value);
     }
     m_preferences.readDefaults();

@@ -132,8 +132,11 @@ private:
     void registerFiles();
     void afterLoading(RecordFile* file);
     void afterReading();
+    void askAboutUpgrading();
     void closeEverything();
     void populateLists();
+    Result<void> copySample();
+    bool isUnsaved(const char* key) const;
     void takeOverSampleSettings();
     QString sampleFolder() const;
     CustomInvoiceNeeds documentNeeds();

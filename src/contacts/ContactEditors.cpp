@@ -4,13 +4,14 @@
 #include "contacts/ContactManager.h"
 #include "desktop/AlertTexts.h"
 #include "desktop/TextTable.h"
+#include "storage/PresentItem.h"
 #include "storage/WriteGate.h"
 
 namespace {
 
 /// A text of the contact and the control that shows it, in all three editors.
 struct SharedControl {
-    TextField ContactForm::* control;
+    TextField ContactForm::*control;
     std::string_view (Contact::*get)() const;
     void (Contact::*set)(std::string_view);
 };
@@ -99,6 +100,8 @@ void CompanyEditor::create()
 
 void CompanyEditor::edit(Contact& company)
 {
+    if (!m_gate.readOnlyCheck())
+        return;
     m_created.reset();
     m_currentItem = &company;
     setItem(company);
@@ -147,7 +150,9 @@ void CompanyEditor::finish()
 // People of companies
 
 CompanyContactEditor::CompanyContactEditor(ContactManager& contacts, WriteGate& gate, Alerts& alerts)
-    : m_contacts(contacts), m_gate(gate), m_alerts(alerts)
+    : m_contacts(contacts)
+    , m_gate(gate)
+    , m_alerts(alerts)
 {
     form.save.run = [this] { finish(); };
     form.cancel.run = [this] { cancel(); };
@@ -172,7 +177,7 @@ void CompanyContactEditor::setItem(const Contact& person)
             companies += toQString(contact.getName());
     }
     form.company.setTitles(companies);
-    const Contact* company = m_contacts.getContactbyId(person.getCompany());
+    const Contact* company = presentItem(m_contacts, person.getCompany());
     form.company.setTitle(company ? toQString(company->getName()) : QString());
     form.setTitle(toQString(person.getName()));
 }
@@ -180,12 +185,16 @@ void CompanyContactEditor::setItem(const Contact& person)
 void CompanyContactEditor::cancel()
 {
     form.close();
+    // Without a company the person would stand under nobody in the list.
+    if (!m_currentItem || !m_currentItem->isCompanyContact() || m_currentItem->getCompany() != 0 || m_gate.isReadOnly())
+        return;
+    m_currentItem->setKind("Individual");
+    m_contacts.reloadData();
 }
 
 void CompanyContactEditor::linkToChosenCompany(Contact& person)
 {
-    const Contact* company
-        = form.company.title().isEmpty() ? nullptr : m_contacts.getCompanyByName(form.company.title().toStdString());
+    const Contact* company = form.company.title().isEmpty() ? nullptr : m_contacts.getCompanyByName(form.company.title().toStdString());
     if (company) {
         if (company->getID() != 0)
             person.setCompany(company->getID());
@@ -209,4 +218,16 @@ void CompanyContactEditor::finish()
     m_currentItem->setExtension(form.extension.text().toStdString());
     form.close();
     m_contacts.saved(*m_currentItem);
+}
+
+void CompanyEditor::closeOn(const dataObject& record)
+{
+    if (m_currentItem == &record)
+        form.close();
+}
+
+void CompanyContactEditor::closeOn(const dataObject& record)
+{
+    if (m_currentItem == &record)
+        form.close();
 }

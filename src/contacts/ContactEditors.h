@@ -19,6 +19,8 @@ public:
     void edit(Contact& company);
     void finish();
     void cancel();
+    /// Closes when it is this record that is open: it was deleted.
+    void closeOn(const dataObject& record);
     Contact* currentItem() const { return m_currentItem; }
 
 private:
@@ -39,6 +41,7 @@ public:
     void edit(Contact& person);
     void finish();
     void cancel();
+    void closeOn(const dataObject& record);
 
 private:
     void setItem(const Contact& person);

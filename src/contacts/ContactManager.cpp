@@ -79,10 +79,22 @@ Contact* ContactManager::weHaveThisOneAlready(const Contact& wanted) const
     return nthWhere(0, [&](const Contact& contact) { return contact.isTheSameContactAs(wanted); });
 }
 
-int ContactManager::countCompanies() const { return countWhere(isTopLevel); }
-Contact* ContactManager::getnthCompany(int n) const { return nthWhere(n, isTopLevel); }
-int ContactManager::countSuppliers() const { return countWhere(isSupplier); }
-Contact* ContactManager::getnthSupplier(int n) const { return nthWhere(n, isSupplier); }
+int ContactManager::countCompanies() const
+{
+    return countWhere(isTopLevel);
+}
+Contact* ContactManager::getnthCompany(int n) const
+{
+    return nthWhere(n, isTopLevel);
+}
+int ContactManager::countSuppliers() const
+{
+    return countWhere(isSupplier);
+}
+Contact* ContactManager::getnthSupplier(int n) const
+{
+    return nthWhere(n, isSupplier);
+}
 
 int ContactManager::countVisibleCompanies() const
 {
@@ -104,6 +116,35 @@ std::vector<Contact*> ContactManager::topLevel() const
             shown.push_back(&contact);
     }
     return shown;
+}
+
+std::vector<Contact*> ContactManager::outline() const
+{
+    std::vector<Contact*> rows;
+    for (Contact* contact : topLevel()) {
+        rows.push_back(contact);
+        if (!contact->isCompany())
+            continue;
+        const std::vector<Contact*> people = contactsOfCompany(contact->getID());
+        rows.insert(rows.end(), people.begin(), people.end());
+    }
+    return rows;
+}
+
+std::vector<Contact*> ContactManager::selectedContacts() const
+{
+    const std::vector<dataObject*>& selection = selectedRecords();
+    std::vector<Contact*> rows = outline();
+    std::erase_if(rows, [&](const Contact* row) { return std::find(selection.begin(), selection.end(), row) == selection.end(); });
+    return rows;
+}
+
+Contact* ContactManager::shownBefore(const Contact& contact) const
+{
+    // The people of the company above may be folded away.
+    const std::vector<Contact*> rows = contact.isCompanyContact() ? outline() : topLevel();
+    const auto found = std::find(rows.begin(), rows.end(), &contact);
+    return found == rows.end() || found == rows.begin() ? nullptr : *std::prev(found);
 }
 
 const std::unordered_map<int, std::vector<Contact*>>& ContactManager::peopleByCompany() const
@@ -137,10 +178,28 @@ Contact* ContactManager::getnthContact(int n, int forCompany) const
     return n >= 0 && n < static_cast<int>(people.size()) ? people[static_cast<std::size_t>(n)] : nullptr;
 }
 
-void ContactManager::recordAdded(dataObject&) { m_peopleValid = false; }
-void ContactManager::recordRemoved(dataObject&) { m_peopleValid = false; }
-void ContactManager::recordChanged(dataObject&) { m_peopleValid = false; }
-void ContactManager::recordsCleared() { m_peopleValid = false; }
+void ContactManager::recordAdded(dataObject&)
+{
+    m_peopleValid = false;
+}
+void ContactManager::recordRemoved(dataObject& record)
+{
+    m_peopleValid = false;
+    // Nothing may be saved into a contact that is gone.
+    if (m_currentItem == &record)
+        form.close();
+    companyEditor.closeOn(record);
+    companyContactEditor.closeOn(record);
+}
+
+void ContactManager::recordChanged(dataObject&)
+{
+    m_peopleValid = false;
+}
+void ContactManager::recordsCleared()
+{
+    m_peopleValid = false;
+}
 
 // The editor
 
@@ -175,14 +234,14 @@ void ContactManager::create()
 void ContactManager::createForCurrentOrder(int orderId)
 {
     create();
-    if (m_created)
-        m_forOrder = orderId;
+    if (m_created && form.isOpen())
+        m_forOrder = {m_created.get(), orderId};
 }
 
 void ContactManager::edit()
 {
-    if (Contact* contact = getSelectedItem())
-        editThisContact(*contact);
+    if (const std::vector<Contact*> selected = selectedContacts(); !selected.empty())
+        editThisContact(*selected.front());
 }
 
 void ContactManager::editThisContact(Contact& contact)
@@ -203,12 +262,14 @@ void ContactManager::editThisContact(Contact& contact)
 void ContactManager::editThisContact(Contact& contact, int forOrder)
 {
     editThisContact(contact);
-    m_forOrder = forOrder;
+    m_forOrder = {&contact, forOrder};
 }
 
 void ContactManager::cancel()
 {
     form.close();
+    if (m_forOrder && m_forOrder->contact == m_currentItem)
+        m_forOrder.reset();
     if (m_created) {
         m_created.reset();
         m_currentItem = nullptr;
@@ -234,9 +295,10 @@ void ContactManager::finish()
 
 void ContactManager::saved(Contact& contact)
 {
-    if (m_forOrder)
-        m_needs.orders.connectContactToOrderId(contact, *m_forOrder);
-    m_forOrder.reset();
+    if (m_forOrder && m_forOrder->contact == &contact) {
+        m_needs.orders.connectContactToOrderId(contact, m_forOrder->orderId);
+        m_forOrder.reset();
+    }
     filter();
     m_needs.gate.writeDatabase(*this);
 }
@@ -245,7 +307,7 @@ void ContactManager::makeCompany()
 {
     if (!m_currentItem || !m_needs.gate.readOnlyCheck())
         return;
-    const std::optional<int> order = m_forOrder;
+    const std::optional<ForOrder> order = m_forOrder;
     m_currentItem->makeCompany();
     finish();
     companyEditor.edit(*m_currentItem);
@@ -265,20 +327,25 @@ void ContactManager::linkToCompany()
 
 void ContactManager::deleteContact(Contact& contact)
 {
-    if (m_needs.gate.readOnlyCheck())
-        deleteItem(contact);
+    if (!m_needs.gate.readOnlyCheck())
+        return;
+    deleteItem(contact);
+    reloadData();
 }
 
 void ContactManager::deleteKey()
 {
-    const std::vector<dataObject*> selected = selectedItems();
+    const std::vector<Contact*> selected = selectedContacts();
     if (selected.empty() || m_needs.alerts.ask(alerts::deleteContact) != 0 || !m_needs.gate.readOnlyCheck())
         return;
-    const int first = selectedRow();
-    deleteItems(selected);
-    setDeleteBuffer(selected);
+    dataObject* next = shownBefore(*selected.front());
+    const std::vector<dataObject*> lastToFirst(selected.rbegin(), selected.rend());
+    deleteItems(lastToFirst);
+    setDeleteBuffer(lastToFirst);
     reloadData();
-    selectRow(std::max(first - 1, 0));
+    if (!next)
+        next = getnthVisibleCompany(0);
+    setSelectedRecords(next ? std::vector<dataObject*> {next} : std::vector<dataObject*>());
     m_needs.gate.setChangeFlag();
 }
 
@@ -289,9 +356,12 @@ void ContactManager::populateLists(const std::optional<QStringList>& userTypes)
     const QStringList types = QStringList {localText("Customer"), localText("Supplier")} + userTypes.value_or(QStringList());
     form.type.setTitles(types);
     companyEditor.form.type.setTitles(types);
+    const QString filteredBy = listForm.filter.title();
     listForm.filter.setTitles(QStringList {localText("All")} + types);
     if (listForm.filter.index() < 0)
         listForm.filter.setIndex(0);
+    if (listForm.filter.title() != filteredBy)
+        filter();
 }
 
 void ContactManager::filter()

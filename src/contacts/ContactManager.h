@@ -40,7 +40,8 @@ public:
     Contact* getContactbyName(std::string_view name) const;
     Contact* getCompanyByName(std::string_view name) const;
     Contact* weHaveThisOneAlready(const Contact& contact) const;
-    /// The first piece of the n-th; counted from 0.
+    // The n-th are counted from 0; there is none beyond the last.
+    /// Everybody but the people of companies, in collection order.
     int countCompanies() const;
     Contact* getnthCompany(int n) const;
     int countVisibleCompanies() const;
@@ -72,7 +73,7 @@ public:
     std::vector<Contact*> topLevel() const;
     /// A saved or changed contact goes to its order, the list and the disk.
     void saved(Contact& contact);
-    /// The n-th visible record of the list, whatever its level.
+    /// The reference of a new contact: the user's prefix and the id.
     std::string newReference(int id) const;
 
 protected:
@@ -85,6 +86,9 @@ private:
     void setItem(const Contact& contact);
     void copyEditorInto(Contact& contact);
     void begin();
+    std::vector<Contact*> outline() const;
+    std::vector<Contact*> selectedContacts() const;
+    Contact* shownBefore(const Contact& contact) const;
     template <class Test>
     int countWhere(Test test) const;
     template <class Test>
@@ -95,7 +99,12 @@ private:
     Contact* m_currentItem = nullptr;
     /// A new contact joins the collection on its first save.
     std::unique_ptr<Contact> m_created;
-    std::optional<int> m_forOrder;
+    /// A contact that was made or opened for an order; saving it connects the two.
+    struct ForOrder {
+        const Contact* contact;
+        int orderId;
+    };
+    std::optional<ForOrder> m_forOrder;
     mutable std::unordered_map<int, std::vector<Contact*>> m_peopleByCompany;
     mutable bool m_peopleValid = false;
 };

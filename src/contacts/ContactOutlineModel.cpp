@@ -12,7 +12,10 @@ constexpr quintptr topLevelId = 0;
 } // namespace
 
 ContactOutlineModel::ContactOutlineModel(ContactManager& contacts, QObject* parent)
-    : QAbstractItemModel(parent), m_contacts(contacts), m_columns(contacts.list.visibleColumns()), m_top(contacts.topLevel())
+    : QAbstractItemModel(parent)
+    , m_contacts(contacts)
+    , m_columns(contacts.list.visibleColumns())
+    , m_top(contacts.topLevel())
 {
     contacts.addObserver(*this);
 }

@@ -22,7 +22,9 @@ constexpr int pdfDotsPerInch = 1200;
 } // namespace
 
 CustomInvoiceController::CustomInvoiceController(const CustomInvoiceNeeds& needs, QObject* parent)
-    : QObject(parent), m_needs(needs), m_document(makeSealedDocument())
+    : QObject(parent)
+    , m_needs(needs)
+    , m_document(makeSealedDocument())
 {
 }
 
@@ -95,9 +97,8 @@ void CustomInvoiceController::print()
     m_needs.pageSetup = pageSetup();
     if (m_template.options && m_template.options->centreContent)
         logLine("setting vertically centred");
-    const bool printed = m_needs.printing.print(m_whichStationary, [this](QPagedPaintDevice& device) {
-        return Paginator(*m_document, m_needs.pageSetup, m_background).paint(device);
-    });
+    const bool printed = m_needs.printing.print(m_whichStationary,
+        [this](QPagedPaintDevice& device) { return Paginator(*m_document, m_needs.pageSetup, m_background).paint(device); });
     if (!printed)
         logFormat("%s could not be printed", m_whichStationary.toStdString().c_str());
 }

@@ -52,7 +52,9 @@ void paintPageBackground(QPainter& painter, const PageBackground& background, co
 }
 
 Paginator::Paginator(const QTextDocument& document, const PageSetup& setup, const PageBackground& background)
-    : m_document(copyOf(document)), m_setup(setup), m_background(background)
+    : m_document(copyOf(document))
+    , m_setup(setup)
+    , m_background(background)
 {
     m_document->documentLayout()->setPaintDevice(&measure());
     layOut();

@@ -15,17 +15,17 @@
 
 namespace {
 
-constexpr const char* builtInStationery[] {"Invoice.rtfd", "Invoice.css", "Invoice with tax.rtfd", "Reminder.rtfd",
-    "Purchase order.rtfd", "Purchase order.css", "Estimate.rtfd", "Estimate.css", "Delivery note.rtfd", "Delivery note.css",
+constexpr const char* builtInStationery[] {"Invoice.rtfd", "Invoice.css", "Invoice with tax.rtfd", "Reminder.rtfd", "Purchase order.rtfd",
+    "Purchase order.css", "Estimate.rtfd", "Estimate.css", "Delivery note.rtfd", "Delivery note.css",
     "Outstanding Balance for Open Customer.rtfd"};
 
 /// A template of its own from before there was a folder of them.
 constexpr char formerTemplate[] = "customInvoice.rtfd";
 
-constexpr char plainStyle[]
-    = "<style> table{border:none;border-collapse:collapse; font-family:arial;text-align:left} th{font-family:arial; "
-      "background:#eee; padding:2px 0.5em; text-align:left;min-width:50px;} td{font-family:arial;padding:2px 0.5em;  "
-      "text-align:left} td.alt{background:#f0f0ff; padding:2px 0.5em}</style>";
+constexpr char plainStyle[] =
+    "<style> table{border:none;border-collapse:collapse; font-family:arial;text-align:left} th{font-family:arial; "
+    "background:#eee; padding:2px 0.5em; text-align:left;min-width:50px;} td{font-family:arial;padding:2px 0.5em;  "
+    "text-align:left} td.alt{background:#f0f0ff; padding:2px 0.5em}</style>";
 
 constexpr qint64 mostBackgroundPixels = 40'000'000;
 
@@ -69,9 +69,8 @@ QString readStyle(const QString& path)
 } // namespace
 
 StationeryFolder::StationeryFolder(QString support, QString resources)
-    : m_support(std::move(support)), m_resources(std::move(resources))
-{
-}
+    : m_support(std::move(support))
+    , m_resources(std::move(resources)) { }
 
 QString StationeryFolder::path(const QString& name, const char* extension) const
 {

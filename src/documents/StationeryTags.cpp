@@ -43,8 +43,8 @@ constexpr ContactWord contactWords[] {
 
 // The lists differ from each other in what they fill, what they empty and in which order. Templates rely on what is left standing.
 
-constexpr std::array<std::string_view, 17> filledOfContact {"ref", "title", "salutation", "name", "surname", "company", "jobtitle",
-    "add1", "add2", "add3", "county", "postcode", "comments", "country", "phone", "mobile", "email"};
+constexpr std::array<std::string_view, 17> filledOfContact {"ref", "title", "salutation", "name", "surname", "company", "jobtitle", "add1",
+    "add2", "add3", "county", "postcode", "comments", "country", "phone", "mobile", "email"};
 constexpr std::array<std::string_view, 18> filledWithColon {"ref", "salutation", "title", "comments", "name", "surname", "firstname",
     "company", "jobtitle", "add1", "add2", "add3", "county", "postcode", "country", "phone", "mobile", "email"};
 /// The tag with one t, "<contactitle>", is the one that is emptied; "<contacttitle>" is not.
@@ -55,10 +55,10 @@ constexpr std::array<std::string_view, 17> emptiedWithColon {"ref", "salutation"
 
 constexpr std::array<std::string_view, 18> filledOfSecond {"ref", "salutation", "title", "name", "surname", "firstname", "company",
     "jobtitle", "add1", "add2", "add3", "county", "postcode", "comments", "country", "phone", "mobile", "email"};
-constexpr std::array<std::string_view, 17> filledOfSecondWithColon {"ref", "salutation", "title", "comments", "name", "surname",
-    "company", "jobtitle", "add1", "add2", "add3", "county", "postcode", "country", "phone", "mobile", "email"};
-constexpr std::array<std::string_view, 16> emptiedOfSecond {"ref", "salutation", "title", "name", "surname", "company", "jobtitle",
-    "add1", "add2", "add3", "postcode", "country", "county", "phone", "mobile", "email"};
+constexpr std::array<std::string_view, 17> filledOfSecondWithColon {"ref", "salutation", "title", "comments", "name", "surname", "company",
+    "jobtitle", "add1", "add2", "add3", "county", "postcode", "country", "phone", "mobile", "email"};
+constexpr std::array<std::string_view, 16> emptiedOfSecond {"ref", "salutation", "title", "name", "surname", "company", "jobtitle", "add1",
+    "add2", "add3", "postcode", "country", "county", "phone", "mobile", "email"};
 constexpr std::array<std::string_view, 18> emptiedOfSecondWithColon {"ref", "salutation", "title", "comments", "name", "surname",
     "firstname", "company", "jobtitle", "add1", "add2", "add3", "postcode", "country", "county", "phone", "mobile", "email"};
 
@@ -77,8 +77,8 @@ QString tagOf(const char* prefix, std::string_view word)
 void fill(Substitution& text, const char* prefix, Words words, const Contact& contact)
 {
     for (std::string_view word : words) {
-        const auto* row = std::find_if(
-            std::begin(contactWords), std::end(contactWords), [&](const ContactWord& known) { return known.word == word; });
+        const auto* row =
+            std::find_if(std::begin(contactWords), std::end(contactWords), [&](const ContactWord& known) { return known.word == word; });
         text.replaceAllOccurencesOf(tagOf(prefix, word), QString::fromStdString(row->value(contact)));
     }
 }

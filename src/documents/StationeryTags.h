@@ -17,4 +17,4 @@ void fillOrder(Substitution& text, const Order& order, const SettingsStore& sett
 /// The tags of a contact that was given to the document directly.
 void fillGivenContact(Substitution& text, const Contact* contact);
 
-}
+} // namespace stationeryTags

@@ -18,10 +18,10 @@ namespace {
 /// that the second contact's address lines stay.
 constexpr std::array<std::string_view, 29> lineRemovingTags {"<contactadd2>", "<contactadd3>", "<contactcounty>", "<contact2add2>",
     "<contact2add3>", "<contact2county>", "<contactcompany>", "<contact2company>", "<contactjobtitle>", "<contact2jobtitle>",
-    "<contacttitle>", "<contact2title>", "<contact:add2>", "<contact:add3>", "<contact:county>", "<contact:2add2>",
-    "<contact:2add3>", "<contact2:county>", "<contact:company>", "<contact2:company>", "<contact:jobtitle>",
-    "<contact2:jobtitle>", "<contact:title>", "<contact2:title>", "<contactsalutation>", "<contact2salutation>",
-    "<contact:salutation>", "<contact2:salutation>", "<discountdescription>"};
+    "<contacttitle>", "<contact2title>", "<contact:add2>", "<contact:add3>", "<contact:county>", "<contact:2add2>", "<contact:2add3>",
+    "<contact2:county>", "<contact:company>", "<contact2:company>", "<contact:jobtitle>", "<contact2:jobtitle>", "<contact:title>",
+    "<contact2:title>", "<contactsalutation>", "<contact2salutation>", "<contact:salutation>", "<contact2:salutation>",
+    "<discountdescription>"};
 
 /// A document that grows beyond this is no letter any more.
 constexpr int largestDocument = 32 * 1024 * 1024;
@@ -105,7 +105,8 @@ void Substitution::removeWithFollowing(const QString& tag, QChar following)
     for (QTextCursor found = findLiterally(m_document, tag, 0); !found.isNull();) {
         const int start = found.selectionStart();
         const int end = found.selectionEnd();
-        if (m_document.characterAt(end) != following) {
+        // The last paragraph has no end that could be taken away.
+        if (end + 1 >= m_document.characterCount() || m_document.characterAt(end) != following) {
             found = findLiterally(m_document, tag, end);
             continue;
         }

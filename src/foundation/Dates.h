@@ -30,4 +30,4 @@ QDate fallback(std::string_view pattern);
 /// The platform's default textual form, in universal time: "2024-03-01 10:15:30 +0000".
 std::string platformText(const QDateTime& moment);
 
-}
+} // namespace dates

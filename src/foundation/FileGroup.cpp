@@ -1,5 +1,7 @@
 #include "foundation/SafeFile.h"
 
+#include "foundation/TemporaryFiles.h"
+
 #include <dirent.h>
 #include <sstream>
 #include <sys/stat.h>
@@ -25,8 +27,8 @@ std::string intentText(const std::deque<SafeFile>& files, const std::string& fol
     std::ostringstream text;
     text << intentHead << '\n';
     for (const SafeFile& file : files) {
-        text << file.written().size() << ' ' << file.written().value() << ' ' << file.temporaryPath().substr(folder.size() + 1)
-             << '/' << file.path().substr(folder.size() + 1) << '\n';
+        text << file.written().size() << ' ' << file.written().value() << ' ' << file.temporaryPath().substr(folder.size() + 1) << '/'
+             << file.path().substr(folder.size() + 1) << '\n';
     }
     text << intentEnd << '\n';
     return text.str();
@@ -82,8 +84,11 @@ Result<void> removeLeftovers(const std::string& folder)
             leftovers.emplace_back(name);
     }
     ::closedir(directory);
-    for (const std::string& name : leftovers)
-        ::unlink((folder + '/' + name).c_str());
+    for (const std::string& name : leftovers) {
+        const std::string path = folder + '/' + name;
+        if (!temporaries::isInUse(path))
+            ::unlink(path.c_str());
+    }
     return {};
 }
 
@@ -113,8 +118,10 @@ Result<void> FileGroup::commit()
                 return renamed;
             }
             // Some files have their new contents already: what is left stays, and the intent makes the group whole when read.
-            for (SafeFile& left : m_files)
+            for (SafeFile& left : m_files) {
+                temporaries::end(left.temporaryPath());
                 left.keepTemporary();
+            }
             return renamed;
         }
     }

@@ -31,8 +31,8 @@ void copyEntry(const fs::path& source, const fs::path& target, std::error_code& 
     if (!fs::is_directory(status))
         return;
     fs::create_directory(target, source, code);
-    for (auto entry = code ? fs::directory_iterator() : fs::directory_iterator(source, code);
-         entry != fs::directory_iterator(); entry.increment(code)) {
+    for (auto entry = code ? fs::directory_iterator() : fs::directory_iterator(source, code); entry != fs::directory_iterator();
+         entry.increment(code)) {
         copyEntry(entry->path(), target / entry->path().filename(), code);
         if (code)
             return;
@@ -60,8 +60,7 @@ QString resolveIgnoringCase(const QString& parent, const QString& name)
     const QString asGiven = parent + '/' + name;
     if (QFileInfo::exists(asGiven))
         return asGiven;
-    const QStringList entries =
-        QDir(parent).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    const QStringList entries = QDir(parent).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
     for (const QString& entry : entries) {
         if (entry.compare(name, Qt::CaseInsensitive) == 0)
             return parent + '/' + entry;
@@ -82,7 +81,7 @@ Result<void> copyTree(const QString& source, const QString& target)
 {
     std::error_code code;
     if (fs::exists(fs::symlink_status(nativePath(target), code)))
-        return Error{target.toStdString() + " exists already"};
+        return Error {target.toStdString() + " exists already"};
     copyEntry(nativePath(source), nativePath(target), code);
     return code ? Result<void>(folderError("cannot copy the folder", source, code)) : Result<void>();
 }

@@ -20,4 +20,4 @@ Result<void> copyTree(const QString& source, const QString& target);
 /// Moves a file or folder, across file systems too.
 Result<void> move(const QString& source, const QString& target);
 
-}
+} // namespace folders

@@ -124,8 +124,7 @@ std::string utf8(const icu::UnicodeString& text)
 MoneyFormatter::MoneyFormatter(const std::string& locale) : m_symbols(std::make_unique<Symbols>())
 {
     UErrorCode status = U_ZERO_ERROR;
-    std::unique_ptr<icu::NumberFormat> format(
-        icu::NumberFormat::createInstance(icu::Locale(locale.c_str()), UNUM_DECIMAL, status));
+    std::unique_ptr<icu::NumberFormat> format(icu::NumberFormat::createInstance(icu::Locale(locale.c_str()), UNUM_DECIMAL, status));
     m_symbols->format.reset(dynamic_cast<icu::DecimalFormat*>(format.release()));
     icu::DecimalFormat& decimal = *m_symbols->format;
     decimal.setMinimumFractionDigits(2);

@@ -6,7 +6,6 @@
 #include <string>
 #include <string_view>
 
-
 class MoneyFormatter {
 public:
     /// locale: "en_GB", "de_DE", … as ICU names them.
@@ -34,4 +33,4 @@ private:
 namespace money {
 /// The wanted locale when there is one, else the environment's unless that is C or POSIX, else en_GB.
 std::string localeFor(std::string_view wanted);
-}
+} // namespace money

@@ -25,4 +25,4 @@ std::optional<double> decimal(std::string_view text);
 /// What follows "=" in a number cell: + - * / and parentheses over plain decimals. Nothing when it does not work out.
 std::optional<double> arithmetic(std::string_view text);
 
-}
+} // namespace numbers

@@ -1,5 +1,7 @@
 #include "foundation/SafeFile.h"
 
+#include "foundation/TemporaryFiles.h"
+
 #include <atomic>
 #include <cerrno>
 #include <cstring>
@@ -34,8 +36,8 @@ std::string reasonFor(const std::string& path, const char* step)
 std::string uniqueTemporary(const std::string& path)
 {
     static std::atomic<unsigned> counter {0};
-    return folderOf(path) + '/' + temporaryPrefix + nameOf(path) + '.' + std::to_string(::getpid()) + '.'
-        + std::to_string(counter++) + ".tmp";
+    return folderOf(path) + '/' + temporaryPrefix + nameOf(path) + '.' + std::to_string(::getpid()) + '.' + std::to_string(counter++)
+        + ".tmp";
 }
 
 bool writeFully(int file, std::string_view bytes)
@@ -54,7 +56,7 @@ bool writeFully(int file, std::string_view bytes)
 /// The new file gets the old one's mode, group and access list, as far as that is allowed.
 void takeOverRights(int file, const std::string& oldPath)
 {
-    struct stat old {};
+    struct stat old { };
     if (::stat(oldPath.c_str(), &old) != 0)
         return;
     if (::fchown(file, static_cast<uid_t>(-1), old.st_gid) != 0)
@@ -113,8 +115,10 @@ void SafeFile::discard()
     if (m_file >= 0)
         ::close(m_file);
     m_file = -1;
-    if (!m_temporary.empty())
+    if (!m_temporary.empty()) {
         ::unlink(m_temporary.c_str());
+        temporaries::end(m_temporary);
+    }
     m_temporary.clear();
 }
 
@@ -129,8 +133,10 @@ void SafeFile::open()
     if (m_file >= 0 || !m_trouble.empty())
         return;
     m_temporary = uniqueTemporary(m_path);
+    temporaries::begin(m_temporary);
     m_file = ::open(m_temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
     if (m_file < 0) {
+        temporaries::end(m_temporary);
         m_temporary.clear();
         fail("created");
         return;
@@ -193,6 +199,7 @@ Result<void> SafeFile::rename()
 {
     if (::rename(m_temporary.c_str(), m_path.c_str()) != 0)
         return Error {reasonFor(m_path, "put into its place")};
+    temporaries::end(m_temporary);
     m_temporary.clear();
     return {};
 }
@@ -229,7 +236,7 @@ Result<void> flushFolder(const std::string& folder)
 FileBytes readWholeFile(const std::string& path)
 {
     FileBytes file;
-    struct stat status {};
+    struct stat status { };
     if (::stat(path.c_str(), &status) == 0) {
         if (!S_ISREG(status.st_mode))
             return {{}, ReadTrouble::unreadable, path + " is not an ordinary file"};
@@ -237,7 +244,7 @@ FileBytes readWholeFile(const std::string& path)
     }
     if (readInChunks(path, [&](std::string_view bytes) { file.bytes += bytes; }))
         return file;
-    const ReadTrouble trouble = errno == ENOENT ? ReadTrouble::missing : ReadTrouble::unreadable;
+    const ReadTrouble trouble = errno == ENOENT || errno == ENOTDIR ? ReadTrouble::missing : ReadTrouble::unreadable;
     return {{}, trouble, reasonFor(path, "read")};
 }
 

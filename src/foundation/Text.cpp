@@ -4,7 +4,8 @@
 
 namespace {
 
-constexpr std::size_t firstChunk = 64 * 1024;
+// Small, since a record that belongs to no collection yet has a store of its own; every chunk is as large as all before it.
+constexpr std::size_t firstChunk = 512;
 constexpr std::size_t largestChunk = 4 * 1024 * 1024;
 
 bool mayStandInXml(char32_t character)
@@ -59,6 +60,21 @@ std::size_t asciiRun(std::string_view bytes, std::size_t from)
     return at - from;
 }
 
+/// How many bytes stand here that any text may hold: ASCII without control characters, eight looked at a time.
+std::size_t printableRun(std::string_view bytes, std::size_t from)
+{
+    constexpr std::uint64_t highBits = 0x8080808080808080u;
+    constexpr std::uint64_t eightBlanks = 0x2020202020202020u;
+    std::size_t at = from;
+    for (std::uint64_t word; at + 8 <= bytes.size(); at += 8) {
+        std::memcpy(&word, bytes.data() + at, 8);
+        // Taking a blank away from every byte borrows into a high bit when one is below it.
+        if ((word | (word - eightBlanks)) & highBits)
+            break;
+    }
+    return at - from;
+}
+
 } // namespace
 
 void TextStore::startChunk(std::size_t atLeast)
@@ -90,6 +106,9 @@ bool isCleanUtf8(std::string_view bytes)
 {
     char32_t character = 0;
     for (std::size_t at = 0; at < bytes.size();) {
+        at += printableRun(bytes, at);
+        if (at == bytes.size())
+            break;
         const std::size_t length = decodeUtf8Sequence(bytes, at, character);
         if (length == 0 || !mayStandInXml(character))
             return false;

@@ -37,10 +37,7 @@ public:
     bool isEmpty() const { return view().empty(); }
     operator std::string_view() const { return view(); }
 
-    friend bool operator==(Text left, Text right)
-    {
-        return left.m_bytes == right.m_bytes || left.view() == right.view();
-    }
+    friend bool operator==(Text left, Text right) { return left.m_bytes == right.m_bytes || left.view() == right.view(); }
     friend bool operator==(Text left, std::string_view right) { return left.view() == right; }
     friend bool operator==(Text left, const char* right) { return left.view() == right; }
 

@@ -7,6 +7,7 @@
 #include "foundation/Money.h"
 #include "inventory/ItemManager.h"
 #include "inventory/OrderLookup.h"
+#include "storage/PresentItem.h"
 #include "storage/Settings.h"
 #include "storage/WriteGate.h"
 
@@ -21,13 +22,23 @@ bool isMoneyCell(std::string_view identifier)
     return identifier == "cost" || identifier == "total";
 }
 
+/// Written out to at most six decimals; the short form would lose pennies of large figures.
+std::string plainText(double number)
+{
+    std::string text = numbers::fixed(number, 6);
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.ends_with('.'))
+        text.pop_back();
+    return text;
+}
+
 /// "=2*3.50" worked out, anything else as it is.
 std::optional<std::string> workedOut(std::string_view value)
 {
     if (!value.starts_with('='))
         return std::string(value);
     const std::optional<double> result = numbers::arithmetic(value.substr(1));
-    return result ? std::optional(numbers::general(*result)) : std::nullopt;
+    return result ? std::optional(plainText(*result)) : std::nullopt;
 }
 
 } // namespace
@@ -151,8 +162,7 @@ Material& BOMManager::addTimeLine(const TimeLine& time)
 void BOMManager::duplicateMaterialsFromOrder(int fromOrder, int toOrder)
 {
     const bool monthFirst = m_needs.settings.text(settings::dateFormat) == "1";
-    const std::string today
-        = dates::write(m_needs.clock.today(), monthFirst ? dates::monthFirstLong : dates::dayFirstLong);
+    const std::string today = dates::write(m_needs.clock.today(), monthFirst ? dates::monthFirstLong : dates::dayFirstLong);
     for (const Material* source : linesOfOrder(fromOrder)) {
         auto line = std::make_unique<Material>(m_needs.rules, toOrder, source->getProduct());
         line->setItem(source->getItem());
@@ -189,7 +199,7 @@ void BOMManager::updateAllMaterialsForOrder(int orderId, int withContactID)
 
 void BOMManager::returnStock(const Material& line)
 {
-    Item* item = m_needs.items.getItemById(line.getProduct());
+    Item* item = presentItem(m_needs.items, line.getProduct());
     if (item && item->getDecreaseQty() && !currentItemIsPurchaseOrder())
         m_needs.items.adjustQtyFor(*item, std::trunc(line.getQtyasFloat()));
 }
@@ -252,7 +262,7 @@ float BOMManager::getShippingforCurrentOrder() const
 {
     float sum = 0;
     for (const Material* line : linesOfOrder(m_currentOrder)) {
-        if (const Item* item = m_needs.items.getItemById(line->getProduct()))
+        if (const Item* item = presentItem(m_needs.items, line->getProduct()))
             sum += m_needs.rules.money.value(item->getShipping()) * line->getQtyasFloat();
     }
     return sum;
@@ -307,7 +317,7 @@ std::string BOMManager::objectValue(std::string_view identifier, int row) const
         return {};
     if (identifier != "brand")
         return line->getFieldByName(identifier);
-    const Item* item = m_needs.items.getItemById(line->getProduct());
+    const Item* item = presentItem(m_needs.items, line->getProduct());
     return item ? std::string(item->getBrand()) : std::string();
 }
 
@@ -326,7 +336,7 @@ std::optional<std::string> BOMManager::acceptedText(std::string_view identifier,
 
 bool BOMManager::moveStockForEdit(Material& line, std::string_view newQty)
 {
-    Item* item = m_needs.items.getItemById(line.getProduct());
+    Item* item = presentItem(m_needs.items, line.getProduct());
     const float before = line.getQtyasFloat();
     const float after = m_needs.rules.money.value(newQty);
     if (!item || currentItemIsPurchaseOrder() || before == after || !item->getDecreaseQty())
@@ -343,7 +353,9 @@ bool BOMManager::setObjectValue(std::string_view identifier, int row, std::strin
     if (!line || !m_needs.gate.readOnlyCheck())
         return false;
     const std::optional<std::string> text = acceptedText(identifier, value);
-    if (!text || (identifier == "qty" && !moveStockForEdit(*line, *text))) {
+    const ListColumn* column = list.column(identifier);
+    const bool editable = column && column->editable;
+    if (!editable || !text || (identifier == "qty" && !moveStockForEdit(*line, *text))) {
         beeper().beep();
         return false;
     }

@@ -103,10 +103,7 @@ private:
 /// "itemsordered.xml".
 class MaterialFile : public CollectionFile<Material> {
 public:
-    explicit MaterialFile(BOMManager& lines)
-        : CollectionFile(lines, "itemsordered.xml", "materials", "materials"), m_lines(lines)
-    {
-    }
+    explicit MaterialFile(BOMManager& lines) : CollectionFile(lines, "itemsordered.xml", "materials", "materials"), m_lines(lines) { }
 
 protected:
     std::unique_ptr<Material> make() const override { return std::make_unique<Material>(m_lines.rules()); }

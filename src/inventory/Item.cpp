@@ -17,16 +17,15 @@ std::string conditionForFeed(const Item& item)
 
 constexpr std::array itemDerivedFields {
     DerivedField<Item> {"id", [](const Item& item) { return std::to_string(item.getID()); }},
-    DerivedField<Item> {"availability",
-        [](const Item& item) { return std::string(numbers::leadingInt(item.getQty()) < 1 ? "out of stock" : "in stock"); }},
+    DerivedField<Item> {
+        "availability", [](const Item& item) { return std::string(numbers::leadingInt(item.getQty()) < 1 ? "out of stock" : "in stock"); }},
     DerivedField<Item> {"currencycode", [](const Item& item) { return item.currencyCode(); }},
     DerivedField<Item> {"pricewithcode", [](const Item& item) { return std::string(item.getPrice()) + ' ' + item.currencyCode(); }},
     DerivedField<Item> {"conditionforgoogle", conditionForFeed},
     DerivedField<Item> {"shippingforgoogle", [](const Item& item) { return ":::" + std::string(item.getShipping()); }},
     DerivedField<Item> {"stockcost", [](const Item& item) { return item.money(item.getBoughtAsFloat() * item.getQtyAsFloat()); }},
     DerivedField<Item> {"stockretail", [](const Item& item) { return item.money(item.getPriceAsFloat() * item.getQtyAsFloat()); }},
-    DerivedField<Item> {"reorderqty",
-        [](const Item& item) { return item.money(item.getOptimumQtyAsFloat() - item.getQtyAsFloat()); }},
+    DerivedField<Item> {"reorderqty", [](const Item& item) { return item.money(item.getOptimumQtyAsFloat() - item.getQtyAsFloat()); }},
 };
 
 std::string_view trimmedCategory(std::string_view text)
@@ -93,10 +92,22 @@ float Item::number(Text text) const
     return m_rules.money.value(text);
 }
 
-float Item::getPriceAsFloat() const { return number(m_values.price); }
-float Item::getQtyAsFloat() const { return number(m_values.qty); }
-float Item::getOptimumQtyAsFloat() const { return number(m_values.optimumQty); }
-float Item::getBoughtAsFloat() const { return number(m_values.bought); }
+float Item::getPriceAsFloat() const
+{
+    return number(m_values.price);
+}
+float Item::getQtyAsFloat() const
+{
+    return number(m_values.qty);
+}
+float Item::getOptimumQtyAsFloat() const
+{
+    return number(m_values.optimumQty);
+}
+float Item::getBoughtAsFloat() const
+{
+    return number(m_values.bought);
+}
 
 std::string Item::money(float amount) const
 {

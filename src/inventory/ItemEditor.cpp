@@ -6,6 +6,7 @@
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
 #include "foundation/plist/PlistWriter.h"
+#include "storage/PresentItem.h"
 #include "storage/Settings.h"
 #include "storage/WriteGate.h"
 #include "storage/qvPicker.h"
@@ -14,7 +15,7 @@ namespace {
 
 /// A text of the item and the control that shows it.
 struct ItemControl {
-    TextField ItemForm::* control;
+    TextField ItemForm::*control;
     std::string_view (Item::*get)() const;
     void (Item::*set)(std::string_view);
 };
@@ -47,8 +48,16 @@ void showChoice(ChoiceField& field, std::string_view title)
 
 } // namespace
 
+void ItemManager::restoreType()
+{
+    if (m_typeBefore && m_currentItem)
+        m_currentItem->setFieldByName("type", *m_typeBefore);
+    m_typeBefore.reset();
+}
+
 void ItemManager::begin()
 {
+    restoreType();
     m_created = std::make_unique<Item>(m_needs.rules);
     m_created->setID(getNextId());
     m_created->setCode(m_needs.preferences.getItemPrefix() + std::to_string(m_created->getID()));
@@ -83,9 +92,11 @@ void ItemManager::edit()
 
 void ItemManager::editThisItem(Item& item)
 {
+    restoreType();
     m_created.reset();
     m_forOrder = false;
     m_currentItem = &item;
+    m_typeBefore = item.getType();
     setItem(item);
     form.open();
 }
@@ -105,7 +116,7 @@ void ItemManager::setItem(const Item& item)
 {
     for (const ItemControl& shown : itemControls)
         (form.*shown.control).setText(toQString((item.*shown.get)()));
-    const Contact* supplier = m_needs.contacts.getContactbyId(numbers::leadingInt(item.getSupplier()));
+    const Contact* supplier = presentItem(m_needs.contacts, numbers::leadingInt(item.getSupplier()));
     form.supplier.setText(supplier ? toQString(supplier->getName()) : QString());
     showChoice(form.taxcode, item.getTaxcode());
     showChoice(form.condition, item.getCondition());
@@ -172,6 +183,7 @@ void ItemManager::finish()
     if (!m_currentItem)
         return;
     copyEditorInto(*m_currentItem);
+    m_typeBefore.reset();
     if (m_created)
         m_currentItem = &add(std::move(m_created));
     if (std::exchange(m_forOrder, false))
@@ -183,8 +195,8 @@ void ItemManager::finish()
 
 void ItemManager::pickConstituent()
 {
-    m_needs.picker.beginfor([this](dataObject& item) { addConstituent(static_cast<Item&>(item)); }, *this,
-        {"code", "item", "variation"}, {80, 320, 100}, {localText("Code"), localText("Item"), localText("Variation")},
+    m_needs.picker.beginfor([this](dataObject& item) { addConstituent(static_cast<Item&>(item)); }, *this, {"code", "item", "variation"},
+        {80, 320, 100}, {localText("Code"), localText("Item"), localText("Variation")},
         QString::fromStdString(m_needs.preferences.getTermItem()));
 }
 
@@ -219,13 +231,13 @@ void ItemManager::removeConstituent()
 void ItemManager::pickSupplier()
 {
     SupplierDataSource suppliers(m_needs.sorting, m_needs.beeper, m_needs.contacts);
-    m_needs.picker.beginfor(
-        [this](dataObject& supplier) { form.supplier.setText(toQString(static_cast<Contact&>(supplier).getName())); },
+    m_needs.picker.beginfor([this](dataObject& supplier) { form.supplier.setText(toQString(static_cast<Contact&>(supplier).getName())); },
         suppliers.suppliers(), {"name", "address"}, {150, 350}, {localText("Name"), localText("Address")}, localText("Supplier"));
 }
 
 SupplierDataSource::SupplierDataSource(const SortSettings& sorting, Beeper& beeper, const ContactManager& contacts)
-    : qvDataSource(sorting, beeper), m_contacts(contacts)
+    : qvDataSource(sorting, beeper)
+    , m_contacts(contacts)
 {
 }
 

@@ -4,6 +4,7 @@
 #include "desktop/AlertTexts.h"
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
+#include "storage/PresentItem.h"
 #include "storage/Settings.h"
 #include "storage/WriteGate.h"
 
@@ -23,7 +24,9 @@ QString joinedNames(const std::vector<Item*>& items)
 } // namespace
 
 ItemManager::ItemManager(ItemManagerNeeds needs)
-    : Collection(needs.sorting, needs.beeper), constituentTable(needs.sorting, needs.beeper), m_needs(needs)
+    : Collection(needs.sorting, needs.beeper)
+    , constituentTable(needs.sorting, needs.beeper)
+    , m_needs(needs)
 {
     list.columns = {
         {"code", localText("Code"), 110},
@@ -39,6 +42,7 @@ ItemManager::ItemManager(ItemManagerNeeds needs)
     form.pickSupplier.run = [this] { pickSupplier(); };
     form.pickConstituent.run = [this] { pickConstituent(); };
     form.removeConstituent.run = [this] { removeConstituent(); };
+    QObject::connect(&form, &Form::closed, &form, [this] { restoreType(); });
     form.collective.onEdited = [this] { showCollective(); };
     constituentTable.onEdited = [this] { showQtyOfCollective(); };
     listForm.search.onEdited = [this] { filter(); };
@@ -55,7 +59,7 @@ float ItemManager::getQtyForCollectiveItem(const Item& item) const
     float least = std::numeric_limits<float>::max();
     bool any = false;
     for (const Constituent& part : item.getConstituents()) {
-        const Item* held = getItemById(part.id());
+        const Item* held = presentItem(*this, part.id());
         if (!held || part.qty() <= 0)
             continue;
         least = std::min(least, held->getQtyAsFloat() / part.qty());
@@ -69,7 +73,7 @@ bool ItemManager::collectiveItemContainsItem(const Item& collective, const Item&
     if (!collective.isCollectiveItem())
         return false;
     const std::vector<Constituent>& parts = collective.getConstituents();
-    return std::any_of(parts.begin(), parts.end(), [&](const Constituent& part) { return getItemById(part.id()) == &item; });
+    return std::any_of(parts.begin(), parts.end(), [&](const Constituent& part) { return presentItem(*this, part.id()) == &item; });
 }
 
 std::vector<Item*> ItemManager::whereUsed(const Item& item) const
@@ -94,7 +98,7 @@ bool ItemManager::isSelfReferential(const Item& candidate, std::vector<const Ite
         return true;
     seen.push_back(&candidate);
     for (const Constituent& part : candidate.getConstituents()) {
-        const Item* item = getItemById(part.id());
+        const Item* item = presentItem(*this, part.id());
         if (!item)
             continue;
         if (isSeen(item) || (item->isCollectiveItem() && isSelfReferential(*item, seen)))
@@ -137,7 +141,7 @@ bool ItemManager::adjustCollective(Item& item, float by)
         return true;
     m_adjusting.push_back(&item);
     for (const Constituent& part : std::vector<Constituent>(item.getConstituents())) {
-        if (Item* held = getItemById(part.id()))
+        if (Item* held = presentItem(*this, part.id()))
             adjustQtyFor(*held, by * part.qty());
     }
     m_adjusting.pop_back();
@@ -145,6 +149,13 @@ bool ItemManager::adjustCollective(Item& item, float by)
 }
 
 // Deleting
+
+void ItemManager::recordRemoved(dataObject& record)
+{
+    // Nothing may be saved into an item that is gone.
+    if (m_currentItem == &record)
+        form.close();
+}
 
 void ItemManager::deleteItemUnlessUsed(Item& item)
 {
@@ -162,7 +173,7 @@ void ItemManager::deleteItemUnlessUsed(Item& item)
 void ItemManager::deleteKey()
 {
     const std::vector<dataObject*> selected = selectedItems();
-    if (selected.empty() || m_needs.alerts.ask(alerts::deleteItems) != 0)
+    if (selected.empty() || m_needs.alerts.ask(alerts::deleteItems) != 0 || !m_needs.gate.readOnlyCheck())
         return;
     const int first = selectedRow();
     std::vector<dataObject*> deleted;
@@ -182,7 +193,7 @@ void ItemManager::addCategories(std::string_view categories)
 {
     for (const std::string& category : categoriesIn(categories)) {
         const QString title = QString::fromStdString(category);
-        if (!m_categories.contains(title))
+        if (title != localText("All") && title != localText("In stock") && !m_categories.contains(title))
             m_categories += title;
     }
     listForm.filter.setTitles(QStringList {localText("All"), localText("In stock")} + m_categories);

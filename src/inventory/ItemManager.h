@@ -84,9 +84,13 @@ public:
     void populateLists(const QStringList& taxCodes);
     std::string objectValue(std::string_view identifier, int row) const override;
 
+protected:
+    void recordRemoved(dataObject& record) override;
+
 private:
     void begin();
     void setItem(const Item& item);
+    void restoreType();
     void copyEditorInto(Item& item);
     std::string supplierIdFor(const std::string& name) const;
     void showQtyOfCollective();
@@ -96,6 +100,8 @@ private:
     ItemManagerNeeds m_needs;
     Item* m_currentItem = nullptr;
     std::unique_ptr<Item> m_created;
+    /// The kind changes while the editor is open, since the quantity shown depends on it; this is what it was, until the item is saved.
+    std::optional<std::string> m_typeBefore;
     bool m_forOrder = false;
     QStringList m_categories;
     static constexpr std::size_t deepestCollective = 32;

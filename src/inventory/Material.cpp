@@ -5,6 +5,7 @@
 #include "foundation/Money.h"
 #include "inventory/ItemManager.h"
 #include "inventory/OrderLookup.h"
+#include "storage/PresentItem.h"
 
 namespace {
 
@@ -16,7 +17,7 @@ std::string contactTextOfLine(const Material& line, std::string_view field)
 
 std::string categoryOfLine(const Material& line)
 {
-    const Item* item = line.rules().items.getItemById(line.getProduct());
+    const Item* item = presentItem(line.rules().items, line.getProduct());
     return item ? std::string(item->getCategory()) : std::string();
 }
 
@@ -42,9 +43,18 @@ Material::Material(const LineRules& rules, int order, int product) : m_rules(rul
     m_values.product = product;
 }
 
-float Material::getQtyasFloat() const { return m_rules.money.value(m_values.qty); }
-float Material::getCostasFloat() const { return m_rules.money.value(m_values.cost); }
-float Material::getTotalasFloat() const { return m_rules.money.value(m_values.total); }
+float Material::getQtyasFloat() const
+{
+    return m_rules.money.value(m_values.qty);
+}
+float Material::getCostasFloat() const
+{
+    return m_rules.money.value(m_values.cost);
+}
+float Material::getTotalasFloat() const
+{
+    return m_rules.money.value(m_values.total);
+}
 
 QDate Material::getDateaddedasdate() const
 {

@@ -30,7 +30,8 @@ Result<void> copyIntoFolder(const QString& source, const QString& target)
 } // namespace
 
 Attachments::Attachments(FolderSource databaseFolder, Keeper keeper)
-    : m_databaseFolder(std::move(databaseFolder)), m_keeper(std::move(keeper))
+    : m_databaseFolder(std::move(databaseFolder))
+    , m_keeper(std::move(keeper))
 {
 }
 
@@ -58,8 +59,8 @@ Result<void> Attachments::file(int orderId, const QString& path) const
 
 int Attachments::countAttachments(int orderId) const
 {
-    const QStringList entries
-        = QDir(folder(orderId)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+    const QStringList entries =
+        QDir(folder(orderId)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
     const bool desktopFile = !entries.isEmpty() && entries.first() == ".DS_Store";
     return static_cast<int>(entries.size()) - (desktopFile ? 1 : 0);
 }

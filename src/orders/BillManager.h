@@ -7,7 +7,8 @@
 class BillManager : public Collection<Bill> {
 public:
     BillManager(const SortSettings& sorting, Beeper& beeper, const SettingsStore& settings)
-        : Collection(sorting, beeper), m_settings(settings)
+        : Collection(sorting, beeper)
+        , m_settings(settings)
     {
     }
 

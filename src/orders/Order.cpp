@@ -20,8 +20,8 @@ std::string customerMark(const Order& order)
 constexpr std::array orderDerivedFields {
     DerivedField<Order> {"balanceremaining", [](const Order& order) { return order.getBalanceRemaining(); }},
     DerivedField<Order> {"totaldue", [](const Order& order) { return order.getTotalDue(); }},
-    DerivedField<Order> {"discountispercentage",
-        [](const Order& order) { return std::string(order.getDiscountIsPercentage() ? "percent" : "flat"); }},
+    DerivedField<Order> {
+        "discountispercentage", [](const Order& order) { return std::string(order.getDiscountIsPercentage() ? "percent" : "flat"); }},
     DerivedField<Order> {"discountdescription", [](const Order& order) { return order.getDiscountDescription(); }},
     DerivedField<Order> {"newcustomer", customerMark},
     DerivedField<Order> {"one", [](const Order&) { return std::string("1"); }},
@@ -63,8 +63,8 @@ std::string contactFieldOfOrder(const Contact* contact, std::string_view name)
         return {};
     if (name == "id")
         return std::to_string(contact->getID());
-    const auto found = std::find_if(orderContactFields.begin(), orderContactFields.end(),
-        [&](const ContactFieldName& entry) { return entry.asked == name; });
+    const auto found = std::find_if(
+        orderContactFields.begin(), orderContactFields.end(), [&](const ContactFieldName& entry) { return entry.asked == name; });
     return found == orderContactFields.end() ? std::string() : contact->getFieldByName(found->own);
 }
 

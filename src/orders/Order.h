@@ -80,11 +80,7 @@ inline constexpr std::array orderFields {
     field<&OrderValues::contact2Id>("contact2").unnamed().always(),
     field<&OrderValues::billId>("bill").unnamed().always(),
     field<&OrderValues::newCustomer>("newcustomer").setOnly().always(),
-    field<&OrderValues::includeBOM>("includeBOM")
-        .alsoSet("includebom")
-        .shownAs(FlagWords::capital)
-        .setsBy(FlagSetBy::capitalYes)
-        .always(),
+    field<&OrderValues::includeBOM>("includeBOM").alsoSet("includebom").shownAs(FlagWords::capital).setsBy(FlagSetBy::capitalYes).always(),
     // Setting "sent" by name goes by the word "No"; imports rely on it.
     field<&OrderValues::sent>("sent").shownAs(FlagWords::capital).setsBy(FlagSetBy::capitalNo).always(),
     // Written under one spelling and read under another: after a reload the mark is always off.

@@ -10,6 +10,7 @@
 #include "inventory/BOMManager.h"
 #include "inventory/ItemManager.h"
 #include "orders/BillManager.h"
+#include "storage/PresentItem.h"
 #include "storage/Settings.h"
 #include "storage/WriteGate.h"
 
@@ -66,6 +67,8 @@ void OrderManager::connectForm()
     for (TextField* computed : {&form.subtotal, &form.balanceRemaining, &form.repeatInformation, &form.attachments})
         computed->setReadOnly(true);
 
+    // The panel belongs to the order in the editor.
+    QObject::connect(&form, &Form::closed, &form, [this] { tender.tenderCancel(); });
     form.type.onEdited = [this] { chooseType(); };
     form.status.onEdited = [this] { m_needs.settings.setText(settings::selectedStatus, std::to_string(form.status.index())); };
     form.applyDiscount.onEdited = [this] {
@@ -83,8 +86,7 @@ void OrderManager::connectForm()
     paymentTable.onEdited = balance;
     form.repeats.onEdited = [this] { setRepeatInformativeText(); };
     form.repeatFrequency.onEdited = [this] { setRepeatInformativeText(); };
-    form.stationery.onEdited
-        = [this] { m_needs.settings.setText(settings::chosenTemplate, std::to_string(form.stationery.index())); };
+    form.stationery.onEdited = [this] { m_needs.settings.setText(settings::chosenTemplate, std::to_string(form.stationery.index())); };
     listForm.search.onEdited = [this] { filter(); };
     listForm.filter.onEdited = [this] {
         m_needs.settings.setText(settings::orderManagerFilter, listForm.filter.title().toStdString());
@@ -104,8 +106,7 @@ void OrderManager::connectForm()
     form.tenderRemove.run = onCurrent([this](Order& order) { tender.tenderRemove(order); });
     form.newContact.run = onCurrent([this](Order& order) { m_needs.shell.createContactForOrder(order); });
     form.editContact.run = onCurrent([this](Order& order) {
-        Contact* contact = form.tab.index() == OrderForm::secondContactTab ? order.getContact2(Order::Fallback::none)
-                                                                           : order.getContact();
+        Contact* contact = form.tab.index() == OrderForm::secondContactTab ? order.getContact2(Order::Fallback::none) : order.getContact();
         if (contact)
             m_needs.shell.editContactForOrder(*contact, order);
     });
@@ -123,6 +124,7 @@ void OrderManager::connectForm()
 
 void OrderManager::setItem(Order& order)
 {
+    tender.tenderCancel();
     m_currentItem = &order;
     m_needs.lines.setCurrentOrder(order.getID());
     showText(form.orderTitle, order.getTitle());
@@ -151,10 +153,21 @@ void OrderManager::fillChoices(const Order& order)
     chooseTitle(form.paymentMethod, order.getPaymentMethod());
     chooseTitle(form.repeatFrequency, order.getRepeatFrequency());
     const QString status = toQString(order.getStatus());
-    if (form.status.titles().contains(status))
-        form.status.setTitle(status);
-    else if (!m_creating)
-        chooseTitle(form.status, order.getStatus());
+    // A new order starts with a status of the user's: what it was born with does not join their list.
+    if (m_creating && !form.status.titles().contains(status))
+        chooseUsualStatus();
+    else
+        chooseStatus(status);
+}
+
+void OrderManager::chooseUsualStatus()
+{
+    form.status.setIndex(numbers::leadingInt(m_needs.settings.text(settings::selectedStatus).value_or("0")));
+}
+
+void OrderManager::chooseStatus(const QString& status)
+{
+    chooseTitle(form.status, status.toStdString());
 }
 
 void OrderManager::fillFlags(const Order& order)
@@ -229,6 +242,10 @@ void OrderManager::chooseType()
 {
     if (!m_currentItem)
         return;
+    if (!m_needs.gate.readOnlyCheck()) {
+        chooseTitle(form.type, m_currentItem->getType());
+        return;
+    }
     m_currentItem->setType(form.type.title().toStdString());
     showPurchaseOrderControls(*m_currentItem);
 }
@@ -270,17 +287,23 @@ void OrderManager::copyChoices(Order& order)
         order.setType(form.type.title().toStdString());
 }
 
+std::string OrderManager::moneyText(const TextField& field) const
+{
+    const std::string typed = field.text().toStdString();
+    return m_needs.rules.money.normalised(typed).value_or(typed);
+}
+
 void OrderManager::copyEditorInto(Order& order)
 {
     order.setDate(form.date.text().toStdString());
     order.setDescription(form.description.text().toStdString());
     order.setOrderNum(form.orderNum.text().toStdString());
     copyChoices(order);
-    order.setShipping(form.shipping.text().toStdString());
-    order.setTax(form.taxAmount.text().toStdString());
-    order.setNet(form.net.text().toStdString());
+    order.setShipping(moneyText(form.shipping));
+    order.setTax(moneyText(form.taxAmount));
+    order.setNet(moneyText(form.net));
     order.setTitle(form.orderTitle.text().toStdString());
-    order.setValue(form.subtotal.text().toStdString());
+    order.setValue(moneyText(form.subtotal));
     order.setValueWithTax(totals.money(totals.number(form.subtotal) + totals.number(form.shipping)));
     order.setTotalItemsPurchased(m_needs.lines.countTotalItemsPurchased());
     order.setIncludeBOM(form.includeBOM.isOn());
@@ -298,7 +321,7 @@ void OrderManager::copyEditorInto(Order& order)
 
 void OrderManager::finish(Finish how)
 {
-    if (!m_currentItem)
+    if (!m_currentItem || !holds(*m_currentItem))
         return;
     if (!m_needs.gate.readOnlyCheck()) {
         form.close();
@@ -317,9 +340,14 @@ void OrderManager::finish(Finish how)
     m_needs.gate.writeDatabaseInBackground(m_needs.items);
 }
 
+Bill* OrderManager::billOf(const Order& order) const
+{
+    return order.getBillId() > 0 ? presentItem(m_needs.bills, order.getBillId()) : nullptr;
+}
+
 void OrderManager::fileBill(Order& order)
 {
-    Bill* bill = order.getBillId() > 0 ? m_needs.bills.getItemById(order.getBillId()) : nullptr;
+    Bill* bill = billOf(order);
     if (!bill) {
         bill = &m_needs.bills.createAndAddDataObject();
         order.setBillId(bill->getID());

@@ -1,5 +1,6 @@
 #include "orders/OrderFile.h"
 
+#include "foundation/plist/PlistScanner.h"
 #include "foundation/plist/PlistValue.h"
 #include "foundation/plist/PlistWriter.h"
 #include "orders/PaymentManager.h"
@@ -35,7 +36,7 @@ PaymentValues readPayment(const PlistValue& value, TextStore& store)
     for (std::size_t i = 0; i < paymentFields.size(); ++i) {
         const PlistValue* text = value.find(paymentRow(i).key);
         if (text && text->hasText())
-            payment.*paymentRow(i).text = store.add(text->asText());
+            payment.*paymentRow(i).text = store.add(cleanUtf8(text->asText()));
     }
     return payment;
 }
@@ -52,25 +53,62 @@ bool readPayments(StoredRecord<Order>& stored, const PlistValue& value, TextStor
     return true;
 }
 
+bool readExpectedPayment(PaymentValues& payment, PlistScanner& scanner, TextStore& store)
+{
+    for (std::size_t i = 0; i < paymentFields.size(); ++i) {
+        if (!scanner.take("\n\t\t\t\t\t<key>") || !scanner.take(paymentRow(i).key) || !scanner.take("</key>\n\t\t\t\t\t<string>"))
+            return false;
+        const std::optional<std::string_view> text = scanner.takePlainText();
+        if (!text)
+            return false;
+        payment.*paymentRow(i).text = store.add(*text);
+    }
+    return scanner.take("\n\t\t\t\t</dict>");
+}
+
+bool readExpectedPayments(StoredRecord<Order>& stored, PlistScanner& scanner, TextStore& store)
+{
+    if (!scanner.take("\n\t\t\t<array>"))
+        return false;
+    std::vector<PaymentValues> payments;
+    while (scanner.take("\n\t\t\t\t<dict>")) {
+        if (!readExpectedPayment(payments.emplace_back(), scanner, store))
+            return false;
+    }
+    if (!scanner.take("\n\t\t\t</array>"))
+        return false;
+    stored.nested = {std::move(payments), true};
+    return true;
+}
+
 constexpr std::array orderNestedKeys {
     NestedKey<Order> {
         "paymentarray",
         [](const StoredRecord<Order>& stored) { return !stored.nested.payments.empty(); },
         writePayments,
         readPayments,
+        readExpectedPayments,
     },
 };
 
 } // namespace
 
 OrderFile::OrderFile(OrderManager& orders, PaymentManager& payments, const OrderRules& rules)
-    : CollectionFile(orders, "orders.xml", "orders", "orders"), m_payments(payments), m_rules(rules)
+    : CollectionFile(orders, "orders.xml", "orders", "orders")
+    , m_payments(payments)
+    , m_rules(rules)
 {
 }
 
 std::span<const NestedKey<Order>> OrderFile::nestedKeys() const
 {
     return orderNestedKeys;
+}
+
+void OrderFile::forget()
+{
+    CollectionFile::forget();
+    m_metOlderPayments = false;
 }
 
 void OrderFile::added(Order& order, const StoredRecord<Order>& stored)

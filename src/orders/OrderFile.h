@@ -10,7 +10,7 @@ public:
 
     /// Whether the last load met an order whose payments are in the older form and call for the template upgrade.
     bool metOlderPayments() const { return m_metOlderPayments; }
-    void forgetOlderPayments() { m_metOlderPayments = false; }
+    void forget() override;
 
 protected:
     std::span<const NestedKey<Order>> nestedKeys() const override;

@@ -14,6 +14,7 @@
 #include "orders/BillManager.h"
 #include "orders/PaymentManager.h"
 #include "orders/StatusColours.h"
+#include "storage/PresentItem.h"
 #include "storage/Settings.h"
 #include "storage/WriteGate.h"
 #include "storage/qvPicker.h"
@@ -31,9 +32,9 @@ QString mailAddress(const Contact& contact)
 
 OrderManager::OrderManager(OrderManagerNeeds needs)
     : Collection(needs.sorting, needs.beeper)
-    , paymentTable(needs.sorting, needs.beeper, needs.rules.money)
+    , paymentTable(needs.sorting, needs.beeper, needs.rules.money, needs.gate)
     , totals(form, needs.lines, needs.rules, needs.preferences)
-    , tender({needs.rules, needs.preferences, needs.alerts, needs.clock, needs.payments, paymentTable, totals, form})
+    , tender({needs.rules, needs.preferences, needs.gate, needs.alerts, needs.clock, needs.payments, paymentTable, totals, form})
     , m_needs(needs)
 {
     list.columns = {
@@ -133,14 +134,13 @@ void OrderManager::pickMaterial()
     if (!m_currentItem)
         return;
     m_needs.picker.beginfor([this](dataObject& item) { addItemToCurrentOrder(static_cast<Item&>(item)); }, m_needs.items,
-        {"code", "item", "variation"}, {80, 320, 100},
-        {localText("Code"), localText("Item"), localText("Variation")},
+        {"code", "item", "variation"}, {80, 320, 100}, {localText("Code"), localText("Item"), localText("Variation")},
         QString::fromStdString(m_needs.preferences.getTermItem()));
 }
 
 void OrderManager::addItemToCurrentOrder(Item& item)
 {
-    if (!m_currentItem || !m_needs.gate.readOnlyCheck())
+    if (!m_currentItem || !holds(*m_currentItem) || !m_needs.gate.readOnlyCheck())
         return;
     const bool purchaseOrder = m_currentItem->isPurchaseOrder();
     // Whatever the stock questions were answered, the line is made; the answer only decides about the stock.
@@ -156,7 +156,7 @@ void OrderManager::increaseQuantitiesForPurchaseOrder()
     if (!m_currentItem || !m_currentItem->isPurchaseOrder() || !m_needs.gate.readOnlyCheck())
         return;
     for (Material* line : m_needs.lines.linesOfOrder(m_currentItem->getID())) {
-        Item* item = m_needs.items.getItemById(line->getProduct());
+        Item* item = presentItem(m_needs.items, line->getProduct());
         if (!item || !item->getDecreaseQty())
             continue;
         const int quantity = numbers::leadingInt(line->getQty());
@@ -184,7 +184,7 @@ void OrderManager::remove(Order& order)
     m_needs.lines.dropLinesOfOrder(order.getID());
     for (Payment* payment : order.getPaymentArray())
         m_needs.payments.deleteItem(*payment);
-    if (Bill* bill = order.getBillId() > 0 ? m_needs.bills.getItemById(order.getBillId()) : nullptr)
+    if (Bill* bill = billOf(order))
         m_needs.bills.deleteItem(*bill);
     deleteItem(order);
 }
@@ -207,6 +207,15 @@ void OrderManager::deleteKey()
     m_needs.shell.showStatus(selected.size() == 1
             ? localText("Deleted. Undo brings the order back with its payments, without its lines and attachments.")
             : localText("Deleted. Undo brings the orders back with their payments, without their lines and attachments."));
+}
+
+void OrderManager::recordRemoved(dataObject& record)
+{
+    // Nothing may be saved into an order that is gone.
+    if (&record != m_currentItem || !form.isOpen())
+        return;
+    m_creating = false;
+    form.close();
 }
 
 void OrderManager::connectContactByTab(Contact& contact, Order& order)
@@ -233,13 +242,13 @@ void OrderManager::connectContact2(Contact& contact, Order& order)
 
 void OrderManager::connectContactById(int contactId, Order& order)
 {
-    if (Contact* contact = m_needs.contacts.getContactbyId(contactId))
+    if (Contact* contact = presentItem(m_needs.contacts, contactId))
         connectContact(*contact, order);
 }
 
 void OrderManager::connectContact2ById(int contactId, Order& order)
 {
-    if (Contact* contact = m_needs.contacts.getContactbyId(contactId))
+    if (Contact* contact = presentItem(m_needs.contacts, contactId))
         connectContact2(*contact, order);
 }
 
@@ -340,23 +349,28 @@ void OrderManager::sendEmail()
 {
     if (!m_currentItem)
         return;
-    const Contact* contact = form.tab.index() == OrderForm::contactTab
-        ? m_currentItem->getContact()
-        : m_currentItem->getContact2(Order::Fallback::none);
+    const Contact* contact =
+        form.tab.index() == OrderForm::contactTab ? m_currentItem->getContact() : m_currentItem->getContact2(Order::Fallback::none);
     if (contact)
         m_needs.opener.openUrl(QUrl("mailto:" + QString::fromLatin1(QUrl::toPercentEncoding(mailAddress(*contact), "@,+"))));
 }
 
 void OrderManager::populateLists(const QStringList& statuses)
 {
+    const QString statusInEditor = form.status.title();
     form.status.setTitles(statuses);
-    form.status.setIndex(numbers::leadingInt(m_needs.settings.text(settings::selectedStatus).value_or("0")));
+    chooseUsualStatus();
+    if (form.isOpen())
+        chooseStatus(statusInEditor);
     QStringList choices {localText("All"), localText("Incomplete"), localText("Purchase orders")};
     choices += statuses;
+    const QString filteredBy = listForm.filter.title();
     listForm.filter.setTitles(choices);
     listForm.filter.setTitle(QString::fromStdString(m_needs.settings.text(settings::orderManagerFilter).value_or("")));
     if (listForm.filter.index() < 0)
         listForm.filter.setIndex(0);
+    if (listForm.filter.title() != filteredBy)
+        filter();
 }
 
 void OrderManager::hideByFilter()

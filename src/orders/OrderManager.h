@@ -15,6 +15,7 @@
 
 class Alerts;
 class BOMManager;
+class Bill;
 class BillManager;
 class Clock;
 class ContactManager;
@@ -127,6 +128,9 @@ public:
     std::string objectValue(std::string_view identifier, int row) const override;
     std::optional<RgbColour> labelColorForRow(int row) const override;
 
+protected:
+    void recordRemoved(dataObject& record) override;
+
 private:
     // Editor, part by part
     void fillFigures(const Order& order);
@@ -137,9 +141,15 @@ private:
     void showTaxControls();
     void showContacts(const Order& order);
     void setAttachmentStatus();
+    /// The figure in money form; what does not read stays as it was typed.
+    std::string moneyText(const TextField& field) const;
     void copyEditorInto(Order& order);
     void copyChoices(Order& order);
+    /// The purchase order's bill; none when it never had one or it was deleted.
+    Bill* billOf(const Order& order) const;
     void fileBill(Order& order);
+    void chooseUsualStatus();
+    void chooseStatus(const QString& status);
     void remove(Order& order);
     void connectForm();
     void chooseType();

@@ -11,7 +11,10 @@
 #include <algorithm>
 
 OrderTotals::OrderTotals(OrderForm& form, BOMManager& lines, const OrderRules& rules, const SettingsForm& preferences)
-    : m_form(form), m_lines(lines), m_rules(rules), m_preferences(preferences)
+    : m_form(form)
+    , m_lines(lines)
+    , m_rules(rules)
+    , m_preferences(preferences)
 {
 }
 
@@ -47,8 +50,7 @@ float OrderTotals::shippingTaxRate() const
 
 float OrderTotals::lineTax() const
 {
-    return m_lines.getTaxforCurrentOrderatRate(
-        shippingTaxRate(), appliesDiscount(), number(m_form.discount), discountIsPercentage());
+    return m_lines.getTaxforCurrentOrderatRate(shippingTaxRate(), appliesDiscount(), number(m_form.discount), discountIsPercentage());
 }
 
 float OrderTotals::lineTaxOfPurchaseOrder() const

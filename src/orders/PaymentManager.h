@@ -7,7 +7,8 @@
 class PaymentManager : public Collection<Payment> {
 public:
     PaymentManager(const SortSettings& sorting, Beeper& beeper, const SettingsStore& settings)
-        : Collection(sorting, beeper), m_settings(settings)
+        : Collection(sorting, beeper)
+        , m_settings(settings)
     {
     }
 

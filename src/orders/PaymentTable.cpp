@@ -4,9 +4,12 @@
 #include "desktop/TextTable.h"
 #include "foundation/Money.h"
 #include "orders/Order.h"
+#include "storage/WriteGate.h"
 
-PaymentTable::PaymentTable(const SortSettings& sorting, Beeper& beeper, const MoneyFormatter& money)
-    : qvDataSource(sorting, beeper), m_money(money)
+PaymentTable::PaymentTable(const SortSettings& sorting, Beeper& beeper, const MoneyFormatter& money, WriteGate& gate)
+    : qvDataSource(sorting, beeper)
+    , m_money(money)
+    , m_gate(gate)
 {
     list.columns = {
         {"datepaid", localText("Date paid"), 140, ColumnAlign::left, true, true},
@@ -38,7 +41,7 @@ std::string PaymentTable::objectValue(std::string_view identifier, int row) cons
 bool PaymentTable::setObjectValue(std::string_view identifier, int row, std::string_view value)
 {
     dataObject* payment = getnthVisibleItem(row);
-    if (!payment)
+    if (!payment || !m_gate.readOnlyCheck())
         return false;
     std::string text(value);
     if (identifier == "amount" && !value.empty()) {

@@ -7,10 +7,11 @@
 
 class MoneyFormatter;
 class Order;
+class WriteGate;
 
 class PaymentTable : public qvDataSource {
 public:
-    PaymentTable(const SortSettings& sorting, Beeper& beeper, const MoneyFormatter& money);
+    PaymentTable(const SortSettings& sorting, Beeper& beeper, const MoneyFormatter& money, WriteGate& gate);
 
     /// The order whose payments are shown; none empties the table.
     void setOrder(Order* order);
@@ -29,5 +30,6 @@ protected:
 private:
     Order* m_order = nullptr;
     const MoneyFormatter& m_money;
+    WriteGate& m_gate;
     std::vector<dataObject*> m_rows;
 };

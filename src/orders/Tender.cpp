@@ -10,6 +10,7 @@
 #include "orders/PaymentManager.h"
 #include "orders/PaymentTable.h"
 #include "storage/Settings.h"
+#include "storage/WriteGate.h"
 
 Tender::Tender(TenderNeeds needs) : m_needs(needs)
 {
@@ -26,6 +27,8 @@ std::string Tender::today() const
 
 void Tender::tender(Order& order)
 {
+    if (!m_needs.gate.readOnlyCheck())
+        return;
     m_order = &order;
     const QString due = QString::fromStdString(m_needs.totals.money(m_needs.totals.getBalanceRemaining(order)));
     form.datePaid.setText(QString::fromStdString(today()));
@@ -42,8 +45,7 @@ void Tender::tender(Order& order)
 
 void Tender::updateTender()
 {
-    const float remaining
-        = m_needs.totals.number(m_needs.editor.balanceRemaining) - m_needs.totals.number(form.amountTendered);
+    const float remaining = m_needs.totals.number(m_needs.editor.balanceRemaining) - m_needs.totals.number(form.amountTendered);
     const bool change = remaining <= 0;
     form.remainingBalance.setCaption(localText(change ? "Change Due" : "Balance Remaining"));
     form.remainingBalance.setText(QString::fromStdString(m_needs.totals.money(change ? -remaining : remaining)));
@@ -59,8 +61,16 @@ void Tender::tenderOK()
     take(*m_order, m_needs.totals.money(m_needs.totals.number(form.amountTendered)), datePaid);
 }
 
+void Tender::tenderCancel()
+{
+    m_order = nullptr;
+    form.close();
+}
+
 void Tender::tenderFullAmount(Order& order)
 {
+    if (!m_needs.gate.readOnlyCheck())
+        return;
     const float remaining = m_needs.totals.getBalanceRemaining(order);
     if (remaining == 0)
         return;
@@ -72,20 +82,19 @@ void Tender::tenderFullAmount(Order& order)
 void Tender::take(Order& order, std::string amount, std::string datePaid)
 {
     TextStore store;
-    const PaymentValues values {
-        store.add(amount), store.add(cleanUtf8(datePaid)), store.add(cleanUtf8(form.paymentMethod.title()))};
+    const PaymentValues values {store.add(amount), store.add(cleanUtf8(datePaid)), store.add(cleanUtf8(form.paymentMethod.title()))};
     m_needs.payments.addPaymentTo(order, values);
     m_needs.totals.calculateBalance(order);
     order.setBalancePaid(datePaid);
     m_needs.editor.balancePaid.setText(QString::fromStdString(datePaid));
-    form.close();
+    tenderCancel();
     m_needs.table.paymentsChanged();
 }
 
 void Tender::tenderRemove(Order& order)
 {
     const int row = m_needs.table.selectedRow();
-    if (row < 0 || m_needs.alerts.ask(alerts::deletePayment) != 0)
+    if (row < 0 || !m_needs.gate.readOnlyCheck() || m_needs.alerts.ask(alerts::deletePayment) != 0)
         return;
     order.removePaymentAtIndex(row);
     m_needs.table.paymentsChanged();

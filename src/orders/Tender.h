@@ -12,11 +12,13 @@ class OrderTotals;
 class PaymentManager;
 class PaymentTable;
 class SettingsForm;
+class WriteGate;
 struct OrderRules;
 
 struct TenderNeeds {
     const OrderRules& rules;
     const SettingsForm& preferences;
+    WriteGate& gate;
     Alerts& alerts;
     const Clock& clock;
     PaymentManager& payments;
@@ -39,7 +41,8 @@ public:
     void tenderOK();
     /// Takes what is due, today; nothing when nothing is.
     void tenderFullAmount(Order& order);
-    void tenderCancel() { form.close(); }
+    /// Closes the panel; nothing is taken.
+    void tenderCancel();
     /// Takes the selected payment off the order after asking. The money-in list keeps it until the next load.
     void tenderRemove(Order& order);
 

@@ -8,7 +8,8 @@ template <class R>
 class CollectionFile : public RecordFileOf<R> {
 public:
     CollectionFile(Collection<R>& collection, const char* fileName, const char* collectionKey, const char* logName)
-        : RecordFileOf<R>(fileName, collectionKey, logName), m_collection(collection)
+        : RecordFileOf<R>(fileName, collectionKey, logName)
+        , m_collection(collection)
     {
     }
 
@@ -22,6 +23,8 @@ protected:
     Collection<R>& collection() const { return m_collection; }
 
 private:
+    void expect(std::size_t records) override { m_collection.makeRoom(records); }
+
     void adopt(StoredRecord<R>&& stored, const TextStorePointer& store) override
     {
         std::unique_ptr<R> record = make();

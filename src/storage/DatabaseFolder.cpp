@@ -11,11 +11,42 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <future>
+#include <iterator>
+
+#include <sys/stat.h>
+
 namespace {
 
 std::string pathIn(const QString& folder, const RecordFile& file)
 {
     return (folder + '/' + file.fileName()).toStdString();
+}
+
+/// A record file as it came from the disk, before its collection has it.
+struct ReadFile {
+    std::string path;
+    bool exists = false;
+    /// None when there is no file, or when it could not be read for the reason given.
+    std::unique_ptr<ParsedFile> parsed;
+    std::string reason;
+};
+
+ReadFile readRecordFile(RecordFile& file, const std::string& path)
+{
+    ReadFile result {path, false, {}, {}};
+    const FileBytes bytes = readWholeFile(path);
+    result.exists = bytes.trouble != ReadTrouble::missing;
+    result.reason = bytes.reason;
+    if (bytes.trouble != ReadTrouble::none)
+        return result;
+    Result<std::unique_ptr<ParsedFile>> parsed = file.parse(bytes.bytes);
+    if (parsed)
+        result.parsed = std::move(parsed).value();
+    else
+        result.reason = parsed.error().message;
+    return result;
 }
 
 void writeSnapshot(const FileSnapshot& snapshot, SafeFile& target)
@@ -27,7 +58,11 @@ void writeSnapshot(const FileSnapshot& snapshot, SafeFile& target)
 } // namespace
 
 DatabaseFolder::DatabaseFolder(RecoveryStore& recovery, const Clock& clock, const User& user)
-    : m_recovery(recovery), m_clock(clock), m_user(user), m_lock(clock, user), m_worker([this] { work(); })
+    : m_recovery(recovery)
+    , m_clock(clock)
+    , m_user(user)
+    , m_lock(clock, user)
+    , m_worker([this] { work(); })
 {
 }
 
@@ -43,47 +78,82 @@ DatabaseFolder::~DatabaseFolder()
 
 // Reading
 
-LoadReport DatabaseFolder::load(const QString& location, const std::function<void(RecordFile&, bool existed)>& afterFile)
+std::optional<DatabaseFolder::Identity> DatabaseFolder::identityOf(const QString& folder)
+{
+    struct stat status { };
+    if (::stat(folder.toStdString().c_str(), &status) != 0)
+        return std::nullopt;
+    return Identity {status.st_dev, status.st_ino};
+}
+
+DatabaseFolder::Stamp DatabaseFolder::stampOf(const std::string& path)
+{
+    struct stat status { };
+    if (::stat(path.c_str(), &status) != 0)
+        return {};
+    return {static_cast<long long>(status.st_ino), status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_ctim.tv_sec,
+        status.st_ctim.tv_nsec};
+}
+
+LoadReport DatabaseFolder::load(const QString& location, const AfterFile& afterFile)
 {
     drain();
     m_location = location;
     m_lock.setFolder(location);
     m_repaired = false;
-    {
-        const std::lock_guard guard(m_mutex);
-        m_unsaved.clear();
-        m_damaged.clear();
-        m_reason.clear();
-    }
-    LoadReport report;
-    const std::map<std::string, std::string> instead = FileGroup::interrupted(location.toStdString());
-    for (RecordFile* file : m_files) {
-        file->forget();
-        const auto interrupted = instead.find(file->fileName());
-        const std::string path = interrupted == instead.end() ? pathIn(location, *file) : interrupted->second;
-        const bool exists = QFileInfo::exists(QString::fromStdString(path));
-        if (exists) {
-            Result<std::unique_ptr<ParsedFile>> parsed = parseFile(*file, path, report);
-            if (parsed)
-                parsed.value()->adopt();
-        }
-        file->loaded();
-        afterFile(*file, exists);
-    }
-    return report;
+    return readAgain(afterFile);
 }
 
-Result<std::unique_ptr<ParsedFile>> DatabaseFolder::parseFile(RecordFile& file, const std::string& path, LoadReport& report)
+bool DatabaseFolder::changedSinceRead() const
 {
-    const FileBytes bytes = readWholeFile(path);
-    if (bytes.trouble != ReadTrouble::none) {
-        tellDamaged(file, path, bytes.reason, report);
-        return Error {bytes.reason};
+    return std::any_of(m_files.begin(), m_files.end(), [this](const RecordFile* file) {
+        const auto read = m_stamps.find(file);
+        return read != m_stamps.end() && read->second != stampOf(pathIn(m_location, *file));
+    });
+}
+
+void DatabaseFolder::forgetState()
+{
+    const std::lock_guard guard(m_mutex);
+    m_unsaved.clear();
+    m_damaged.clear();
+    m_reason.clear();
+    m_identity = identityOf(m_location);
+    m_keptElsewhere.clear();
+    m_folderGone = false;
+}
+
+LoadReport DatabaseFolder::readAgain(const AfterFile& afterFile)
+{
+    drain();
+    forgetState();
+    // Before anything is looked at: what changes from here on shows later.
+    for (const RecordFile* file : m_files)
+        m_stamps[file] = stampOf(pathIn(m_location, *file));
+    LoadReport report;
+    const std::map<std::string, std::string> instead = FileGroup::interrupted(m_location.toStdString());
+    const auto startReading = [&](RecordFile& file) {
+        file.forget();
+        const auto interrupted = instead.find(file.fileName());
+        const std::string path = interrupted == instead.end() ? pathIn(m_location, file) : interrupted->second;
+        return std::async(std::launch::async, [&file, path] { return readRecordFile(file, path); });
+    };
+    // One file is read ahead while the one before it is read and handed over; they are handed over in their order.
+    std::future<ReadFile> next = m_files.empty() ? std::future<ReadFile>() : startReading(*m_files.front());
+    for (std::size_t i = 0; i < m_files.size(); ++i) {
+        std::future<ReadFile> current = std::exchange(next, {});
+        if (i + 1 < m_files.size())
+            next = startReading(*m_files[i + 1]);
+        const ReadFile read = current.get();
+        RecordFile& file = *m_files[i];
+        if (read.parsed)
+            read.parsed->adopt();
+        else if (read.exists)
+            tellDamaged(file, read.path, read.reason, report);
+        file.loaded();
+        afterFile(file, read.exists);
     }
-    Result<std::unique_ptr<ParsedFile>> parsed = file.parse(bytes.bytes);
-    if (!parsed)
-        tellDamaged(file, path, parsed.error().message, report);
-    return parsed;
+    return report;
 }
 
 void DatabaseFolder::tellDamaged(RecordFile& file, const std::string& path, const std::string& reason, LoadReport& report)
@@ -129,19 +199,48 @@ void DatabaseFolder::drain()
 
 void DatabaseFolder::retry()
 {
-    std::vector<RecordFile*> unsaved;
-    {
-        const std::lock_guard guard(m_mutex);
-        unsaved.assign(m_unsaved.begin(), m_unsaved.end());
-    }
+    const std::vector<RecordFile*> unsaved = unsavedFiles();
     if (!unsaved.empty())
         write(unsaved, When::inBackground);
+}
+
+std::vector<RecordFile*> DatabaseFolder::unsavedFiles() const
+{
+    const std::lock_guard guard(m_mutex);
+    std::vector<RecordFile*> unsaved;
+    std::copy_if(
+        m_files.begin(), m_files.end(), std::back_inserter(unsaved), [this](RecordFile* file) { return m_unsaved.contains(file); });
+    return unsaved;
 }
 
 QString DatabaseFolder::unsavedReason() const
 {
     const std::lock_guard guard(m_mutex);
-    return m_unsaved.empty() ? QString() : m_reason;
+    if (!m_unsaved.empty())
+        return m_reason;
+    return m_folderGone ? m_location + " is not the folder that was opened" : QString();
+}
+
+QStringList DatabaseFolder::keepUnsaved()
+{
+    drain();
+    QStringList sentences;
+    for (const RecordFile* file : unsavedFiles()) {
+        const Result<QString> kept = keepInRecovery(*file, *file->snapshot());
+        const std::string sentence = std::string(file->fileName()) + " could not be written. "
+            + (kept ? "What it should hold is kept as " + kept.value().toStdString() : kept.error().message) + ".";
+        logLine(sentence);
+        sentences += QString::fromStdString(sentence);
+    }
+    return sentences;
+}
+
+Result<QString> DatabaseFolder::keepInRecovery(const RecordFile& file, const FileSnapshot& snapshot)
+{
+    std::string bytes;
+    PlistWriter writer([&](std::string_view piece) { bytes += piece; });
+    snapshot.write(writer);
+    return m_recovery.keepBytes(file.fileName(), bytes);
 }
 
 void DatabaseFolder::work()
@@ -171,6 +270,8 @@ void DatabaseFolder::perform(const Job& job)
             settled(piece, prepared);
         return;
     }
+    if (!isWhereItWas(job.folder))
+        std::for_each(job.pieces.begin(), job.pieces.end(), [this](const Piece& piece) { keepElsewhere(piece); });
     std::vector<Piece> pieces;
     for (const Piece& piece : job.pieces) {
         if (Result<void> kept = keepDamagedOriginal(job.folder, *piece.file); !kept)
@@ -226,6 +327,35 @@ Result<void> DatabaseFolder::prepareFolder(const QString& folder)
     return FileGroup::repair(folder.toStdString());
 }
 
+/// Whether the folder is still the one that was read; a folder that was not there then is taken as it was made.
+bool DatabaseFolder::isWhereItWas(const QString& folder)
+{
+    const std::optional<Identity> now = identityOf(folder);
+    const std::lock_guard guard(m_mutex);
+    if (folder != m_location)
+        return true;
+    if (!m_identity)
+        m_identity = now;
+    m_folderGone = m_identity != now;
+    return !m_folderGone;
+}
+
+/// Into the recovery store as well: the folder that was opened may come back and know nothing of this.
+void DatabaseFolder::keepElsewhere(const Piece& piece)
+{
+    const Result<QString> kept = keepInRecovery(*piece.file, *piece.snapshot);
+    if (!kept) {
+        logLine(kept.error().message);
+        return;
+    }
+    logLine("the database's folder is another one than was opened; a copy is kept as " + kept.value().toStdString());
+    const auto [place, first] = m_keptElsewhere.try_emplace(piece.file, kept.value());
+    if (first)
+        return;
+    QFile::remove(place->second);
+    place->second = kept.value();
+}
+
 Result<void> DatabaseFolder::keepDamagedOriginal(const QString& folder, const RecordFile& file)
 {
     {
@@ -233,9 +363,11 @@ Result<void> DatabaseFolder::keepDamagedOriginal(const QString& folder, const Re
         if (!m_damaged.contains(&file))
             return {};
     }
-    const Result<QString> kept = m_recovery.keepCopy(QString::fromStdString(pathIn(folder, file)));
-    if (!kept)
-        return kept.error();
+    const QString original = QString::fromStdString(pathIn(folder, file));
+    if (QFileInfo::exists(original)) {
+        if (const Result<QString> kept = m_recovery.keepCopy(original); !kept)
+            return kept.error();
+    }
     const std::lock_guard guard(m_mutex);
     m_damaged.erase(&file);
     return {};
@@ -263,14 +395,16 @@ Result<void> DatabaseFolder::copyTo(const QString& target)
     const QString into = QFileInfo(QFileInfo(target).absolutePath()).canonicalFilePath();
     if (from.isEmpty() || (into + '/').startsWith(from + '/'))
         return Error {"a database cannot be copied into itself"};
+    if (QFileInfo::exists(target))
+        return Error {target.toStdString() + " exists already"};
     const QString unfinished = target + ".unfinished";
     QDir(unfinished).removeRecursively();
-    if (Result<void> copied = folders::copyTree(m_location, unfinished); !copied)
-        return copied;
-    const std::string lock = (unfinished + "/lock.xml").toStdString();
-    if (Result<void> locked = writeFileSafely(lock, m_lock.contents(DatabaseLock::offlineReason)); !locked)
-        return locked;
-    if (!QFile::rename(unfinished, target))
-        return Error {target.toStdString() + " could not be put into its place"};
-    return {};
+    Result<void> copied = folders::copyTree(m_location, unfinished);
+    if (copied)
+        copied = writeFileSafely((unfinished + "/lock.xml").toStdString(), m_lock.contents(DatabaseLock::offlineReason));
+    if (copied && !QFile::rename(unfinished, target))
+        copied = Error {target.toStdString() + " could not be put into its place"};
+    if (!copied)
+        QDir(unfinished).removeRecursively();
+    return copied;
 }

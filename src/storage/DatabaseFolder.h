@@ -3,6 +3,7 @@
 // Every write is a snapshot taken on the main thread and written by one worker in the order asked for. Files asked for together
 // change together or not at all. A file that cannot be written stays unsaved and goes with the next write of its collection and with
 // every retry. Reading never changes the folder; an interrupted write is read through and put right before the first write.
+// When the folder is no longer the one that was read (a share came loose), writing goes on and a copy goes to the recovery store.
 #pragma once
 
 #include "foundation/Result.h"
@@ -15,7 +16,9 @@
 #include <condition_variable>
 #include <deque>
 #include <functional>
+#include <map>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <span>
 #include <thread>
@@ -42,8 +45,13 @@ public:
     const QString& location() const { return m_location; }
     DatabaseLock& lock() { return m_lock; }
 
+    using AfterFile = std::function<void(RecordFile&, bool existed)>;
     /// Reads every registered file that exists. afterFile runs after each file's records were taken over, missing ones included.
-    LoadReport load(const QString& location, const std::function<void(RecordFile&, bool existed)>& afterFile);
+    LoadReport load(const QString& location, const AfterFile& afterFile);
+    /// Whether a record file came, went or changed since it was read.
+    bool changedSinceRead() const;
+    /// Reads the loaded folder once more; the lock stays as it is. The collections must be empty.
+    LoadReport readAgain(const AfterFile& afterFile);
 
     enum class When { now, inBackground };
     /// Writes the files as they are at this moment, together. With now they are on disk when it returns, after all asked for before.
@@ -55,6 +63,8 @@ public:
 
     /// Empty when all is saved, else why something is not.
     QString unsavedReason() const;
+    /// Puts what could not be written into the recovery store, as it is now; one sentence for each file.
+    QStringList keepUnsaved();
     /// Runs on the worker's thread after a write; the program posts it to its own.
     std::function<void()> onSavedStateChanged;
 
@@ -71,7 +81,14 @@ private:
         std::vector<Piece> pieces;
     };
 
-    Result<std::unique_ptr<ParsedFile>> parseFile(RecordFile& file, const std::string& path, LoadReport& report);
+    /// What tells a folder from another one that took its place.
+    using Identity = std::pair<unsigned long long, unsigned long long>;
+    /// What changes when somebody writes the file: its identity, size and times.
+    using Stamp = std::vector<long long>;
+
+    static std::optional<Identity> identityOf(const QString& folder);
+    static Stamp stampOf(const std::string& path);
+    void forgetState();
     void tellDamaged(RecordFile& file, const std::string& path, const std::string& reason, LoadReport& report);
     void enqueue(Job job);
     void work();
@@ -80,6 +97,10 @@ private:
     void writeAlone(const Job& job);
     void settled(const Piece& piece, const Result<void>& result);
     Result<void> prepareFolder(const QString& folder);
+    std::vector<RecordFile*> unsavedFiles() const;
+    bool isWhereItWas(const QString& folder);
+    void keepElsewhere(const Piece& piece);
+    Result<QString> keepInRecovery(const RecordFile& file, const FileSnapshot& snapshot);
     Result<void> keepDamagedOriginal(const QString& folder, const RecordFile& file);
 
     RecoveryStore& m_recovery;
@@ -88,6 +109,7 @@ private:
     DatabaseLock m_lock;
     QString m_location;
     std::vector<RecordFile*> m_files;
+    std::map<const RecordFile*, Stamp> m_stamps;
 
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
@@ -96,6 +118,11 @@ private:
     /// Files of the loaded folder that did not read and whose originals are not kept yet.
     std::set<const RecordFile*> m_damaged;
     QString m_reason;
+    /// Of the loaded folder; none until there is one.
+    std::optional<Identity> m_identity;
+    /// The newest copy of each file that was written while the folder was another one.
+    std::map<const RecordFile*, QString> m_keptElsewhere;
+    bool m_folderGone = false;
     bool m_busy = false;
     bool m_stopping = false;
     bool m_repaired = false;

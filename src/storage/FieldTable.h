@@ -50,9 +50,9 @@ struct FieldNames {
 
 template <class Values>
 struct FieldRow {
-    Text Values::* text = nullptr;
-    int Values::* integer = nullptr;
-    bool Values::* flag = nullptr;
+    Text Values::*text = nullptr;
+    int Values::*integer = nullptr;
+    bool Values::*flag = nullptr;
 
     FieldNames readNames;
     FieldNames setNames;
@@ -66,25 +66,61 @@ struct FieldRow {
     bool setInAnyCase = false;
 
     /// Names of the file key only; reading and setting by name keep theirs.
-    constexpr FieldRow stores(std::string_view fileKey) const { return changed([&](FieldRow& row) { row.key = row.readKey = fileKey; }); }
+    constexpr FieldRow stores(std::string_view fileKey) const
+    {
+        return changed([&](FieldRow& row) { row.key = row.readKey = fileKey; });
+    }
     /// Reads from another key than it writes.
-    constexpr FieldRow readsFrom(std::string_view fileKey) const { return changed([&](FieldRow& row) { row.readKey = fileKey; }); }
-    constexpr FieldRow always() const { return changed([](FieldRow& row) { row.stored = Stored::always; }); }
-    constexpr FieldRow notStored() const { return changed([](FieldRow& row) { row.stored = Stored::never; }); }
-    constexpr FieldRow alsoRead(std::string_view name) const { return changed([&](FieldRow& row) { row.readNames.add(name); }); }
-    constexpr FieldRow alsoSet(std::string_view name) const { return changed([&](FieldRow& row) { row.setNames.add(name); }); }
+    constexpr FieldRow readsFrom(std::string_view fileKey) const
+    {
+        return changed([&](FieldRow& row) { row.readKey = fileKey; });
+    }
+    constexpr FieldRow always() const
+    {
+        return changed([](FieldRow& row) { row.stored = Stored::always; });
+    }
+    constexpr FieldRow notStored() const
+    {
+        return changed([](FieldRow& row) { row.stored = Stored::never; });
+    }
+    constexpr FieldRow alsoRead(std::string_view name) const
+    {
+        return changed([&](FieldRow& row) { row.readNames.add(name); });
+    }
+    constexpr FieldRow alsoSet(std::string_view name) const
+    {
+        return changed([&](FieldRow& row) { row.setNames.add(name); });
+    }
     /// Read and set by this further name too.
     constexpr FieldRow also(std::string_view name) const { return alsoRead(name).alsoSet(name); }
     /// Not to be set by name.
-    constexpr FieldRow getOnly() const { return changed([](FieldRow& row) { row.setNames = {}; }); }
+    constexpr FieldRow getOnly() const
+    {
+        return changed([](FieldRow& row) { row.setNames = {}; });
+    }
     /// Not to be read by name.
-    constexpr FieldRow setOnly() const { return changed([](FieldRow& row) { row.readNames = {}; }); }
+    constexpr FieldRow setOnly() const
+    {
+        return changed([](FieldRow& row) { row.readNames = {}; });
+    }
     /// Neither read nor set by name.
     constexpr FieldRow unnamed() const { return getOnly().setOnly(); }
-    constexpr FieldRow searched() const { return changed([](FieldRow& row) { row.isSearched = true; }); }
-    constexpr FieldRow inAnyCase() const { return changed([](FieldRow& row) { row.setInAnyCase = true; }); }
-    constexpr FieldRow shownAs(FlagWords flagWords) const { return changed([&](FieldRow& row) { row.words = flagWords; }); }
-    constexpr FieldRow setsBy(FlagSetBy flagSetBy) const { return changed([&](FieldRow& row) { row.setBy = flagSetBy; }); }
+    constexpr FieldRow searched() const
+    {
+        return changed([](FieldRow& row) { row.isSearched = true; });
+    }
+    constexpr FieldRow inAnyCase() const
+    {
+        return changed([](FieldRow& row) { row.setInAnyCase = true; });
+    }
+    constexpr FieldRow shownAs(FlagWords flagWords) const
+    {
+        return changed([&](FieldRow& row) { row.words = flagWords; });
+    }
+    constexpr FieldRow setsBy(FlagSetBy flagSetBy) const
+    {
+        return changed([&](FieldRow& row) { row.setBy = flagSetBy; });
+    }
 
 private:
     template <class Change>
@@ -104,7 +140,7 @@ struct MemberPointer {
 };
 template <class Values, class Member>
 MemberPointer<Values, Member> inspect(Member Values::*);
-}
+} // namespace field_detail
 
 /// A row for the member; its name is how it is read, set and stored until the words after it say otherwise.
 template <auto member>

@@ -23,6 +23,7 @@ FileSettingsStore::FileSettingsStore(QString path, RecoveryStore& recovery) : m_
         : values                                                       ? std::string("its root is no dictionary")
                                                                        : values.error().message;
     const Result<QString> kept = m_recovery.keepCopy(m_path);
+    m_mustKeepOriginal = !kept;
     m_damage = QString::fromStdString("The settings could not be read (" + reason + "). ")
         + (kept ? "The original is kept as " + kept.value() + "." : QString::fromStdString(kept.error().message));
     logLine(m_damage.toStdString());
@@ -72,10 +73,23 @@ Result<void> FileSettingsStore::flush()
         return {};
     if (Result<void> made = folders::make(QFileInfo(m_path).path()); !made)
         return made;
+    if (m_mustKeepOriginal && QFileInfo::exists(m_path)) {
+        if (const Result<QString> kept = m_recovery.keepCopy(m_path); !kept)
+            return kept.error();
+    }
+    m_mustKeepOriginal = false;
     Result<void> written = writeFileSafely(m_path.toStdString(), plist::write(m_values));
     if (written)
         m_dirty = false;
     else
         logLine(written.error().message);
     return written;
+}
+
+void FileSettingsStore::keepUnsaved()
+{
+    if (!m_dirty)
+        return;
+    const Result<QString> kept = m_recovery.keepBytes(QFileInfo(m_path).fileName(), plist::write(m_values));
+    logLine(kept ? "the settings could not be written and are kept as " + kept.value().toStdString() : kept.error().message);
 }

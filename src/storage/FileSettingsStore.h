@@ -20,6 +20,8 @@ public:
 
     /// Writes the file when something changed since.
     Result<void> flush();
+    /// Puts what could not be written into the recovery store.
+    void keepUnsaved();
     bool isDirty() const { return m_dirty; }
     /// Why the file could not be read; empty when it could or was not there.
     const QString& damage() const { return m_damage; }
@@ -34,5 +36,7 @@ private:
     PlistValue m_values = PlistValue::makeDict();
     std::map<std::string, PlistValue, std::less<>> m_defaults;
     QString m_damage;
+    /// The file could neither be read nor copied away yet: nothing may take its place.
+    bool m_mustKeepOriginal = false;
     bool m_dirty = false;
 };

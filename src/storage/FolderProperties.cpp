@@ -27,8 +27,9 @@ void FolderProperties::setObjectForKey(const QString& folder, std::string_view v
 {
     const FileBytes file = readWholeFile(infoPath(folder).toStdString());
     Result<PlistValue> read = plist::read(file.bytes);
-    PlistValue info = read && read.value().isDict() ? std::move(read).value() : PlistValue::makeDict();
-    const bool damaged = file.trouble != ReadTrouble::missing && !read;
+    const bool isDict = read && read.value().isDict();
+    PlistValue info = isDict ? std::move(read).value() : PlistValue::makeDict();
+    const bool damaged = file.trouble != ReadTrouble::missing && !isDict;
     if (damaged && !m_recovery.keepCopy(infoPath(folder))) {
         logLine("couldn't write database's properties");
         return;

@@ -73,7 +73,7 @@ public:
 
 protected:
     /// Sets a field of the values; answers whether it changed.
-    bool set(Text Values::* member, std::string_view value)
+    bool set(Text Values::*member, std::string_view value)
     {
         if (m_values.*member == value)
             return false;
@@ -82,8 +82,7 @@ protected:
         return true;
     }
     template <class Plain>
-    bool set(Plain Values::* member, Plain value)
-        requires(!std::is_same_v<Plain, Text>)
+    bool set(Plain Values::*member, Plain value) requires(!std::is_same_v<Plain, Text>)
     {
         if (m_values.*member == value)
             return false;
@@ -92,7 +91,7 @@ protected:
         return true;
     }
     /// For literals and texts that live in the record's own store already.
-    void assignText(Text Values::* member, Text value) { m_values.*member = value; }
+    void assignText(Text Values::*member, Text value) { m_values.*member = value; }
 
     Values m_values;
 
@@ -116,7 +115,7 @@ private:
     }
     static bool holdsInAnyCase(const FieldNames& names, std::string_view name)
     {
-        return std::any_of(names.names.begin(), names.names.end(),
-            [&](std::string_view own) { return !own.empty() && equalInAnyCase(own, name); });
+        return std::any_of(
+            names.names.begin(), names.names.end(), [&](std::string_view own) { return !own.empty() && equalInAnyCase(own, name); });
     }
 };

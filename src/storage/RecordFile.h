@@ -14,6 +14,7 @@
 #include <string_view>
 #include <vector>
 
+class PlistScanner;
 class PlistTokens;
 class PlistValue;
 class PlistWriter;
@@ -39,7 +40,9 @@ class RecordFile {
 public:
     /// fileName: "contacts.xml"; collectionKey: the one key of the root; logName: the word in "contacts not written successfully".
     RecordFile(const char* fileName, const char* collectionKey, const char* logName)
-        : m_fileName(fileName), m_collectionKey(collectionKey), m_logName(logName)
+        : m_fileName(fileName)
+        , m_collectionKey(collectionKey)
+        , m_logName(logName)
     {
     }
     virtual ~RecordFile() = default;
@@ -85,4 +88,6 @@ struct NestedKey {
     void (*write)(const StoredRecord<R>&, PlistWriter&);
     /// Takes the value; texts go into the store. False when the value is not of the expected shape: it is then kept as unknown.
     bool (*read)(StoredRecord<R>&, const PlistValue& value, TextStore& store);
+    /// The same without a value in between, for what stands there as it is written; false, with nothing taken, for anything else.
+    bool (*readExpected)(StoredRecord<R>&, PlistScanner&, TextStore& store) = nullptr;
 };

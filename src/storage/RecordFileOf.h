@@ -5,7 +5,9 @@
 #pragma once
 
 #include "foundation/Numbers.h"
+#include "foundation/Text.h"
 #include "foundation/plist/PlistReader.h"
+#include "foundation/plist/PlistScanner.h"
 #include "foundation/plist/PlistTokens.h"
 #include "foundation/plist/PlistValue.h"
 #include "foundation/plist/PlistWriter.h"
@@ -43,6 +45,8 @@ public:
 
 protected:
     virtual std::span<const NestedKey<R>> nestedKeys() const { return {}; }
+    /// So many records are about to be adopted.
+    virtual void expect(std::size_t) { }
     /// Takes one record over, in file order, on the main thread.
     virtual void adopt(StoredRecord<R>&& record, const TextStorePointer& store) = 0;
     /// Adds what the file is to hold, in the collection's order.
@@ -58,6 +62,7 @@ private:
         void adopt() override
         {
             file.m_rest = std::move(rest);
+            file.expect(records.size());
             for (StoredRecord<R>& record : records)
                 file.adopt(std::move(record), store);
         }
@@ -98,6 +103,14 @@ private:
         return nullptr;
     }
 
+    /// Whether the key is one that a flag or number is always written to but read from elsewhere: keeping it would serve nothing.
+    static bool isOnlyWritten(std::string_view key)
+    {
+        return std::any_of(
+            R::fieldRows().begin(), R::fieldRows().end(), [&](const Row& row) { return isOnlyWritten(row) && row.key == key; });
+    }
+    static bool isOnlyWritten(const Row& row) { return row.stored == Stored::always && !row.text && row.key != row.readKey; }
+
     static void takeText(StoredRecord<R>& record, const Row& row, std::string_view text, TextStore& store)
     {
         if (row.text)
@@ -124,7 +137,11 @@ private:
     void takeValue(StoredRecord<R>& record, const std::string& key, PlistValue value, TextStore& store) const
     {
         for (const NestedKey<R>& nested : nestedKeys()) {
-            if (nested.key == key && nested.read(record, value, store))
+            if (nested.key != key)
+                continue;
+            // Of a key that stands there twice, the last counts.
+            record.nested = {};
+            if (nested.read(record, value, store))
                 return;
         }
         if (value.hasText()) {
@@ -133,6 +150,8 @@ private:
                 return takeId(record, text, store);
             if (const Row* row = rowForKey(key))
                 return takeText(record, *row, text, store);
+            if (isOnlyWritten(key))
+                return;
         }
         keepUnknown(record, key, std::move(value));
     }
@@ -145,10 +164,12 @@ private:
         if (!root.value().isDict())
             return Error {"the file's root is no dictionary"};
         for (const auto& [key, value] : root.value().dict()) {
-            if (key != collectionKey() || !value.isArray()) {
+            if (key != collectionKey()) {
                 parsed.rest.set(key, value);
                 continue;
             }
+            if (!value.isArray())
+                return Error {"\"" + key + "\" is no list"};
             for (const PlistValue& entry : value.array()) {
                 if (!entry.isDict())
                     return Error {"an entry of \"" + key + "\" is no dictionary"};
@@ -174,9 +195,11 @@ private:
                 break;
             if (token != Token::key)
                 return wrong(tokens, "the file ends too early");
-            const std::string key(tokens.text());
+            const std::string key = cleanUtf8(tokens.text());
             const Token value = tokens.next();
-            if (key == collectionKey() && value == Token::arrayOpen) {
+            if (key == collectionKey()) {
+                if (value != Token::arrayOpen)
+                    return wrong(tokens, "\"" + key + "\" is no list");
                 parsed.records.clear();
                 if (Result<void> read = readRecords(tokens, parsed); !read)
                     return read;
@@ -198,42 +221,63 @@ private:
 
     Result<void> readRecords(PlistTokens& tokens, Parsed& parsed) const
     {
+        const StoredRecord<R> blank = blankRecord();
         for (;;) {
             const Token token = tokens.next();
             if (token == Token::arrayClose)
                 return {};
             if (token != Token::dictOpen)
                 return wrong(tokens, "an entry of the list is no dictionary");
-            StoredRecord<R> record = blankRecord();
+            makeRoom(parsed.records, tokens);
+            StoredRecord<R>& record = parsed.records.emplace_back(blank);
             readExpectedFields(tokens, record, *parsed.store);
             if (Result<void> read = readOtherFields(tokens, record, *parsed.store); !read)
                 return read;
-            parsed.records.push_back(std::move(record));
         }
+    }
+
+    /// Before there are too many records to move: room for as many as the file holds, if the rest are as long as those so far.
+    static void makeRoom(std::vector<StoredRecord<R>>& records, const PlistTokens& tokens)
+    {
+        constexpr std::size_t fewest = 64;
+        if (records.size() == records.capacity() && records.size() >= fewest)
+            records.reserve(records.size() + records.size() / 16 + records.size() * tokens.bytes().size() / tokens.position());
     }
 
     /// The short way: text fields in the order they are written in. Stops at the first thing that is different.
     static void readExpectedFields(PlistTokens& tokens, StoredRecord<R>& record, TextStore& store)
     {
-        const std::string_view bytes = tokens.bytes();
-        std::size_t at = tokens.position();
+        PlistScanner scanner(tokens.bytes(), tokens.position());
+        std::uint64_t start = scanner.wordAt(keyOffset);
         for (const Expected& expected : expectedKeys()) {
-            if (bytes.compare(at, expected.opening.size(), expected.opening) != 0)
+            if (expected.start != start)
                 continue;
-            const std::size_t start = at + expected.opening.size();
-            const std::size_t end = bytes.find('<', start);
-            if (end == std::string_view::npos || bytes.compare(end, stringEnd.size(), stringEnd) != 0)
-                break;
-            const std::string_view text = bytes.substr(start, end - start);
-            if (text.find_first_of("&\r") != std::string_view::npos)
-                break;
-            if (expected.row)
-                takeText(record, *expected.row, text, store);
-            else
-                takeId(record, text, store);
-            at = end + stringEnd.size();
+            const std::size_t before = scanner.position();
+            if (!scanner.take(expected.opening))
+                continue;
+            const std::optional<std::string_view> text = scanner.takePlainText();
+            if (!text)
+                return tokens.setPosition(before);
+            if (expected.isId)
+                takeId(record, *text, store);
+            else if (expected.row)
+                takeText(record, *expected.row, *text, store);
+            start = scanner.wordAt(keyOffset);
         }
-        tokens.setPosition(at);
+        tokens.setPosition(scanner.position());
+    }
+
+    /// What a nested key holds, when it stands there as it is written.
+    bool readExpectedNested(PlistTokens& tokens, std::string_view key, StoredRecord<R>& record, TextStore& store) const
+    {
+        for (const NestedKey<R>& nested : nestedKeys()) {
+            PlistScanner scanner(tokens.bytes(), tokens.position());
+            if (nested.key != key || !nested.readExpected || !nested.readExpected(record, scanner, store))
+                continue;
+            tokens.setPosition(scanner.position());
+            return true;
+        }
+        return false;
     }
 
     Result<void> readOtherFields(PlistTokens& tokens, StoredRecord<R>& record, TextStore& store) const
@@ -244,7 +288,11 @@ private:
                 return {};
             if (token != Token::key)
                 return wrong(tokens, "the file ends inside a record");
-            const std::string key(tokens.text());
+            const std::string key = cleanUtf8(tokens.text());
+            if (readExpectedNested(tokens, key, record, store)) {
+                readExpectedFields(tokens, record, store);
+                continue;
+            }
             const Token first = tokens.next();
             const Row* row = first == Token::text ? rowForKey(key) : nullptr;
             if (row) {
@@ -259,12 +307,16 @@ private:
         }
     }
 
-    static constexpr std::string_view stringEnd = "</string>";
+    static constexpr std::string_view beforeKey = "\n\t\t\t<key>";
+    static constexpr std::size_t keyOffset = beforeKey.size();
 
-    /// What stands before a value in the file's own layout; no row means the id.
+    /// What stands before a value in the file's own layout. No row, and not the id: the value is passed over.
     struct Expected {
         std::string opening;
+        /// The first eight bytes of the key and what follows it.
+        std::uint64_t start;
         const Row* row;
+        bool isId;
     };
 
     static const std::vector<Expected>& expectedKeys()
@@ -274,11 +326,15 @@ private:
             for (const Row& row : R::fieldRows()) {
                 if (row.stored != Stored::never)
                     rows.emplace_back(row.readKey, &row);
+                if (isOnlyWritten(row))
+                    rows.emplace_back(row.key, nullptr);
             }
             std::sort(rows.begin(), rows.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
             std::vector<Expected> expected;
-            for (const auto& [key, row] : rows)
-                expected.push_back({"\n\t\t\t<key>" + std::string(key) + "</key>\n\t\t\t<string>", row});
+            for (const auto& [key, row] : rows) {
+                const std::string opening = std::string(beforeKey).append(key).append("</key>\n\t\t\t<string>");
+                expected.push_back({opening, PlistScanner(opening, 0).wordAt(keyOffset), row, key == idKey});
+            }
             return expected;
         }();
         return keys;
@@ -313,6 +369,12 @@ private:
         if (!key.row || key.row->stored == Stored::always || !key.row->text)
             return true;
         return !(record.values.*key.row->text).isEmpty();
+    }
+
+    /// Whether the record has nothing of its own to put in the place of a value that could not be read as text.
+    static bool isBlank(const WrittenKey& key, const StoredRecord<R>& record)
+    {
+        return key.row && key.row->text && (record.values.*key.row->text).isEmpty();
     }
 
     static void writeValue(const WrittenKey& key, const StoredRecord<R>& record, PlistWriter& writer)
@@ -361,8 +423,11 @@ private:
             if (!isWritten(key, record))
                 continue;
             writeUnknownBefore(&key.key);
-            if (next != unknown.end() && next->first == key.key)
+            if (next != unknown.end() && next->first == key.key) {
+                if (isBlank(key, record))
+                    continue;
                 ++next;
+            }
             writer.key(key.key);
             writeValue(key, record, writer);
         }

@@ -4,7 +4,10 @@
 #include <QScopedValueRollback>
 
 RecordListModel::RecordListModel(qvDataSource& source, QObject* parent)
-    : QAbstractTableModel(parent), m_source(source), m_columns(source.list.visibleColumns()), m_rows(source.numberOfRows())
+    : QAbstractTableModel(parent)
+    , m_source(source)
+    , m_columns(source.list.visibleColumns())
+    , m_rows(source.numberOfRows())
 {
     source.addObserver(*this);
 }
@@ -56,7 +59,11 @@ bool RecordListModel::setData(const QModelIndex& index, const QVariant& value, i
     if (role != Qt::EditRole || !index.isValid())
         return false;
     const QScopedValueRollback<bool> editing(m_editing, true);
-    return m_source.setObjectValue(column(index.column()).identifier, index.row(), cleanUtf8(value.toString()));
+    const int row = index.row();
+    if (!m_source.setObjectValue(column(index.column()).identifier, row, cleanUtf8(value.toString())))
+        return false;
+    rowChanged(row);
+    return true;
 }
 
 QVariant RecordListModel::headerData(int section, Qt::Orientation orientation, int role) const

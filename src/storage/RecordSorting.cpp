@@ -24,8 +24,7 @@ std::vector<dataObject*> sortedBy(const std::vector<dataObject*>& records, bool 
     keyed.reserve(records.size());
     for (dataObject* record : records)
         keyed.push_back({keyOf(*record), record});
-    std::stable_sort(keyed.begin(), keyed.end(),
-        [&](const auto& a, const auto& b) { return ascending ? a.key < b.key : b.key < a.key; });
+    std::stable_sort(keyed.begin(), keyed.end(), [&](const auto& a, const auto& b) { return ascending ? a.key < b.key : b.key < a.key; });
     std::vector<dataObject*> sorted;
     sorted.reserve(keyed.size());
     for (const auto& entry : keyed)

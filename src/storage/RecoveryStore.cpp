@@ -40,8 +40,12 @@ Result<void> RecoveryStore::moveIn(const QString& path)
     return place ? folders::move(path, place.value()) : Result<void>(place.error());
 }
 
-Result<void> RecoveryStore::keepBytes(const QString& name, std::string_view bytes)
+Result<QString> RecoveryStore::keepBytes(const QString& name, std::string_view bytes)
 {
     const Result<QString> place = placeFor(name);
-    return place ? writeFileSafely(place.value().toStdString(), bytes) : Result<void>(place.error());
+    if (!place)
+        return place;
+    if (Result<void> written = writeFileSafely(place.value().toStdString(), bytes); !written)
+        return written.error();
+    return place;
 }

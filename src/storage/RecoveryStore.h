@@ -18,8 +18,8 @@ public:
     Result<QString> keepCopy(const QString& path);
     /// Moves the file or folder into the store.
     Result<void> moveIn(const QString& path);
-    /// Keeps bytes that could not be written where they belong.
-    Result<void> keepBytes(const QString& name, std::string_view bytes);
+    /// Keeps bytes that could not be written where they belong; answers where they lie.
+    Result<QString> keepBytes(const QString& name, std::string_view bytes);
 
 private:
     /// A new place for something of that name: the store's folder, then the time and the name.

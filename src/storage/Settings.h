@@ -71,7 +71,7 @@ inline constexpr char dontShowTip[] = "dontShowTip";
 inline constexpr char tipNumber[] = "tipNumber";
 /// Of the database, not of the user.
 inline constexpr char dbName[] = "dbName";
-}
+} // namespace settings
 
 /// The committed store. Values are seen at once and reach the disk soon after (and for certain at quit).
 class SettingsStore {

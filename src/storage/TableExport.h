@@ -5,6 +5,12 @@
 
 #include <string>
 
+/// Headings as they are, cells in double quotes, double quotes in them turned into single ones; rows end with a carriage return.
+std::string getDataAsCSV(const qvDataSource& source);
+
+/// Headings and cells separated by tabs, tabs in cells turned into blanks; rows end with a carriage return.
+std::string getDataAsTDL(const qvDataSource& source);
+
 /// What happens to a heading's or cell's text on its way into a table.
 using CellText = std::string (*)(std::string);
 

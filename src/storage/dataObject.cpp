@@ -14,8 +14,8 @@ constexpr std::array<std::string_view, 7> dateFieldNames {
     "date", "depositpaid", "balancepaid", "dateadded", "datepaid", "enddate", "startdate"};
 constexpr std::array<std::string_view, 5> plainNumberNames {"qty", "cost", "item:cost", "amount", "payment:amount"};
 constexpr std::array<std::string_view, 3> codeNames {"code", "ordernum", "order:number"};
-constexpr std::array<std::string_view, 16> moneyNames {"total", "bought", "price", "stockcost", "stockretail", "optimumqty",
-    "reorderqty", "shipping", "balance", "deposit", "value", "valuewithtax", "net", "vat", "tax", "amount"};
+constexpr std::array<std::string_view, 16> moneyNames {"total", "bought", "price", "stockcost", "stockretail", "optimumqty", "reorderqty",
+    "shipping", "balance", "deposit", "value", "valuewithtax", "net", "vat", "tax", "amount"};
 
 template <class Names>
 bool isOneOf(const Names& names, std::string_view name)

@@ -6,9 +6,13 @@
 #include "storage/TextSearch.h"
 
 #include <algorithm>
+#include <array>
+#include <limits>
 #include <unordered_set>
 
 namespace {
+
+constexpr std::size_t linksAtOnce = 32;
 
 dataObject* entryAt(const std::vector<dataObject*>& list, int n)
 {
@@ -18,7 +22,9 @@ dataObject* entryAt(const std::vector<dataObject*>& list, int n)
 } // namespace
 
 qvDataSource::qvDataSource(const SortSettings& settings, Beeper& beeper)
-    : m_settings(settings), m_beeper(beeper), m_searchIndex(std::make_unique<SearchIndex>())
+    : m_settings(settings)
+    , m_beeper(beeper)
+    , m_searchIndex(std::make_unique<SearchIndex>())
 {
 }
 
@@ -56,6 +62,13 @@ dataObject& qvDataSource::add(std::unique_ptr<dataObject> owned)
     m_idLookupDictionary[record.getID()] = &record;
     recordAdded(record);
     return record;
+}
+
+void qvDataSource::makeRoom(std::size_t more)
+{
+    m_owned.reserve(m_owned.size() + more);
+    m_collection.reserve(m_collection.size() + more);
+    m_idLookupDictionary.reserve(m_idLookupDictionary.size() + more);
 }
 
 void qvDataSource::restore(dataObject& record)
@@ -120,6 +133,16 @@ void qvDataSource::clear()
     m_searchIndex->reset();
     recordsCleared();
     reloadData();
+}
+
+int qvDataSource::getNextId()
+{
+    if (m_highestId < std::numeric_limits<int>::max())
+        return ++m_highestId;
+    int free = 1;
+    while (m_idLookupDictionary.contains(free))
+        ++free;
+    return free;
 }
 
 dataObject* qvDataSource::getItemById(int id) const
@@ -378,16 +401,29 @@ void qvDataSource::hideWithoutWords(std::string_view searchText)
     invalidateRows();
 }
 
+/// What belongs to the next records. The records lie all over the memory: looking at several at once, the waits overlap.
+void qvDataSource::findLinks(std::span<const dataObject*> links, std::size_t first, LinkOf linkOf) const
+{
+    const std::size_t count = std::min(links.size(), m_collection.size() - first);
+    for (std::size_t i = 0; i < count; ++i) {
+        links[i] = linkOf(*m_collection[first + i]);
+        __builtin_prefetch(links[i]);
+    }
+}
+
 void qvDataSource::hideWithoutWords(std::string_view searchText, qvDataSource& linked, LinkOf linkOf)
 {
     linked.updatePositions();
     for (const std::string& word : searchWords(searchText)) {
         const std::vector<bool>& found = recordsWithWord(word);
         const std::vector<bool>& linkedFound = linked.recordsWithWord(word);
+        std::array<const dataObject*, linksAtOnce> links;
         for (std::size_t i = 0; i < m_collection.size(); ++i) {
+            if (i % linksAtOnce == 0)
+                findLinks(links, i, linkOf);
             if (found[i] || !m_collection[i]->getVisible())
                 continue;
-            const dataObject* link = linkOf(*m_collection[i]);
+            const dataObject* link = links[i % linksAtOnce];
             // A deleted record is no longer in the index but still belongs to the records that name it.
             const bool matches = link && (linked.holds(*link) ? linkedFound[link->m_position] : link->contains(word));
             if (!matches)

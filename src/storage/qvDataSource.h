@@ -60,6 +60,8 @@ public:
 
     /// Takes the record over and appends it. A record without id gets the next one; undo is over.
     dataObject& add(std::unique_ptr<dataObject> record);
+    /// Makes room for so many records that are about to be added.
+    void makeRoom(std::size_t more);
     /// Undo's way back: appends a record that was deleted. Ids and the id map stay as they are.
     void restore(dataObject& record);
     /// Takes the record out of the list; it stays known under its id.
@@ -73,7 +75,8 @@ public:
     int getCount() const { return static_cast<int>(m_collection.size()); }
     /// The record known under the id, deleted or not; none when there never was one.
     dataObject* getItemById(int id) const;
-    int getNextId() { return ++m_highestId; }
+    /// The highest id plus one; once the largest id of all is taken, the first free one.
+    int getNextId();
     int highestId() const { return m_highestId; }
     void findAndSetHighestId();
     dataObject* getFirstItem() const;
@@ -101,7 +104,7 @@ public:
     void setSortArray(std::vector<dataObject*> sorted);
     /// Clears the highlighted column only.
     void resetSortArray();
-    void sortUsingDescriptors(std::span<const SortDescriptor> descriptors);
+    virtual void sortUsingDescriptors(std::span<const SortDescriptor> descriptors);
     void sortByColumn(std::string_view column, bool ascending, SortOptions options = SortOptions::text);
     float getNumberFrom(const dataObject& record, std::string_view fieldName, SortOptions options) const;
     /// -1, 0 or 1.
@@ -180,6 +183,7 @@ protected:
 private:
     void appendToCollection(dataObject& record);
     void insertSorted(dataObject& record);
+    void findLinks(std::span<const dataObject*> links, std::size_t first, LinkOf linkOf) const;
     void invalidateRows();
     float plainNumberFrom(const dataObject& record, std::string_view fieldName, SortOptions options) const;
     std::vector<dataObject*> sortedByText(std::string_view column, bool ascending) const;

@@ -2,6 +2,7 @@
 
 #include "desktop/AlertTexts.h"
 #include "desktop/TextTable.h"
+#include "foundation/Numbers.h"
 
 namespace {
 
@@ -79,6 +80,24 @@ void qvPicker::filter()
     reloadData();
     if (selectedRow() < 0)
         selectRow(0);
+}
+
+void qvPicker::sortUsingDescriptors(std::span<const SortDescriptor> descriptors)
+{
+    if (descriptors.empty())
+        return;
+    const SortDescriptor& first = descriptors.front();
+    const int column = numbers::leadingInt(first.key);
+    if (column < 1 || column > static_cast<int>(fields.size()))
+        return;
+    const std::string& field = fields[static_cast<std::size_t>(column) - 1];
+    const std::string codeSort = sortSettings().codeSort();
+    SortOptions options = dataObject::isNumber(field, codeSort) ? SortOptions::numeric : SortOptions::text;
+    // A row's own id says nothing about its record.
+    const bool isCode = field == "code" || field == "ordernum" || field == "order:number";
+    if (isCode && codeSort == "2")
+        options = SortOptions::numericOfRecord;
+    sortByColumn(pickerField(first.key), first.ascending, options);
 }
 
 std::string qvPicker::objectValue(std::string_view identifier, int row) const

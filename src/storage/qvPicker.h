@@ -32,13 +32,15 @@ public:
     void beginfor(Action action, const qvDataSource& source, std::vector<std::string> fieldNames, std::vector<int> widths,
         QStringList headings, const QString& type);
     /// The same over a list of records put together by the caller.
-    void beginfor(Action action, const std::vector<dataObject*>& records, std::vector<std::string> fieldNames,
-        std::vector<int> widths, QStringList headings, const QString& type);
+    void beginfor(Action action, const std::vector<dataObject*>& records, std::vector<std::string> fieldNames, std::vector<int> widths,
+        QStringList headings, const QString& type);
     /// The selected row's record goes to the caller, and the chooser closes.
     void chooseSelected();
     void cancel();
 
     void filter() override;
+    /// The columns' names are numbers; what they sort by is the field they show.
+    void sortUsingDescriptors(std::span<const SortDescriptor> descriptors) override;
     std::string objectValue(std::string_view identifier, int row) const override;
 
 private:

@@ -3,6 +3,7 @@
 #include "foundation/Numbers.h"
 #include "foundation/plist/PlistValue.h"
 #include "foundation/plist/PlistWriter.h"
+#include "storage/PresentItem.h"
 
 namespace {
 
@@ -36,10 +37,18 @@ std::span<const NestedKey<Goal>> GoalFile::nestedKeys() const
     return goalNestedKeys;
 }
 
+void GoalFile::collect(std::vector<StoredRecord<Goal>>& records) const
+{
+    for (const dataObject* record : m_goals.records()) {
+        if (const auto* goal = dynamic_cast<const Goal*>(record))
+            records.push_back({goal->getID(), {}, goal->values(), nestedOf(*goal), goal->unknownKeys()});
+    }
+}
+
 void GoalFile::added(Goal& goal, const StoredRecord<Goal>& stored)
 {
     for (const int id : stored.nested.actions) {
-        if (Action* task = m_tasks.getItemById(id))
+        if (Action* task = presentItem(m_tasks, id))
             goal.addAction(*task);
     }
 }

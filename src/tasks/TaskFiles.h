@@ -26,7 +26,12 @@ protected:
 
 class GoalFile : public CollectionFile<Goal> {
 public:
-    GoalFile(GoalManager& goals, ActionManager& tasks) : CollectionFile(goals, "goals.xml", "goals", "goals"), m_tasks(tasks) { }
+    GoalFile(GoalManager& goals, ActionManager& tasks)
+        : CollectionFile(goals, "goals.xml", "goals", "goals")
+        , m_goals(goals)
+        , m_tasks(tasks)
+    {
+    }
 
 protected:
     std::span<const NestedKey<Goal>> nestedKeys() const override;
@@ -36,5 +41,9 @@ protected:
     Goal::Nested nestedOf(const Goal& goal) const override { return {goal.getActionsAsID()}; }
 
 private:
+    /// Undoing a deletion in the outline can put a task among the goals: it stays in its own file.
+    void collect(std::vector<StoredRecord<Goal>>& records) const override;
+
+    GoalManager& m_goals;
     ActionManager& m_tasks;
 };

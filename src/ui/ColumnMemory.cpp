@@ -16,7 +16,10 @@ constexpr int narrowestColumn = 20;
 } // namespace
 
 ColumnMemory::ColumnMemory(ListState& list, QHeaderView* header, const QString& name)
-    : QObject(header), m_list(list), m_header(header), m_name(name)
+    : QObject(header)
+    , m_list(list)
+    , m_header(header)
+    , m_name(name)
 {
     recall();
     m_delay.setSingleShot(true);

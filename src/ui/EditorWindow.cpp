@@ -3,10 +3,12 @@
 #include "desktop/Form.h"
 #include "ui/FormBinder.h"
 #include "ui/WindowMemory.h"
+#include "ui/kit/Button.h"
 
 #include <QAccessibleWidget>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QShortcut>
 
 namespace {
 
@@ -21,7 +23,9 @@ QAccessibleInterface* makeEditorInterface(const QString& className, QObject* obj
 } // namespace
 
 EditorWindow::EditorWindow(Form& form, CommandField& cancel, const QString& frameName)
-    : m_form(form), m_cancel(cancel), m_frameName(frameName)
+    : m_form(form)
+    , m_cancel(cancel)
+    , m_frameName(frameName)
 {
     // The same factory given twice counts once.
     QAccessible::installFactory(makeEditorInterface);
@@ -36,16 +40,31 @@ EditorWindow::EditorWindow(Form& form, CommandField& cancel, const QString& fram
 
 FormBinder& EditorWindow::bindForm()
 {
-    if (!m_binder)
+    if (!m_binder) {
         m_binder = new FormBinder(m_form, this);
+        giveSaveKeys();
+    }
     setWindowTitle(m_form.title());
     return *m_binder;
 }
 
+void EditorWindow::giveSaveKeys()
+{
+    auto* save = findChild<Button*>("save");
+    if (!save)
+        return;
+    save->setKeys(QKeySequence::Save);
+    const auto* alsoSaves = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
+    connect(alsoSaves, &QShortcut::activated, save, &QAbstractButton::click);
+}
+
 void EditorWindow::present()
 {
-    if (!isVisible())
+    if (!isVisible()) {
         WindowMemory::restore(*this, m_frameName);
+        if (const FormField* first = m_form.field(m_firstField))
+            m_form.focus(*first);
+    }
     show();
     raise();
     activateWindow();
@@ -60,7 +79,8 @@ void EditorWindow::closeEvent(QCloseEvent* event)
 
 void EditorWindow::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape)
+    const bool closes = event->keyCombination() == QKeyCombination(Qt::CTRL, Qt::Key_W);
+    if (event->key() == Qt::Key_Escape || closes)
         m_cancel.trigger();
     else
         QWidget::keyPressEvent(event);

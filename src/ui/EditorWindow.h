@@ -1,5 +1,5 @@
-// The window of an editor: opens and closes with its form, remembers its place, and sends Esc and the window's own close button to
-// the form's cancel.
+// The window of an editor: opens and closes with its form, remembers its place, saves by Ctrl+S and Ctrl+Return, and sends Esc, Ctrl+W
+// and the window's own close button to the form's cancel.
 #pragma once
 
 #include <QWidget>
@@ -18,15 +18,20 @@ protected:
     /// Binds what was built; called at the end of the constructor of every editor.
     FormBinder& bindForm();
     Form& form() { return m_form; }
+    /// The field that has the keyboard whenever the window opens.
+    void setFirstField(const QString& name) { m_firstField = name; }
 
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void present();
+    /// Ctrl+S and Ctrl+Return save.
+    void giveSaveKeys();
 
     Form& m_form;
     CommandField& m_cancel;
     QString m_frameName;
+    QString m_firstField;
     FormBinder* m_binder = nullptr;
 };

@@ -37,11 +37,13 @@ Ending::Ending()
     connect(m_notifier, &QSocketNotifier::activated, this, [] {
         char bytes[16];
         [[maybe_unused]] const ssize_t got = read(signalPipe[1], bytes, sizeof bytes);
-        QApplication::quit();
+        // No window is asked: a signal is no question.
+        QApplication::exit();
     });
     for (const int signal : {SIGTERM, SIGHUP, SIGINT})
         handle(signal);
-    connect(qApp, &QGuiApplication::commitDataRequest, this, [] { QApplication::quit(); }, Qt::DirectConnection);
+    connect(
+        qApp, &QGuiApplication::commitDataRequest, this, [] { QApplication::exit(); }, Qt::DirectConnection);
 }
 
 Ending::~Ending()

@@ -46,20 +46,20 @@ bool FormBinder::bindText(TextField& field, QWidget* widget)
     if (auto* line = qobject_cast<QLineEdit*>(widget)) {
         connect(line, &QLineEdit::textEdited, this, [&field](const QString& text) { field.edit(text); });
         m_bindings.insert(&field, {line, [&field, line] {
-            if (line->text() != field.text())
-                line->setText(field.text());
-            if (!qobject_cast<Figure*>(line))
-                line->setReadOnly(field.isReadOnly());
-        }});
+                                       if (line->text() != field.text())
+                                           line->setText(field.text());
+                                       if (!qobject_cast<Figure*>(line))
+                                           line->setReadOnly(field.isReadOnly());
+                                   }});
         return true;
     }
     if (auto* page = qobject_cast<QPlainTextEdit*>(widget)) {
         connect(page, &QPlainTextEdit::textChanged, this, [&field, page] { field.edit(page->toPlainText()); });
         m_bindings.insert(&field, {page, [&field, page] {
-            const QSignalBlocker quiet(page);
-            if (page->toPlainText() != field.text())
-                page->setPlainText(field.text());
-        }});
+                                       const QSignalBlocker quiet(page);
+                                       if (page->toPlainText() != field.text())
+                                           page->setPlainText(field.text());
+                                   }});
         return true;
     }
     if (auto* label = qobject_cast<QLabel*>(widget)) {
@@ -76,10 +76,10 @@ bool FormBinder::bindFlag(FlagField& field, QWidget* widget)
         return false;
     connect(box, &QAbstractButton::clicked, this, [&field](bool on) { field.edit(on); });
     m_bindings.insert(&field, {box, [&field, box] {
-        box->setChecked(field.isOn());
-        if (!field.caption().isEmpty())
-            box->setText(field.caption());
-    }});
+                                   box->setChecked(field.isOn());
+                                   if (!field.caption().isEmpty())
+                                       box->setText(field.caption());
+                               }});
     return true;
 }
 
@@ -88,25 +88,25 @@ bool FormBinder::bindChoice(ChoiceField& field, QWidget* widget)
     if (auto* box = qobject_cast<QComboBox*>(widget)) {
         connect(box, &QComboBox::activated, this, [&field](int index) { field.edit(index); });
         m_bindings.insert(&field, {box, [&field, box] {
-            const QSignalBlocker quiet(box);
-            QStringList shown;
-            for (int i = 0; i < box->count(); ++i)
-                shown += box->itemText(i);
-            if (shown != field.titles()) {
-                box->clear();
-                box->addItems(field.titles());
-            }
-            box->setCurrentIndex(field.index());
-        }});
+                                       const QSignalBlocker quiet(box);
+                                       QStringList shown;
+                                       for (int i = 0; i < box->count(); ++i)
+                                           shown += box->itemText(i);
+                                       if (shown != field.titles()) {
+                                           box->clear();
+                                           box->addItems(field.titles());
+                                       }
+                                       box->setCurrentIndex(field.index());
+                                   }});
         return true;
     }
     if (auto* segments = qobject_cast<SegmentedChoice*>(widget)) {
         connect(segments, &SegmentedChoice::chosen, this, [&field](int index) { field.edit(index); });
         m_bindings.insert(&field, {segments, [&field, segments] {
-            if (segments->titles() != field.titles())
-                segments->setTitles(field.titles());
-            segments->setIndex(field.index());
-        }});
+                                       if (segments->titles() != field.titles())
+                                           segments->setTitles(field.titles());
+                                       segments->setIndex(field.index());
+                                   }});
         return true;
     }
     return false;
@@ -122,9 +122,9 @@ bool FormBinder::bindCommand(CommandField& field, QWidget* widget)
         field.trigger();
     });
     m_bindings.insert(&field, {button, [&field, button] {
-        if (!field.caption().isEmpty())
-            button->setText(field.caption());
-    }});
+                                   if (!field.caption().isEmpty())
+                                       button->setText(field.caption());
+                               }});
     return true;
 }
 
@@ -150,20 +150,20 @@ void FormBinder::bindCaption(const QString& fieldName, QWidget* widget)
     if (!field || !label)
         return;
     m_bindings.insert(field, {label, [field, label] {
-        if (field->caption().isEmpty())
-            return;
-        label->setText(field->caption());
-        // A plain text is read by itself; a name would hide what it says.
-        if (QWidget* named = label->buddy(); named && !qobject_cast<QLabel*>(named))
-            named->setAccessibleName(field->caption());
-    }});
+                                  if (field->caption().isEmpty())
+                                      return;
+                                  label->setText(field->caption());
+                                  // A plain text is read by itself; a name would hide what it says.
+                                  if (QWidget* named = label->buddy(); named && !qobject_cast<QLabel*>(named))
+                                      named->setAccessibleName(field->caption());
+                              }});
     show(field);
 }
 
 void FormBinder::bindVisibility(const QString& fieldName, QWidget* companion)
 {
     if (FormField* field = m_form.field(fieldName)) {
-        m_bindings.insert(field, {companion, [] { }});
+        m_bindings.insert(field, {companion, [] {}});
         show(field);
     }
 }

@@ -7,7 +7,11 @@
 #include <QScopedValueRollback>
 
 ListBinder::ListBinder(qvDataSource& source, RecordTable* table, const QString& name)
-    : QObject(table), m_source(source), m_table(table), m_widths(new ColumnMemory(source.list, table->tableHeader(), name)), m_model(source)
+    : QObject(table)
+    , m_source(source)
+    , m_table(table)
+    , m_widths(new ColumnMemory(source.list, table->tableHeader(), name))
+    , m_model(source)
 {
     RowRoles roles;
     roles.statusColour = RecordListModel::StatusColourRole;
@@ -20,6 +24,7 @@ ListBinder::ListBinder(qvDataSource& source, RecordTable* table, const QString& 
     connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ListBinder::giveSelection);
     connect(table->tableHeader(), &QHeaderView::sectionClicked, this, &ListBinder::sortBy);
     table->tableHeader()->setSectionsClickable(true);
+    takeSelection();
 }
 
 void ListBinder::takeColumns()
@@ -50,6 +55,8 @@ void ListBinder::showSort()
 
 void ListBinder::takeSelection()
 {
+    if (m_giving)
+        return;
     const QScopedValueRollback<bool> taking(m_taking, true);
     QItemSelection selection;
     int first = -1;
@@ -71,6 +78,8 @@ void ListBinder::giveSelection()
     if (m_taking)
         return;
     std::vector<int> rows;
+    // The view is in the middle of its own change.
+    const QScopedValueRollback<bool> giving(m_giving, true);
     for (const QModelIndex& index : m_table->selectionModel()->selectedRows())
         rows.push_back(index.row());
     if (rows.empty() && m_table->currentIndex().isValid() && m_table->selectionModel()->hasSelection())

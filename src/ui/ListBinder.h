@@ -29,4 +29,5 @@ private:
     ColumnMemory* m_widths;
     RecordListModel m_model;
     bool m_taking = false;
+    bool m_giving = false;
 };

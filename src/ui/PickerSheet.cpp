@@ -13,6 +13,7 @@
 #include "ui/kit/TableHeader.h"
 
 #include <QApplication>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace {
@@ -61,38 +62,43 @@ private:
         table->setSelectionMode(QAbstractItemView::SingleSelection);
         table->setAccessibleName(m_picker.form.title());
         table->tableHeader()->setStretchLastSection(true);
-        shareWidth();
-        new ListBinder(m_picker, table);
+        shareWidth(card()->width() - table->verticalScrollBar()->sizeHint().width());
+        auto* binder = new ListBinder(m_picker, table);
         m_search->steer(table);
+        connect(&binder->model(), &QAbstractItemModel::modelReset, this, &PickerSheet::showCount);
         connect(table, &QAbstractItemView::activated, this, [this] { m_picker.chooseSelected(); });
         column()->addWidget(table, 1);
     }
 
-    /// The columns' widths are shares of the sheet's.
-    void shareWidth()
+    void showCount() { m_footer->setNote(tr("%1 of %2").arg(m_picker.numberOfRows()).arg(m_picker.getCount())); }
+
+    /// The columns' widths are shares of the room there is.
+    void shareWidth(int room)
     {
         int asked = 0;
         for (const ListColumn& column : m_picker.list.columns)
             asked += column.width;
         for (ListColumn& column : m_picker.list.columns)
-            column.width = column.width * card()->width() / std::max(1, asked);
+            column.width = column.width * room / std::max(1, asked);
     }
 
     void addFooter()
     {
-        auto* footer = new FooterBar(FooterBar::Place::sheet);
+        m_footer = new FooterBar(FooterBar::Place::sheet);
         auto* cancelButton = new Button(tr("Cancel"));
         cancelButton->setObjectName("cancel");
         auto* chooseButton = new PrimaryButton(tr("Choose"));
         chooseButton->setObjectName("choose");
-        footer->addRight(cancelButton);
-        footer->addRight(chooseButton);
+        m_footer->addRight(cancelButton);
+        m_footer->addRight(chooseButton);
         setDefaultButton(chooseButton);
-        column()->addWidget(footer);
+        column()->addWidget(m_footer);
+        showCount();
     }
 
     qvPicker& m_picker;
     SearchField* m_search = nullptr;
+    FooterBar* m_footer = nullptr;
 };
 
 } // namespace

@@ -47,7 +47,9 @@ void Program::start()
 {
     m_vendaro.start();
     m_windows = std::make_unique<Windows>(m_vendaro);
-    connect(&m_windows->main(), &MainWindow::quitWanted, qApp, &QApplication::quit, Qt::QueuedConnection);
+    // Not QApplication::quit(): it asks every window to close first, and the main window answers that by wanting to quit.
+    connect(
+        &m_windows->main(), &MainWindow::quitWanted, qApp, [] { QApplication::exit(); }, Qt::QueuedConnection);
     m_windows->main().show();
     m_vendaro.finishLaunching();
     m_retryTimer.start(retryInterval);

@@ -5,12 +5,31 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QDir>
+#include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QPrintDialog>
 #include <QPrinter>
 
 #include <pwd.h>
 #include <unistd.h>
+
+namespace {
+
+bool mayReplace(const QString& path)
+{
+    if (!QFile::exists(path))
+        return true;
+    AlertCard::Options options;
+    options.destructive = 1;
+    const QString title = QCoreApplication::translate("RealFilePanels", "Replace File");
+    const QString text = QCoreApplication::translate("RealFilePanels", "\"%1\" is there already. What it holds will be lost.");
+    return AlertCard::ask(QApplication::activeWindow(), title, text.arg(QFileInfo(path).fileName()),
+               {QCoreApplication::translate("RealFilePanels", "Cancel"), QCoreApplication::translate("RealFilePanels", "Replace")}, options)
+        == options.destructive;
+}
+
+} // namespace
 
 int RealAlerts::ask(const Alert& alert)
 {
@@ -25,14 +44,23 @@ std::optional<QString> RealFilePanels::openFile(const QString& title)
 
 std::optional<QString> RealFilePanels::saveFile(const SavePanel& panel)
 {
-    const QString start = (panel.folder.isEmpty() ? QDir::homePath() : panel.folder) + '/' + panel.name;
-    const QString pattern = panel.fileType.isEmpty() ? QString() : "*." + panel.fileType;
-    QString path = QFileDialog::getSaveFileName(QApplication::activeWindow(), panel.title, start, pattern);
-    if (path.isEmpty())
+    const QString ending = panel.fileType.isEmpty() ? QString() : '.' + panel.fileType;
+    QFileDialog dialog(QApplication::activeWindow(), panel.title, panel.folder.isEmpty() ? QDir::homePath() : panel.folder,
+        ending.isEmpty() ? QString() : '*' + ending);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(panel.fileType);
+    dialog.selectFile(panel.name);
+    if (!panel.prompt.isEmpty())
+        dialog.setLabelText(QFileDialog::Accept, panel.prompt);
+    if (!panel.nameLabel.isEmpty())
+        dialog.setLabelText(QFileDialog::FileName, panel.nameLabel);
+    if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
-    if (!panel.fileType.isEmpty() && !path.endsWith('.' + panel.fileType))
-        path += '.' + panel.fileType;
-    return path;
+    const QString path = dialog.selectedFiles().constFirst();
+    if (path.endsWith(ending))
+        return path;
+    // A name with an ending of its own gets ours behind it, and the dialog has asked about another file.
+    return mayReplace(path + ending) ? std::optional(path + ending) : std::nullopt;
 }
 
 void RealBeeper::beep()

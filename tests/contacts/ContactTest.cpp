@@ -4,8 +4,8 @@
 
 namespace {
 
-constexpr const char* plainNames[] = {"add1", "add2", "add3", "comments", "country", "county", "email", "extension",
-    "fax", "jobTitle", "kind", "mobile", "name", "phone", "postcode", "salutation", "ref", "title", "type", "website"};
+constexpr const char* plainNames[] = {"add1", "add2", "add3", "comments", "country", "county", "email", "extension", "fax", "jobTitle",
+    "kind", "mobile", "name", "phone", "postcode", "salutation", "ref", "title", "type", "website"};
 
 // A new contact
 
@@ -93,9 +93,8 @@ struct NameParts {
 TEST(ContactTest, NamesOfPeopleAreTakenApartAtSingleBlanks)
 {
     constexpr NameParts cases[] = {{"Ann Lee", "Ann", "Lee"}, {"Ann Mary Lee", "Ann", "Lee"}, {"Ann", "Ann", "Ann"},
-        {" Smith", "Smith", "Smith"}, {"Ann ", "Ann", "Ann"}, {"", "", ""}, {" ", "", ""}, {"  Smith", "", "Smith"},
-        {"Ann  ", "Ann", ""}, {"Ann  Lee", "Ann", "Lee"}, {"Ann\tLee", "Ann\tLee", "Ann\tLee"},
-        {"\xc3\x89milie Zola", "\xc3\x89milie", "Zola"}};
+        {" Smith", "Smith", "Smith"}, {"Ann ", "Ann", "Ann"}, {"", "", ""}, {" ", "", ""}, {"  Smith", "", "Smith"}, {"Ann  ", "Ann", ""},
+        {"Ann  Lee", "Ann", "Lee"}, {"Ann\tLee", "Ann\tLee", "Ann\tLee"}, {"\xc3\x89milie Zola", "\xc3\x89milie", "Zola"}};
     for (const NameParts& parts : cases) {
         Contact contact;
         contact.setName(parts.name);

@@ -76,7 +76,8 @@ protected:
         payment.setDatePaid(date);
         return payment;
     }
-    template <class R> static std::vector<std::string> shown(const Collection<R>& list, std::string_view field)
+    template <class R>
+    static std::vector<std::string> shown(const Collection<R>& list, std::string_view field)
     {
         std::vector<std::string> cells;
         for (int row = 0; row < list.numberOfRows(); ++row)

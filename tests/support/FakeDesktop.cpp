@@ -8,8 +8,8 @@ int FakeAlerts::ask(const Alert& alert)
 {
     m_asked.push_back(alert);
     if (m_answers.empty()) {
-        ADD_FAILURE() << "An alert without a prepared answer: \"" << alert.title.toStdString() << "\": \""
-                      << alert.text.toStdString() << "\" [" << alert.buttons.join(" | ").toStdString() << "]";
+        ADD_FAILURE() << "An alert without a prepared answer: \"" << alert.title.toStdString() << "\": \"" << alert.text.toStdString()
+                      << "\" [" << alert.buttons.join(" | ").toStdString() << "]";
         return cancelled;
     }
     const Answer next = m_answers.front();
@@ -18,8 +18,7 @@ int FakeAlerts::ask(const Alert& alert)
         return next.button;
     const int button = static_cast<int>(alert.buttons.indexOf(next.title));
     if (button < 0)
-        ADD_FAILURE() << "The alert \"" << alert.text.toStdString() << "\" has no button \"" << next.title.toStdString()
-                      << "\"";
+        ADD_FAILURE() << "The alert \"" << alert.text.toStdString() << "\" has no button \"" << next.title.toStdString() << "\"";
     return button;
 }
 
@@ -63,8 +62,7 @@ void FakeScheduler::pass(int milliseconds)
 {
     const qint64 end = m_now + milliseconds;
     for (;;) {
-        const auto next = std::min_element(
-            m_works.begin(), m_works.end(), [](const Work& a, const Work& b) { return a.due < b.due; });
+        const auto next = std::min_element(m_works.begin(), m_works.end(), [](const Work& a, const Work& b) { return a.due < b.due; });
         if (next == m_works.end() || next->due > end)
             break;
         m_now = next->due;

@@ -53,7 +53,7 @@ public:
 class FakeClock : public Clock {
 public:
     QDateTime now() const override { return moment; }
-    QDateTime moment{QDate(2024, 3, 1), QTime(10, 15, 30), Qt::UTC};
+    QDateTime moment {QDate(2024, 3, 1), QTime(10, 15, 30), Qt::UTC};
 };
 
 /// Ada, whose home folder goes when the test ends.

@@ -13,10 +13,7 @@ public:
         const auto found = m_values.find(key);
         return found == m_values.end() ? nullptr : &found->second;
     }
-    void set(std::string_view key, PlistValue value) override
-    {
-        m_values.insert_or_assign(std::string(key), std::move(value));
-    }
+    void set(std::string_view key, PlistValue value) override { m_values.insert_or_assign(std::string(key), std::move(value)); }
     void remove(std::string_view key) override { m_values.erase(std::string(key)); }
     void registerDefault(std::string_view key, std::string_view text) override
     {

@@ -6,11 +6,11 @@
 #include <QFile>
 #include <QFileInfo>
 
-Scenario::Scenario()
-    : resources(PROJECT_RESOURCES)
+Scenario::Scenario() : resources(PROJECT_RESOURCES)
 {
     setLogSink([this](std::string_view line) {
-        m_log += QString::fromUtf8(line.data(), static_cast<qsizetype>(line.size()));
+        const std::lock_guard guard(m_logMutex);
+        m_log += toQString(line);
     });
 }
 
@@ -20,9 +20,21 @@ Scenario::~Scenario()
     setLogSink({});
 }
 
+QStringList Scenario::log() const
+{
+    const std::lock_guard guard(m_logMutex);
+    return m_log;
+}
+
 void Scenario::start()
 {
-    m_app = std::make_unique<Vendaro>(VendaroDesktop{alerts, beeper, clock, user, panels, opener, printing, resources, locale});
+    startWatched([](Vendaro&) {});
+}
+
+void Scenario::startWatched(const std::function<void(Vendaro&)>& watch)
+{
+    m_app = std::make_unique<Vendaro>(VendaroDesktop {alerts, beeper, clock, user, panels, opener, printing, resources, locale});
+    watch(*m_app);
     m_app->start();
     m_app->finishLaunching();
 }

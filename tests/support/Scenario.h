@@ -9,7 +9,9 @@
 
 #include <QByteArray>
 
+#include <functional>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 
@@ -20,6 +22,8 @@ protected:
 
     /// Starts the program as launching it does: start(), then finishLaunching().
     void start();
+    /// The same, with a look at the program before it starts: for signals of the start itself.
+    void startWatched(const std::function<void(Vendaro&)>& watch);
     /// Quits the program that runs, if any.
     void quit();
     /// Quits and starts again on the same home.
@@ -42,8 +46,8 @@ protected:
     /// Puts settings into place before the program starts: the lines between <dict> and </dict>.
     void writeSettings(const QByteArray& keysAndValues) const;
     /// The lines logged since the test began.
-    const QStringList& log() const { return m_log; }
-    bool logged(const QString& line) const { return m_log.contains(line); }
+    QStringList log() const;
+    bool logged(const QString& line) const { return log().contains(line); }
 
     /// A property list around the lines of its one value.
     static QByteArray document(const QByteArray& value);
@@ -62,6 +66,8 @@ protected:
     std::string locale = "en_GB";
 
 private:
+    /// The program also logs from the thread that writes.
+    mutable std::mutex m_logMutex;
     QStringList m_log;
     std::unique_ptr<Vendaro> m_app;
 };

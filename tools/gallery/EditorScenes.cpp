@@ -51,12 +51,16 @@ NumberField* numberField(const char* text)
 RecordTable* makeLines(QWidget* owner)
 {
     auto* table = new RecordTable(RecordTable::Place::card, owner);
-    const QList<sample::Column> columns {{QStringLiteral("Code")}, {QStringLiteral("Item")}, {QStringLiteral("Variation")}, {QStringLiteral("Brand")},
-        {QStringLiteral("Qty"), Qt::AlignRight}, {QStringLiteral("Unit")}, {QStringLiteral("Price"), Qt::AlignRight}, {QStringLiteral("Total"), Qt::AlignRight}, {QStringLiteral("Tax code")}};
+    const QList<sample::Column> columns {{QStringLiteral("Code")}, {QStringLiteral("Item")}, {QStringLiteral("Variation")},
+        {QStringLiteral("Brand")}, {QStringLiteral("Qty"), Qt::AlignRight}, {QStringLiteral("Unit")},
+        {QStringLiteral("Price"), Qt::AlignRight}, {QStringLiteral("Total"), Qt::AlignRight}, {QStringLiteral("Tax code")}};
     const QList<QStringList> rows {
-        {QStringLiteral("OAK-12"), QStringLiteral("Oak shelf, 120 cm"), QStringLiteral("Natural oil"), QStringLiteral("Fenwood"), QStringLiteral("2"), {}, QStringLiteral("84.00"), QStringLiteral("168.00"), QStringLiteral("S")},
-        {QStringLiteral("BRK-03"), QStringLiteral("Shelf bracket, cast iron"), QStringLiteral("Black"), QStringLiteral("Harrow & Co"), QStringLiteral("6"), {}, QStringLiteral("7.25"), QStringLiteral("43.50"), QStringLiteral("S")},
-        {QStringLiteral("FIN-07"), QStringLiteral("Hard wax oil"), QStringLiteral("Clear"), QStringLiteral("Lindqvist"), QStringLiteral("1"), QStringLiteral("tin"), QStringLiteral("18.50"), QStringLiteral("18.50"), QStringLiteral("S")}};
+        {QStringLiteral("OAK-12"), QStringLiteral("Oak shelf, 120 cm"), QStringLiteral("Natural oil"), QStringLiteral("Fenwood"),
+            QStringLiteral("2"), {}, QStringLiteral("84.00"), QStringLiteral("168.00"), QStringLiteral("S")},
+        {QStringLiteral("BRK-03"), QStringLiteral("Shelf bracket, cast iron"), QStringLiteral("Black"), QStringLiteral("Harrow & Co"),
+            QStringLiteral("6"), {}, QStringLiteral("7.25"), QStringLiteral("43.50"), QStringLiteral("S")},
+        {QStringLiteral("FIN-07"), QStringLiteral("Hard wax oil"), QStringLiteral("Clear"), QStringLiteral("Lindqvist"),
+            QStringLiteral("1"), QStringLiteral("tin"), QStringLiteral("18.50"), QStringLiteral("18.50"), QStringLiteral("S")}};
     table->setModel(sample::makeModel(columns, rows, table));
     table->setUnit(RowDelegate::Unit::cells);
     const int widths[] = {82, 200, 104, 112, 52, 60, 76, 84, 72};
@@ -74,7 +78,8 @@ QWidget* makeOrderPage()
     column->setContentsMargins(24, 20, 24, 20);
     auto* form = new FormGrid;
     form->addRow(QStringLiteral("Title"), textField("Oak shelving for the reading room"));
-    auto* description = new QPlainTextEdit(QStringLiteral("Measure on site before cutting. Left bay is 4 mm narrower.\nDeliver before noon, side entrance."));
+    auto* description = new QPlainTextEdit(
+        QStringLiteral("Measure on site before cutting. Left bay is 4 mm narrower.\nDeliver before noon, side entrance."));
     description->setFixedHeight(58);
     description->setTabChangesFocus(true);
     form->addRow(QStringLiteral("Description"), description);
@@ -98,7 +103,8 @@ QWidget* makeRepeatPage()
     column->setContentsMargins(24, 20, 24, 20);
     column->addWidget(new Label(QStringLiteral("Attachments"), LabelSize::group));
     column->addSpacing(10);
-    column->addWidget(new DropArea(QStringLiteral("mail-attachment"), QStringLiteral("There is 1 attachment"), QStringLiteral("Drop a file here to add it to this order")));
+    column->addWidget(new DropArea(QStringLiteral("mail-attachment"), QStringLiteral("There is 1 attachment"),
+        QStringLiteral("Drop a file here to add it to this order")));
     column->addStretch();
     return page;
 }
@@ -223,7 +229,9 @@ void showPicker(QWidget* window)
     sheet->column()->addWidget(new Hairline);
     auto* table = new RecordTable(RecordTable::Place::sheet);
     table->setModel(sample::makeModel({{QStringLiteral("Name")}, {QStringLiteral("Address")}},
-        {{QStringLiteral("Elsie Marchbank"), QStringLiteral("The Old Forge ... BD23 5NE")}, {QStringLiteral("Marlow Print Works"), QStringLiteral("6 Dock Street ... LS10 1NB")}}, table));
+        {{QStringLiteral("Elsie Marchbank"), QStringLiteral("The Old Forge ... BD23 5NE")},
+            {QStringLiteral("Marlow Print Works"), QStringLiteral("6 Dock Street ... LS10 1NB")}},
+        table));
     table->setColumnWidth(0, 220);
     table->tableHeader()->setStretchLastSection(true);
     table->setSorted(0, Qt::AscendingOrder);
@@ -293,8 +301,9 @@ std::unique_ptr<QWidget> makeSettings()
     body->setSpacing(0);
     column->addLayout(body, 1);
     auto* pages = new SideBar(QStringLiteral("Settings"));
-    for (const auto& [icon, title] : QList<QPair<const char*, const char*>> {{"configure", "General"}, {"taxes-finances", "Tax"}, {"format-text-bold", "Words"},
-             {"fill-color", "Lists and colours"}, {"object-columns", "Columns"}, {"chronometer", "Time"}, {"document-print", "Documents"}, {"folder-database", "Databases"}})
+    for (const auto& [icon, title] : QList<QPair<const char*, const char*>> {{"configure", "General"}, {"taxes-finances", "Tax"},
+             {"format-text-bold", "Words"}, {"fill-color", "Lists and colours"}, {"object-columns", "Columns"}, {"chronometer", "Time"},
+             {"document-print", "Documents"}, {"folder-database", "Databases"}})
         pages->addPage(QString::fromLatin1(icon), QString::fromLatin1(title));
     pages->setPage(1);
     body->addWidget(pages);
@@ -312,7 +321,8 @@ std::unique_ptr<QWidget> makeSettings()
     form->addRow(QStringLiteral("Name on documents"), textField("VAT"), 220);
     auto* code = textField("S");
     code->setFixedWidth(64);
-    form->addRow(QStringLiteral("Code for shipping"), {code, new Label(QStringLiteral("code of the table below"), LabelSize::small, LabelTone::secondary)});
+    form->addRow(QStringLiteral("Code for shipping"),
+        {code, new Label(QStringLiteral("code of the table below"), LabelSize::small, LabelTone::secondary)});
     content->addLayout(form);
     content->addSpacing(20);
     auto* heading = new GroupHeader(QStringLiteral("Tax rates"));
@@ -322,7 +332,9 @@ std::unique_ptr<QWidget> makeSettings()
     content->addSpacing(6);
     auto* table = new RecordTable(RecordTable::Place::card);
     auto* model = sample::makeModel({{QStringLiteral("Code")}, {QStringLiteral("Description")}, {QStringLiteral("Rate %"), Qt::AlignRight}},
-        {{QStringLiteral("S"), QStringLiteral("standard"), QStringLiteral("20")}, {QStringLiteral("R"), QStringLiteral("reduced"), QStringLiteral("12.5%")}}, table);
+        {{QStringLiteral("S"), QStringLiteral("standard"), QStringLiteral("20")},
+            {QStringLiteral("R"), QStringLiteral("reduced"), QStringLiteral("12.5%")}},
+        table);
     model->item(1, 2)->setData(true, RowRoles().fault);
     table->setModel(model);
     table->setUnit(RowDelegate::Unit::cells);
@@ -332,9 +344,11 @@ std::unique_ptr<QWidget> makeSettings()
     table->setCurrentIndex(model->index(1, 2));
     content->addWidget(new CardFrame(table));
     content->addSpacing(10);
-    content->addWidget(new MessageBar(MessageBar::Kind::warning, QStringLiteral("Code R: “12.5%” is not a number, so the rate counts as 0. Leave out the % sign.")));
+    content->addWidget(new MessageBar(
+        MessageBar::Kind::warning, QStringLiteral("Code R: “12.5%” is not a number, so the rate counts as 0. Leave out the % sign.")));
     content->addSpacing(10);
-    content->addWidget(new MessageBar(MessageBar::Kind::information, QStringLiteral("5 of Oak shelf, 120 cm are in stock and each kit needs 2, so there are enough parts for 2.5 kits.")));
+    content->addWidget(new MessageBar(MessageBar::Kind::information,
+        QStringLiteral("5 of Oak shelf, 120 cm are in stock and each kit needs 2, so there are enough parts for 2.5 kits.")));
     content->addStretch();
     auto* footer = new FooterBar;
     footer->addLeft(new TextButton(QStringLiteral("Create Similar")));
@@ -356,7 +370,7 @@ void editCell(QWidget* window)
     table->edit(table->currentIndex());
 }
 
-}
+} // namespace
 
 std::vector<Scene> editorScenes()
 {

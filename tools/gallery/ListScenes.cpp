@@ -108,7 +108,8 @@ QStandardItemModel* makeOrders(QObject* owner)
         {"Invoiced", QColor(0x2b8fd6)}, {"Paid", QColor(0x2e9e6b)}, {"Flagged", QColor(0xd5483c)}, {"Complete", {}}};
     static const int order[] = {0, 2, 1, 2, 3, 4, 2, 5, 6, 3, 6, 4, 6, 6, 1, 6, 6, 4, 6, 6, 5, 6};
     const QStringList titles {QStringLiteral("Kitchen table, ash, 220 cm"), QStringLiteral("Replacement hinges"),
-        QStringLiteral("Annual service of three mixers"), QStringLiteral("Window boxes, painted grey"), QStringLiteral("Gift set, twelve boxes")};
+        QStringLiteral("Annual service of three mixers"), QStringLiteral("Window boxes, painted grey"),
+        QStringLiteral("Gift set, twelve boxes")};
     const QStringList names {QStringLiteral("Mercy Okafor"), QStringLiteral("Dr Ines Valdés"), QStringLiteral("Priya Raman"),
         QStringLiteral("Orchard Press"), QStringLiteral("Harriet Bloom"), QStringLiteral("Kestrel Joinery Ltd")};
     QList<QStringList> rows;
@@ -119,7 +120,8 @@ QStandardItemModel* makeOrders(QObject* owner)
             names[row % 6], QString::fromLatin1(statuses[order[row % 22]].name)};
     }
     QStandardItemModel* model = sample::makeModel({{QStringLiteral("Date")}, {QStringLiteral("Number")}, {QStringLiteral("Title")},
-        {QStringLiteral("Contact")}, {QStringLiteral("Status")}}, rows, owner);
+                                                      {QStringLiteral("Contact")}, {QStringLiteral("Status")}},
+        rows, owner);
     const RowRoles roles;
     for (int row = 0; row < model->rowCount(); ++row) {
         model->item(row, 0)->setData(statuses[order[row % 22]].colour, roles.statusColour);
@@ -178,14 +180,34 @@ std::unique_ptr<QWidget> makeContactsWindow()
     made.page->addWidget(header);
     auto* tree = new RecordTree;
     auto* model = new QStandardItemModel(tree);
-    model->setHorizontalHeaderLabels({QStringLiteral("Name"), QStringLiteral("Type"), QStringLiteral("Address"), QStringLiteral("Phone"), QStringLiteral("E-mail")});
+    model->setHorizontalHeaderLabels(
+        {QStringLiteral("Name"), QStringLiteral("Type"), QStringLiteral("Address"), QStringLiteral("Phone"), QStringLiteral("E-mail")});
     QStandardItem* root = model->invisibleRootItem();
-    contactRow(contactRow(root, {QStringLiteral("Blue Door Café"), QStringLiteral("Customer"), QStringLiteral("14 Harbour Parade, Whitby YO21 4BX"), QStringLiteral("01947 555 018"), QStringLiteral("hello@bluedoor.example")}, "group"), {QStringLiteral("Someone")}, "user");
-    contactRow(root, {QStringLiteral("Dr Ines Valdés"), QStringLiteral("Customer"), QStringLiteral("Park Surgery, Leeds LS8 1RX"), QStringLiteral("0113 555 0999"), QStringLiteral("ines@valdes.example")}, "user");
-    QStandardItem* kestrel = contactRow(root, {QStringLiteral("Kestrel Joinery Ltd"), QStringLiteral("Supplier"), QStringLiteral("Unit 4, Tannery Yard, Keighley BD21 3LA"), QStringLiteral("01535 555 640"), QStringLiteral("sales@kestrel.example")}, "group");
-    contactRow(kestrel, {QStringLiteral("Adeyemi Kolade"), QStringLiteral("Supplier"), {}, QStringLiteral("01535 555 641"), QStringLiteral("ade@kestrel.example")}, "user");
-    contactRow(kestrel, {QStringLiteral("Ruth Castellan"), QStringLiteral("Supplier"), {}, QStringLiteral("01535 555 644"), QStringLiteral("accounts@kestrel.example")}, "user");
-    contactRow(root, {QStringLiteral("Mercy Okafor"), QStringLiteral("Customer"), QStringLiteral("22 Beech Grove, Harrogate HG1 4PL"), QStringLiteral("01423 555 733"), QStringLiteral("mercy@okafor.example")}, "user");
+    contactRow(contactRow(root,
+                   {QStringLiteral("Blue Door Café"), QStringLiteral("Customer"), QStringLiteral("14 Harbour Parade, Whitby YO21 4BX"),
+                       QStringLiteral("01947 555 018"), QStringLiteral("hello@bluedoor.example")},
+                   "group"),
+        {QStringLiteral("Someone")}, "user");
+    contactRow(root,
+        {QStringLiteral("Dr Ines Valdés"), QStringLiteral("Customer"), QStringLiteral("Park Surgery, Leeds LS8 1RX"),
+            QStringLiteral("0113 555 0999"), QStringLiteral("ines@valdes.example")},
+        "user");
+    QStandardItem* kestrel = contactRow(root,
+        {QStringLiteral("Kestrel Joinery Ltd"), QStringLiteral("Supplier"), QStringLiteral("Unit 4, Tannery Yard, Keighley BD21 3LA"),
+            QStringLiteral("01535 555 640"), QStringLiteral("sales@kestrel.example")},
+        "group");
+    contactRow(kestrel,
+        {QStringLiteral("Adeyemi Kolade"), QStringLiteral("Supplier"), {}, QStringLiteral("01535 555 641"),
+            QStringLiteral("ade@kestrel.example")},
+        "user");
+    contactRow(kestrel,
+        {QStringLiteral("Ruth Castellan"), QStringLiteral("Supplier"), {}, QStringLiteral("01535 555 644"),
+            QStringLiteral("accounts@kestrel.example")},
+        "user");
+    contactRow(root,
+        {QStringLiteral("Mercy Okafor"), QStringLiteral("Customer"), QStringLiteral("22 Beech Grove, Harrogate HG1 4PL"),
+            QStringLiteral("01423 555 733"), QStringLiteral("mercy@okafor.example")},
+        "user");
     tree->setModel(model);
     tree->setSorted(0, Qt::AscendingOrder);
     const int widths[] = {300, 170, 340, 140, 230};
@@ -212,16 +234,21 @@ std::unique_ptr<QWidget> makeWelcomeWindow()
     column->addSpacing(18);
     column->addWidget(new Label(QStringLiteral("Welcome to Vendaro"), LabelSize::welcome));
     column->addSpacing(6);
-    column->addWidget(new Label(QStringLiteral("Orders, stock, contacts and accounts of your business, kept in one folder on this computer.\nStart with a first order, bring what you have, or look around first."),
+    column->addWidget(new Label(QStringLiteral("Orders, stock, contacts and accounts of your business, kept in one folder on this "
+                                               "computer.\nStart with a first order, bring what you have, or look around first."),
         LabelSize::body, LabelTone::secondary));
     column->addSpacing(24);
-    column->addWidget(new ActionCard(QStringLiteral("document-new"), QStringLiteral("New Order"), QStringLiteral("Choose a contact, add items, print the invoice."), ActionCard::Rank::first));
+    column->addWidget(new ActionCard(QStringLiteral("document-new"), QStringLiteral("New Order"),
+        QStringLiteral("Choose a contact, add items, print the invoice."), ActionCard::Rank::first));
     column->addSpacing(10);
-    column->addWidget(new ActionCard(QStringLiteral("list-add-user"), QStringLiteral("New Contact"), QStringLiteral("A customer, a supplier or a company.")));
+    column->addWidget(new ActionCard(
+        QStringLiteral("list-add-user"), QStringLiteral("New Contact"), QStringLiteral("A customer, a supplier or a company.")));
     column->addSpacing(10);
-    column->addWidget(new ActionCard(QStringLiteral("document-import"), QStringLiteral("Import…"), QStringLiteral("Orders, contacts and payments from a CSV file.")));
+    column->addWidget(new ActionCard(
+        QStringLiteral("document-import"), QStringLiteral("Import…"), QStringLiteral("Orders, contacts and payments from a CSV file.")));
     column->addSpacing(10);
-    column->addWidget(new ActionCard(QStringLiteral("folder-open"), QStringLiteral("Open Sample Business"), QStringLiteral("A copy to try things out on. Your own data stay as they are.")));
+    column->addWidget(new ActionCard(QStringLiteral("folder-open"), QStringLiteral("Open Sample Business"),
+        QStringLiteral("A copy to try things out on. Your own data stay as they are.")));
     made.page->addStretch(2);
     made.page->addWidget(welcome, 0, Qt::AlignHCenter);
     made.page->addStretch(3);
@@ -232,7 +259,8 @@ std::unique_ptr<QWidget> makeEmptyWindow()
 {
     PageWindow made = makePageWindow(2, QStringLiteral("No items"));
     made.page->addWidget(new PageHeader(QStringLiteral("Items"), QStringLiteral("Search items")));
-    auto* empty = new EmptyState(QStringLiteral("tag"), QStringLiteral("No items yet"), QStringLiteral("What you sell goes here. Make an item, or bring a list from a file."));
+    auto* empty = new EmptyState(QStringLiteral("tag"), QStringLiteral("No items yet"),
+        QStringLiteral("What you sell goes here. Make an item, or bring a list from a file."));
     empty->addButton(new Button(QStringLiteral("Import…")));
     empty->addButton(new PrimaryButton(QStringLiteral("New Item")));
     made.page->addWidget(empty, 1);
@@ -242,7 +270,8 @@ std::unique_ptr<QWidget> makeEmptyWindow()
 std::unique_ptr<QWidget> makeLockedWindow()
 {
     PageWindow made = makePageWindow(1, QStringLiteral("148 orders, 1 selected"));
-    auto* bar = new MessageBar(MessageBar::Kind::readOnly, QStringLiteral("Read-only mode. Nothing can be changed while another user holds this database."));
+    auto* bar = new MessageBar(
+        MessageBar::Kind::readOnly, QStringLiteral("Read-only mode. Nothing can be changed while another user holds this database."));
     bar->setAction(QStringLiteral("Unlock Database…"));
     made.page->addWidget(bar);
     addOrders(made);
@@ -254,10 +283,12 @@ void showLockAlert(QWidget* window)
     AlertCard::Options options;
     options.icon = AlertCard::Icon::locked;
     options.destructive = 0;
-    options.facts = {{QStringLiteral("User"), QStringLiteral("ruth")}, {QStringLiteral("Since"), QStringLiteral("2026-11-20 17:42:08 +0000")},
-        {QStringLiteral("Reason"), QStringLiteral("database open")}, {QStringLiteral("Folder"), QStringLiteral("/srv/shared/workshop.vendb")}};
+    options.facts = {{QStringLiteral("User"), QStringLiteral("ruth")},
+        {QStringLiteral("Since"), QStringLiteral("2026-11-20 17:42:08 +0000")}, {QStringLiteral("Reason"), QStringLiteral("database open")},
+        {QStringLiteral("Folder"), QStringLiteral("/srv/shared/workshop.vendb")}};
     auto* alert = new AlertCard(window, QStringLiteral("This database is locked"),
-        QStringLiteral("It was not closed by its last user, or someone is working on it now. You can look at it; to change anything it must be unlocked."),
+        QStringLiteral("It was not closed by its last user, or someone is working on it now. You can look at it; to change anything it "
+                       "must be unlocked."),
         {QStringLiteral("Unlock…"), QStringLiteral("Cancel")}, options);
     alert->open();
 }
@@ -270,7 +301,7 @@ void showProgress(QWidget* window)
     card->open();
 }
 
-}
+} // namespace
 
 std::vector<Scene> listScenes()
 {

@@ -28,4 +28,4 @@ inline QStandardItemModel* makeModel(const QList<Column>& columns, const QList<Q
     return model;
 }
 
-}
+} // namespace sample

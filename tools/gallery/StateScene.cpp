@@ -24,10 +24,7 @@ namespace {
 /// One kind of control in a row: normal, pressed or with a fault where that can be, disabled.
 class StateGrid {
 public:
-    explicit StateGrid(QGridLayout* grid)
-        : m_grid(grid)
-    {
-    }
+    explicit StateGrid(QGridLayout* grid) : m_grid(grid) { }
 
     template <typename Make, typename Trouble>
     void add(const char* name, Make make, Trouble trouble)
@@ -59,9 +56,7 @@ void spoil(QWidget* widget)
     look::setFault(widget, look::Fault::wrong);
 }
 
-void leave(QWidget*)
-{
-}
+void leave(QWidget*) { }
 
 void check(QWidget* widget)
 {
@@ -71,88 +66,143 @@ void check(QWidget* widget)
 void addButtons(StateGrid& states)
 {
     for (const Button::Kind kind : {Button::Kind::normal, Button::Kind::primary, Button::Kind::text, Button::Kind::danger})
-        states.add("Button", [kind] { return new Button(QStringLiteral("Save order"), kind); }, press);
-    states.add("With icon", [] {
-        auto* button = new Button(QStringLiteral("Print"));
-        button->setGlyph(QStringLiteral("document-print"));
-        return button;
-    }, press);
-    states.add("Primary with icon", [] {
-        auto* button = new PrimaryButton(QStringLiteral("Print"));
-        button->setGlyph(QStringLiteral("document-print"));
-        return button;
-    }, press);
-    states.add("Tall", [] {
-        auto* button = new Button(QStringLiteral("Full amount"));
-        button->setSize(Button::Size::tall);
-        return button;
-    }, press);
-    states.add("Icon", [] { return new IconButton(QStringLiteral("list-add"), QStringLiteral("Add")); }, press);
-    states.add("Segments", [] { return new SegmentedChoice({QStringLiteral("%"), QStringLiteral("£")}); },
+        states.add(
+            "Button", [kind] { return new Button(QStringLiteral("Save order"), kind); }, press);
+    states.add(
+        "With icon",
+        [] {
+            auto* button = new Button(QStringLiteral("Print"));
+            button->setGlyph(QStringLiteral("document-print"));
+            return button;
+        },
+        press);
+    states.add(
+        "Primary with icon",
+        [] {
+            auto* button = new PrimaryButton(QStringLiteral("Print"));
+            button->setGlyph(QStringLiteral("document-print"));
+            return button;
+        },
+        press);
+    states.add(
+        "Tall",
+        [] {
+            auto* button = new Button(QStringLiteral("Full amount"));
+            button->setSize(Button::Size::tall);
+            return button;
+        },
+        press);
+    states.add(
+        "Icon", [] { return new IconButton(QStringLiteral("list-add"), QStringLiteral("Add")); }, press);
+    states.add(
+        "Segments",
+        [] {
+            return new SegmentedChoice({QStringLiteral("%"), QStringLiteral("£")});
+        },
         [](QWidget* widget) { static_cast<SegmentedChoice*>(widget)->setIndex(1); });
-    states.add("Check box", [] { return new QCheckBox(QStringLiteral("Invoice sent")); }, check);
-    states.add("Checked", [] {
-        auto* box = new QCheckBox(QStringLiteral("Invoice sent"));
-        box->setChecked(true);
-        return box;
-    }, [](QWidget* widget) { static_cast<QCheckBox*>(widget)->setCheckState(Qt::PartiallyChecked); });
-    states.add("Radio", [] {
-        auto* button = new QRadioButton(QStringLiteral("Against an order"));
-        button->setAutoExclusive(false);
-        return button;
-    }, check);
+    states.add(
+        "Check box", [] { return new QCheckBox(QStringLiteral("Invoice sent")); }, check);
+    states.add(
+        "Checked",
+        [] {
+            auto* box = new QCheckBox(QStringLiteral("Invoice sent"));
+            box->setChecked(true);
+            return box;
+        },
+        [](QWidget* widget) { static_cast<QCheckBox*>(widget)->setCheckState(Qt::PartiallyChecked); });
+    states.add(
+        "Radio",
+        [] {
+            auto* button = new QRadioButton(QStringLiteral("Against an order"));
+            button->setAutoExclusive(false);
+            return button;
+        },
+        check);
 }
 
 void addFields(StateGrid& states)
 {
-    states.add("Text", [] { return new QLineEdit(QStringLiteral("LS21 1HB")); }, spoil);
-    states.add("Placeholder", [] {
-        auto* field = new QLineEdit;
-        field->setPlaceholderText(QStringLiteral("https://"));
-        return field;
-    }, spoil);
-    states.add("Read-only", [] {
-        auto* field = new QLineEdit(QStringLiteral("INV1238"));
-        field->setReadOnly(true);
-        return field;
-    }, spoil);
-    states.add("Number", [] {
-        auto* field = new NumberField;
-        field->setText(QStringLiteral("1,234.50"));
-        return field;
-    }, spoil);
-    states.add("Figure", [] { return new Figure(QStringLiteral("1,234.50")); }, leave);
-    states.add("Big number", [] {
-        auto* field = new NumberField;
-        field->setText(QStringLiteral("50.00"));
-        field->setSize(NumberField::Size::big);
-        return field;
-    }, spoil);
-    states.add("Search", [] {
-        auto* field = new SearchField(QStringLiteral("Search items"));
-        field->setFixedWidth(180);
-        return field;
-    }, [](QWidget* widget) { static_cast<QLineEdit*>(widget)->setText(QStringLiteral("oak")); });
-    states.add("List", [] { return new ChoiceBox({QStringLiteral("Customer"), QStringLiteral("Supplier")}); }, leave);
-    states.add("Editable list", [] {
-        auto* box = new ChoiceBox({QStringLiteral("Customer")});
-        box->setEditable(true);
-        return box;
-    }, leave);
-    states.add("Spin", [] { return new QSpinBox; }, spoil);
-    states.add("Date", [] { return new QDateEdit; }, leave);
-    states.add("Page", [] {
-        auto* page = new QPlainTextEdit(QStringLiteral("Two lines\nof text"));
-        page->setFixedSize(180, 58);
-        return page;
-    }, spoil);
-    states.add("Progress", [] {
-        auto* bar = new QProgressBar;
-        bar->setTextVisible(false);
-        bar->setFixedWidth(160);
-        bar->setValue(40);
-        return bar;
-    }, leave);
+    states.add(
+        "Text", [] { return new QLineEdit(QStringLiteral("LS21 1HB")); }, spoil);
+    states.add(
+        "Placeholder",
+        [] {
+            auto* field = new QLineEdit;
+            field->setPlaceholderText(QStringLiteral("https://"));
+            return field;
+        },
+        spoil);
+    states.add(
+        "Read-only",
+        [] {
+            auto* field = new QLineEdit(QStringLiteral("INV1238"));
+            field->setReadOnly(true);
+            return field;
+        },
+        spoil);
+    states.add(
+        "Number",
+        [] {
+            auto* field = new NumberField;
+            field->setText(QStringLiteral("1,234.50"));
+            return field;
+        },
+        spoil);
+    states.add(
+        "Figure", [] { return new Figure(QStringLiteral("1,234.50")); }, leave);
+    states.add(
+        "Big number",
+        [] {
+            auto* field = new NumberField;
+            field->setText(QStringLiteral("50.00"));
+            field->setSize(NumberField::Size::big);
+            return field;
+        },
+        spoil);
+    states.add(
+        "Search",
+        [] {
+            auto* field = new SearchField(QStringLiteral("Search items"));
+            field->setFixedWidth(180);
+            return field;
+        },
+        [](QWidget* widget) { static_cast<QLineEdit*>(widget)->setText(QStringLiteral("oak")); });
+    states.add(
+        "List",
+        [] {
+            return new ChoiceBox({QStringLiteral("Customer"), QStringLiteral("Supplier")});
+        },
+        leave);
+    states.add(
+        "Editable list",
+        [] {
+            auto* box = new ChoiceBox({QStringLiteral("Customer")});
+            box->setEditable(true);
+            return box;
+        },
+        leave);
+    states.add(
+        "Spin", [] { return new QSpinBox; }, spoil);
+    states.add(
+        "Date", [] { return new QDateEdit; }, leave);
+    states.add(
+        "Page",
+        [] {
+            auto* page = new QPlainTextEdit(QStringLiteral("Two lines\nof text"));
+            page->setFixedSize(180, 58);
+            return page;
+        },
+        spoil);
+    states.add(
+        "Progress",
+        [] {
+            auto* bar = new QProgressBar;
+            bar->setTextVisible(false);
+            bar->setFixedWidth(160);
+            bar->setValue(40);
+            return bar;
+        },
+        leave);
 }
 
 QWidget* makeIconWall()
@@ -212,7 +262,7 @@ std::unique_ptr<QWidget> makeStates()
     return window;
 }
 
-}
+} // namespace
 
 std::vector<Scene> stateScenes()
 {

@@ -63,7 +63,7 @@ bool savePictures(const QString& prefix, const std::vector<Scene>& scenes)
     return allWritten;
 }
 
-}
+} // namespace
 
 int main(int argc, char** argv)
 {

@@ -39,8 +39,12 @@ struct Business {
 
 class Maker {
 public:
-    explicit Maker(int scale) : m_scale(scale), m_people(makePeople(m_chance, contactsAtScaleOne * scale)),
-        m_stock(makeStock(m_chance, itemsAtScaleOne * scale, m_people.suppliers)) { }
+    explicit Maker(int scale)
+        : m_scale(scale)
+        , m_people(makePeople(m_chance, contactsAtScaleOne * scale))
+        , m_stock(makeStock(m_chance, itemsAtScaleOne * scale, m_people.suppliers))
+    {
+    }
 
     void makeOrders()
     {
@@ -222,7 +226,7 @@ void Maker::makeOrder(int id)
     const double total = figures.subtotal + shipping + tax;
     put(order, "value", money(figures.subtotal));
     put(order, "net", money(figures.subtotal));
-    put(order, "shipping", shipping > 0 ? money(shipping) : "");
+    put(order, "shipping", money(shipping));
     put(order, "tax", money(tax));
     put(order, "valuewithtax", money(figures.subtotal + shipping));
     put(order, "balance", money(total));

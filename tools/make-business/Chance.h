@@ -19,10 +19,7 @@ public:
         return mixed ^ (mixed >> 31);
     }
     /// From first to last, both included.
-    int between(int first, int last)
-    {
-        return first + static_cast<int>(next() % static_cast<std::uint64_t>(last - first + 1));
-    }
+    int between(int first, int last) { return first + static_cast<int>(next() % static_cast<std::uint64_t>(last - first + 1)); }
     bool oneIn(int count) { return between(1, count) == 1; }
 
     template <class List>

@@ -5,14 +5,16 @@
 #include "ui/Program.h"
 #include "ui/contacts/ContactEditor.h"
 #include "ui/inventory/ItemEditor.h"
-#include "ui/kit/SheetStack.h"
+#include "ui/kit/RecordTree.h"
 #include "ui/kit/Sheet.h"
+#include "ui/kit/SheetStack.h"
 #include "ui/kit/Theme.h"
 #include "ui/kit/UnderlineTabs.h"
 #include "ui/orders/OrderEditor.h"
 #include "ui/shell/MainWindow.h"
 #include "ui/shell/Sheets.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -50,6 +52,19 @@ Order* fullestOrder(Vendaro& vendaro)
     return best;
 }
 
+/// Opens the first company that has people and chooses one of them.
+void showPeople(RecordTree& tree)
+{
+    for (int row = 0; row < tree.model()->rowCount(); ++row) {
+        const QModelIndex company = tree.model()->index(row, 0);
+        if (!tree.model()->hasChildren(company))
+            continue;
+        tree.expand(company);
+        tree.setCurrentIndex(tree.model()->index(0, 0, company));
+        return;
+    }
+}
+
 QString textOfPdf(const QString& path)
 {
     QProcess reader;
@@ -74,7 +89,8 @@ QStringList Tour::go()
     else {
         inBothShades(&Tour::lists);
         inBothShades(&Tour::orderEditor);
-        inBothShades(&Tour::otherEditors);
+        inBothShades(&Tour::itemEditor);
+        inBothShades(&Tour::contactEditors);
         inBothShades(&Tour::document);
         checkInvoice();
     }
@@ -105,6 +121,14 @@ void Tour::take(QWidget* window, const char* name)
         fail(file + " could not be written.");
 }
 
+void Tour::takeSheet(QWidget* window, const char* name)
+{
+    const Sheet* sheet = SheetStack::instance().top();
+    if (!sheet || sheet->hostWindow() != window)
+        fail(QString("The sheet \"%1\" does not stand on its window.").arg(name));
+    take(window, name);
+}
+
 void Tour::takeDuring(QWidget* window, const char* name, const std::function<void()>& action)
 {
     QTimer::singleShot(150, qApp, [this, window, name] {
@@ -132,9 +156,10 @@ void Tour::sheets()
     window.resize(windowWidth, windowHeight);
     window.showPage(Page::orders);
     take(&window, "welcome");
-    takeDuring(&window, "alert", [this] {
-        m_program.vendaro().session().unlockDatabase();
-    });
+    window.showPage(Page::items);
+    take(&window, "no-items");
+    window.showPage(Page::orders);
+    takeDuring(&window, "alert", [this] { m_program.vendaro().session().unlockDatabase(); });
     {
         DateFormatSheet dates(&window);
         dates.open();
@@ -159,10 +184,14 @@ void Tour::lists()
     vendaro.getOrderManager().setSelectedRows({2});
     take(&window, "orders");
     window.showPage(Page::contacts);
+    showPeople(*window.findChild<RecordTree*>());
     take(&window, "contacts");
     window.showPage(Page::items);
     vendaro.getItemManager().setSelectedRows({1});
     take(&window, "items");
+    window.findChild<QAction*>("customiseToolBar")->trigger();
+    takeSheet(&window, "tool-bar");
+    SheetStack::instance().cancelAll();
 }
 
 void Tour::orderEditor()
@@ -178,24 +207,45 @@ void Tour::orderEditor()
     }
     editor.tabs()->setCurrentIndex(OrderForm::paymentsTab);
     orders.form.tender.trigger();
-    take(&editor, "tender");
+    takeSheet(&editor, "tender");
     SheetStack::instance().cancelAll();
     editor.tabs()->setCurrentIndex(OrderForm::orderTab);
     orders.form.pickMaterial.trigger();
-    take(&editor, "picker");
+    takeSheet(&editor, "picker");
     SheetStack::instance().cancelAll();
+    orders.form.cancel.trigger();
+    m_program.vendaro().chooseDateFormat(PrefsForm::dayFirst);
+    orders.create();
+    take(&editor, "new-order");
     orders.form.cancel.trigger();
     settle();
 }
 
-void Tour::otherEditors()
+void Tour::itemEditor()
+{
+    ItemManager& items = m_program.vendaro().getItemManager();
+    ItemEditor& editor = m_program.windows().item();
+    for (int row = 0; row < items.numberOfRows(); ++row) {
+        if (!items.getnthVisibleItem(row)->isCollectiveItem())
+            continue;
+        items.setSelectedRows({row});
+        break;
+    }
+    items.edit();
+    settle();
+    static constexpr const char* names[] {"item", "item-details", "item-made-of"};
+    auto* tabs = editor.findChild<UnderlineTabs*>();
+    for (int tab = 0; tab < tabs->count(); ++tab) {
+        tabs->setCurrentIndex(tab);
+        take(&editor, names[tab]);
+    }
+    items.form.cancel.trigger();
+    settle();
+}
+
+void Tour::contactEditors()
 {
     Vendaro& vendaro = m_program.vendaro();
-    ItemManager& items = vendaro.getItemManager();
-    items.setSelectedRows({1});
-    items.edit();
-    take(windowNamed("ItemWindow"), "item");
-    items.form.cancel.trigger();
     static constexpr std::pair<const char*, const char*> kinds[] {
         {"Individual", "individual"}, {"Company", "company"}, {"Company Contact", "company-contact"}};
     for (const auto& [kind, name] : kinds) {
@@ -219,7 +269,7 @@ void Tour::document()
     Vendaro& vendaro = m_program.vendaro();
     OrderManager& orders = vendaro.getOrderManager();
     orders.editThisOrder(*fullestOrder(vendaro));
-    orders.form.stationery.setTitle("Invoice");
+    orders.form.stationery.setTitle("Invoice with tax");
     orders.form.printInvoice.trigger();
     settle();
     QWidget* window = windowNamed("InvoiceWindow");
@@ -235,8 +285,8 @@ void Tour::checkInvoice()
     Vendaro& vendaro = m_program.vendaro();
     Order& order = *fullestOrder(vendaro);
     CustomInvoiceController* document = nullptr;
-    const auto connection = QObject::connect(
-        &vendaro, &Vendaro::documentOpened, qApp, [&document](CustomInvoiceController* opened) { document = opened; });
+    const auto connection =
+        QObject::connect(&vendaro, &Vendaro::documentOpened, qApp, [&document](CustomInvoiceController* opened) { document = opened; });
     vendaro.getOrderManager().editThisOrder(order);
     vendaro.getOrderManager().form.printInvoice.trigger();
     QObject::disconnect(connection);

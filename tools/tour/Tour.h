@@ -20,13 +20,16 @@ private:
     void inBothShades(void (Tour::*part)());
     void lists();
     void orderEditor();
-    void otherEditors();
+    void itemEditor();
+    void contactEditors();
     void document();
     void sheets();
     void checkInvoice();
 
     /// Saves the window as a numbered picture.
     void take(QWidget* window, const char* name);
+    /// The same, with a sheet standing on the window.
+    void takeSheet(QWidget* window, const char* name);
     /// The picture of what stands on the window while action runs; action waits for an answer, which is given as cancelled.
     void takeDuring(QWidget* window, const char* name, const std::function<void()>& action);
     QWidget* windowNamed(const char* name) const;

@@ -12,6 +12,8 @@ namespace {
 
 constexpr qint64 largestPictureFile = 32 * 1024 * 1024;
 constexpr qint64 mostPicturePixels = 40'000'000;
+/// The unit separator.
+constexpr QChar cellEnd(0x1f);
 
 class SealedDocument : public QTextDocument {
 protected:
@@ -119,7 +121,8 @@ private:
         for (const auto& row : table.rows)
             columns = std::max(columns, row.size());
         // A document starts with a paragraph, and one stands before every table; an unused one is taken as the place for it.
-        QTextTable* made = m_cursor.insertTable(static_cast<int>(table.rows.size()), static_cast<int>(columns), tableFormat(table, above, below));
+        QTextTable* made =
+            m_cursor.insertTable(static_cast<int>(table.rows.size()), static_cast<int>(columns), tableFormat(table, above, below));
         for (std::size_t row = 0; row < table.rows.size(); ++row) {
             for (std::size_t column = 0; column < table.rows[row].size(); ++column)
                 writeCell(made->cellAt(static_cast<int>(row), static_cast<int>(column)), table.rows[row][column]);
@@ -165,7 +168,7 @@ void appendFrameText(const QTextFrame& frame, QStringList& lines)
         for (int row = 0; row < table->rows(); ++row) {
             QString line;
             for (int column = 0; column < table->columns(); ++column)
-                line += cellText(table->cellAt(row, column));
+                line += cellText(table->cellAt(row, column)) + cellEnd;
             lines += line;
         }
         return;

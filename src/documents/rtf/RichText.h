@@ -55,5 +55,6 @@ std::unique_ptr<QTextDocument> makeDocument(const RichText& text, const QString&
 /// The same document once more, pictures included, sealed as well.
 std::unique_ptr<QTextDocument> copyOf(const QTextDocument& document);
 
-/// The words of a document: paragraphs on lines of their own, the cells of a row one behind the other, U+FFFC for a picture.
+/// The words of a document: paragraphs on lines of their own, the cells of a row one behind the other, each ended by U+001F; U+FFFC for
+/// a picture.
 QString plainTextOf(const QTextDocument& document);

@@ -14,6 +14,7 @@ constexpr std::size_t deepestGroup = 512;
 constexpr qsizetype mostCharacters = 8'000'000;
 constexpr unsigned char pictureByte = 0xac;
 constexpr int macRoman = 10000;
+constexpr int utf8Page = 65001;
 
 /// Twentieths of a point to the layout's unit, the 96th of an inch.
 qreal fromTwips(int twips)
@@ -26,8 +27,8 @@ qreal pointsFromTwips(int twips)
     return twips / 20.0;
 }
 
-constexpr std::array<std::string_view, 14> skippedDestinations {"stylesheet", "info", "pict", "listtable", "listoverridetable",
-    "generator", "header", "footer", "footnote", "filetbl", "revtbl", "object", "themedata", "colorschememapping"};
+constexpr std::array<std::string_view, 14> skippedDestinations {"stylesheet", "info", "pict", "listtable", "listoverridetable", "generator",
+    "header", "footer", "footnote", "filetbl", "revtbl", "object", "themedata", "colorschememapping"};
 
 int codePageOfCharset(int charset)
 {
@@ -51,7 +52,9 @@ int codePageOfCharset(int charset)
 
 QString decoded(std::string_view bytes, const std::string& page)
 {
-    const icu::UnicodeString text(bytes.data(), static_cast<int32_t>(bytes.size()), page.c_str());
+    icu::UnicodeString text(bytes.data(), static_cast<int32_t>(bytes.size()), page.c_str());
+    if (text.isEmpty())
+        text = icu::UnicodeString(bytes.data(), static_cast<int32_t>(bytes.size()), "windows-1252");
     return QString::fromUtf16(text.getBuffer(), text.length());
 }
 
@@ -95,6 +98,7 @@ RichText RtfBuilder::build(std::string_view bytes)
 void RtfBuilder::openGroup()
 {
     flushBytes();
+    m_skipAfterUnicode = 0;
     if (m_stack.size() < deepestGroup)
         m_stack.push_back(m_state);
     else
@@ -104,6 +108,7 @@ void RtfBuilder::openGroup()
 void RtfBuilder::closeGroup()
 {
     flushBytes();
+    m_skipAfterUnicode = 0;
     if (m_tooDeep > 0) {
         --m_tooDeep;
         return;
@@ -124,6 +129,8 @@ std::string RtfBuilder::codePage() const
     const auto charset = m_charsets.find(m_state.font);
     const int ofFont = charset == m_charsets.end() ? 0 : codePageOfCharset(charset->second);
     const int page = ofFont ? ofFont : m_ansiCodePage;
+    if (page == utf8Page)
+        return "UTF-8";
     return page == macRoman ? "macintosh" : page >= 1250 && page <= 1258 ? "windows-" + std::to_string(page) : "cp" + std::to_string(page);
 }
 
@@ -143,10 +150,7 @@ void RtfBuilder::takeBytes(std::string_view bytes)
     case Destination::fonts: m_bytes += bytes; break;
     case Destination::colours: colourText(bytes); break;
     case Destination::fieldInstruction: m_instruction += bytes; break;
-    case Destination::picture:
-        if (!m_pictureNameDone)
-            m_pictureName += bytes;
-        break;
+    case Destination::picture: m_bytes += bytes; break;
     case Destination::skipped: break;
     }
 }
@@ -158,6 +162,8 @@ void RtfBuilder::flushBytes()
     const QString text = decoded(std::exchange(m_bytes, {}), codePage());
     if (m_state.destination == Destination::fonts)
         fontText(text);
+    else if (m_state.destination == Destination::picture)
+        pictureText(text);
     else
         appendText(text);
 }
@@ -167,6 +173,8 @@ void RtfBuilder::takeUnicode(int value)
     flushBytes();
     const auto unit = static_cast<char16_t>(value < 0 ? value + 0x10000 : value);
     m_skipAfterUnicode = m_state.bytesAfterUnicode;
+    if (m_state.destination == Destination::picture)
+        return pictureText(QString(QChar(unit)));
     if (m_state.destination != Destination::body)
         return;
     if (QChar::isHighSurrogate(unit)) {
@@ -199,9 +207,18 @@ void RtfBuilder::symbol(char character)
 {
     switch (character) {
     case '\n':
-    case '\r': flushBytes(); endParagraph(); break;
-    case '~': flushBytes(); appendText(QString(QChar::Nbsp)); break;
-    case '_': flushBytes(); appendText(QString(QChar(0x2011))); break;
+    case '\r':
+        flushBytes();
+        endParagraph();
+        break;
+    case '~':
+        flushBytes();
+        appendText(QString(QChar::Nbsp));
+        break;
+    case '_':
+        flushBytes();
+        appendText(QString(QChar(0x2011)));
+        break;
     case '*': m_state.destination = m_state.destination == Destination::body ? Destination::skipped : m_state.destination; break;
     case '\\':
     case '{':
@@ -221,6 +238,7 @@ void RtfBuilder::word(const RtfToken& token)
         return;
     }
     if (m_state.destination == Destination::picture) {
+        flushBytes();
         m_pictureNameDone = true;
         if (name == "width")
             m_pictureSize.setWidth(fromTwips(value));
@@ -371,11 +389,16 @@ bool RtfBuilder::tableWord(std::string_view name, int value)
     else if (name == "trowd") {
         m_cellShapes.clear();
         m_nextCellBordered = false;
-    } else if (name == "brdrs")
+        m_nextCellWidth = 0;
+    } else if (name == "clwWidth")
+        m_nextCellWidth = std::clamp(value, 0, 40000);
+    else if (name == "brdrs")
         m_nextCellBordered = true;
     else if (name == "cellx") {
         RichCell shape;
-        shape.rightEdge = fromTwips(std::clamp(value, 0, 40000));
+        const qreal left = m_cellShapes.empty() ? 0 : m_cellShapes.back().rightEdge;
+        const int width = std::exchange(m_nextCellWidth, 0);
+        shape.rightEdge = width > 0 ? left + fromTwips(width) : fromTwips(std::clamp(value, 0, 40000));
         shape.bordered = std::exchange(m_nextCellBordered, false);
         m_cellShapes.push_back(shape);
     } else if (name == "cell")
@@ -444,6 +467,8 @@ void RtfBuilder::endRow()
 
 void RtfBuilder::closeTable()
 {
+    if (!m_cell.empty())
+        endCell();
     if (!m_row.empty())
         endRow();
     if (!m_table.rows.empty())
@@ -453,12 +478,18 @@ void RtfBuilder::closeTable()
 void RtfBuilder::endPicture()
 {
     m_swallowPictureByte = true;
-    const QString name = QString::fromUtf8(m_pictureName).trimmed();
+    const QString name = m_pictureName.trimmed();
     if (name.isEmpty() || m_state.destination != Destination::body)
         return;
     if (!m_inTable)
         closeTable();
     m_paragraph.runs.push_back({QString(), characterFormat(), name, m_pictureSize});
+}
+
+void RtfBuilder::pictureText(const QString& text)
+{
+    if (!m_pictureNameDone)
+        m_pictureName += text;
 }
 
 void RtfBuilder::fontText(const QString& text)

@@ -49,6 +49,7 @@ private:
     void endRow();
     void closeTable();
     void endPicture();
+    void pictureText(const QString& text);
     void fontText(const QString& text);
     void colourText(std::string_view bytes);
     std::string codePage() const;
@@ -73,6 +74,8 @@ private:
     std::vector<RichParagraph> m_cell;
     std::vector<RichCell> m_cellShapes;
     bool m_nextCellBordered = false;
+    /// In twips, 0 when the file gives none.
+    int m_nextCellWidth = 0;
 
     std::unordered_map<int, QString> m_fonts;
     std::unordered_map<int, int> m_charsets;
@@ -85,7 +88,7 @@ private:
     bool m_colourGiven = false;
     std::string m_instruction;
     QString m_link;
-    std::string m_pictureName;
+    QString m_pictureName;
     bool m_pictureNameDone = false;
     QSizeF m_pictureSize;
     bool m_swallowPictureByte = false;

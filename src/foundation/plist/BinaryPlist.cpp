@@ -1,6 +1,7 @@
 // The binary form of a property list: an offset table at the end, objects that refer to each other by number.
-#include "foundation/Text.h"
 #include "foundation/plist/PlistReader.h"
+
+#include "foundation/Text.h"
 
 #include <QDateTime>
 #include <QTimeZone>
@@ -13,8 +14,10 @@ namespace {
 
 constexpr std::string_view binaryMagic = "bplist00";
 constexpr std::size_t trailerSize = 32;
-/// Shared objects are copied out; a list of lists of the same objects must not grow without end.
-constexpr std::size_t mostValues = 20'000'000;
+/// Shared objects are copied out; lists of lists of the same objects must not grow without end. For every byte of the file there may
+/// be so many values, which is more than there is room for references unless lists are shared, and so many bytes of shared texts.
+constexpr std::size_t mostValuesForByte = 4;
+constexpr std::size_t mostTextForByte = 64;
 
 class BinaryReader {
 public:
@@ -49,7 +52,7 @@ private:
 
     std::optional<PlistValue> object(std::uint64_t index, int depth)
     {
-        if (index >= m_count || depth > plist::deepestNesting || ++m_made > mostValues)
+        if (index >= m_count || depth > plist::deepestNesting || ++m_made > mostValuesForByte * m_bytes.size())
             return std::nullopt;
         std::uint64_t at = number(m_table + index * m_offsetSize, m_offsetSize);
         if (!reaches(at, 1))
@@ -64,6 +67,8 @@ private:
         std::uint64_t size = low;
         if (low == 0xf && !takeSize(at, size))
             return std::nullopt;
+        if ((kind == 4 || kind == 5 || kind == 6) && !mayCopy(size))
+            return std::nullopt;
         switch (kind) {
         case 4: return reaches(at, size) ? std::optional(PlistValue::makeData(std::string(m_bytes.substr(at, size)))) : std::nullopt;
         case 5: return reaches(at, size) ? std::optional(PlistValue(cleanUtf8(m_bytes.substr(at, size)))) : std::nullopt;
@@ -72,6 +77,15 @@ private:
         case 13: return dictionary(at, size, depth);
         default: return std::nullopt;
         }
+    }
+
+    /// Whether a text or data of this size may be copied out once more.
+    bool mayCopy(std::uint64_t size)
+    {
+        if (size > m_bytes.size())
+            return false;
+        m_copied += static_cast<std::size_t>(size);
+        return m_copied <= mostTextForByte * m_bytes.size();
     }
 
     bool takeSize(std::uint64_t& at, std::uint64_t& size) const
@@ -148,7 +162,7 @@ private:
             std::optional<PlistValue> value = object(number(at + (size + i) * m_referenceSize, m_referenceSize), depth + 1);
             if (!key || !value || key->kind() != PlistValue::Kind::text)
                 return std::nullopt;
-            values.set(key->raw(), std::move(*value));
+            values.set(cleanUtf8(key->raw()), std::move(*value));
         }
         return values;
     }
@@ -159,6 +173,7 @@ private:
     std::size_t m_offsetSize = 0;
     std::size_t m_referenceSize = 0;
     std::size_t m_made = 0;
+    std::size_t m_copied = 0;
 };
 
 } // namespace

@@ -101,7 +101,8 @@ Result<PlistValue> readContainer(PlistTokens& tokens, Token first)
         if (token == Token::key) {
             if (!innermost.value.isDict() || innermost.hasKey)
                 return tokenError(tokens, "a key stands where a value belongs");
-            innermost.key = tokens.text();
+            // Cleaned here, not when it is written: two keys must not become one only then.
+            innermost.key = cleanUtf8(tokens.text());
             innermost.hasKey = true;
             continue;
         }

@@ -21,4 +21,4 @@ Result<PlistValue> readBinary(std::string_view bytes);
 /// The value that starts with this token; what follows it is left to the caller.
 Result<PlistValue> readValue(PlistTokens& tokens, PlistTokens::Token first);
 
-}
+} // namespace plist

@@ -7,6 +7,15 @@
 
 namespace {
 
+/// An element's name as messages show it.
+std::string named(std::string_view element)
+{
+    constexpr std::size_t longest = 40;
+    std::string shown("<");
+    shown.append(element.substr(0, longest)).push_back('>');
+    return shown;
+}
+
 constexpr std::string_view xmlBlanks = " \t\r\n";
 constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
 
@@ -154,7 +163,7 @@ PlistTokens::Token PlistTokens::closingTag(std::string_view tag)
         return Token::dictClose;
     if (tag == "/array")
         return Token::arrayClose;
-    return fail("<" + std::string(tag.substr(0, 40)) + "> does not belong here");
+    return fail(named(tag).append(" does not belong here"));
 }
 
 PlistTokens::Token PlistTokens::openingTag(std::string_view tag)
@@ -171,9 +180,10 @@ PlistTokens::Token PlistTokens::openingTag(std::string_view tag)
         m_owesArrayClose = selfClosing;
         return Token::arrayOpen;
     }
-    const auto element = std::find_if(scalarElements.begin(), scalarElements.end(), [&](const ElementName& entry) { return entry.name == name; });
+    const auto element =
+        std::find_if(scalarElements.begin(), scalarElements.end(), [&](const ElementName& entry) { return entry.name == name; });
     if (element == scalarElements.end())
-        return fail("<" + std::string(name.substr(0, 40)) + "> is no element of a property list");
+        return fail(named(name).append(" is no element of a property list"));
     m_text = {};
     return selfClosing || content(name) ? element->token : Token::error;
 }
@@ -184,7 +194,7 @@ bool PlistTokens::content(std::string_view name)
     const std::size_t start = m_at;
     std::size_t mark = m_bytes.find('<', m_at);
     if (mark == std::string_view::npos) {
-        fail("the file ends inside <" + std::string(name) + ">");
+        fail("the file ends inside " + named(name));
         return false;
     }
     std::string_view piece = m_bytes.substr(start, mark - start);
@@ -201,18 +211,18 @@ bool PlistTokens::content(std::string_view name)
         const bool isData = m_bytes.compare(m_at, 9, "<![CDATA[") == 0;
         const std::size_t from = m_at + (isData ? 9 : 0);
         if (!isData && m_bytes.compare(m_at, 4, "<!--") != 0) {
-            fail("an element stands inside <" + std::string(name) + ">");
+            fail("an element stands inside " + named(name));
             return false;
         }
         if (!skipPast(isData ? "]]>" : "-->")) {
-            fail("the file ends inside <" + std::string(name) + ">");
+            fail("the file ends inside " + named(name));
             return false;
         }
         if (isData)
             appendQuoted(m_bytes.substr(from, m_at - 3 - from));
         mark = m_bytes.find('<', m_at);
         if (mark == std::string_view::npos || !appendContent(m_bytes.substr(m_at, mark - m_at))) {
-            fail("the file ends inside <" + std::string(name) + ">");
+            fail("the file ends inside " + named(name));
             return false;
         }
         m_at = mark;
@@ -225,7 +235,7 @@ bool PlistTokens::content(std::string_view name)
     const bool closes = close != std::string_view::npos && m_bytes.compare(m_at + 2, name.size(), name) == 0
         && m_bytes.find_first_not_of(xmlBlanks, nameEnd) == close;
     if (!closes) {
-        fail("<" + std::string(name) + "> is not closed");
+        fail(named(name).append(" is not closed"));
         return false;
     }
     m_at = close + 1;
@@ -276,8 +286,8 @@ bool PlistTokens::appendReference(std::string_view piece, std::size_t& at)
             return true;
         }
     }
-    const auto entity = std::find_if(
-        predefinedEntities.begin(), predefinedEntities.end(), [&](const Entity& entry) { return entry.name == name; });
+    const auto entity =
+        std::find_if(predefinedEntities.begin(), predefinedEntities.end(), [&](const Entity& entry) { return entry.name == name; });
     if (entity == predefinedEntities.end()) {
         fail("\"&\" starts no entity that is known");
         return false;

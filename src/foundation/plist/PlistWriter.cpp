@@ -8,10 +8,10 @@
 namespace {
 
 constexpr std::size_t writerBuffer = 1 << 20;
-constexpr std::string_view documentHead
-    = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-      "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
-      "<plist version=\"1.0\">\n";
+constexpr std::string_view documentHead =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+    "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+    "<plist version=\"1.0\">\n";
 constexpr std::string_view documentEnd = "</plist>\n";
 
 std::string encodeBase64(std::string_view bytes)
@@ -26,6 +26,11 @@ std::string encodeBase64(std::string_view bytes)
             text += at + i <= bytes.size() ? digits[(group >> (18 - 6 * i)) & 0x3f] : '=';
     }
     return text;
+}
+
+bool isEscaped(char character)
+{
+    return character == '&' || character == '<' || character == '>' || character == '\r';
 }
 
 const char* elementFor(PlistValue::Kind kind)
@@ -89,7 +94,8 @@ void PlistWriter::appendEscaped(std::string_view text)
     if (!isCleanUtf8(text))
         return appendEscaped(cleanUtf8(text));
     for (std::size_t at = 0; at < text.size();) {
-        const std::size_t special = std::min(text.find_first_of("&<>\r", at), text.size());
+        const auto found = std::find_if(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(), isEscaped);
+        const auto special = static_cast<std::size_t>(found - text.begin());
         m_buffer += text.substr(at, special - at);
         if (special == text.size())
             return;

@@ -53,4 +53,4 @@ namespace plist {
 /// The whole document.
 std::string write(const PlistValue& value);
 
-}
+} // namespace plist

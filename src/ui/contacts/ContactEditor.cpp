@@ -54,6 +54,7 @@ void ContactWindow::build(ContactForm& contactForm, Kind kind)
     column->addWidget(makeFields(kind), 1);
     column->addWidget(makeFooter(kind));
     bindForm();
+    setFirstField("name");
     const QString kindWord = kind == Kind::company ? tr("Company") : kind == Kind::individual ? tr("Person") : tr("Person of a company");
     const auto showHeader = [header, &contactForm, kindWord] {
         const QString name = contactForm.name.text();
@@ -111,9 +112,11 @@ void ContactWindow::addAddress(FormGrid& grid)
     auto* second = fieldNamed<QLineEdit>("add2");
     grid.addRow({}, second);
     second->setAccessibleName(tr("Address line 2"));
+    second->setPlaceholderText(tr("Line 2"));
     auto* third = fieldNamed<QLineEdit>("add3");
     grid.addRow({}, third);
     third->setAccessibleName(tr("Address line 3"));
+    third->setPlaceholderText(tr("Line 3"));
     grid.addRow(tr("County"), fieldNamed<QLineEdit>("county"));
     grid.addRow(tr("Postcode"), fieldNamed<QLineEdit>("postcode"), 110);
     grid.addRow(tr("Country"), fieldNamed<QLineEdit>("country"));
@@ -127,8 +130,11 @@ void ContactWindow::addReach(FormGrid& grid, Kind kind)
     grid.addRow(tr("Mobile"), fieldNamed<QLineEdit>("mobile"));
     grid.addRow(tr("Fax"), fieldNamed<QLineEdit>("fax"));
     grid.addRow(tr("E-mail"), fieldNamed<QLineEdit>("email"));
-    if (kind == Kind::company)
-        grid.addRow(tr("Website"), fieldNamed<QLineEdit>("website"));
+    if (kind == Kind::company) {
+        auto* website = fieldNamed<QLineEdit>("website");
+        website->setPlaceholderText("https://");
+        grid.addRow(tr("Website"), website);
+    }
     grid.addGap(16);
     auto* comments = fieldNamed<QPlainTextEdit>("comments");
     comments->setFixedHeight(120);
@@ -151,8 +157,6 @@ QWidget* ContactWindow::makeFooter(Kind kind)
         footer->addLeft(fieldNamed<TextButton>("linkToCompany", tr("Link to Company")));
     }
     footer->addRight(fieldNamed<Button>("cancel", tr("Cancel")));
-    auto* save = fieldNamed<PrimaryButton>("save", tr("Save"));
-    save->setShortcut(QKeySequence("Ctrl+S"));
-    footer->addRight(save);
+    footer->addRight(fieldNamed<PrimaryButton>("save", tr("Save")));
     return footer;
 }

@@ -3,8 +3,8 @@
 #include "contacts/ContactManager.h"
 #include "contacts/ContactOutlineModel.h"
 #include "ui/ColumnMemory.h"
+#include "ui/EmptyList.h"
 #include "ui/FormBinder.h"
-#include "ui/kit/EmptyState.h"
 #include "ui/kit/Fields.h"
 #include "ui/kit/PageHeader.h"
 #include "ui/kit/RecordTree.h"
@@ -19,7 +19,8 @@ ContactsPage::ContactsPage(ContactManager& contacts, QWidget* parent)
     , m_contacts(contacts)
     , m_header(new PageHeader(tr("Contacts"), tr("Search contacts"), this))
     , m_tree(new RecordTree(this))
-    , m_empty(new EmptyState("view-pim-contacts", tr("No contacts yet"), tr("Make your first contact with New Contact."), this))
+    , m_empty(new EmptyList(
+          "view-pim-contacts", tr("No contacts yet"), tr("Make your first contact with New Contact."), contacts.listForm, this))
     , m_model(new ContactOutlineModel(contacts, this))
 {
     m_header->searchField()->setObjectName("search");
@@ -30,6 +31,7 @@ ContactsPage::ContactsPage(ContactManager& contacts, QWidget* parent)
     RowRoles roles;
     roles.icon = ContactOutlineModel::IconRole;
     m_tree->rowDelegate()->setRoles(roles);
+    m_tree->rowDelegate()->setWeight(RowDelegate::Weight::onFirstColumn);
     m_tree->setModel(m_model);
     m_tree->setAccessibleName(tr("Contacts"));
     m_tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -52,14 +54,18 @@ ContactsPage::ContactsPage(ContactManager& contacts, QWidget* parent)
     connect(m_tree->tableHeader(), &QHeaderView::sectionClicked, this,
         [this](int section) { m_contacts.toggleSort(m_model->column(section).identifier); });
     connect(m_tree, &QAbstractItemView::activated, this, [this] { m_contacts.edit(); });
-    connect(m_tree, &QTreeView::expanded, this, [this](const QModelIndex& index) { m_expanded.insert(m_model->contactAt(index)->getID()); });
-    connect(m_tree, &QTreeView::collapsed, this, [this](const QModelIndex& index) { m_expanded.remove(m_model->contactAt(index)->getID()); });
+    connect(
+        m_tree, &QTreeView::expanded, this, [this](const QModelIndex& index) { m_expanded.insert(m_model->contactAt(index)->getID()); });
+    connect(
+        m_tree, &QTreeView::collapsed, this, [this](const QModelIndex& index) { m_expanded.remove(m_model->contactAt(index)->getID()); });
     connect(m_model, &ContactOutlineModel::selectionWanted, this, &ContactsPage::takeSelection);
     connect(m_model, &QAbstractItemModel::modelReset, this, [this] {
         restoreExpanded();
         showEmptiness();
+        showSort();
     });
     connect(m_tree->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ContactsPage::giveSelection);
+    connect(m_empty, &EmptyList::everythingShown, this, &ContactsPage::takeKeyboard);
     showEmptiness();
 }
 
@@ -82,6 +88,8 @@ void ContactsPage::restoreExpanded()
 
 void ContactsPage::takeSelection()
 {
+    if (m_giving)
+        return;
     const QScopedValueRollback<bool> taking(m_taking, true);
     QItemSelection selection;
     for (const dataObject* record : m_contacts.selectedRecords()) {
@@ -98,6 +106,8 @@ void ContactsPage::giveSelection()
 {
     if (m_taking)
         return;
+    // The view is in the middle of its own change.
+    const QScopedValueRollback<bool> giving(m_giving, true);
     std::vector<dataObject*> records;
     for (const QModelIndex& index : m_tree->selectionModel()->selectedRows()) {
         if (Contact* contact = m_model->contactAt(index))
@@ -106,12 +116,34 @@ void ContactsPage::giveSelection()
     m_contacts.setSelectedRecords(records);
 }
 
+void ContactsPage::showSort()
+{
+    m_tree->tableHeader()->setSortIndicatorShown(false);
+    if (m_contacts.list.sortDescriptors.empty())
+        return;
+    const SortDescriptor& sort = m_contacts.list.sortDescriptors.front();
+    for (int section = 0; section < m_model->columnCount(); ++section) {
+        if (m_model->column(section).identifier == sort.key)
+            m_tree->setSorted(section, sort.ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    }
+}
+
+void ContactsPage::setMaking(QAction* command)
+{
+    m_empty->setMaking(command);
+}
+
+void ContactsPage::takeKeyboard()
+{
+    if (m_tree->isVisibleTo(this))
+        m_tree->setFocus();
+    else
+        m_empty->takeKeyboard();
+}
+
 void ContactsPage::showEmptiness()
 {
-    const bool nothingThere = m_contacts.getCount() == 0;
-    const bool nothingShown = m_model->rowCount() == 0;
-    m_empty->setTexts(nothingThere ? tr("No contacts yet") : tr("Nothing found"),
-        nothingThere ? tr("Make your first contact with New Contact.") : tr("No contact holds all of these words under this choice."));
-    m_empty->setVisible(nothingShown);
-    m_tree->setVisible(!nothingShown);
+    const int rows = m_model->rowCount();
+    m_empty->tell(rows, m_contacts.getCount());
+    m_tree->setVisible(rows > 0);
 }

@@ -26,7 +26,9 @@ QAction* toolBarCommand(QObject* parent, const char* identifier, const QString& 
 } // namespace
 
 DocumentWindow::DocumentWindow(CustomInvoiceController* document)
-    : m_document(document), m_desk(new QScrollArea), m_paper(new BackgroundImageTextView)
+    : m_document(document)
+    , m_desk(new QScrollArea)
+    , m_paper(new BackgroundImageTextView)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setObjectName(frameName);

@@ -62,6 +62,7 @@ ItemEditor::ItemEditor(ItemManager& items) : EditorWindow(items.form, items.form
     column->addWidget(tabs, 1);
     column->addWidget(makeFooter());
     FormBinder& binder = bindForm();
+    setFirstField("item");
     for (const char* name : {"warnlevel", "optimumqty"})
         binder.bindVisibility(name, findChild<QWidget*>(QString::fromLatin1(name) + "Label"));
 
@@ -139,7 +140,9 @@ QWidget* ItemEditor::makePartsTab()
     table->setUnit(RowDelegate::Unit::cells);
     table->setAccessibleName(tr("Made of"));
     table->tableHeader()->setStretchLastSection(true);
+    table->setEmptyText(tr("Made of nothing yet"));
     new ListBinder(m_items.constituentTable, table);
+    connect(table, &RecordTable::removalWanted, this, [this] { m_items.form.removeConstituent.trigger(); });
     connect(table->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
         [this](const QModelIndex& current) { m_items.constituentTable.selectConstituent(current.row()); });
     column->addWidget(new CardFrame(table), 1);
@@ -150,8 +153,6 @@ QWidget* ItemEditor::makeFooter()
 {
     auto* footer = new FooterBar;
     footer->addRight(itemField<Button>("cancel", tr("Cancel")));
-    auto* save = itemField<PrimaryButton>("save", tr("Save"));
-    save->setShortcut(QKeySequence("Ctrl+S"));
-    footer->addRight(save);
+    footer->addRight(itemField<PrimaryButton>("save", tr("Save")));
     return footer;
 }

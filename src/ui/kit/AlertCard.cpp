@@ -22,12 +22,9 @@ constexpr int textWidth = AlertCard::cardWidth - 2 * 24 - alertIconSize - iconGa
 QString iconNameOf(AlertCard::Icon icon)
 {
     switch (icon) {
-    case AlertCard::Icon::warning:
-        break;
-    case AlertCard::Icon::information:
-        return QStringLiteral("data-information");
-    case AlertCard::Icon::locked:
-        return QStringLiteral("object-locked");
+    case AlertCard::Icon::warning: break;
+    case AlertCard::Icon::information: return QStringLiteral("data-information");
+    case AlertCard::Icon::locked: return QStringLiteral("object-locked");
     }
     return QStringLiteral("data-warning");
 }
@@ -44,7 +41,7 @@ QString literal(QString title)
     return title.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
-}
+} // namespace
 
 AlertCard::AlertCard(QWidget* host, const QString& title, const QString& text, const QStringList& buttons, const Options& options)
     : Sheet(host, Blocks::theProgram)

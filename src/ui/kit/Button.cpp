@@ -3,6 +3,8 @@
 #include "ui/kit/Icons.h"
 #include "ui/kit/Look.h"
 
+#include <QKeyEvent>
+
 namespace {
 
 constexpr int glyphSize = 16;
@@ -12,14 +14,10 @@ constexpr int glyphGap = 4;
 const char* nameOfButtonKind(Button::Kind kind)
 {
     switch (kind) {
-    case Button::Kind::normal:
-        break;
-    case Button::Kind::primary:
-        return "primary";
-    case Button::Kind::text:
-        return "text";
-    case Button::Kind::danger:
-        return "danger";
+    case Button::Kind::normal: break;
+    case Button::Kind::primary: return "primary";
+    case Button::Kind::text: return "text";
+    case Button::Kind::danger: return "danger";
     }
     return "normal";
 }
@@ -27,12 +25,9 @@ const char* nameOfButtonKind(Button::Kind kind)
 const char* nameOfButtonSize(Button::Size size)
 {
     switch (size) {
-    case Button::Size::normal:
-        break;
-    case Button::Size::tall:
-        return "tall";
-    case Button::Size::narrow:
-        return "narrow";
+    case Button::Size::normal: break;
+    case Button::Size::tall: return "tall";
+    case Button::Size::narrow: return "narrow";
     }
     return "normal";
 }
@@ -40,27 +35,19 @@ const char* nameOfButtonSize(Button::Size size)
 IconRole glyphRole(Button::Kind kind)
 {
     switch (kind) {
-    case Button::Kind::normal:
-        break;
-    case Button::Kind::primary:
-        return IconRole::onAccent;
-    case Button::Kind::text:
-        return IconRole::accent;
-    case Button::Kind::danger:
-        return IconRole::error;
+    case Button::Kind::normal: break;
+    case Button::Kind::primary: return IconRole::onAccent;
+    case Button::Kind::text: return IconRole::accent;
+    case Button::Kind::danger: return IconRole::error;
     }
     return IconRole::normal;
 }
 
-}
+} // namespace
 
-Button::Button(const QString& text, QWidget* parent)
-    : Button(text, Kind::normal, parent)
-{
-}
+Button::Button(const QString& text, QWidget* parent) : Button(text, Kind::normal, parent) { }
 
-Button::Button(const QString& text, Kind kind, QWidget* parent)
-    : QPushButton(text, parent)
+Button::Button(const QString& text, Kind kind, QWidget* parent) : QPushButton(text, parent)
 {
     setAutoDefault(false);
     setKind(kind);
@@ -85,6 +72,12 @@ void Button::setGlyph(const QString& name)
     takeGlyph();
 }
 
+void Button::setKeys(const QKeySequence& keys)
+{
+    setShortcut(keys);
+    setToolTip(QStringLiteral("%1 (%2)").arg(text(), keys.toString(QKeySequence::NativeText)));
+}
+
 void Button::takeGlyph()
 {
     if (m_glyph.isEmpty()) {
@@ -95,17 +88,18 @@ void Button::takeGlyph()
     setIconSize({glyphSize + glyphGap, glyphSize});
 }
 
-PrimaryButton::PrimaryButton(const QString& text, QWidget* parent)
-    : Button(text, Kind::primary, parent)
+void Button::keyPressEvent(QKeyEvent* event)
 {
+    // Return presses like Space, whatever the desktop thinks of it; a key still held down from before must not.
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && !event->isAutoRepeat())
+        click();
+    else
+        QPushButton::keyPressEvent(event);
 }
 
-TextButton::TextButton(const QString& text, QWidget* parent)
-    : Button(text, Kind::text, parent)
-{
-}
+PrimaryButton::PrimaryButton(const QString& text, QWidget* parent) : Button(text, Kind::primary, parent) { }
 
-DangerButton::DangerButton(const QString& text, QWidget* parent)
-    : Button(text, Kind::danger, parent)
-{
-}
+TextButton::TextButton(const QString& text, QWidget* parent) : Button(text, Kind::text, parent) { }
+
+DangerButton::DangerButton(const QString& text, QWidget* parent) : Button(text, Kind::danger, parent) { }

@@ -18,6 +18,11 @@ public:
     void setSize(Size size);
     /// An icon of the program left of the text, in the button's colour.
     void setGlyph(const QString& name);
+    /// Keys that press the button from anywhere in its window; the tooltip tells them.
+    void setKeys(const QKeySequence& keys);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void takeGlyph();

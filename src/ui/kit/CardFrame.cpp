@@ -25,11 +25,9 @@ QStringList localFiles(const QMimeData* data)
     return paths;
 }
 
-}
+} // namespace
 
-CardFrame::CardFrame(QWidget* content, QWidget* parent)
-    : QFrame(parent)
-    , m_column(new QVBoxLayout(this))
+CardFrame::CardFrame(QWidget* content, QWidget* parent) : QFrame(parent), m_column(new QVBoxLayout(this))
 {
     look::setKind(this, "card");
     m_column->setContentsMargins(1, 1, 1, cornerRoom);

@@ -12,11 +12,9 @@ const QString colourScheme = QStringLiteral("color-scheme");
 /// A portal that hangs must not keep the program from starting.
 constexpr int patienceMilliseconds = 700;
 
-}
+} // namespace
 
-DesktopScheme::DesktopScheme(const QDBusConnection& bus, QObject* parent)
-    : QObject(parent)
-    , m_bus(bus)
+DesktopScheme::DesktopScheme(const QDBusConnection& bus, QObject* parent) : QObject(parent), m_bus(bus)
 {
     if (!m_bus.isConnected())
         return;
@@ -35,8 +33,7 @@ Shade DesktopScheme::shadeOf(const QVariant& answer)
 
 Shade DesktopScheme::read()
 {
-    QDBusMessage question
-        = QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, QStringLiteral("Read"));
+    QDBusMessage question = QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, QStringLiteral("Read"));
     question << appearance << colourScheme;
     const QDBusMessage answer = m_bus.call(question, QDBus::Block, patienceMilliseconds);
     if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty())

@@ -16,7 +16,7 @@ Label* centredLine(const QString& text, LabelSize size, LabelTone tone)
     return line;
 }
 
-}
+} // namespace
 
 EmptyState::EmptyState(const QString& iconName, const QString& missing, const QString& whatToDo, QWidget* parent)
     : QWidget(parent)
@@ -52,10 +52,9 @@ void EmptyState::addButton(QWidget* button)
 }
 
 ActionCard::ActionCard(const QString& iconName, const QString& title, const QString& detail, Rank rank, QWidget* parent)
-    : QPushButton(parent)
+    : Button({}, parent)
 {
     look::setKind(this, "action");
-    setAutoDefault(false);
     setAccessibleName(title);
     setAccessibleDescription(detail);
     auto* row = new QHBoxLayout(this);

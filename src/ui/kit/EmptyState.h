@@ -1,7 +1,8 @@
 // What a page shows while it has nothing: what is missing, what to do, and the buttons for it; and the rows of the first start.
 #pragma once
 
-#include <QPushButton>
+#include "ui/kit/Button.h"
+
 #include <QWidget>
 
 class Label;
@@ -22,7 +23,7 @@ private:
 };
 
 /// A wide button with an icon, a title and a line about it.
-class ActionCard : public QPushButton {
+class ActionCard : public Button {
     Q_OBJECT
 public:
     /// first marks the one most people want: its icon is in the accent colour.

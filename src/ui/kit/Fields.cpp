@@ -5,8 +5,7 @@
 #include <QStyledItemDelegate>
 #include <QWheelEvent>
 
-NumberField::NumberField(QWidget* parent)
-    : QLineEdit(parent)
+NumberField::NumberField(QWidget* parent) : QLineEdit(parent)
 {
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 }
@@ -17,8 +16,7 @@ void NumberField::setSize(Size size)
     updateGeometry();
 }
 
-Figure::Figure(const QString& text, QWidget* parent)
-    : QLineEdit(parent)
+Figure::Figure(const QString& text, QWidget* parent) : QLineEdit(parent)
 {
     look::setKind(this, "figure");
     setReadOnly(true);
@@ -32,8 +30,7 @@ void Figure::setFigure(const QString& text)
     setCursorPosition(0);
 }
 
-ChoiceBox::ChoiceBox(QWidget* parent)
-    : QComboBox(parent)
+ChoiceBox::ChoiceBox(QWidget* parent) : QComboBox(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
     // The list's own delegate ignores the style sheet's row height.
@@ -41,8 +38,7 @@ ChoiceBox::ChoiceBox(QWidget* parent)
     setMaxVisibleItems(16);
 }
 
-ChoiceBox::ChoiceBox(const QStringList& titles, QWidget* parent)
-    : ChoiceBox(parent)
+ChoiceBox::ChoiceBox(const QStringList& titles, QWidget* parent) : ChoiceBox(parent)
 {
     addItems(titles);
 }

@@ -40,14 +40,13 @@ bool hasIndicator(const QWidget* widget)
     return qobject_cast<const QCheckBox*>(widget) || qobject_cast<const QRadioButton*>(widget);
 }
 
-}
+} // namespace
 
 /// Keeps the one ring where the focus is. The ring is a child of the window it shows in, so it is made anew when that window went away.
 class FocusFollower : public QObject {
     Q_OBJECT
 public:
-    explicit FocusFollower(QApplication& application)
-        : QObject(&application)
+    explicit FocusFollower(QApplication& application) : QObject(&application)
     {
         connect(&application, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { follow(now); });
     }
@@ -88,13 +87,13 @@ bool FocusRing::isWantedFor(const QWidget* widget)
 {
     if (widget->property(exemptProperty).toBool())
         return false;
-    return widget->property(ownerProperty).isValid() || qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QPlainTextEdit*>(widget)
-        || qobject_cast<const QTextEdit*>(widget) || qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QComboBox*>(widget)
+    return widget->property(ownerProperty).isValid() || qobject_cast<const QLineEdit*>(widget)
+        || qobject_cast<const QPlainTextEdit*>(widget) || qobject_cast<const QTextEdit*>(widget)
+        || qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QComboBox*>(widget)
         || qobject_cast<const QAbstractSpinBox*>(widget);
 }
 
-FocusRing::FocusRing(QWidget* window)
-    : QWidget(window)
+FocusRing::FocusRing(QWidget* window) : QWidget(window)
 {
     setObjectName(QStringLiteral("focusRing"));
     setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -144,11 +143,8 @@ bool FocusRing::eventFilter(QObject*, QEvent* event)
     case QEvent::Show:
     case QEvent::Hide:
     case QEvent::EnabledChange:
-    case QEvent::ZOrderChange:
-        place();
-        break;
-    default:
-        break;
+    case QEvent::ZOrderChange: place(); break;
+    default: break;
     }
     return false;
 }

@@ -6,8 +6,6 @@
 #include <QPushButton>
 #include <QTextEdit>
 
-#include <algorithm>
-
 namespace {
 
 /// Where the first line of a tall field stands.
@@ -21,11 +19,16 @@ bool isTall(const QWidget* field)
 /// The control that a row's label is about: the first to type into or choose from, rather than a button beside it.
 QWidget* labelledControl(const QList<QWidget*>& controls)
 {
-    const auto holdsValue = [](const QWidget* control) { return (control->focusPolicy() & Qt::TabFocus) && !qobject_cast<const QPushButton*>(control); };
-    const auto found = std::find_if(controls.begin(), controls.end(), holdsValue);
-    if (found != controls.end())
-        return *found;
-    return controls.isEmpty() ? nullptr : controls.constFirst();
+    QWidget* button = nullptr;
+    for (QWidget* control : controls) {
+        if (!(control->focusPolicy() & Qt::TabFocus))
+            continue;
+        if (!qobject_cast<QPushButton*>(control))
+            return control;
+        if (!button)
+            button = control;
+    }
+    return button || controls.isEmpty() ? button : controls.constFirst();
 }
 
 bool hasFixedWidth(const QWidget* widget)
@@ -33,11 +36,9 @@ bool hasFixedWidth(const QWidget* widget)
     return widget->minimumWidth() == widget->maximumWidth();
 }
 
-}
+} // namespace
 
-FormGrid::FormGrid(Labels labels, QWidget* parent)
-    : QGridLayout(parent)
-    , m_labels(labels)
+FormGrid::FormGrid(Labels labels, QWidget* parent) : QGridLayout(parent), m_labels(labels)
 {
     setContentsMargins(0, 0, 0, 0);
     setHorizontalSpacing(12);
@@ -76,9 +77,16 @@ QHBoxLayout* FormGrid::line(const QList<QWidget*>& controls)
 {
     auto* row = new QHBoxLayout;
     row->setSpacing(8);
-    for (QWidget* control : controls)
-        row->addWidget(control, control == controls.constLast() && !hasFixedWidth(control) ? 1 : 0);
-    if (!controls.isEmpty() && hasFixedWidth(controls.constLast()))
+    // The last field takes the room there is; buttons and what has a width of its own keep theirs.
+    QWidget* grows = nullptr;
+    for (QWidget* control : controls) {
+        row->addWidget(control);
+        if (!hasFixedWidth(control) && !qobject_cast<QPushButton*>(control))
+            grows = control;
+    }
+    if (grows)
+        row->setStretchFactor(grows, 1);
+    else
         row->addStretch(1);
     return row;
 }

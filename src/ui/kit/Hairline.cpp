@@ -2,8 +2,7 @@
 
 #include "ui/kit/Look.h"
 
-Hairline::Hairline(Qt::Orientation orientation, QWidget* parent)
-    : QFrame(parent)
+Hairline::Hairline(Qt::Orientation orientation, QWidget* parent) : QFrame(parent)
 {
     look::setKind(this, orientation == Qt::Horizontal ? "hline" : "vline");
     if (orientation == Qt::Horizontal)

@@ -2,8 +2,7 @@
 
 #include "ui/kit/Icons.h"
 
-IconButton::IconButton(const QString& iconName, const QString& name, QWidget* parent)
-    : QToolButton(parent)
+IconButton::IconButton(const QString& iconName, const QString& name, QWidget* parent) : QToolButton(parent)
 {
     setIcon(Icons::get(iconName));
     setIconSize({16, 16});

@@ -59,11 +59,8 @@ QPixmap drawIcon(const QString& name, const QColor& colour, QSize pixels, qreal 
 
 QPixmap cachedIcon(const QString& name, const QColor& colour, QSize pixels, qreal ratio)
 {
-    const QString key = QStringLiteral("kit:%1:%2:%3x%4:%5")
-                            .arg(name, colour.name(QColor::HexArgb))
-                            .arg(pixels.width())
-                            .arg(pixels.height())
-                            .arg(ratio);
+    const QString key =
+        QStringLiteral("kit:%1:%2:%3x%4:%5").arg(name, colour.name(QColor::HexArgb)).arg(pixels.width()).arg(pixels.height()).arg(ratio);
     QPixmap pixmap;
     if (!QPixmapCache::find(key, &pixmap)) {
         pixmap = drawIcon(name, colour, pixels, ratio);
@@ -75,11 +72,7 @@ QPixmap cachedIcon(const QString& name, const QColor& colour, QSize pixels, qrea
 /// Colours the drawing at the moment it is painted.
 class ThemedIconEngine : public QIconEngine {
 public:
-    ThemedIconEngine(const QString& name, IconRole role)
-        : m_name(name)
-        , m_role(role)
-    {
-    }
+    ThemedIconEngine(const QString& name, IconRole role) : m_name(name), m_role(role) { }
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
     {
@@ -88,10 +81,7 @@ public:
         pixmap.setDevicePixelRatio(ratio);
         painter->drawPixmap(rect.topLeft(), pixmap);
     }
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
-    {
-        return scaledPixmap(size, mode, state, 1);
-    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override { return scaledPixmap(size, mode, state, 1); }
     QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State, qreal scale) override
     {
         return cachedIcon(m_name, colourFor(mode), size, scale);
@@ -113,27 +103,19 @@ private:
 Colour restingColour(IconRole role)
 {
     switch (role) {
-    case IconRole::normal:
-        return Colour::icon;
-    case IconRole::secondary:
-        return Colour::secondaryText;
-    case IconRole::placeholder:
-        return Colour::placeholder;
-    case IconRole::onAccent:
-        return Colour::onAccent;
-    case IconRole::accent:
-        return Colour::accentText;
-    case IconRole::warning:
-        return Colour::warningIcon;
-    case IconRole::warningText:
-        return Colour::warningText;
-    case IconRole::error:
-        return Colour::errorText;
+    case IconRole::normal: return Colour::icon;
+    case IconRole::secondary: return Colour::secondaryText;
+    case IconRole::placeholder: return Colour::placeholder;
+    case IconRole::onAccent: return Colour::onAccent;
+    case IconRole::accent: return Colour::accentText;
+    case IconRole::warning: return Colour::warningIcon;
+    case IconRole::warningText: return Colour::warningText;
+    case IconRole::error: return Colour::errorText;
     }
     return Colour::icon;
 }
 
-}
+} // namespace
 
 Colour Icons::colourOfRole(IconRole role, QIcon::Mode mode)
 {

@@ -29,7 +29,7 @@ QAccessibleInterface* makeKitInterface(const QString& className, QObject* object
     return nullptr;
 }
 
-}
+} // namespace
 
 void installKitAccessibility()
 {

@@ -13,32 +13,19 @@ namespace {
 QFont fontOfSize(LabelSize size)
 {
     switch (size) {
-    case LabelSize::body:
-        break;
-    case LabelSize::strong:
-        return type::strong();
-    case LabelSize::small:
-        return type::small();
-    case LabelSize::tableHeading:
-        return type::tableHeading();
-    case LabelSize::group:
-        return type::group();
-    case LabelSize::large:
-        return type::large();
-    case LabelSize::figures:
-        return type::figures();
-    case LabelSize::heading:
-        return type::heading();
-    case LabelSize::welcome:
-        return type::welcome();
-    case LabelSize::balance:
-        return type::balance();
-    case LabelSize::tender:
-        return type::tender();
-    case LabelSize::change:
-        return type::change();
-    case LabelSize::total:
-        return type::total();
+    case LabelSize::body: break;
+    case LabelSize::strong: return type::strong();
+    case LabelSize::small: return type::small();
+    case LabelSize::tableHeading: return type::tableHeading();
+    case LabelSize::group: return type::group();
+    case LabelSize::large: return type::large();
+    case LabelSize::figures: return type::figures();
+    case LabelSize::heading: return type::heading();
+    case LabelSize::welcome: return type::welcome();
+    case LabelSize::balance: return type::balance();
+    case LabelSize::tender: return type::tender();
+    case LabelSize::change: return type::change();
+    case LabelSize::total: return type::total();
     }
     return type::body();
 }
@@ -46,26 +33,19 @@ QFont fontOfSize(LabelSize size)
 const char* nameOfTone(LabelTone tone)
 {
     switch (tone) {
-    case LabelTone::normal:
-        break;
-    case LabelTone::secondary:
-        return "secondary";
-    case LabelTone::accent:
-        return "accent";
-    case LabelTone::error:
-        return "error";
-    case LabelTone::warning:
-        return "warning";
-    case LabelTone::moneyBack:
-        return "moneyBack";
+    case LabelTone::normal: break;
+    case LabelTone::secondary: return "secondary";
+    case LabelTone::accent: return "accent";
+    case LabelTone::error: return "error";
+    case LabelTone::warning: return "warning";
+    case LabelTone::moneyBack: return "moneyBack";
     }
     return "normal";
 }
 
-}
+} // namespace
 
-Label::Label(const QString& text, LabelSize size, LabelTone tone, QWidget* parent)
-    : QLabel(text, parent)
+Label::Label(const QString& text, LabelSize size, LabelTone tone, QWidget* parent) : QLabel(text, parent)
 {
     setTextFormat(Qt::PlainText);
     setSize(size);

@@ -9,7 +9,8 @@ enum class LabelTone { normal, secondary, accent, error, warning, moneyBack };
 class Label : public QLabel {
     Q_OBJECT
 public:
-    explicit Label(const QString& text = {}, LabelSize size = LabelSize::body, LabelTone tone = LabelTone::normal, QWidget* parent = nullptr);
+    explicit Label(
+        const QString& text = {}, LabelSize size = LabelSize::body, LabelTone tone = LabelTone::normal, QWidget* parent = nullptr);
 
     void setSize(LabelSize size);
     void setTone(LabelTone tone);

@@ -15,4 +15,4 @@ void setFault(QWidget* field, Fault fault);
 /// Applies the style sheet anew, after a property changed.
 void refresh(QWidget* widget);
 
-}
+} // namespace look

@@ -19,22 +19,16 @@ struct MessageFace {
 MessageFace faceOf(MessageBar::Kind kind)
 {
     switch (kind) {
-    case MessageBar::Kind::warning:
-        break;
-    case MessageBar::Kind::information:
-        return {"information", "data-information", IconRole::accent};
-    case MessageBar::Kind::readOnly:
-        return {"banner", "object-locked", IconRole::warningText};
+    case MessageBar::Kind::warning: break;
+    case MessageBar::Kind::information: return {"information", "data-information", IconRole::accent};
+    case MessageBar::Kind::readOnly: return {"banner", "object-locked", IconRole::warningText};
     }
     return {"warning", "data-warning", IconRole::warningText};
 }
 
-}
+} // namespace
 
-MessageBar::MessageBar(Kind kind, const QString& text, QWidget* parent)
-    : QFrame(parent)
-    , m_row(new QHBoxLayout(this))
-    , m_text(new Label)
+MessageBar::MessageBar(Kind kind, const QString& text, QWidget* parent) : QFrame(parent), m_row(new QHBoxLayout(this)), m_text(new Label)
 {
     const MessageFace face = faceOf(kind);
     const bool banner = kind == Kind::readOnly;

@@ -13,7 +13,7 @@ constexpr int searchWidth = 300;
 constexpr int searchMinimumWidth = 160;
 constexpr int filterWidth = 168;
 
-}
+} // namespace
 
 PageHeader::PageHeader(const QString& title, const QString& searchPlaceholder, QWidget* parent)
     : QWidget(parent)

@@ -6,9 +6,7 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-SidePanel::SidePanel(Width width, QWidget* parent)
-    : QWidget(parent)
-    , m_column(new QVBoxLayout)
+SidePanel::SidePanel(Width width, QWidget* parent) : QWidget(parent), m_column(new QVBoxLayout)
 {
     look::setKind(this, "surface");
     setAttribute(Qt::WA_StyledBackground);

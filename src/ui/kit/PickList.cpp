@@ -35,7 +35,10 @@ public:
             painter->drawPixmap(option.rect.left() + entryIconLeft, option.rect.top() + (option.rect.height() - entryIconSize) / 2,
                 Icons::pixmap(icon, colour, entryIconSize, painter->device()->devicePixelRatioF()));
         }
-        painter->setPen(themeColour(filled ? Colour::onAccent : disabled ? Colour::placeholder : quiet ? Colour::secondaryText : Colour::text));
+        painter->setPen(themeColour(filled ? Colour::onAccent
+                : disabled                 ? Colour::placeholder
+                : quiet                    ? Colour::secondaryText
+                                           : Colour::text));
         const QRect words = option.rect.adjusted(icon.isEmpty() ? entryIconLeft : entryTextAfterIcon, 0, -8, 0);
         painter->drawText(words, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
             painter->fontMetrics().elidedText(index.data().toString(), Qt::ElideRight, words.width()));
@@ -53,10 +56,9 @@ private:
     }
 };
 
-}
+} // namespace
 
-PickList::PickList(const QString& name, QWidget* parent)
-    : QListWidget(parent)
+PickList::PickList(const QString& name, QWidget* parent) : QListWidget(parent)
 {
     setAccessibleName(name);
     setUniformItemSizes(true);

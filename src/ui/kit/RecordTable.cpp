@@ -1,7 +1,9 @@
 #include "ui/kit/RecordTable.h"
 
 #include "ui/kit/TableHeader.h"
+#include "ui/kit/Theme.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
 
@@ -10,17 +12,14 @@ namespace {
 int firstInsetOf(RecordTable::Place place)
 {
     switch (place) {
-    case RecordTable::Place::page:
-        return 20;
-    case RecordTable::Place::sheet:
-        return 24;
-    case RecordTable::Place::card:
-        break;
+    case RecordTable::Place::page: return 20;
+    case RecordTable::Place::sheet: return 24;
+    case RecordTable::Place::card: break;
     }
     return RowDelegate::inset;
 }
 
-}
+} // namespace
 
 RecordTable::RecordTable(Place place, QWidget* parent)
     : QTableView(parent)
@@ -77,9 +76,36 @@ void RecordTable::clearSorted()
     m_header->setSortIndicatorShown(false);
 }
 
+void RecordTable::setEmptyText(const QString& text)
+{
+    m_emptyText = text;
+    setAccessibleDescription(text);
+    viewport()->update();
+}
+
+void RecordTable::paintEmptyText()
+{
+    if (m_emptyText.isEmpty() || (model() && model()->rowCount(rootIndex()) > 0))
+        return;
+    QPainter painter(viewport());
+    painter.setPen(themeColour(Colour::secondaryText));
+    const QRect row(0, 0, viewport()->width(), m_delegate->rowHeight());
+    painter.drawText(row.adjusted(RowDelegate::inset, 0, -RowDelegate::inset, 0), Qt::AlignLeft | Qt::AlignVCenter, m_emptyText);
+}
+
+void RecordTable::keyPressEvent(QKeyEvent* event)
+{
+    const bool removes = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
+    if (removes && event->modifiers() == Qt::NoModifier && m_delegate->unit() == RowDelegate::Unit::cells && !event->isAutoRepeat())
+        Q_EMIT removalWanted();
+    else
+        QTableView::keyPressEvent(event);
+}
+
 void RecordTable::paintEvent(QPaintEvent* event)
 {
     QTableView::paintEvent(event);
+    paintEmptyText();
     const int end = m_header->length() - m_header->offset();
     const int rest = viewport()->width() - end;
     if (!model() || rest <= 0)

@@ -26,9 +26,16 @@ public:
     /// Shows the sort mark; clicking headings is reported by the header's sectionClicked.
     void setSorted(int column, Qt::SortOrder order);
     void clearSorted();
+    /// One quiet line where the first row would be, while there is none.
+    void setEmptyText(const QString& text);
+
+Q_SIGNALS:
+    /// Delete or Backspace on a list whose cells are edited; rows are removed by the window's own commands.
+    void removalWanted();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
@@ -38,7 +45,9 @@ private:
     /// Where Tab in a cell being edited goes on to: the next cell that can be edited, none after the last.
     QModelIndex nextEditable(int step) const;
     void updateRowOf(const QModelIndex& index);
+    void paintEmptyText();
 
     TableHeader* m_header;
     RowDelegate* m_delegate;
+    QString m_emptyText;
 };

@@ -10,12 +10,9 @@ namespace {
 /// After the chevron's column the text of the first column needs hardly any more room.
 constexpr int insetAfterChevron = 2;
 
-}
+} // namespace
 
-RecordTree::RecordTree(QWidget* parent)
-    : QTreeView(parent)
-    , m_header(new TableHeader(this))
-    , m_delegate(new RowDelegate(this))
+RecordTree::RecordTree(QWidget* parent) : QTreeView(parent), m_header(new TableHeader(this)), m_delegate(new RowDelegate(this))
 {
     setHeader(m_header);
     m_header->setStretchLastSection(false);

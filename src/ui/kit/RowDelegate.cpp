@@ -25,11 +25,9 @@ const QHeaderView* columnsOf(const QAbstractItemView* view)
     return nullptr;
 }
 
-}
+} // namespace
 
-RowDelegate::RowDelegate(QAbstractItemView* view)
-    : QStyledItemDelegate(view)
-    , m_view(view)
+RowDelegate::RowDelegate(QAbstractItemView* view) : QStyledItemDelegate(view), m_view(view)
 {
     view->setMouseTracking(true);
     view->viewport()->installEventFilter(this);
@@ -146,7 +144,8 @@ QColor RowDelegate::textColour(const QModelIndex& index, bool filled) const
         return ownColour.value<QBrush>().color();
     if (!(index.flags() & Qt::ItemIsEnabled))
         return themeColour(Colour::placeholder);
-    const bool quiet = index.data(m_roles.secondary).toBool() || index.siblingAtColumn(0).data(m_roles.finished).toBool();
+    const bool light = m_weight == Weight::onFirstColumn && index.column() > 0;
+    const bool quiet = light || index.data(m_roles.secondary).toBool() || index.siblingAtColumn(0).data(m_roles.finished).toBool();
     return themeColour(quiet ? Colour::secondaryText : Colour::text);
 }
 
@@ -170,8 +169,10 @@ void RowDelegate::paintCurrentFrame(QPainter* painter, const QRect& rect, const 
     // The keyboard is on a row that is not selected: a line on both sides shows where.
     const QModelIndex current = m_view->currentIndex();
     if (m_unit == Unit::rows && !selected && isActive() && current.row() == index.row() && current.parent() == index.parent()) {
-        painter->fillRect(QRect(rect.left(), rect.top(), rect.width(), 1), themeColour(Colour::accent));
-        painter->fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), themeColour(Colour::accent));
+        // From the edge, also where a tree indents its first column.
+        const int left = isFirstColumn(index) ? qMin(0, rect.left()) : rect.left();
+        for (const int y : {rect.top(), rect.bottom()})
+            painter->fillRect(QRect(QPoint(left, y), QPoint(rect.right(), y)), themeColour(Colour::accent));
     }
 }
 
@@ -192,7 +193,8 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
     const QRect place = textRect(option.rect, index);
     painter->setPen(textColour(index, filled));
     painter->setFont(cell.font);
-    painter->drawText(place, int(cell.displayAlignment) | Qt::TextSingleLine, cell.fontMetrics.elidedText(cell.text, Qt::ElideRight, place.width()));
+    painter->drawText(
+        place, int(cell.displayAlignment) | Qt::TextSingleLine, cell.fontMetrics.elidedText(cell.text, Qt::ElideRight, place.width()));
     paintCurrentFrame(painter, option.rect, index, selected);
     painter->restore();
 }

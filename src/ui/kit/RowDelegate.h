@@ -26,6 +26,8 @@ public:
     enum class Unit { rows, cells };
     /// Trees paint the ground of a row themselves, since it reaches beyond the cells.
     enum class Ground { cell, view };
+    /// onFirstColumn: the first column names the record, and the others stand in secondary text.
+    enum class Weight { even, onFirstColumn };
 
     explicit RowDelegate(QAbstractItemView* view);
 
@@ -34,6 +36,7 @@ public:
     void setUnit(Unit unit) { m_unit = unit; }
     Unit unit() const { return m_unit; }
     void setGround(Ground ground) { m_ground = ground; }
+    void setWeight(Weight weight) { m_weight = weight; }
     /// Height of a row and distance of the first column's text from the edge, in pixels.
     void setRowHeight(int height) { m_rowHeight = height; }
     int rowHeight() const { return m_rowHeight; }
@@ -77,6 +80,7 @@ private:
     RowRoles m_roles;
     Unit m_unit = Unit::rows;
     Ground m_ground = Ground::cell;
+    Weight m_weight = Weight::even;
     int m_rowHeight = 30;
     int m_firstInset = inset;
     QPersistentModelIndex m_hovered;

@@ -8,8 +8,7 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 
-SearchField::SearchField(const QString& placeholder, QWidget* parent)
-    : QLineEdit(parent)
+SearchField::SearchField(const QString& placeholder, QWidget* parent) : QLineEdit(parent)
 {
     setPlaceholderText(placeholder);
     setAccessibleName(placeholder);
@@ -17,7 +16,7 @@ SearchField::SearchField(const QString& placeholder, QWidget* parent)
     m_clear = addAction(Icons::get(QStringLiteral("field-clear"), IconRole::normal), QLineEdit::TrailingPosition);
     m_clear->setText(tr("Clear"));
     m_clear->setVisible(false);
-    connect(m_clear, &QAction::triggered, this, &QLineEdit::clear);
+    connect(m_clear, &QAction::triggered, this, &SearchField::empty);
     connect(this, &QLineEdit::textChanged, this, [this](const QString& text) { m_clear->setVisible(!text.isEmpty()); });
 }
 
@@ -35,12 +34,19 @@ void SearchField::keyPressEvent(QKeyEvent* event)
             Q_EMIT abandoned();
             event->ignore();
         } else {
-            clear();
+            empty();
         }
         return;
     }
     if (!steered(event))
         QLineEdit::keyPressEvent(event);
+}
+
+void SearchField::empty()
+{
+    clear();
+    // Emptying it counts as typing.
+    Q_EMIT textEdited({});
 }
 
 bool SearchField::steered(QKeyEvent* event)
@@ -51,10 +57,7 @@ bool SearchField::steered(QKeyEvent* event)
     case Qt::Key_Up:
     case Qt::Key_Down:
     case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-        QCoreApplication::sendEvent(m_view, event);
-        return true;
-    default:
-        return false;
+    case Qt::Key_PageDown: QCoreApplication::sendEvent(m_view, event); return true;
+    default: return false;
     }
 }

@@ -23,6 +23,7 @@ protected:
 
 private:
     bool steered(QKeyEvent* event);
+    void empty();
 
     QPointer<QAbstractItemView> m_view;
     QAction* m_clear;

@@ -7,9 +7,7 @@
 #include <QHBoxLayout>
 #include <QToolButton>
 
-SegmentedChoice::SegmentedChoice(const QStringList& titles, QWidget* parent)
-    : QFrame(parent)
-    , m_buttons(new QButtonGroup(this))
+SegmentedChoice::SegmentedChoice(const QStringList& titles, QWidget* parent) : QFrame(parent), m_buttons(new QButtonGroup(this))
 {
     look::setKind(this, "segments");
     setFixedHeight(30);
@@ -41,7 +39,7 @@ QStringList SegmentedChoice::titles() const
 
 void SegmentedChoice::setTitles(const QStringList& titles)
 {
-    const int kept = qBound(0, index(), int(titles.size()) - 1);
+    const int kept = qMax(0, qMin(index(), int(titles.size()) - 1));
     qDeleteAll(m_buttons->buttons());
     for (int index = 0; index < titles.size(); ++index) {
         auto* button = new QToolButton(this);

@@ -31,7 +31,7 @@ void paintShadow(QPainter* painter, const QRectF& card, Shade shade)
     lay(4, 1, 2, dark ? 12 : 6);
 }
 
-}
+} // namespace
 
 Sheet::Sheet(QWidget* host, Blocks blocks)
     : QWidget(host ? host->window() : nullptr)

@@ -35,14 +35,12 @@ bool isUse(QEvent::Type type)
     case QEvent::ContextMenu:
     case QEvent::DragEnter:
     case QEvent::DragMove:
-    case QEvent::Drop:
-        return true;
-    default:
-        return false;
+    case QEvent::Drop: return true;
+    default: return false;
     }
 }
 
-}
+} // namespace
 
 SheetStack& SheetStack::instance()
 {

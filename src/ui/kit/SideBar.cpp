@@ -60,10 +60,9 @@ private:
     }
 };
 
-}
+} // namespace
 
-SideBar::SideBar(const QString& name, QWidget* parent)
-    : QListWidget(parent)
+SideBar::SideBar(const QString& name, QWidget* parent) : QListWidget(parent)
 {
     setObjectName(QStringLiteral("pages"));
     setAccessibleName(name);

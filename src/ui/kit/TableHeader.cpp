@@ -12,11 +12,9 @@ constexpr int markWidth = 8;
 constexpr int markGap = 7;
 constexpr int overrun = 8;
 
-}
+} // namespace
 
-TableHeader::TableHeader(QWidget* parent)
-    : QHeaderView(Qt::Horizontal, parent)
-    , m_firstInset(RowDelegate::inset)
+TableHeader::TableHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent), m_firstInset(RowDelegate::inset)
 {
     setFont(type::tableHeading());
     setSectionsClickable(true);
@@ -78,7 +76,8 @@ QRect TableHeader::sortMarkRect(int section) const
         return {};
     const QRect place = headingRect(section);
     const int words = QFontMetrics(font()).horizontalAdvance(headingOf(section));
-    const int left = alignmentOf(section) & Qt::AlignRight ? place.right() - words - markGap - markWidth - 1 : place.left() + words + markGap;
+    const int left =
+        alignmentOf(section) & Qt::AlignRight ? place.right() - words - markGap - markWidth - 1 : place.left() + words + markGap;
     return {left, place.center().y() - 2, markWidth, markWidth / 2 + 2};
 }
 

@@ -36,7 +36,7 @@ QString valueOfName(const QString& name, Shade shade)
     qFatal("the style sheet names the unknown colour \"%s\"", qPrintable(name));
 }
 
-}
+} // namespace
 
 Theme::Theme() = default;
 Theme::~Theme() = default;
@@ -67,12 +67,9 @@ Theme::Mode Theme::modeNamed(const QString& name)
 QString Theme::nameOf(Mode mode)
 {
     switch (mode) {
-    case Mode::light:
-        return QStringLiteral("light");
-    case Mode::dark:
-        return QStringLiteral("dark");
-    case Mode::asDesktop:
-        break;
+    case Mode::light: return QStringLiteral("light");
+    case Mode::dark: return QStringLiteral("dark");
+    case Mode::asDesktop: break;
     }
     return QStringLiteral("desktop");
 }

@@ -54,4 +54,7 @@ private:
 };
 
 /// Shorthand for the colour in use now.
-inline QColor themeColour(Colour use) { return Theme::current().colour(use); }
+inline QColor themeColour(Colour use)
+{
+    return Theme::current().colour(use);
+}

@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <QWidgetAction>
 
 namespace {
 
@@ -24,20 +25,16 @@ QToolButton* smallButton(QAction* command)
 Qt::ToolButtonStyle buttonStyle(ToolBar::Show show)
 {
     switch (show) {
-    case ToolBar::Show::iconAndText:
-        break;
-    case ToolBar::Show::iconOnly:
-        return Qt::ToolButtonIconOnly;
-    case ToolBar::Show::textOnly:
-        return Qt::ToolButtonTextOnly;
+    case ToolBar::Show::iconAndText: break;
+    case ToolBar::Show::iconOnly: return Qt::ToolButtonIconOnly;
+    case ToolBar::Show::textOnly: return Qt::ToolButtonTextOnly;
     }
     return Qt::ToolButtonTextUnderIcon;
 }
 
-}
+} // namespace
 
-ToolBar::ToolBar(const QString& name, QWidget* parent)
-    : QToolBar(name, parent)
+ToolBar::ToolBar(const QString& name, QWidget* parent) : QToolBar(name, parent)
 {
     setAccessibleName(name);
     setMovable(false);
@@ -61,6 +58,8 @@ void ToolBar::dressButton(QAction* command)
         return;
     button->setFocusPolicy(Qt::TabFocus);
     button->setAccessibleName(command->iconText());
+    const QString keys = command->shortcut().toString(QKeySequence::NativeText);
+    button->setToolTip(keys.isEmpty() ? command->iconText() : QStringLiteral("%1 (%2)").arg(command->iconText(), keys));
 }
 
 void ToolBar::addPair(const QString& title, QAction* first, QAction* second)
@@ -92,6 +91,16 @@ void ToolBar::addFlexibleGap()
     auto* gap = new QWidget;
     gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     addWidget(gap);
+}
+
+void ToolBar::removeAll()
+{
+    for (QAction* action : actions()) {
+        removeAction(action);
+        disconnect(action, &QAction::changed, this, nullptr);
+        if (qobject_cast<QWidgetAction*>(action))
+            delete action;
+    }
 }
 
 void ToolBar::setShownParts(Show show)

@@ -19,6 +19,8 @@ public:
     void addGap();
     /// Room that pushes what follows to the right.
     void addFlexibleGap();
+    /// Takes everything out; the commands stay their window's.
+    void removeAll();
     void setShownParts(Show show);
     Show shownParts() const { return m_show; }
 

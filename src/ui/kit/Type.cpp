@@ -15,7 +15,7 @@ QFont fontOf(int pixels, QFont::Weight weight, qreal spacingPercent = 100)
     return font;
 }
 
-}
+} // namespace
 
 QString type::family()
 {

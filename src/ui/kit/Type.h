@@ -39,4 +39,4 @@ QFont change();
 /// 44 px, semi-bold: the total at the checkout.
 QFont total();
 
-}
+} // namespace type

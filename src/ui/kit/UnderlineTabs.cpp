@@ -20,10 +20,9 @@ QRect markedPart(const QRect& tab)
     return tab.adjusted(0, 0, -tabGap, 0);
 }
 
-}
+} // namespace
 
-UnderlineTabBar::UnderlineTabBar(QWidget* parent)
-    : QTabBar(parent)
+UnderlineTabBar::UnderlineTabBar(QWidget* parent) : QTabBar(parent)
 {
     setDrawBase(false);
     setExpanding(false);
@@ -69,8 +68,7 @@ void UnderlineTabBar::paintTab(QPainter* painter, int index) const
     painter->drawRoundedRect(QRectF(place).adjusted(1.5 - 4, 4, 4 - 1.5, -6), 6, 6);
 }
 
-UnderlineTabs::UnderlineTabs(QWidget* parent)
-    : QTabWidget(parent)
+UnderlineTabs::UnderlineTabs(QWidget* parent) : QTabWidget(parent)
 {
     setTabBar(new UnderlineTabBar(this));
     setFocusPolicy(Qt::NoFocus);

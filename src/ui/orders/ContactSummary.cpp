@@ -39,9 +39,10 @@ ContactSummary::ContactSummary(OrderForm& form, const QString& prefix, QWidget* 
         auto* made = new Button(text);
         made->setObjectName(name);
         row->addWidget(made);
+        return made;
     };
     button("newContact", tr("New Contact"));
-    button("editContact", tr("Edit…"));
+    m_edit = button("editContact", tr("Edit…"));
     button("pickContact", tr("Select Contact…"));
     m_column->addLayout(row);
     auto* note = new Label({}, LabelSize::body, LabelTone::secondary);
@@ -54,6 +55,7 @@ ContactSummary::ContactSummary(OrderForm& form, const QString& prefix, QWidget* 
         if (field == &m_name || field == &m_details)
             showDetails();
     });
+    connect(&form, &Form::opened, this, &ContactSummary::showDetails);
     showDetails();
 }
 
@@ -62,11 +64,15 @@ void ContactSummary::showDetails()
     const bool none = m_name.text().isEmpty();
     m_title->setText(none ? tr("No contact") : m_name.text());
     m_title->setTone(none ? LabelTone::secondary : LabelTone::normal);
+    m_edit->setEnabled(!none);
     delete m_grid;
     m_grid = new QWidget(this);
     auto* grid = new FormGrid;
     m_grid->setLayout(grid);
     grid->setContentsMargins(0, 0, 0, 0);
+    if (none)
+        grid->addWide(
+            new Label(tr("Choose one with Select Contact…, or make one with New Contact."), LabelSize::body, LabelTone::secondary));
     for (const QString& line : m_details.text().split('\n', Qt::SkipEmptyParts)) {
         const QString field = line.section('\t', 0, 0);
         auto* value = new Label(line.section('\t', 1));

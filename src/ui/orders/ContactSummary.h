@@ -22,5 +22,6 @@ private:
     TextField& m_details;
     class Label* m_title;
     QVBoxLayout* m_column;
+    class Button* m_edit = nullptr;
     QWidget* m_grid = nullptr;
 };

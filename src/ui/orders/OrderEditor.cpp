@@ -9,6 +9,7 @@
 #include "ui/kit/Fields.h"
 #include "ui/kit/FormGrid.h"
 #include "ui/kit/Hairline.h"
+#include "ui/kit/Look.h"
 #include "ui/kit/MessageBar.h"
 #include "ui/kit/Panels.h"
 #include "ui/kit/RecordTable.h"
@@ -40,12 +41,17 @@ QVBoxLayout* tabColumn(QWidget* tab)
     return column;
 }
 
-Figure* figure(const char* name)
+/// A figure that is usually worked out but may be typed: without a box until it is wanted.
+NumberField* openFigure(const char* name)
 {
-    auto* field = named<Figure>(name);
-    field->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    auto* field = named<NumberField>(name);
+    look::setKind(field, "figure");
     return field;
 }
+
+/// Where the fields beside the tabs begin.
+constexpr int sideLabelWidth = 86;
+constexpr int sideMargin = 20;
 
 } // namespace
 
@@ -81,6 +87,7 @@ OrderEditor::OrderEditor(OrderManager& orders, BOMManager& lines)
     column->addWidget(makeFooter());
 
     FormBinder& binder = bindForm();
+    setFirstField("title");
     for (const char* name : {"taxAmount", "sent"})
         binder.bindCaption(name, findChild<QWidget*>(QString::fromLatin1(name) + "Label"));
     binder.bindVisibility("balancePaid", findChild<QWidget*>("balancePaidLabel"));
@@ -111,6 +118,7 @@ QWidget* OrderEditor::makeOrderTab()
     m_lineTable->setAccessibleName(tr("Items ordered"));
     m_lineTable->tableHeader()->setStretchLastSection(true);
     new ListBinder(m_lines, m_lineTable, "lines");
+    connect(m_lineTable, &RecordTable::removalWanted, this, [this] { m_orders.form.removeMaterial.trigger(); });
     auto* card = new CardFrame(m_lineTable);
     column->addWidget(card, 1);
     return tab;
@@ -137,8 +145,10 @@ QWidget* OrderEditor::makePaymentsTab()
     auto* table = new RecordTable(RecordTable::Place::card);
     table->setUnit(RowDelegate::Unit::cells);
     table->setAccessibleName(tr("Payments"));
+    table->setEmptyText(tr("Nothing paid yet"));
     table->tableHeader()->setStretchLastSection(true);
     new ListBinder(m_orders.paymentTable, table, "payments");
+    connect(table, &RecordTable::removalWanted, this, [this] { m_orders.form.tenderRemove.trigger(); });
     column->addWidget(new CardFrame(table), 1);
     return tab;
 }
@@ -157,7 +167,9 @@ QWidget* OrderEditor::makeRepeatTab()
     row->addWidget(frequency);
     row->addStretch(1);
     column->addLayout(row);
-    column->addWidget(named<Label>("repeatInformation", QString(), LabelSize::body, LabelTone::secondary));
+    auto* information = named<Label>("repeatInformation", QString(), LabelSize::body, LabelTone::secondary);
+    information->setContentsMargins(24, 0, 0, 0);
+    column->addWidget(information);
     column->addSpacing(16);
     column->addWidget(new Hairline);
     column->addSpacing(16);
@@ -195,7 +207,7 @@ QWidget* OrderEditor::makeSide()
 {
     auto* side = new SidePanel;
     auto* grid = new FormGrid(FormGrid::Labels::left);
-    grid->setLabelWidth(90);
+    grid->setLabelWidth(sideLabelWidth);
     grid->addRow(tr("Number"), named<QLineEdit>("orderNum"));
     grid->addRow(tr("Date"), named<QLineEdit>("date"));
     grid->addRow(tr("Type"), named<ChoiceBox>("type"));
@@ -230,8 +242,8 @@ QWidget* OrderEditor::makeSide()
 void OrderEditor::addFigures(SidePanel& side)
 {
     auto* grid = new FormGrid(FormGrid::Labels::left);
-    grid->setLabelWidth(90);
-    grid->addRow(tr("Subtotal"), figure("subtotal"));
+    grid->setLabelWidth(sideLabelWidth);
+    grid->addRow(tr("Subtotal"), named<Figure>("subtotal"));
     auto* discount = named<NumberField>("discount");
     discount->setAccessibleName(tr("Discount"));
     auto* choice = named<SegmentedChoice>("discountChoice", QStringList {"%", "£"});
@@ -244,8 +256,8 @@ void OrderEditor::addFigures(SidePanel& side)
     auto* shipping = named<NumberField>("shipping");
     shipping->setAccessibleName(tr("Shipping"));
     grid->addRow(tr("Shipping"), {fromItems, shipping});
-    grid->addRow(tr("Net"), named<NumberField>("net"));
-    Label* taxLabel = grid->addRow(tr("Tax"), named<NumberField>("taxAmount"));
+    grid->addRow(tr("Net"), openFigure("net"));
+    Label* taxLabel = grid->addRow(tr("Tax"), openFigure("taxAmount"));
     taxLabel->setObjectName("taxAmountLabel");
     auto* calculate = named<Button>("calculateTax", tr("Calculate tax"));
     calculate->setGlyph("view-refresh");
@@ -259,7 +271,7 @@ void OrderEditor::addFigures(SidePanel& side)
 void OrderEditor::addFlags(SidePanel& side)
 {
     auto* grid = new FormGrid(FormGrid::Labels::left);
-    grid->setLabelWidth(90);
+    grid->setLabelWidth(sideLabelWidth);
     Label* paid = grid->addRow(tr("Paid on"), named<QLineEdit>("balancePaid"));
     paid->setObjectName("balancePaidLabel");
     side.column()->addLayout(grid);
@@ -273,20 +285,20 @@ void OrderEditor::addFlags(SidePanel& side)
 QWidget* OrderEditor::makeFooter()
 {
     auto* footer = new FooterBar;
+    footer->setSideMargins(24, sideMargin);
     auto* stationery = named<ChoiceBox>("stationery");
     stationery->setFixedWidth(160);
     stationery->setAccessibleName(tr("Stationery"));
     auto* print = named<Button>("printInvoice", tr("Print"));
     print->setGlyph("document-print");
+    print->setKeys(QKeySequence::Print);
     auto* mail = named<Button>("sendEmail", tr("Mail"));
     mail->setGlyph("mail-message");
     footer->addLeft(stationery);
     footer->addLeft(print);
     footer->addLeft(mail);
     footer->addRight(named<Button>("cancel", tr("Cancel")));
-    auto* save = named<PrimaryButton>("save", tr("Save"));
-    save->setShortcut(QKeySequence("Ctrl+S"));
-    footer->addRight(save);
+    footer->addRight(named<PrimaryButton>("save", tr("Save")));
     return footer;
 }
 
@@ -315,4 +327,5 @@ void OrderEditor::setWords(const QString& items, const QString& lines)
     m_linesHeader->setTitle(lines);
     m_lineTable->setAccessibleName(lines);
     m_pickButton->setText(tr("Select From %1…").arg(items));
+    m_lineTable->setEmptyText(tr("Nothing on this order yet. %1 adds the first line.").arg(m_pickButton->text()));
 }

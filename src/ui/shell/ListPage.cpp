@@ -1,9 +1,9 @@
 #include "ui/shell/ListPage.h"
 
 #include "storage/ListForm.h"
+#include "ui/EmptyList.h"
 #include "ui/FormBinder.h"
 #include "ui/ListBinder.h"
-#include "ui/kit/EmptyState.h"
 #include "ui/kit/Fields.h"
 #include "ui/kit/PageHeader.h"
 #include "ui/kit/RecordTable.h"
@@ -18,10 +18,8 @@ ListPage::ListPage(qvDataSource& source, ListForm& form, const ListPageTexts& te
     , m_source(source)
     , m_header(new PageHeader(texts.title, texts.searchPlaceholder, this))
     , m_table(new RecordTable(RecordTable::Place::page, this))
-    , m_empty(new EmptyState(texts.emptyIcon, texts.emptyTitle, texts.emptyHint, this))
+    , m_empty(new EmptyList(texts.emptyIcon, texts.emptyTitle, texts.emptyHint, form, this))
     , m_binder(new ListBinder(source, m_table, texts.name))
-    , m_emptyTitle(texts.emptyTitle)
-    , m_emptyHint(texts.emptyHint)
 {
     m_header->searchField()->setObjectName("search");
     m_header->searchField()->setAccessibleName(texts.searchPlaceholder);
@@ -41,6 +39,7 @@ ListPage::ListPage(qvDataSource& source, ListForm& form, const ListPageTexts& te
 
     connect(m_table, &QAbstractItemView::activated, this, [this] { m_source.edit(); });
     connect(&m_binder->model(), &QAbstractItemModel::modelReset, this, &ListPage::showEmptiness);
+    connect(m_empty, &EmptyList::everythingShown, this, &ListPage::takeKeyboard);
     showEmptiness();
 }
 
@@ -56,12 +55,22 @@ void ListPage::search()
     m_header->searchField()->selectAll();
 }
 
+void ListPage::setMaking(QAction* command)
+{
+    m_empty->setMaking(command);
+}
+
+void ListPage::takeKeyboard()
+{
+    if (m_table->isVisibleTo(this))
+        m_table->setFocus();
+    else
+        m_empty->takeKeyboard();
+}
+
 void ListPage::showEmptiness()
 {
-    const bool nothingShown = m_binder->model().rowCount() == 0;
-    const bool nothingThere = m_source.getCount() == 0;
-    m_empty->setTexts(nothingThere ? m_emptyTitle : tr("Nothing found"),
-        nothingThere ? m_emptyHint : tr("No entry holds all of these words under this choice."));
-    m_empty->setVisible(nothingShown);
-    m_table->setVisible(!nothingShown);
+    const int rows = m_binder->model().rowCount();
+    m_empty->tell(rows, m_source.getCount());
+    m_table->setVisible(rows > 0);
 }

@@ -3,11 +3,11 @@
 
 #include <QWidget>
 
-class EmptyState;
+class EmptyList;
 class ListBinder;
 class ListForm;
 class PageHeader;
-class QStackedLayout;
+class QAction;
 class RecordTable;
 class qvDataSource;
 
@@ -29,8 +29,12 @@ public:
     void setTitle(const QString& title);
     RecordTable* table() const { return m_table; }
     qvDataSource& source() const { return m_source; }
+    /// The command that makes a record, offered while there is none.
+    void setMaking(QAction* command);
     /// Puts the keyboard into the search field.
     void search();
+    /// Puts the keyboard on the list, or on the way out of its emptiness.
+    void takeKeyboard();
 
 private:
     void showEmptiness();
@@ -38,8 +42,6 @@ private:
     qvDataSource& m_source;
     PageHeader* m_header;
     RecordTable* m_table;
-    EmptyState* m_empty;
+    EmptyList* m_empty;
     ListBinder* m_binder;
-    QString m_emptyTitle;
-    QString m_emptyHint;
 };

@@ -4,15 +4,49 @@
 #include "ui/WindowMemory.h"
 #include "ui/kit/Icons.h"
 #include "ui/kit/Theme.h"
-#include "ui/kit/ToolBar.h"
 #include "ui/shell/ListPage.h"
+#include "ui/shell/MainToolBar.h"
 #include "ui/shell/MainWindow.h"
 
+#include <QAbstractItemView>
 #include <QActionGroup>
 #include <QApplication>
-#include <QLineEdit>
+#include <QClipboard>
 #include <QMenuBar>
-#include <QPlainTextEdit>
+
+#include <algorithm>
+
+namespace {
+
+/// Has the field or list with the keyboard do what its slot of that name does; false when it has none.
+bool passToKeyboard(const char* slot)
+{
+    QWidget* widget = QApplication::focusWidget();
+    const QByteArray signature = QByteArray(slot) + "()";
+    return widget && widget->metaObject()->indexOfSlot(signature) >= 0 && QMetaObject::invokeMethod(widget, slot);
+}
+
+/// Copies what the selected rows of the list with the keyboard show: a line for each, its columns separated by tabs.
+void copyRows()
+{
+    const auto* list = qobject_cast<QAbstractItemView*>(QApplication::focusWidget());
+    if (!list || !list->selectionModel())
+        return;
+    QModelIndexList rows = list->selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end(),
+        [list](const QModelIndex& a, const QModelIndex& b) { return list->visualRect(a).top() < list->visualRect(b).top(); });
+    QStringList lines;
+    for (const QModelIndex& row : rows) {
+        QStringList cells;
+        for (int column = 0; column < row.model()->columnCount(row.parent()); ++column)
+            cells += row.siblingAtColumn(column).data().toString();
+        lines += cells.join('\t');
+    }
+    if (!lines.isEmpty())
+        QApplication::clipboard()->setText(lines.join('\n'));
+}
+
+} // namespace
 
 QAction* MainWindow::addCommand(
     const char* name, const QString& text, const QString& icon, const QKeySequence& keys, std::function<void()> run)
@@ -20,6 +54,8 @@ QAction* MainWindow::addCommand(
     auto* action = new QAction(text, this);
     if (!icon.isEmpty())
         action->setIcon(Icons::get(icon));
+    // Lists that show commands paint the icon themselves.
+    action->setData(icon);
     action->setObjectName(QString::fromLatin1(name));
     action->setShortcut(keys);
     connect(action, &QAction::triggered, this, std::move(run));
@@ -34,7 +70,8 @@ QAction* MainWindow::command(const char* name) const
 
 void MainWindow::makeCommands()
 {
-    addCommand("newContact", tr("New Contact"), "list-add-user", QKeySequence("Ctrl+Shift+C"), [this] { m_vendaro.getContactManager().create(); });
+    addCommand(
+        "newContact", tr("New Contact"), "list-add-user", QKeySequence("Ctrl+Shift+C"), [this] { m_vendaro.getContactManager().create(); });
     addCommand("newCompany", tr("New Company"), "user-group-new", {}, [this] { m_vendaro.getContactManager().companyEditor.create(); });
     addCommand("newOrder", tr("New Order"), "document-new", QKeySequence::New, [this] { m_vendaro.getOrderManager().create(); });
     addCommand("newPurchaseOrder", tr("New Purchase Order"), {}, {}, [this] { m_vendaro.getOrderManager().createPurchaseOrder(); });
@@ -43,13 +80,17 @@ void MainWindow::makeCommands()
     addCommand("edit", tr("Edit"), "document-edit", QKeySequence("Ctrl+E"), [this] { m_vendaro.editMenuItem(); });
     addCommand("undo", tr("Undo"), {}, QKeySequence::Undo, [this] {
         // A field being typed in undoes its typing; otherwise the list brings back what was deleted.
-        if (auto* line = qobject_cast<QLineEdit*>(QApplication::focusWidget()))
-            line->undo();
-        else if (auto* text = qobject_cast<QPlainTextEdit*>(QApplication::focusWidget()))
-            text->undo();
-        else
+        if (!passToKeyboard("undo"))
             m_vendaro.undoMenuItem();
     });
+    addCommand("redo", tr("Redo"), {}, QKeySequence::Redo, [] { passToKeyboard("redo"); });
+    addCommand("cut", tr("Cut"), {}, QKeySequence::Cut, [] { passToKeyboard("cut"); });
+    addCommand("copyText", tr("Copy"), {}, QKeySequence::Copy, [] {
+        if (!passToKeyboard("copy"))
+            copyRows();
+    });
+    addCommand("paste", tr("Paste"), {}, QKeySequence::Paste, [] { passToKeyboard("paste"); });
+    addCommand("selectAll", tr("Select All"), {}, QKeySequence::SelectAll, [] { passToKeyboard("selectAll"); });
     addCommand("find", tr("Find"), {}, QKeySequence::Find, [this] {
         if (page() == Page::contacts)
             m_contactsPage->search();
@@ -59,6 +100,7 @@ void MainWindow::makeCommands()
     addCommand("showContacts", tr("Contacts"), {}, QKeySequence("Ctrl+1"), [this] { showPage(Page::contacts); });
     addCommand("showOrders", tr("Orders"), {}, QKeySequence("Ctrl+2"), [this] { showPage(Page::orders); });
     addCommand("showItems", tr("Items"), {}, QKeySequence("Ctrl+3"), [this] { showPage(Page::items); });
+    addCommand("customiseToolBar", tr("Customise Tool Bar…"), {}, {}, [this] { m_toolBar->customise(); });
     addCommand("sample", tr("Open Sample Business"), {}, {}, [this] { m_vendaro.openSampleBusiness(); });
     addCommand("copy", tr("Copy Database…"), {}, {}, [this] { m_vendaro.session().copyDatabase(); });
     addCommand("unlock", tr("Unlock Database…"), {}, {}, [this] { m_vendaro.session().unlockDatabase(); });
@@ -76,12 +118,17 @@ void MainWindow::makeMenus()
     file->addSeparator();
     file->addAction(command("quit"));
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
-    for (const char* name : {"undo", "edit", "delete", "find"})
-        edit->addAction(command(name));
+    for (const char* name : {"undo", "redo", "", "cut", "copyText", "paste", "selectAll", "", "edit", "delete", "", "find"}) {
+        if (*name)
+            edit->addAction(command(name));
+        else
+            edit->addSeparator();
+    }
     QMenu* view = menuBar()->addMenu(tr("&View"));
     for (const char* name : {"showContacts", "showOrders", "showItems"})
         view->addAction(command(name));
     view->addSeparator();
+    view->addAction(command("customiseToolBar"));
     addLookMenu(*view);
 }
 
@@ -106,12 +153,10 @@ void MainWindow::addLookMenu(QMenu& menu)
 
 void MainWindow::makeToolBar()
 {
-    m_toolBar = new ToolBar(tr("Tool bar"), this);
-    m_toolBar->addCommand(command("delete"));
-    m_toolBar->addCommand(command("edit"));
-    m_toolBar->addGap();
-    for (const char* name : {"newContact", "newCompany", "newOrder", "newItem"})
-        m_toolBar->addCommand(command(name));
-    m_toolBar->addFlexibleGap();
+    const QHash<QString, QAction*> commands {{"deleteItemIdentifier", command("delete")}, {"editItemIdentifier", command("edit")},
+        {"contactItemIdentifier", command("newContact")}, {"companyItemIdentifier", command("newCompany")},
+        {"orderItemIdentifier", command("newOrder")}, {"itemItemIdentifier", command("newItem")}};
+    m_toolBar = new MainToolBar(tr("Tool bar"), commands, this);
+    m_toolBar->setObjectName("vendaroToolBar");
     addToolBar(m_toolBar);
 }

@@ -3,12 +3,14 @@
 #include "app/Vendaro.h"
 #include "ui/WindowMemory.h"
 #include "ui/contacts/ContactsPage.h"
+#include "ui/kit/Hairline.h"
 #include "ui/kit/Label.h"
 #include "ui/kit/MessageBar.h"
 #include "ui/kit/RecordTable.h"
 #include "ui/kit/RecordTree.h"
 #include "ui/kit/SideBar.h"
 #include "ui/shell/ListPage.h"
+#include "ui/shell/MainToolBar.h"
 #include "ui/shell/Sheets.h"
 #include "ui/shell/WelcomeView.h"
 
@@ -25,6 +27,14 @@ namespace {
 
 /// Pages of the side bar, in its order.
 constexpr std::array shownPages {Page::contacts, Page::orders, Page::items};
+
+QString countLine(int shown, int all, const QString& one, const QString& many)
+{
+    if (all == 0)
+        return MainWindow::tr("No %1").arg(many);
+    const QString word = all == 1 ? one : many;
+    return shown == all ? QString("%1 %2").arg(all).arg(word) : MainWindow::tr("%1 of %2 %3").arg(shown).arg(all).arg(word);
+}
 
 } // namespace
 
@@ -43,6 +53,12 @@ MainWindow::MainWindow(Vendaro& vendaro) : m_vendaro(vendaro)
     WindowMemory::restore(*this, "MainWindow");
     showTerms();
     showPage(Page::orders);
+}
+
+MainWindow::~MainWindow()
+{
+    // However the program ends, it comes by here.
+    WindowMemory::remember(*this, "MainWindow");
 }
 
 void MainWindow::makePages()
@@ -67,13 +83,18 @@ void MainWindow::makePages()
     m_sideBar->addPage("view-list-text", tr("Orders"));
     m_sideBar->addPage("tag", tr("Items"));
     row->addWidget(m_sideBar);
+    row->addWidget(new Hairline(Qt::Vertical));
 
     m_pages = new QStackedWidget;
     m_contactsPage = new ContactsPage(m_vendaro.getContactManager());
     m_ordersPage = new ListPage(m_vendaro.getOrderManager(), m_vendaro.getOrderManager().listForm,
-        {"orders", tr("Orders"), tr("Search orders and contacts"), "view-list-text", tr("No orders yet"), tr("Make your first one with New Order.")});
+        {"orders", tr("Orders"), tr("Search orders and contacts"), "view-list-text", tr("No orders yet"),
+            tr("Make your first one with New Order.")});
     m_itemsPage = new ListPage(m_vendaro.getItemManager(), m_vendaro.getItemManager().listForm,
         {"items", tr("Items"), tr("Search items"), "tag", tr("No items yet"), tr("Make your first one with New Item.")});
+    m_contactsPage->setMaking(command("newContact"));
+    m_ordersPage->setMaking(command("newOrder"));
+    m_itemsPage->setMaking(command("newItem"));
     m_welcome = new WelcomeView;
     m_pages->addWidget(m_contactsPage);
     m_pages->addWidget(m_ordersPage);
@@ -82,7 +103,16 @@ void MainWindow::makePages()
     row->addWidget(m_pages, 1);
     column->addLayout(row, 1);
     setCentralWidget(central);
+    for (QAbstractItemView* view : lists()) {
+        view->setContextMenuPolicy(Qt::ActionsContextMenu);
+        view->addActions({command("edit"), command("delete")});
+    }
     connect(m_sideBar, &SideBar::pageChosen, this, [this](int index) { showPage(shownPages[static_cast<std::size_t>(index)]); });
+}
+
+std::array<QAbstractItemView*, 3> MainWindow::lists() const
+{
+    return {m_contactsPage->tree(), m_ordersPage->table(), m_itemsPage->table()};
 }
 
 void MainWindow::makeStatusBar()
@@ -103,11 +133,11 @@ void MainWindow::showPage(Page page)
     m_sideBar->setPage(index);
     m_pages->setCurrentIndex(page == Page::orders && m_vendaro.splashShown() ? m_pages->indexOf(m_welcome) : index);
     if (m_pages->currentWidget() == m_ordersPage)
-        m_ordersPage->table()->setFocus();
+        m_ordersPage->takeKeyboard();
     else if (m_pages->currentWidget() == m_itemsPage)
-        m_itemsPage->table()->setFocus();
+        m_itemsPage->takeKeyboard();
     else if (m_pages->currentWidget() == m_contactsPage)
-        m_contactsPage->tree()->setFocus();
+        m_contactsPage->takeKeyboard();
     else
         m_welcome->focusFirst();
     showCounts();
@@ -131,8 +161,8 @@ void MainWindow::connectVendaro()
     connect(&session, &DatabaseSession::readOnlyChanged, this, &MainWindow::showReadOnly);
     connect(&session, &DatabaseSession::locked, this, &MainWindow::showLockSheet, Qt::QueuedConnection);
     connect(&session, &DatabaseSession::databaseRead, this, &MainWindow::showCounts);
-    connect(&session, &DatabaseSession::damageFound, this,
-        [this](const QStringList& sentences) { m_damageBar->setText(sentences.join(' ')); });
+    connect(
+        &session, &DatabaseSession::damageFound, this, [this](const QStringList& sentences) { m_damageBar->setText(sentences.join(' ')); });
     connect(m_readOnlyBar, &MessageBar::actionPressed, this, [this] { m_vendaro.session().unlockDatabase(); });
     connect(&m_vendaro, &Vendaro::splashChanged, this, &MainWindow::showSplash);
     connect(&m_vendaro, &Vendaro::pageWanted, this, [this](Page page) {
@@ -143,10 +173,10 @@ void MainWindow::connectVendaro()
     connect(&m_vendaro, &Vendaro::statusWanted, this, [this](const QString& line) { m_counts->setText(line); });
     connect(&m_vendaro, &Vendaro::dateFormatWanted, this, &MainWindow::chooseDateFormat);
     connect(&m_vendaro.getPrefsController(), &PrefsController::wordsChanged, this, &MainWindow::showTerms);
-    connect(m_ordersPage->table()->selectionModel(), &QItemSelectionModel::selectionChanged, this, &MainWindow::showCounts);
-    connect(m_itemsPage->table()->selectionModel(), &QItemSelectionModel::selectionChanged, this, &MainWindow::showCounts);
-    for (ListPage* listPage : {m_ordersPage, m_itemsPage})
-        connect(listPage->table()->model(), &QAbstractItemModel::modelReset, this, &MainWindow::showCounts);
+    for (const QAbstractItemView* view : lists()) {
+        connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &MainWindow::showCounts);
+        connect(view->model(), &QAbstractItemModel::modelReset, this, &MainWindow::showCounts);
+    }
     connect(m_welcome, &WelcomeView::newOrder, this, [this] { m_vendaro.getOrderManager().create(); });
     connect(m_welcome, &WelcomeView::newContact, this, [this] { m_vendaro.getContactManager().create(); });
     connect(m_welcome, &WelcomeView::newItem, this, [this] { m_vendaro.getItemManager().create(); });
@@ -157,7 +187,8 @@ void MainWindow::connectVendaro()
 
 void MainWindow::followFocus(QWidget* now)
 {
-    if (!now || now->window() != this)
+    // The buttons of the tool bar work on the list that had the keyboard before.
+    if (!now || now->window() != this || m_toolBar->isAncestorOf(now))
         return;
     if (now == m_ordersPage->table())
         m_vendaro.setFocusedList(&m_vendaro.getOrderManager());
@@ -191,24 +222,26 @@ void MainWindow::showReadOnly()
 void MainWindow::showCounts()
 {
     const qvDataSource* list = nullptr;
-    QString word;
+    QString one;
+    QString many;
     const PrefsForm& words = m_vendaro.getPrefsController().form;
     switch (page()) {
     case Page::contacts:
         list = &m_vendaro.getContactManager();
-        word = tr("contacts");
+        one = tr("contact");
+        many = tr("contacts");
         break;
     case Page::items:
         list = &m_vendaro.getItemManager();
-        word = words.termItems.text().toLower();
+        one = words.termItem.text().toLower();
+        many = words.termItems.text().toLower();
         break;
     default:
         list = &m_vendaro.getOrderManager();
-        word = words.termOrders.text().toLower();
+        one = words.termOrder.text().toLower();
+        many = words.termOrders.text().toLower();
     }
-    const int shown = list->numberOfRows();
-    const int all = list->getCount();
-    QString line = shown == all ? tr("%1 %2").arg(all).arg(word) : tr("%1 of %2 %3").arg(shown).arg(all).arg(word);
+    QString line = countLine(list->numberOfRows(), list->getCount(), one, many);
     if (const std::size_t selected = list->selectedRecords().size(); selected > 0)
         line += tr(", %1 selected").arg(selected);
     m_counts->setText(line);
@@ -242,7 +275,6 @@ void MainWindow::showLockSheet()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    WindowMemory::remember(*this, "MainWindow");
     event->ignore();
     Q_EMIT quitWanted();
 }

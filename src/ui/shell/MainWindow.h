@@ -3,13 +3,16 @@
 
 #include <QMainWindow>
 
+#include <array>
+
 class ContactsPage;
 class Label;
 class ListPage;
+class MainToolBar;
 class MessageBar;
+class QAbstractItemView;
 class QStackedWidget;
 class SideBar;
-class ToolBar;
 class Vendaro;
 class WelcomeView;
 enum class Page;
@@ -18,6 +21,7 @@ class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
     explicit MainWindow(Vendaro& vendaro);
+    ~MainWindow() override;
 
     void showPage(Page page);
     Page page() const;
@@ -39,6 +43,8 @@ private:
     QAction* addCommand(const char* name, const QString& text, const QString& icon, const QKeySequence& keys, std::function<void()> run);
     QAction* command(const char* name) const;
     void addLookMenu(QMenu& menu);
+    /// The lists of the pages, in the side bar's order.
+    std::array<QAbstractItemView*, 3> lists() const;
     void connectVendaro();
     void followFocus(QWidget* now);
     void showTerms();
@@ -56,7 +62,7 @@ private:
     ListPage* m_ordersPage = nullptr;
     ListPage* m_itemsPage = nullptr;
     WelcomeView* m_welcome = nullptr;
-    ToolBar* m_toolBar = nullptr;
+    MainToolBar* m_toolBar = nullptr;
     MessageBar* m_readOnlyBar = nullptr;
     MessageBar* m_damageBar = nullptr;
     Label* m_counts = nullptr;

@@ -4,6 +4,7 @@
 #include "storage/DatabaseLock.h"
 #include "ui/kit/Button.h"
 #include "ui/kit/FormGrid.h"
+#include "ui/kit/IconLabel.h"
 #include "ui/kit/Label.h"
 
 #include <QDate>
@@ -35,24 +36,34 @@ QHBoxLayout* buttonRow(std::initializer_list<QPushButton*> buttons)
 LockSheet::LockSheet(const LockInfo& lock, QWidget* host) : Sheet(host)
 {
     setTitle(tr("Database locked"));
-    card()->setFixedWidth(460);
-    column()->addWidget(new Label(tr("This database is locked"), LabelSize::group));
-    column()->addSpacing(8);
-    column()->addWidget(wrapped(tr("Somebody has it open, or Vendaro was not quit properly last time. Until it is unlocked you can look at "
-                                   "everything but change nothing.")));
-    column()->addSpacing(16);
-    auto* facts = new FormGrid(FormGrid::Labels::left);
-    facts->setLabelWidth(110);
-    const auto fact = [&](const QString& name, const QString& value) { facts->addRow(name, new Label(value.isEmpty() ? tr("not known") : value)); };
-    fact(tr("Locked by"), toQString(lock.user));
+    card()->setFixedWidth(480);
+    auto* words = new QVBoxLayout;
+    words->setContentsMargins(0, 4, 0, 0);
+    words->setSpacing(6);
+    words->addWidget(new Label(tr("This database is locked"), LabelSize::group));
+    words->addWidget(wrapped(tr("Somebody has it open, or Vendaro was not quit properly last time. Until it is unlocked you can look at "
+                                "everything but change nothing.")));
+    auto* facts = new FormGrid;
+    const auto fact = [&](const QString& name, const QString& value) {
+        facts->addRow(name, new Label(value.isEmpty() ? tr("not known") : value));
+    };
+    fact(tr("User"), toQString(lock.user));
     fact(tr("Since"), toQString(lock.datetime));
-    column()->addLayout(facts);
+    if (lock.reason)
+        fact(tr("Reason"), toQString(*lock.reason));
+    words->addSpacing(10);
+    words->addLayout(facts);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(16);
+    row->addWidget(new IconLabel("object-locked", IconRole::warning, 32), 0, Qt::AlignTop);
+    row->addLayout(words, 1);
+    column()->addLayout(row);
     column()->addSpacing(20);
     auto* unlock = new DangerButton(tr("Unlock…"));
     unlock->setObjectName("unlock");
     auto* cancelButton = new Button(tr("Cancel"));
     cancelButton->setObjectName("cancel");
-    column()->addLayout(buttonRow({unlock, cancelButton}));
+    column()->addLayout(buttonRow({cancelButton, unlock}));
     setFirstFocus(cancelButton);
     setDefaultButton(cancelButton);
     connect(cancelButton, &QPushButton::clicked, this, &Sheet::cancel);
@@ -63,7 +74,9 @@ LockSheet::LockSheet(const LockInfo& lock, QWidget* host) : Sheet(host)
 }
 
 DateFormatSheet::DateFormatSheet(QWidget* host)
-    : Sheet(host), m_dayFirst(new QRadioButton(tr("Day first: dd/mm/yy"))), m_monthFirst(new QRadioButton(tr("Month first: mm/dd/yy")))
+    : Sheet(host)
+    , m_dayFirst(new QRadioButton(tr("Day first: dd/mm/yy")))
+    , m_monthFirst(new QRadioButton(tr("Month first: mm/dd/yy")))
 {
     setTitle(tr("How do you write dates?"));
     card()->setFixedWidth(460);

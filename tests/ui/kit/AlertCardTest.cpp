@@ -33,13 +33,16 @@ protected:
         show(m_window);
         m_field->setFocus();
     }
-    int ask(const QStringList& buttons, const AlertCard::Options& options = {}) { return AlertCard::ask(m_field, title, text, buttons, options); }
+    int ask(const QStringList& buttons, const AlertCard::Options& options = {})
+    {
+        return AlertCard::ask(m_field, title, text, buttons, options);
+    }
 
     QMainWindow m_window;
     QLineEdit* m_field;
 };
 
-}
+} // namespace
 
 TEST_F(AlertCardOnWindow, answersTheIndexOfTheButtonPressedByMouse)
 {

@@ -23,7 +23,7 @@ QColor solid(Colour ground, Shade shade)
     return colour.alpha() == 255 ? colour : over(colour, colourOf(Colour::surface, shade));
 }
 
-}
+} // namespace
 
 TEST(ColourTable, rowsStandInTheOrderOfTheEnum)
 {
@@ -36,17 +36,33 @@ TEST(ColourTable, rowsStandInTheOrderOfTheEnum)
 TEST(ColourTable, everyTextReachesFourAndAHalfToOneOnItsGrounds)
 {
     const Pair pairs[] = {
-        {Colour::text, Colour::window}, {Colour::text, Colour::sidebar}, {Colour::text, Colour::surface}, {Colour::text, Colour::field}, {Colour::text, Colour::accentTint},
-        {Colour::secondaryText, Colour::window}, {Colour::secondaryText, Colour::surface}, {Colour::secondaryText, Colour::readOnlyField}, {Colour::secondaryText, Colour::accentTint},
-        {Colour::accentText, Colour::window}, {Colour::accentText, Colour::surface}, {Colour::accentText, Colour::accentTint},
-        {Colour::errorText, Colour::surface}, {Colour::errorText, Colour::field}, {Colour::errorText, Colour::window}, {Colour::errorText, Colour::accentTint},
-        {Colour::warningText, Colour::warningGround}, {Colour::moneyBack, Colour::surface}, {Colour::onAccent, Colour::accent}, {Colour::onAccent, Colour::tooltip},
+        {Colour::text, Colour::window},
+        {Colour::text, Colour::sidebar},
+        {Colour::text, Colour::surface},
+        {Colour::text, Colour::field},
+        {Colour::text, Colour::accentTint},
+        {Colour::secondaryText, Colour::window},
+        {Colour::secondaryText, Colour::surface},
+        {Colour::secondaryText, Colour::readOnlyField},
+        {Colour::secondaryText, Colour::accentTint},
+        {Colour::accentText, Colour::window},
+        {Colour::accentText, Colour::surface},
+        {Colour::accentText, Colour::accentTint},
+        {Colour::errorText, Colour::surface},
+        {Colour::errorText, Colour::field},
+        {Colour::errorText, Colour::window},
+        {Colour::errorText, Colour::accentTint},
+        {Colour::warningText, Colour::warningGround},
+        {Colour::moneyBack, Colour::surface},
+        {Colour::onAccent, Colour::accent},
+        {Colour::onAccent, Colour::tooltip},
         {Colour::onAccent, Colour::accentPressed},
     };
     for (const Shade shade : bothShades) {
         for (const Pair& pair : pairs) {
             EXPECT_GE(contrast(solid(pair.text, shade), solid(pair.ground, shade)), 4.5)
-                << colourTable()[size_t(pair.text)].name << " on " << colourTable()[size_t(pair.ground)].name << (shade == Shade::dark ? " dark" : " light");
+                << colourTable()[size_t(pair.text)].name << " on " << colourTable()[size_t(pair.ground)].name
+                << (shade == Shade::dark ? " dark" : " light");
         }
     }
 }
@@ -105,7 +121,8 @@ TEST(ColourTable, theMarksOfTheStyleSheetUseOnlyItsColours)
         const QString drawing = QString::fromUtf8(file.readAll());
         for (QRegularExpressionMatchIterator values = value.globalMatch(drawing); values.hasNext(); ++looked) {
             const QColor colour(values.next().captured());
-            const bool known = std::any_of(colourTable().begin(), colourTable().end(), [&](const ColourRow& row) { return colourOf(row.use, shade) == colour; });
+            const bool known = std::any_of(
+                colourTable().begin(), colourTable().end(), [&](const ColourRow& row) { return colourOf(row.use, shade) == colour; });
             EXPECT_TRUE(known) << qPrintable(file.fileName()) << " " << qPrintable(colour.name());
         }
     }

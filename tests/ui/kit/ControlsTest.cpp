@@ -69,6 +69,19 @@ TEST(Button, anIconTakesTheColourOfItsButtonAndLeavesTheTextAlone)
     EXPECT_TRUE(contains(button.icon().pixmap(QSize(16, 16)).toImage(), QColor(0x2156c4)));
 }
 
+TEST(Button, itsKeysPressItAndAreToldInItsTooltip)
+{
+    QWidget window;
+    Button save(QStringLiteral("Save"), &window);
+    save.setKeys(QKeySequence(QStringLiteral("Ctrl+S")));
+    show(window);
+    int presses = 0;
+    QObject::connect(&save, &QPushButton::clicked, &window, [&] { ++presses; });
+    QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return presses == 1; }, 2'000));
+    EXPECT_EQ(save.toolTip(), QStringLiteral("Save (Ctrl+S)"));
+}
+
 TEST(IconButton, itsNameIsReadAndShown)
 {
     const IconButton button(QStringLiteral("list-add"), QStringLiteral("Add a rate"));
@@ -151,7 +164,8 @@ TEST(ChoiceBox, theWheelTurnsItOnlyWithTheKeyboardOnIt)
     column->addWidget(field);
     show(window);
     const auto turn = [&] {
-        QWheelEvent wheel(QPointF(5, 5), box->mapToGlobal(QPointF(5, 5)), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QWheelEvent wheel(
+            QPointF(5, 5), box->mapToGlobal(QPointF(5, 5)), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(box, &wheel);
     };
     field->setFocus();
@@ -333,6 +347,22 @@ TEST(ToolBar, everyCommandCanBeReachedByTabAndHasItsName)
     EXPECT_TRUE(names.contains(QStringLiteral("Log time: stop")));
 }
 
+TEST(ToolBar, canBeEmptiedAndFilledAnew)
+{
+    ToolBar bar(QStringLiteral("Main"));
+    auto* print = new QAction(QStringLiteral("Print"), &bar);
+    print->setShortcut(QKeySequence(QStringLiteral("Ctrl+P")));
+    bar.addCommand(print);
+    bar.addGap();
+    bar.addFlexibleGap();
+    bar.removeAll();
+    EXPECT_TRUE(bar.actions().isEmpty());
+    bar.addGap();
+    bar.addCommand(print);
+    EXPECT_EQ(bar.actions().size(), 2);
+    EXPECT_EQ(bar.widgetForAction(print)->toolTip(), QStringLiteral("Print (Ctrl+P)"));
+}
+
 TEST(ToolBar, showsIconsWordsOrBoth)
 {
     ToolBar bar(QStringLiteral("Main"));
@@ -370,6 +400,20 @@ TEST(FormGrid, labelsAreBuddiesAndNameTheirFields)
     // Label to field 12, rows 8 apart.
     EXPECT_EQ(title->x() - words->geometry().right() - 1, 12);
     EXPECT_EQ(code->y() - title->geometry().bottom() - 1, 8);
+}
+
+TEST(FormGrid, aButtonBesideAFieldKeepsItsWidthAndTheFieldTakesTheRest)
+{
+    QWidget window;
+    auto* form = new FormGrid(FormGrid::Labels::right, &window);
+    auto* supplier = new QLineEdit;
+    auto* select = new Button(QStringLiteral("Select…"));
+    form->addRow(QStringLiteral("Supplier"), {supplier, select});
+    window.resize(500, 100);
+    show(window);
+    EXPECT_EQ(select->width(), select->sizeHint().width());
+    EXPECT_EQ(select->x() - supplier->geometry().right() - 1, 8);
+    EXPECT_EQ(select->geometry().right() + 1, 500);
 }
 
 TEST(FormGrid, inSidePanelsLabelsStandLeft)

@@ -40,7 +40,7 @@ protected:
     QCheckBox* m_box;
 };
 
-}
+} // namespace
 
 TEST_F(FocusRingInWindow, standsThreePixelsOutsideTheControl)
 {

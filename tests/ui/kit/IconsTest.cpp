@@ -31,7 +31,7 @@ QImage imageOf(const QIcon& icon, int size, qreal ratio = 1, QIcon::Mode mode = 
     return icon.pixmap(QSize(size, size), ratio, mode).toImage().convertToFormat(QImage::Format_ARGB32);
 }
 
-}
+} // namespace
 
 TEST(Icons, theyTakeTheColourOfTheirRole)
 {
@@ -102,12 +102,15 @@ TEST(Icons, aPlaceWiderThanTheDrawingKeepsItAtTheLeft)
 
 TEST(Icons, everyNameInUseIsThereAndDrawsSomething)
 {
-    const QStringList names {QStringLiteral("view-pim-contacts"), QStringLiteral("view-list-text"), QStringLiteral("tag"), QStringLiteral("view-pim-tasks"), QStringLiteral("view-bank"),
-        QStringLiteral("office-chart-line"), QStringLiteral("document-print"), QStringLiteral("edit-delete"), QStringLiteral("document-edit"), QStringLiteral("list-add-user"), QStringLiteral("user-group-new"),
-        QStringLiteral("document-new"), QStringLiteral("archive-insert"), QStringLiteral("view-financial-list"), QStringLiteral("flag"), QStringLiteral("view-task-add"), QStringLiteral("view-pim-notes"),
-        QStringLiteral("chronometer"), QStringLiteral("media-playback-start"), QStringLiteral("media-playback-stop"), QStringLiteral("document-export"), QStringLiteral("insert-table"), QStringLiteral("wallet-open"),
-        QStringLiteral("configure"), QStringLiteral("help-contents"), QStringLiteral("user"), QStringLiteral("group"), QStringLiteral("search"), QStringLiteral("data-warning"), QStringLiteral("object-locked"),
-        QStringLiteral("field-clear"), QStringLiteral("folder-database")};
+    const QStringList names {QStringLiteral("view-pim-contacts"), QStringLiteral("view-list-text"), QStringLiteral("tag"),
+        QStringLiteral("view-pim-tasks"), QStringLiteral("view-bank"), QStringLiteral("office-chart-line"),
+        QStringLiteral("document-print"), QStringLiteral("edit-delete"), QStringLiteral("document-edit"), QStringLiteral("list-add-user"),
+        QStringLiteral("user-group-new"), QStringLiteral("document-new"), QStringLiteral("archive-insert"),
+        QStringLiteral("view-financial-list"), QStringLiteral("flag"), QStringLiteral("view-task-add"), QStringLiteral("view-pim-notes"),
+        QStringLiteral("chronometer"), QStringLiteral("media-playback-start"), QStringLiteral("media-playback-stop"),
+        QStringLiteral("document-export"), QStringLiteral("insert-table"), QStringLiteral("wallet-open"), QStringLiteral("configure"),
+        QStringLiteral("help-contents"), QStringLiteral("user"), QStringLiteral("group"), QStringLiteral("search"),
+        QStringLiteral("data-warning"), QStringLiteral("object-locked"), QStringLiteral("field-clear"), QStringLiteral("folder-database")};
     for (const QString& name : names)
         EXPECT_TRUE(Icons::exists(name)) << qPrintable(name);
     for (const QString& name : Icons::names()) {

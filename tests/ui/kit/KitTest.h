@@ -96,4 +96,4 @@ struct ThemeGuard {
     ~ThemeGuard() { Theme::apply(*qApp, Theme::Mode::light); }
 };
 
-}
+} // namespace kittest

@@ -129,7 +129,8 @@ TEST(MessageBar, itsWayOutIsAButton)
 
 TEST(ActionCard, anyPlaceOfItCanBeClickedAndItIsReadByItsTitle)
 {
-    ActionCard card(QStringLiteral("document-new"), QStringLiteral("New Order"), QStringLiteral("Choose a contact."), ActionCard::Rank::first);
+    ActionCard card(
+        QStringLiteral("document-new"), QStringLiteral("New Order"), QStringLiteral("Choose a contact."), ActionCard::Rank::first);
     card.resize(640, 68);
     show(card);
     QSignalSpy clicked(&card, &QPushButton::clicked);

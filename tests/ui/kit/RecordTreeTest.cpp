@@ -32,7 +32,7 @@ protected:
     RecordTree m_tree;
 };
 
-}
+} // namespace
 
 TEST_F(RecordTreeShown, rowsAreThirtyPixelsHighWithLinesFromEdgeToEdge)
 {

@@ -6,6 +6,7 @@
 
 #include <QElapsedTimer>
 #include <QLineEdit>
+#include <QSignalSpy>
 #include <QVBoxLayout>
 
 using namespace kittest;
@@ -42,7 +43,7 @@ protected:
     RecordTable m_table;
 };
 
-}
+} // namespace
 
 TEST_F(RowDelegateInTable, rowsAreThirtyPixelsHighAndHaveALineBelow)
 {
@@ -110,6 +111,43 @@ TEST_F(RowDelegateInTable, finishedRowsStandInSecondaryText)
     EXPECT_TRUE(contains(image, QColor(0x586173), QRect(20, 35, 60, 20)));
     EXPECT_FALSE(contains(image, QColor(0x1a1f29), QRect(20, 35, 560, 20)));
     EXPECT_TRUE(contains(image, QColor(0x1a1f29), QRect(20, 5, 60, 20)));
+}
+
+TEST_F(RowDelegateInTable, whereTheFirstColumnNamesTheRecordTheOthersStandInSecondaryText)
+{
+    m_table.rowDelegate()->setWeight(RowDelegate::Weight::onFirstColumn);
+    const QImage image = rows();
+    EXPECT_TRUE(contains(image, QColor(0x1a1f29), QRect(20, 5, 60, 20)));
+    EXPECT_TRUE(contains(image, QColor(0x586173), QRect(205, 5, 100, 20)));
+    EXPECT_FALSE(contains(image, QColor(0x1a1f29), QRect(205, 5, 390, 20)));
+}
+
+TEST_F(RowDelegateInTable, anEmptyListShowsItsQuietLineAndAFilledOneDoesNot)
+{
+    RecordTable table(RecordTable::Place::card);
+    QStandardItemModel model(0, 2);
+    table.setModel(&model);
+    table.resize(500, 200);
+    table.setEmptyText(QStringLiteral("Nothing paid yet"));
+    show(table);
+    const QRect firstRow(10, 5, 200, 20);
+    EXPECT_TRUE(contains(picture(*table.viewport()), QColor(0x586173), firstRow));
+    EXPECT_EQ(table.accessibleDescription(), QStringLiteral("Nothing paid yet"));
+    model.appendRow({new QStandardItem, new QStandardItem});
+    EXPECT_FALSE(contains(picture(*table.viewport()), QColor(0x586173), firstRow));
+}
+
+TEST_F(RowDelegateInTable, deleteAsksForRemovalOnlyWhereCellsAreEdited)
+{
+    QSignalSpy wanted(&m_table, &RecordTable::removalWanted);
+    m_table.setCurrentIndex(m_model.index(0, 1));
+    QTest::keyClick(&m_table, Qt::Key_Delete);
+    EXPECT_EQ(wanted.count(), 0);
+    m_table.setUnit(RowDelegate::Unit::cells);
+    QTest::keyClick(&m_table, Qt::Key_Delete);
+    QTest::keyClick(&m_table, Qt::Key_Backspace);
+    EXPECT_EQ(wanted.count(), 2);
+    EXPECT_EQ(m_model.item(0, 1)->text(), QStringLiteral("Oak shelf"));
 }
 
 TEST_F(RowDelegateInTable, aValueThatCannotBeUsedStandsInErrorColour)

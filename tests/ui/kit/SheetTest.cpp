@@ -54,7 +54,7 @@ protected:
     Button* m_done;
 };
 
-}
+} // namespace
 
 TEST_F(SheetOnWindow, coversItsWindowWithTheCardAboveTheMiddle)
 {

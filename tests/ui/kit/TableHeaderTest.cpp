@@ -27,7 +27,7 @@ protected:
     RecordTable m_table;
 };
 
-}
+} // namespace
 
 TEST_F(TableHeaderInTable, isThirtyTwoPixelsHigh)
 {
@@ -67,7 +67,8 @@ TEST_F(TableHeaderInTable, theSortMarkStandsRightBesideTheWords)
     EXPECT_TRUE(header().sortMarkRect(1).isEmpty());
     // Before the words where they stand at the right.
     m_table.setSorted(2, Qt::AscendingOrder);
-    EXPECT_LT(header().sortMarkRect(2).right(), header().headingRect(2).right() - QFontMetrics(header().font()).horizontalAdvance(QStringLiteral("Amount")));
+    EXPECT_LT(header().sortMarkRect(2).right(),
+        header().headingRect(2).right() - QFontMetrics(header().font()).horizontalAdvance(QStringLiteral("Amount")));
     m_table.clearSorted();
     EXPECT_TRUE(header().sortMarkRect(2).isEmpty());
 }

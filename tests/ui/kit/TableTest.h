@@ -23,4 +23,4 @@ inline void fillOrders(QStandardItemModel& model)
     model.item(3, 2)->setData(true, roles.fault);
 }
 
-}
+} // namespace kittest

@@ -115,7 +115,8 @@ TEST(Theme, noWidgetFallsBackToAFontOfTheDesktop)
     sides->addPage(QStringLiteral("tag"), QStringLiteral("Items"));
     auto* tabs = new UnderlineTabs;
     tabs->addTab(new QWidget, QStringLiteral("Order"));
-    for (QWidget* widget : QList<QWidget*> {sides, tabs, new Button(QStringLiteral("Save")), new NumberField, new ChoiceBox({QStringLiteral("one")}), new RecordTable, new Label(QStringLiteral("x"), LabelSize::total)})
+    for (QWidget* widget : QList<QWidget*> {sides, tabs, new Button(QStringLiteral("Save")), new NumberField,
+             new ChoiceBox({QStringLiteral("one")}), new RecordTable, new Label(QStringLiteral("x"), LabelSize::total)})
         column->addWidget(widget);
     window.setCentralWidget(content);
     show(window);

@@ -1,0 +1,110 @@
+// Looking around in the sample business: a copy of its own, which takes nothing from the user's.
+#include "support/Scenario.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+class SampleBusinessTest : public Scenario {
+protected:
+    SampleBusinessTest()
+    {
+        resources = m_resources.path();
+        put("Sample.vendb/contacts.xml",
+            document(
+                "<dict><key>contacts</key><array><dict><key>id</key><string>1</string><key>name</key><string>Sample Ltd</string></dict>"
+                "</array></dict>"));
+        put("Sample.vendb/info.plist", document("<dict><key>dbName</key><string>Sample business</string></dict>"));
+        put("Settings.plist",
+            document("<dict><key>VendaroStatuses</key><string>Open\nDone</string><key>VendaroHandlesTax</key><string>YES</string>"
+                     "<key>VendaroCurrency</key><string>XYZ</string></dict>"));
+    }
+    void put(const QString& name, const QByteArray& bytes) const
+    {
+        const QString path = m_resources.path() + "/sample/" + name;
+        ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    QString sampleFolder() const { return supportFolder() + "/Sample.vendb"; }
+    std::string onlyContact()
+    {
+        ContactManager& contacts = app().getContactManager();
+        return contacts.getCount() == 1 ? std::string(contacts.at(0).getName()) : "(none)";
+    }
+
+    QTemporaryDir m_resources;
+};
+
+TEST_F(SampleBusinessTest, opensInAFolderOfItsOwn)
+{
+    start();
+    app().openSampleBusiness();
+
+    EXPECT_EQ(app().session().originalDbLocation(), sampleFolder());
+    EXPECT_EQ(app().session().windowTitle(), "Vendaro - Sample business");
+    EXPECT_EQ(onlyContact(), "Sample Ltd");
+    EXPECT_FALSE(app().session().isReadOnly());
+    EXPECT_FALSE(hasFile("lock.xml")) << "the user's own database is closed";
+    EXPECT_TRUE(hasFile("contacts.xml")) << "and saved";
+    EXPECT_TRUE(alerts.asked().empty());
+}
+
+TEST_F(SampleBusinessTest, keepsWhatWasDoneInIt)
+{
+    start();
+    app().openSampleBusiness();
+    app().getContactManager().at(0).setName("Changed Ltd");
+    app().session().writeDatabase(app().getContactManager());
+    app().getPrefsController().setDbLocation(databaseFolder());
+    app().session().switchDatabase();
+
+    app().openSampleBusiness();
+
+    EXPECT_EQ(onlyContact(), "Changed Ltd");
+}
+
+TEST_F(SampleBusinessTest, bringsItsStatusesAndTaxToAUserWithoutTheirOwn)
+{
+    start();
+    app().openSampleBusiness();
+
+    EXPECT_EQ(app().getPrefsController().getStatusList(), (QStringList {"Open", "Done"}));
+    EXPECT_TRUE(app().getPrefsController().handlesTax());
+    EXPECT_EQ(app().getPrefsController().getCurrency(), "\xc2\xa3") << "nothing else is taken over";
+}
+
+TEST_F(SampleBusinessTest, leavesTheUsersOwnStatusesAlone)
+{
+    writeSettings("<key>VendaroStatuses</key><string>New\nPaid</string>");
+    start();
+    app().openSampleBusiness();
+
+    EXPECT_EQ(app().getPrefsController().getStatusList(), (QStringList {"New", "Paid"}));
+}
+
+TEST_F(SampleBusinessTest, whatAnInterruptedCopyLeftIsNoObstacle)
+{
+    ASSERT_TRUE(QDir().mkpath(sampleFolder() + ".unfinished/half"));
+    start();
+    app().openSampleBusiness();
+
+    EXPECT_EQ(onlyContact(), "Sample Ltd");
+    EXPECT_FALSE(QFile::exists(sampleFolder() + ".unfinished"));
+    EXPECT_FALSE(QFile::exists(sampleFolder() + "/half"));
+}
+
+TEST_F(SampleBusinessTest, aMissingSampleIsToldAndNothingIsSwitched)
+{
+    ASSERT_TRUE(QDir(m_resources.path() + "/sample").removeRecursively());
+    start();
+    alerts.answer("OK");
+
+    app().openSampleBusiness();
+
+    ASSERT_EQ(alerts.asked().size(), 1u);
+    EXPECT_EQ(alerts.asked()[0].title, "Sample business");
+    EXPECT_EQ(app().session().originalDbLocation(), databaseFolder());
+    EXPECT_FALSE(QFile::exists(sampleFolder()));
+}

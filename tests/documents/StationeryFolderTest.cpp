@@ -1,0 +1,269 @@
+#include "documents/StationeryFolder.h"
+
+#include "Paperwork.h"
+
+#include <QFileInfo>
+
+namespace {
+
+const QStringList builtIn {"Delivery note.css", "Delivery note.rtfd", "Estimate.css", "Estimate.rtfd", "Invoice with tax.rtfd",
+    "Invoice.css", "Invoice.rtfd", "Outstanding Balance for Open Customer.rtfd", "Purchase order.css", "Purchase order.rtfd",
+    "Reminder.rtfd"};
+
+constexpr char plainStyle[] =
+    "<style> table{border:none;border-collapse:collapse; font-family:arial;text-align:left} th{font-family:arial; background:#eee; "
+    "padding:2px 0.5em; text-align:left;min-width:50px;} td{font-family:arial;padding:2px 0.5em;  text-align:left} "
+    "td.alt{background:#f0f0ff; padding:2px 0.5em}</style>";
+
+class StationeryFolderTest : public Paperwork {
+protected:
+    static QByteArray contentsOf(const QString& path)
+    {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+        return file.readAll();
+    }
+    /// Everything that comes with the program, each file holding its own name.
+    void giveResources() const
+    {
+        for (const QString& name : builtIn) {
+            const QString path = user.home() + "/resources/stationary/" + name;
+            QDir().mkpath(name.endsWith("rtfd") ? path : QFileInfo(path).path());
+            put(name.endsWith("rtfd") ? path + "/TXT.rtf" : path, name.toUtf8());
+        }
+    }
+    QStringList inFolder() const { return QDir(support + "/stationary").entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name); }
+    static void paint(const QString& path, const char* format)
+    {
+        QImage image(4, 2, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        ASSERT_TRUE(image.save(path, format));
+    }
+};
+
+// What is put there at first
+
+TEST_F(StationeryFolderTest, ElevenFilesAreInstalled)
+{
+    giveResources();
+    ASSERT_TRUE(stationery.install());
+    EXPECT_EQ(inFolder(), builtIn);
+    EXPECT_EQ(contentsOf(stationeryPath("Reminder.rtfd/TXT.rtf")), "Reminder.rtfd");
+    EXPECT_EQ(contentsOf(stationeryPath("Invoice.css")), "Invoice.css");
+}
+
+TEST_F(StationeryFolderTest, TheFoldersAreMadeWhenMissing)
+{
+    giveResources();
+    ASSERT_TRUE(QDir(user.home() + "/Library").removeRecursively());
+    ASSERT_TRUE(stationery.install());
+    EXPECT_EQ(inFolder(), builtIn);
+}
+
+TEST_F(StationeryFolderTest, WhatIsThereStays)
+{
+    giveResources();
+    writePackage("Invoice", "mine");
+    put(stationeryPath("Estimate.css"), "mine too");
+    ASSERT_TRUE(stationery.install());
+    EXPECT_EQ(contentsOf(stationeryPath("Invoice.rtfd/TXT.rtf")), "mine");
+    EXPECT_EQ(contentsOf(stationeryPath("Estimate.css")), "mine too");
+    EXPECT_EQ(inFolder(), builtIn);
+}
+
+TEST_F(StationeryFolderTest, TheFormerTemplateBecomesTheInvoice)
+{
+    giveResources();
+    QDir().mkpath(support + "/customInvoice.rtfd");
+    put(support + "/customInvoice.rtfd/TXT.rtf", "former");
+    put(support + "/customInvoice.rtfd/Logo.png", "picture");
+    ASSERT_TRUE(stationery.install());
+    EXPECT_EQ(contentsOf(stationeryPath("Invoice.rtfd/TXT.rtf")), "former");
+    EXPECT_EQ(contentsOf(stationeryPath("Invoice.rtfd/Logo.png")), "picture");
+    EXPECT_EQ(contentsOf(support + "/customInvoice.rtfd/TXT.rtf"), "former");
+    EXPECT_EQ(contentsOf(stationeryPath("Estimate.rtfd/TXT.rtf")), "Estimate.rtfd");
+}
+
+TEST_F(StationeryFolderTest, TheFormerTemplateDoesNotGoBeforeAnInvoiceThatIsThere)
+{
+    giveResources();
+    QDir().mkpath(support + "/customInvoice.rtfd");
+    put(support + "/customInvoice.rtfd/TXT.rtf", "former");
+    writePackage("Invoice", "mine");
+    ASSERT_TRUE(stationery.install());
+    EXPECT_EQ(contentsOf(stationeryPath("Invoice.rtfd/TXT.rtf")), "mine");
+}
+
+TEST_F(StationeryFolderTest, AMissingResourceIsToldAndTheOthersAreInstalled)
+{
+    giveResources();
+    ASSERT_TRUE(QFile::remove(user.home() + "/resources/stationary/Estimate.css"));
+    EXPECT_FALSE(stationery.install());
+    EXPECT_EQ(inFolder().size(), 10);
+}
+
+TEST_F(StationeryFolderTest, TheProgramsOwnTemplatesAreAllThereAndRead)
+{
+    const StationeryFolder own(support, QStringLiteral(TEST_DATA_DIR "/../resources"));
+    ASSERT_TRUE(own.install());
+    EXPECT_EQ(inFolder(), builtIn);
+    for (const QString& name : own.names()) {
+        const StationeryTemplate read = own.read(name);
+        const QString words = plainTextOf(*makeDocument(read.document, read.pictures));
+        const bool isReport = name.startsWith("Outstanding");
+        EXPECT_TRUE(words.contains(isReport ? "<report>" : name == "Reminder" ? "<totaldue>" : "<itemsordered>")) << name.toStdString();
+        EXPECT_TRUE(read.style.startsWith("<style")) << name.toStdString();
+        EXPECT_TRUE(read.style.trimmed().endsWith("</style>")) << name.toStdString();
+    }
+}
+
+// The names to choose from
+
+TEST_F(StationeryFolderTest, EachNameIsShownOnceWhateverBelongsToIt)
+{
+    writeTemplate("x", "Invoice");
+    writeTemplate("x", "Letter 2.0");
+    for (const char* file : {"Invoice.css", "Invoice.plist", "Invoice.tiff", "Alone.css", ".hidden.css", ".DS_Store"})
+        put(stationeryPath(file), "x");
+    EXPECT_EQ(stationery.names(), QStringList({"Alone", "Invoice", "Letter 2.0"}));
+}
+
+TEST_F(StationeryFolderTest, WithoutAFolderThereAreNoNames)
+{
+    ASSERT_TRUE(QDir(support + "/stationary").removeRecursively());
+    EXPECT_TRUE(stationery.names().isEmpty());
+}
+
+TEST_F(StationeryFolderTest, ATemplateIsThereWhenItsDocumentIs)
+{
+    writeTemplate("x", "Letter");
+    put(stationeryPath("Alone.css"), "x");
+    EXPECT_TRUE(stationery.hasDocument("Letter"));
+    EXPECT_FALSE(stationery.hasDocument("Alone"));
+    EXPECT_FALSE(stationery.hasDocument("../stationary/Letter"));
+}
+
+// Reading one
+
+TEST_F(StationeryFolderTest, ADocumentAloneHasTheRestByDefault)
+{
+    writeTemplate("Hello");
+    const StationeryTemplate read = stationery.read("Letter");
+    EXPECT_EQ(plainTextOf(*makeDocument(read.document, read.pictures)), "Hello");
+    EXPECT_FALSE(read.options.has_value());
+    EXPECT_TRUE(read.background.isNull());
+    EXPECT_EQ(read.style.toStdString(), plainStyle);
+}
+
+TEST_F(StationeryFolderTest, AMissingDocumentIsEmpty)
+{
+    const StationeryTemplate read = stationery.read("Nothing");
+    EXPECT_EQ(plainTextOf(*makeDocument(read.document, read.pictures)), "");
+    EXPECT_EQ(read.style.toStdString(), plainStyle);
+}
+
+TEST_F(StationeryFolderTest, ANameReachesNoOtherFolder)
+{
+    QDir().mkpath(support + "/secret.rtfd");
+    put(support + "/secret.rtfd/TXT.rtf", "{\\rtf1 secret}");
+    const StationeryTemplate read = stationery.read("../secret");
+    EXPECT_EQ(plainTextOf(*makeDocument(read.document, read.pictures)), "");
+    EXPECT_TRUE(logged("no template can be called ../secret"));
+}
+
+TEST_F(StationeryFolderTest, OptionsAreOffAndTenPointsUnlessTheListSaysOtherwise)
+{
+    writeOptions("");
+    const auto options = stationery.read("Letter").options;
+    ASSERT_TRUE(options);
+    EXPECT_FALSE(options->centreContent);
+    EXPECT_FALSE(options->scaleTemplateImage);
+    EXPECT_EQ(options->templatePageMargin, 10);
+}
+
+TEST_F(StationeryFolderTest, OptionsAreRead)
+{
+    writeOptions("<key>centreContent</key><true/><key>scaleTemplateImage</key><true/><key>templatePageMargin</key><real>22.5</real>");
+    const auto options = stationery.read("Letter").options;
+    ASSERT_TRUE(options);
+    EXPECT_TRUE(options->centreContent);
+    EXPECT_TRUE(options->scaleTemplateImage);
+    EXPECT_EQ(options->templatePageMargin, 22.5);
+}
+
+TEST_F(StationeryFolderTest, OptionsMayBeWrittenAsTextOrNumber)
+{
+    writeOptions("<key>centreContent</key><string>YES</string><key>scaleTemplateImage</key><integer>1</integer>"
+                 "<key>templatePageMargin</key><string>15</string>");
+    const auto options = stationery.read("Letter").options;
+    ASSERT_TRUE(options);
+    EXPECT_TRUE(options->centreContent);
+    EXPECT_TRUE(options->scaleTemplateImage);
+    EXPECT_EQ(options->templatePageMargin, 15);
+    writeOptions("<key>centreContent</key><false/><key>scaleTemplateImage</key><integer>0</integer>"
+                 "<key>templatePageMargin</key><integer>0</integer>");
+    EXPECT_FALSE(stationery.read("Letter").options->centreContent);
+    EXPECT_FALSE(stationery.read("Letter").options->scaleTemplateImage);
+    EXPECT_EQ(stationery.read("Letter").options->templatePageMargin, 0);
+}
+
+TEST_F(StationeryFolderTest, AListThatDoesNotReadCountsAsMissing)
+{
+    put(stationeryPath("Letter.plist"), "<plist><dict>");
+    EXPECT_FALSE(stationery.read("Letter").options.has_value());
+    put(stationeryPath("Letter.plist"), "<plist><array/></plist>");
+    EXPECT_FALSE(stationery.read("Letter").options.has_value());
+}
+
+TEST_F(StationeryFolderTest, AStyleIsTakenAsItStands)
+{
+    put(stationeryPath("Letter.css"), "<style>td{color:red}</style>\n");
+    EXPECT_EQ(stationery.read("Letter").style, "<style>td{color:red}</style>\n");
+    put(stationeryPath("Letter.css"), "");
+    EXPECT_EQ(stationery.read("Letter").style, "");
+}
+
+TEST_F(StationeryFolderTest, AStyleThatIsNotAsciiIsNotTaken)
+{
+    put(stationeryPath("Letter.css"), "<style>/* caf\xc3\xa9 */</style>");
+    EXPECT_EQ(stationery.read("Letter").style.toStdString(), plainStyle);
+}
+
+TEST_F(StationeryFolderTest, ABackgroundIsAPicture)
+{
+    paint(stationeryPath("Letter.tiff"), "PNG");
+    EXPECT_EQ(stationery.read("Letter").background.size(), QSize(4, 2));
+    put(stationeryPath("Letter.tiff"), "no picture");
+    EXPECT_TRUE(stationery.read("Letter").background.isNull());
+}
+
+TEST_F(StationeryFolderTest, ABackgroundIsATiffWhereThePlatformReadsThem)
+{
+    // Two pixels, black and white, uncompressed: header, one directory of nine entries, the pixels behind it.
+    QByteArray tiff("II*\0\x08\0\0\0", 8);
+    const auto entry = [&](quint16 tag, quint16 type, quint32 count, quint32 value) {
+        for (const auto& [number, bytes] : std::initializer_list<std::pair<quint32, int>> {{tag, 2}, {type, 2}, {count, 4}, {value, 4}}) {
+            for (int byte = 0; byte < bytes; ++byte)
+                tiff += static_cast<char>(number >> (8 * byte));
+        }
+    };
+    tiff += QByteArray("\x09\0", 2);
+    entry(256, 3, 1, 2); // width
+    entry(257, 3, 1, 1); // height
+    entry(258, 3, 1, 8); // bits a sample
+    entry(259, 3, 1, 1); // no compression
+    entry(262, 3, 1, 1); // black is zero
+    entry(273, 4, 1, 122); // where the pixels are
+    entry(277, 3, 1, 1); // samples a pixel
+    entry(278, 3, 1, 1); // rows a strip
+    entry(279, 4, 1, 2); // bytes a strip
+    tiff += QByteArray("\0\0\0\0\x00\xff", 6);
+    ASSERT_EQ(tiff.size(), 8 + 2 + 9 * 12 + 4 + 2);
+    put(stationeryPath("Letter.tiff"), tiff);
+    const QImage background = stationery.read("Letter").background;
+    ASSERT_EQ(background.size(), QSize(2, 1));
+    EXPECT_EQ(qRed(background.pixel(0, 0)), 0);
+    EXPECT_EQ(qRed(background.pixel(1, 0)), 255);
+}
+
+} // namespace

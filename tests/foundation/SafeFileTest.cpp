@@ -1,0 +1,484 @@
+#include "foundation/SafeFile.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr char intentFile[] = ".vendaro-commit";
+
+std::string contentsOf(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void put(const std::string& path, const std::string& bytes)
+{
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+} // namespace
+
+class SafeFileTest : public testing::Test {
+protected:
+    std::string in(const std::string& name) const { return folder() + '/' + name; }
+    std::string folder() const { return m_folder.path().toStdString(); }
+    /// Everything in the folder, hidden files too.
+    std::vector<std::string> names() const
+    {
+        std::vector<std::string> names;
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder()))
+            names.push_back(entry.path().filename());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    QTemporaryDir m_folder;
+};
+
+TEST_F(SafeFileTest, aNewFileAppearsWithItsWholeContents)
+{
+    ASSERT_TRUE(writeFileSafely(in("orders.xml"), "new").ok());
+
+    EXPECT_EQ(contentsOf(in("orders.xml")), "new");
+    EXPECT_EQ(names(), std::vector<std::string> {"orders.xml"});
+}
+
+TEST_F(SafeFileTest, anOldFileIsReplacedOnlyByTheCommit)
+{
+    put(in("orders.xml"), "old");
+    SafeFile file(in("orders.xml"));
+    file.append("new ");
+    file.append("contents");
+
+    ASSERT_TRUE(file.prepare().ok());
+    EXPECT_EQ(contentsOf(in("orders.xml")), "old");
+    EXPECT_EQ(contentsOf(file.temporaryPath()), "new contents");
+    ASSERT_TRUE(file.commit().ok());
+
+    EXPECT_EQ(contentsOf(in("orders.xml")), "new contents");
+    EXPECT_EQ(names().size(), 1u);
+}
+
+TEST_F(SafeFileTest, aFileThatIsNeverCommittedLeavesNothingBehind)
+{
+    put(in("orders.xml"), "old");
+    {
+        SafeFile file(in("orders.xml"));
+        file.append("new");
+        ASSERT_TRUE(file.prepare().ok());
+    }
+
+    EXPECT_EQ(contentsOf(in("orders.xml")), "old");
+    EXPECT_EQ(names().size(), 1u);
+}
+
+TEST_F(SafeFileTest, anEmptyFileCanBeWritten)
+{
+    put(in("orders.xml"), "old");
+
+    ASSERT_TRUE(writeFileSafely(in("orders.xml"), "").ok());
+
+    EXPECT_TRUE(fs::exists(in("orders.xml")));
+    EXPECT_EQ(contentsOf(in("orders.xml")), "");
+}
+
+TEST_F(SafeFileTest, largeContentsInPiecesOfEverySizeArriveInOrder)
+{
+    std::string expected;
+    SafeFile file(in("large"));
+    std::mt19937 random(1);
+    for (const std::size_t size : {1u, 1u << 20, (1u << 20) - 1, (1u << 20) + 1, 3u << 20, 7u, 1000u, 0u}) {
+        std::string piece(size, '\0');
+        for (char& byte : piece)
+            byte = static_cast<char>(random());
+        file.append(piece);
+        expected += piece;
+    }
+
+    ASSERT_TRUE(file.commit().ok());
+
+    EXPECT_EQ(contentsOf(in("large")), expected);
+    EXPECT_EQ(file.written().size(), expected.size());
+}
+
+TEST_F(SafeFileTest, theNewFileKeepsTheOldOnesRights)
+{
+    put(in("orders.xml"), "old");
+    ASSERT_EQ(chmod(in("orders.xml").c_str(), 0640), 0);
+
+    ASSERT_TRUE(writeFileSafely(in("orders.xml"), "new").ok());
+
+    struct stat status { };
+    ASSERT_EQ(stat(in("orders.xml").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0640u);
+}
+
+TEST_F(SafeFileTest, aMissingFolderIsAnErrorThatNamesTheFile)
+{
+    const Result<void> written = writeFileSafely(in("nowhere/orders.xml"), "new");
+
+    ASSERT_FALSE(written.ok());
+    EXPECT_EQ(written.error().message, in("nowhere/orders.xml") + " could not be created: No such file or directory");
+}
+
+TEST_F(SafeFileTest, aTargetThatCannotBeReplacedIsAnErrorAndLeavesNoTemporary)
+{
+    fs::create_directory(in("orders.xml"));
+    put(in("orders.xml/kept"), "kept");
+
+    const Result<void> written = writeFileSafely(in("orders.xml"), "new");
+
+    ASSERT_FALSE(written.ok());
+    EXPECT_EQ(written.error().message.find(in("orders.xml") + " could not be put into its place"), 0u);
+    EXPECT_EQ(contentsOf(in("orders.xml/kept")), "kept");
+    EXPECT_EQ(names().size(), 1u);
+}
+
+TEST_F(SafeFileTest, aDiskThatTakesNoMoreLeavesTheOldFileAsItWas)
+{
+    put(in("orders.xml"), "old");
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        // No file of this process may grow beyond 1000 bytes.
+        const rlimit limit {1000, 1000};
+        signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &limit);
+        const Result<void> written = writeFileSafely(in("orders.xml"), std::string(2000, 'x'));
+        _exit(!written && written.error().message.find("could not be written: File too large") != std::string::npos ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(contentsOf(in("orders.xml")), "old");
+    EXPECT_EQ(names().size(), 1u);
+}
+
+// Reading
+
+TEST_F(SafeFileTest, aWholeFileIsRead)
+{
+    const std::string bytes(3'000'001, 'b');
+    put(in("file"), bytes);
+
+    const FileBytes read = readWholeFile(in("file"));
+
+    EXPECT_EQ(read.trouble, ReadTrouble::none);
+    EXPECT_EQ(read.bytes, bytes);
+    EXPECT_EQ(read.reason, "");
+}
+
+TEST_F(SafeFileTest, aMissingFileIsToldFromAnUnreadableOne)
+{
+    fs::create_directory(in("folder"));
+    ASSERT_EQ(mkfifo(in("pipe").c_str(), 0600), 0);
+
+    const FileBytes missing = readWholeFile(in("missing"));
+    EXPECT_EQ(missing.trouble, ReadTrouble::missing);
+    EXPECT_EQ(missing.reason, in("missing") + " could not be read: No such file or directory");
+    EXPECT_EQ(readWholeFile(in("folder")).trouble, ReadTrouble::unreadable);
+    EXPECT_EQ(readWholeFile(in("folder")).reason, in("folder") + " is not an ordinary file");
+    EXPECT_EQ(readWholeFile(in("pipe")).trouble, ReadTrouble::unreadable);
+}
+
+// Groups
+
+class FileGroupTest : public SafeFileTest {
+protected:
+    void SetUp() override
+    {
+        put(in("orders.xml"), "old orders");
+        put(in("items.xml"), "old items");
+    }
+
+    /// Leaves the folder as a power cut does after the intent was written and this many files were renamed.
+    void interruptAfterRenaming(int renamed)
+    {
+        // A target that cannot be replaced stops the commit with the first file renamed.
+        fs::remove(in("items.xml"));
+        fs::create_directories(in("items.xml/in the way"));
+        FileGroup group(folder());
+        group.add("orders.xml").append("new orders");
+        group.add("items.xml").append("new items");
+        ASSERT_FALSE(group.commit().ok());
+        fs::remove_all(in("items.xml"));
+        put(in("items.xml"), "old items");
+        if (renamed == 0) {
+            fs::rename(in("orders.xml"), temporaryOf("orders.xml"));
+            put(in("orders.xml"), "old orders");
+        }
+        if (renamed == 2)
+            fs::rename(temporaryOf("items.xml"), in("items.xml"));
+    }
+
+    /// The path of the temporary that the intent names for a file.
+    std::string temporaryOf(const std::string& target) const
+    {
+        std::ifstream intent(in(intentFile));
+        for (std::string line; std::getline(intent, line);) {
+            if (line.ends_with('/' + target)) {
+                const std::string names = line.substr(line.find(' ', line.find(' ') + 1) + 1);
+                return in(names.substr(0, names.find('/')));
+            }
+        }
+        ADD_FAILURE() << "the intent names no " << target;
+        return in("none");
+    }
+
+    /// What a reader of the folder gets now.
+    std::string seen(const std::string& name) const
+    {
+        const std::map<std::string, std::string> instead = FileGroup::interrupted(folder());
+        const auto other = instead.find(name);
+        return contentsOf(other == instead.end() ? in(name) : other->second);
+    }
+
+    void expectBoth(const std::string& age)
+    {
+        EXPECT_EQ(seen("orders.xml"), age + " orders");
+        EXPECT_EQ(seen("items.xml"), age + " items");
+        ASSERT_TRUE(FileGroup::repair(folder()).ok());
+        EXPECT_EQ(contentsOf(in("orders.xml")), age + " orders");
+        EXPECT_EQ(contentsOf(in("items.xml")), age + " items");
+        EXPECT_EQ(names(), (std::vector<std::string> {"items.xml", "orders.xml"}));
+    }
+};
+
+TEST_F(FileGroupTest, aCommitReplacesEveryFileAndLeavesNothingElse)
+{
+    FileGroup group(folder());
+    group.add("orders.xml").append("new orders");
+    group.add("items.xml").append("new items");
+
+    ASSERT_TRUE(group.commit().ok());
+
+    EXPECT_EQ(names(), (std::vector<std::string> {"items.xml", "orders.xml"}));
+    expectBoth("new");
+}
+
+TEST_F(FileGroupTest, aGroupOfOneIsAnOrdinaryFile)
+{
+    FileGroup group(folder());
+    group.add("orders.xml").append("new orders");
+
+    ASSERT_TRUE(group.commit().ok());
+
+    EXPECT_EQ(contentsOf(in("orders.xml")), "new orders");
+    EXPECT_EQ(names().size(), 2u);
+}
+
+TEST_F(FileGroupTest, whenOneFileCannotBePreparedNoneChanges)
+{
+    FileGroup group(folder());
+    group.add("orders.xml").append("new orders");
+    group.add("nowhere/items.xml").append("new items");
+
+    EXPECT_FALSE(group.commit().ok());
+}
+
+TEST_F(FileGroupTest, aFolderThatWasNotInterruptedIsReadAsItIs)
+{
+    EXPECT_TRUE(FileGroup::interrupted(folder()).empty());
+    expectBoth("old");
+}
+
+TEST_F(FileGroupTest, afterACutBeforeTheIntentTheOldFilesStand)
+{
+    put(in(".vendaro-orders.xml.1.0.tmp"), "new orders");
+    put(in(".vendaro-items.xml.1.1.tmp"), "new it");
+
+    expectBoth("old");
+}
+
+TEST_F(FileGroupTest, afterACutBeforeTheFirstRenameTheNewFilesStand)
+{
+    interruptAfterRenaming(0);
+    ASSERT_EQ(contentsOf(in("orders.xml")), "old orders");
+
+    expectBoth("new");
+}
+
+TEST_F(FileGroupTest, afterACutBetweenTheRenamesTheNewFilesStand)
+{
+    interruptAfterRenaming(1);
+    ASSERT_EQ(contentsOf(in("orders.xml")), "new orders");
+    ASSERT_EQ(contentsOf(in("items.xml")), "old items");
+
+    expectBoth("new");
+}
+
+TEST_F(FileGroupTest, afterACutBehindTheLastRenameTheNewFilesStand)
+{
+    interruptAfterRenaming(2);
+
+    expectBoth("new");
+}
+
+TEST_F(FileGroupTest, readingRepairsNothing)
+{
+    interruptAfterRenaming(1);
+    const std::vector<std::string> before = names();
+
+    FileGroup::interrupted(folder());
+
+    EXPECT_EQ(names(), before);
+    EXPECT_EQ(contentsOf(in("items.xml")), "old items");
+}
+
+TEST_F(FileGroupTest, aTemporaryThatIsNotWholeMakesTheIntentVoid)
+{
+    interruptAfterRenaming(0);
+    put(temporaryOf("items.xml"), "new ite");
+
+    expectBoth("old");
+}
+
+TEST_F(FileGroupTest, aTemporaryOfTheRightSizeButOtherContentsMakesTheIntentVoid)
+{
+    interruptAfterRenaming(0);
+    put(temporaryOf("items.xml"), "new itemz");
+
+    expectBoth("old");
+}
+
+TEST_F(FileGroupTest, anIntentCutAnywhereIsVoid)
+{
+    interruptAfterRenaming(0);
+    const std::string intent = contentsOf(in(intentFile));
+    for (std::size_t length = 0; length + 1 < intent.size(); ++length) {
+        put(in(intentFile), intent.substr(0, length));
+        ASSERT_TRUE(FileGroup::interrupted(folder()).empty()) << length;
+    }
+}
+
+TEST_F(FileGroupTest, aGroupWhoseFirstFileCannotBeReplacedLeavesNothingBehind)
+{
+    fs::remove(in("orders.xml"));
+    fs::create_directories(in("orders.xml/in the way"));
+    {
+        FileGroup group(folder());
+        group.add("orders.xml").append("new orders");
+        group.add("items.xml").append("new items");
+        ASSERT_FALSE(group.commit().ok());
+    }
+
+    EXPECT_EQ(contentsOf(in("items.xml")), "old items");
+    EXPECT_EQ(names(), (std::vector<std::string> {"items.xml", "orders.xml"}));
+}
+
+TEST_F(FileGroupTest, aLaterWriteIsNotUndoneByAnIntentThatWasLeft)
+{
+    interruptAfterRenaming(1);
+    FileGroup later(folder());
+    later.add("items.xml").append("later items");
+    ASSERT_TRUE(later.commit().ok());
+
+    EXPECT_EQ(seen("items.xml"), "later items");
+    ASSERT_TRUE(FileGroup::repair(folder()).ok());
+    EXPECT_EQ(contentsOf(in("items.xml")), "later items");
+}
+
+TEST_F(FileGroupTest, aProgramKilledAtAnyMomentLeavesBothFilesOfOneKind)
+{
+    std::mt19937 random(7);
+    for (int round = 0; round < 40; ++round) {
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            for (int i = 0;; ++i) {
+                FileGroup group(folder());
+                group.add("orders.xml").append("generation " + std::to_string(round * 1'000'000 + i));
+                group.add("items.xml").append("generation " + std::to_string(round * 1'000'000 + i));
+                if (!group.commit())
+                    _exit(1);
+            }
+        }
+        usleep(1000 + random() % 20'000);
+        kill(child, SIGKILL);
+        int status = 0;
+        waitpid(child, &status, 0);
+        ASSERT_TRUE(WIFSIGNALED(status)) << "the child gave up by itself";
+        ASSERT_EQ(seen("orders.xml").substr(0, 3), seen("items.xml").substr(0, 3));
+        ASSERT_TRUE(seen("orders.xml") == "old orders" || seen("orders.xml") == seen("items.xml")) << round;
+        const std::string before = seen("orders.xml");
+        ASSERT_TRUE(FileGroup::repair(folder()).ok());
+        ASSERT_EQ(contentsOf(in("orders.xml")), before);
+        ASSERT_EQ(names(), (std::vector<std::string> {"items.xml", "orders.xml"}));
+    }
+}
+
+// Creating a file that must not be there yet
+
+TEST_F(SafeFileTest, onlyTheFirstCreatesAFile)
+{
+    const Result<bool> first = createExclusively(in("lock.xml"), "first");
+    const Result<bool> second = createExclusively(in("lock.xml"), "second");
+
+    ASSERT_TRUE(first.ok() && second.ok());
+    EXPECT_TRUE(first.value());
+    EXPECT_FALSE(second.value());
+    EXPECT_EQ(contentsOf(in("lock.xml")), "first");
+    EXPECT_EQ(names().size(), 1u);
+}
+
+TEST_F(SafeFileTest, creatingInAMissingFolderIsAnError)
+{
+    EXPECT_FALSE(createExclusively(in("nowhere/lock.xml"), "first").ok());
+}
+
+TEST_F(SafeFileTest, ofFourProgramsExactlyOneCreatesTheFileAndItIsNeverSeenHalfWritten)
+{
+    for (int round = 0; round < 60; ++round) {
+        const std::string path = in("lock" + std::to_string(round));
+        int gate[2];
+        ASSERT_EQ(pipe(gate), 0);
+        std::vector<pid_t> children;
+        for (int i = 0; i < 4; ++i) {
+            const pid_t child = fork();
+            ASSERT_GE(child, 0);
+            if (child == 0) {
+                close(gate[1]);
+                char byte;
+                while (read(gate[0], &byte, 1) > 0) { }
+                const Result<bool> created = createExclusively(path, std::string(5000, static_cast<char>('a' + i)));
+                _exit(!created ? 2 : created.value() ? 0 : 1);
+            }
+            children.push_back(child);
+        }
+        close(gate[0]);
+        close(gate[1]);
+        FileBytes seen;
+        while ((seen = readWholeFile(path)).trouble == ReadTrouble::missing)
+            std::this_thread::yield();
+        ASSERT_EQ(seen.bytes, std::string(5000, seen.bytes.empty() ? '?' : seen.bytes[0]));
+        int winner = -1;
+        for (std::size_t i = 0; i < children.size(); ++i) {
+            int status = 0;
+            waitpid(children[i], &status, 0);
+            ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) < 2);
+            if (WEXITSTATUS(status) == 0) {
+                ASSERT_EQ(winner, -1) << "two programs think the file is theirs";
+                winner = static_cast<int>(i);
+            }
+        }
+        ASSERT_EQ(contentsOf(path), std::string(5000, static_cast<char>('a' + winner)));
+    }
+}

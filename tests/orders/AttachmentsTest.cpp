@@ -1,0 +1,122 @@
+#include "orders/Attachments.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+class AttachmentsTest : public testing::Test {
+protected:
+    QString database() const { return m_home.filePath("a.vendb"); }
+    QString writeFile(const QString& path, const QByteArray& bytes = "oak") const
+    {
+        EXPECT_TRUE(QDir().mkpath(QFileInfo(path).path()));
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        return path;
+    }
+    QString source(const char* name, const QByteArray& bytes = "oak") const { return writeFile(m_home.filePath(name), bytes); }
+    static QByteArray bytesOf(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    QTemporaryDir m_home;
+    QStringList kept;
+    Attachments attachments {[this] { return database(); },
+        [this](const QString& folder) {
+            kept += folder;
+            return Result<void>();
+        }};
+};
+
+TEST_F(AttachmentsTest, AFileIsCopiedUnderItsNameIntoTheFolderOfItsOrder)
+{
+    const QString plan = source("plan.txt");
+    EXPECT_TRUE(attachments.file(12, plan));
+    EXPECT_EQ(bytesOf(database() + "/Attachments/order12/plan.txt"), "oak");
+    EXPECT_EQ(QDir(database() + "/Attachments/order12").entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+        QStringList("plan.txt"));
+    EXPECT_EQ(bytesOf(plan), "oak");
+    EXPECT_EQ(attachments.countAttachments(12), 1);
+    EXPECT_EQ(attachments.countAttachments(1), 0);
+    EXPECT_EQ(attachments.countAttachments(2), 0);
+}
+
+TEST_F(AttachmentsTest, NothingThatIsThereIsOverwritten)
+{
+    ASSERT_TRUE(attachments.file(1, source("plan.txt", "first")));
+    const Result<void> again = attachments.file(1, source("plan.txt", "second"));
+    ASSERT_FALSE(again);
+    EXPECT_NE(again.error().message.find("plan.txt"), std::string::npos);
+    EXPECT_EQ(bytesOf(attachments.folder(1) + "/plan.txt"), "first");
+}
+
+TEST_F(AttachmentsTest, OnlyOrdinaryFilesCanBeAttached)
+{
+    const QString plan = source("plan.txt");
+    ASSERT_TRUE(QFile::link(plan, m_home.filePath("link.txt")));
+    ASSERT_TRUE(QDir().mkpath(m_home.filePath("folder")));
+    for (const char* name : {"link.txt", "folder", "nothing.txt"}) {
+        const Result<void> refused = attachments.file(1, m_home.filePath(name));
+        ASSERT_FALSE(refused) << name;
+        EXPECT_NE(refused.error().message.find(name), std::string::npos);
+    }
+    EXPECT_EQ(attachments.countAttachments(1), 0);
+}
+
+TEST_F(AttachmentsTest, ACopyThatWasBrokenOffEarlierDoesNotStandInTheWay)
+{
+    writeFile(database() + "/Attachments/order1/plan.txt.part", "half");
+    EXPECT_TRUE(attachments.file(1, source("plan.txt", "whole")));
+    EXPECT_EQ(bytesOf(attachments.folder(1) + "/plan.txt"), "whole");
+    EXPECT_EQ(attachments.countAttachments(1), 1);
+}
+
+TEST_F(AttachmentsTest, TheFoldersAreFoundInWhateverCaseTheyAreSpelled)
+{
+    writeFile(database() + "/attachments/Order3/a.txt");
+    EXPECT_EQ(attachments.folder(3), database() + "/attachments/Order3");
+    EXPECT_EQ(attachments.countAttachments(3), 1);
+    EXPECT_EQ(attachments.folder(4), database() + "/attachments/order4");
+}
+
+TEST_F(AttachmentsTest, ADesktopFileIsLeftOutOnlyWhereItComesFirst)
+{
+    writeFile(database() + "/Attachments/order1/.DS_Store");
+    EXPECT_EQ(attachments.countAttachments(1), 0);
+    writeFile(database() + "/Attachments/order1/b.txt");
+    EXPECT_EQ(attachments.countAttachments(1), 1);
+    writeFile(database() + "/Attachments/order1/!first.txt");
+    EXPECT_EQ(attachments.countAttachments(1), 3);
+}
+
+TEST_F(AttachmentsTest, FoldersAndHiddenFilesInTheFolderCountToo)
+{
+    writeFile(database() + "/Attachments/order1/bundle.rtfd/TXT.rtf");
+    writeFile(database() + "/Attachments/order1/.hidden");
+    EXPECT_EQ(attachments.countAttachments(1), 2);
+}
+
+TEST_F(AttachmentsTest, DeletingHandsTheWholeFolderToTheKeeper)
+{
+    EXPECT_TRUE(attachments.deleteAttachments(1));
+    EXPECT_TRUE(kept.isEmpty());
+    ASSERT_TRUE(attachments.file(1, source("plan.txt")));
+    EXPECT_TRUE(attachments.deleteAttachments(1));
+    EXPECT_EQ(kept, QStringList(database() + "/Attachments/order1"));
+}
+
+TEST_F(AttachmentsTest, TheCountIsToldInTheseWords)
+{
+    EXPECT_EQ(Attachments::statusText(0), "There are no attachments");
+    EXPECT_EQ(Attachments::statusText(1), "There is 1 attachment");
+    EXPECT_EQ(Attachments::statusText(2), "There are  2  attachments");
+}
+
+} // namespace

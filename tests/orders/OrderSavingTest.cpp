@@ -1,0 +1,342 @@
+// OrderManager's editor beside the plain way: what is saved when, what settings, deletions and other databases do meanwhile.
+#include "support/Business.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+
+namespace {
+
+class OrderSavingTest : public Business {
+protected:
+    OrderForm& form() { return orders().form; }
+    PrefsController& preferences() { return app().getPrefsController(); }
+    static void choose(ChoiceField& field, const char* title) { field.edit(static_cast<int>(field.titles().indexOf(title))); }
+    Order& purchaseOrder()
+    {
+        Order& clay = order("Clay");
+        clay.setType("Purchase Order");
+        return clay;
+    }
+    void savePaid(Order& purchase, const char* date)
+    {
+        orders().editThisOrder(purchase);
+        form().balancePaid.edit(date);
+        form().save.trigger();
+    }
+    /// Opens a second database that holds nothing but these orders.
+    void openOther(const QByteArray& ordersFile)
+    {
+        const QString folder = home() + "/Other.vendb";
+        ASSERT_TRUE(QDir().mkpath(folder));
+        QFile file(folder + "/orders.xml");
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(document(ordersFile));
+        file.close();
+        preferences().setDbLocation(folder);
+        app().session().switchDatabase();
+    }
+};
+
+// Figures
+
+TEST_F(OrderSavingTest, TypedFiguresAreStoredInMoneyForm)
+{
+    begin(taxSettings());
+    Order& bench = order("Bench");
+    orders().editThisOrder(bench);
+    form().shipping.edit("5");
+    form().taxAmount.edit("1234.5");
+    form().net.edit("-.5");
+    form().save.trigger();
+    EXPECT_EQ(bench.getShipping(), "5.00");
+    EXPECT_EQ(bench.getTax(), "1,234.50");
+    EXPECT_EQ(bench.getNet(), "-0.50");
+}
+
+TEST_F(OrderSavingTest, AFigureThatDoesNotReadIsStoredAsTypedAndAnEmptyOneStaysEmpty)
+{
+    begin();
+    Order& bench = order("Bench");
+    orders().editThisOrder(bench);
+    form().shipping.edit("to be told");
+    form().save.trigger();
+    EXPECT_EQ(bench.getShipping(), "to be told");
+    EXPECT_EQ(bench.getTax(), "");
+    EXPECT_EQ(bench.getValueWithTax(), "0.00");
+}
+
+TEST_F(OrderSavingTest, SubtotalAndShippingTogetherLeaveTaxOutWhateverTheNameSays)
+{
+    begin(taxSettings());
+    orders().create();
+    line(currentOrder(), "100.00");
+    form().shipping.edit("10");
+    form().calculateTax.trigger();
+    Order& bench = currentOrder();
+    form().save.trigger();
+    EXPECT_EQ(bench.getTax(), "22.00");
+    EXPECT_EQ(bench.getValueWithTax(), "110.00");
+    EXPECT_EQ(bench.getBalance(), "132.00");
+}
+
+// The moment of saving
+
+TEST_F(OrderSavingTest, OrdersLinesAndItemsAreWrittenAsTheyStoodWhenSaved)
+{
+    begin();
+    Item& mug = item("Mug", "10");
+    orders().create();
+    Order& sale = currentOrder();
+    orders().addItemToCurrentOrder(mug);
+    form().orderTitle.edit("As saved");
+    form().save.trigger();
+    sale.setTitle("Changed later");
+    mug.setQty("77");
+    lines().at(0).setItem("Changed later");
+    app().folder().drain();
+    EXPECT_TRUE(readFile("orders.xml").contains("As saved"));
+    EXPECT_TRUE(readFile("items.xml").contains("<key>qty</key>\n\t\t\t<string>9</string>")) << readFile("items.xml").toStdString();
+    EXPECT_FALSE(readFile("orders.xml").contains("Changed later"));
+    EXPECT_FALSE(readFile("itemsordered.xml").contains("Changed later"));
+    quit();
+    EXPECT_TRUE(readFile("orders.xml").contains("Changed later"));
+}
+
+TEST_F(OrderSavingTest, SavesThatFollowEachOtherEndWithTheLast)
+{
+    begin();
+    Order& bench = order("Bench");
+    for (int save = 1; save <= 20; ++save) {
+        orders().editThisOrder(bench);
+        form().orderTitle.edit("Save " + QString::number(save) + '.');
+        form().save.trigger();
+    }
+    app().folder().drain();
+    EXPECT_TRUE(readFile("orders.xml").contains("Save 20."));
+}
+
+TEST_F(OrderSavingTest, SavingFiltersTheListAnew)
+{
+    begin();
+    Order& bench = order("Bench", "Quoted");
+    choose(orders().listForm.filter, "Quoted");
+    ASSERT_EQ(orders().numberOfRows(), 1);
+    orders().editThisOrder(bench);
+    choose(form().status, "Complete");
+    EXPECT_EQ(orders().numberOfRows(), 1);
+    form().save.trigger();
+    EXPECT_EQ(orders().numberOfRows(), 0);
+}
+
+TEST_F(OrderSavingTest, CancellingANewOrderGivesNoStockBack)
+{
+    begin();
+    Item& mug = item("Mug", "10");
+    orders().create();
+    orders().addItemToCurrentOrder(mug);
+    form().cancel.trigger();
+    EXPECT_EQ(mug.getQty(), "9");
+    EXPECT_EQ(lines().getCount(), 0);
+}
+
+TEST_F(OrderSavingTest, NothingIsPutOnAnOrderThatIsGone)
+{
+    begin();
+    Item& mug = item("Mug", "10");
+    orders().create();
+    form().cancel.trigger();
+    orders().addItemToCurrentOrder(mug);
+    EXPECT_EQ(mug.getQty(), "10");
+    EXPECT_EQ(lines().getCount(), 0);
+}
+
+// Choices
+
+TEST_F(OrderSavingTest, AMethodFrequencyOrKindThatIsNotListedSurvivesASave)
+{
+    begin();
+    Order& bench = order("Bench");
+    bench.setPaymentMethod("Barter");
+    bench.setRepeatFrequency("decade");
+    bench.setType("Loan");
+    orders().editThisOrder(bench);
+    form().save.trigger();
+    EXPECT_EQ(bench.getPaymentMethod(), "Barter");
+    EXPECT_EQ(bench.getRepeatFrequency(), "decade");
+    EXPECT_EQ(bench.getType(), "Loan");
+}
+
+TEST_F(OrderSavingTest, ANewOrderStartsWithTheUsualStatusWhereItsOwnIsNotListed)
+{
+    begin("<key>VendaroStatuses</key><string>Asked\nDone\nPaid</string>");
+    Order& old = order("Old", "Paid");
+    orders().editThisOrder(old);
+    choose(form().status, "Done");
+    EXPECT_EQ(app().settingsStore().text(settings::selectedStatus), "1");
+    form().cancel.trigger();
+    orders().editThisOrder(old);
+    EXPECT_EQ(form().status.title(), "Paid");
+    form().cancel.trigger();
+
+    orders().create();
+    EXPECT_EQ(form().status.title(), "Done");
+    Order& made = currentOrder();
+    EXPECT_EQ(made.getStatus(), "Enquiry");
+    form().save.trigger();
+    EXPECT_EQ(made.getStatus(), "Done");
+}
+
+TEST_F(OrderSavingTest, SavingTheSettingsLeavesTheStatusOfTheOrderInTheEditor)
+{
+    begin();
+    Order& bench = order("Bench", "Quoted");
+    orders().editThisOrder(bench);
+    preferences().form.statuses.edit("Asked\nDone");
+    preferences().OKButton();
+    EXPECT_EQ(form().status.title(), "Quoted");
+    form().save.trigger();
+    EXPECT_EQ(bench.getStatus(), "Quoted");
+}
+
+TEST_F(OrderSavingTest, AStatusThatIsNoLongerListedNoLongerFilters)
+{
+    begin();
+    order("Bench", "Quoted");
+    order("Table", "Paid");
+    choose(orders().listForm.filter, "Quoted");
+    EXPECT_EQ(orders().numberOfRows(), 1);
+    preferences().form.statuses.edit("Asked\nDone");
+    preferences().OKButton();
+    EXPECT_EQ(orders().listForm.filter.title(), "All");
+    EXPECT_EQ(orders().numberOfRows(), 2);
+}
+
+TEST_F(OrderSavingTest, AnUnreadableLastRepeatIsShownAsItIsWithoutANextOne)
+{
+    begin();
+    Order& bench = order("Bench");
+    bench.setLastRepeatDate("soon");
+    bench.setRepeats(true);
+    orders().editThisOrder(bench);
+    EXPECT_EQ(form().repeatInformation.text(), "Last repeated on soon. ");
+}
+
+// Bills
+
+TEST_F(OrderSavingTest, ADeletedBillIsMadeAnew)
+{
+    begin();
+    Order& clay = purchaseOrder();
+    savePaid(clay, "05/03/24");
+    BillManager& bills = app().getBillManager();
+    bills.deleteItem(bills.at(0));
+    savePaid(clay, "06/03/24");
+    ASSERT_EQ(bills.getCount(), 1);
+    EXPECT_EQ(bills.at(0).getDatePaid(), "06/03/24");
+    EXPECT_EQ(clay.getBillId(), bills.at(0).getID());
+}
+
+TEST_F(OrderSavingTest, AnUndonePurchaseOrderIsBilledAnew)
+{
+    begin();
+    Order& clay = purchaseOrder();
+    savePaid(clay, "05/03/24");
+    orders().selectRow(0);
+    alerts.answer("OK");
+    orders().deleteKey();
+    EXPECT_EQ(app().getBillManager().getCount(), 0);
+    orders().undo();
+    savePaid(clay, "05/03/24");
+    EXPECT_EQ(app().getBillManager().getCount(), 1);
+}
+
+// Contacts
+
+TEST_F(OrderSavingTest, TheLinesFollowWhoeverWasPickedLastAlsoOnTheSecondTab)
+{
+    begin();
+    Order& bench = order("Bench");
+    const Material& ofBench = line(bench, "1.00");
+    Contact& bob = contact("Bob");
+    orders().editThisOrder(bench);
+    form().tab.edit(OrderForm::secondContactTab);
+    orders().setContact(bob);
+    EXPECT_EQ(ofBench.getContact(), bob.getID());
+    EXPECT_EQ(bench.getContactId(), 0);
+}
+
+TEST_F(OrderSavingTest, AContactOfADatabaseThatWasOpenBeforeIsNotTakenForAnotherOfItsId)
+{
+    begin();
+    const Contact& ann = contact("Ann");
+    ASSERT_EQ(ann.getID(), 1);
+    order("Bench");
+    openOther("<dict><key>orders</key><array><dict><key>id</key><string>9</string><key>contact</key><string>1</string>"
+              "<key>contact2</key><string>1</string></dict></array></dict>");
+    ASSERT_EQ(orders().getCount(), 1);
+    const Order& other = orders().at(0);
+    EXPECT_EQ(other.getContact(), nullptr);
+    EXPECT_EQ(other.getContact2(Order::Fallback::none), nullptr);
+    EXPECT_EQ(other.getFieldByName("contactname"), "");
+    EXPECT_EQ(other.getContactId(), 1);
+}
+
+// Attachments
+
+TEST_F(OrderSavingTest, FilesOfADeletedOrderLieInTheRecoveryStore)
+{
+    begin();
+    Order& bench = order("Bench");
+    orders().editThisOrder(bench);
+    QFile plan(home() + "/plan.txt");
+    ASSERT_TRUE(plan.open(QIODevice::WriteOnly));
+    plan.write("oak");
+    plan.close();
+    orders().fileDropped(plan.fileName());
+    orders().deleteOrder(bench);
+    QStringList found;
+    for (QDirIterator walk(supportFolder() + "/Recovery", {"plan.txt"}, QDir::Files, QDirIterator::Subdirectories); walk.hasNext();)
+        found += walk.next();
+    ASSERT_EQ(found.size(), 1);
+    QFile kept(found.front());
+    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+    EXPECT_EQ(kept.readAll(), "oak");
+}
+
+// Stationery
+
+TEST_F(OrderSavingTest, TheChooserShowsEachTemplateOnceAndTheOneChosenLast)
+{
+    begin("<key>chosenTemplate</key><string>2</string>");
+    const QStringList names = form().stationery.titles();
+    EXPECT_TRUE(names.contains("Invoice with tax"));
+    EXPECT_EQ(names.count("Invoice"), 1);
+    EXPECT_EQ(form().stationery.index(), 2);
+    form().stationery.edit(3);
+    EXPECT_EQ(app().settingsStore().text(settings::chosenTemplate), "3");
+    restart();
+    EXPECT_EQ(form().stationery.index(), 3);
+}
+
+TEST_F(OrderSavingTest, WithoutAChoiceTheFirstTemplateIsChosen)
+{
+    begin();
+    EXPECT_EQ(form().stationery.index(), 0);
+}
+
+TEST_F(OrderSavingTest, PrintingOpensTheOrdersDocumentAndLeavesTheEditorOpen)
+{
+    begin();
+    int documents = 0;
+    QObject::connect(&app(), &Vendaro::documentOpened, [&] { ++documents; });
+    orders().create();
+    form().orderTitle.edit("Bench");
+    form().printInvoice.trigger();
+    EXPECT_EQ(documents, 1);
+    EXPECT_EQ(currentOrder().getTitle(), "Bench");
+    EXPECT_TRUE(form().isOpen());
+    EXPECT_TRUE(orders().isCreating());
+}
+
+} // namespace

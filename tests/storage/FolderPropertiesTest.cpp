@@ -1,0 +1,134 @@
+#include "storage/FolderProperties.h"
+
+#include "foundation/Log.h"
+#include "storage/RecoveryStore.h"
+#include "support/FakeDesktop.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+
+class FolderPropertiesTest : public testing::Test {
+protected:
+    FolderPropertiesTest()
+    {
+        setLogSink([this](std::string_view line) { log.emplace_back(line); });
+        QDir().mkpath(folder);
+    }
+    ~FolderPropertiesTest() override { setLogSink({}); }
+
+    QByteArray contents(const QString& path) const
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
+    }
+    void put(const QByteArray& bytes) const
+    {
+        QFile file(folder + "/info.plist");
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    static QByteArray document(const QByteArray& value)
+    {
+        return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+               "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+               "<plist version=\"1.0\">\n"
+            + value + "</plist>\n";
+    }
+
+    std::vector<std::string> log;
+    FakeClock clock;
+    FakeUser user;
+    QString folder = user.home() + "/shop.vendb";
+    RecoveryStore recovery {user.home() + "/Recovery", clock};
+    FolderProperties properties {recovery};
+};
+
+TEST_F(FolderPropertiesTest, aFolderWithoutPropertiesAnswersNothing)
+{
+    EXPECT_FALSE(properties.objectForKey(folder, "dbName").has_value());
+    EXPECT_FALSE(properties.objectForKey(folder + "/missing", "dbName").has_value());
+}
+
+TEST_F(FolderPropertiesTest, aPropertyIsWrittenIntoTheFolderAndReadBack)
+{
+    properties.setObjectForKey(folder, "My Shop & Co", "dbName");
+
+    EXPECT_EQ(properties.objectForKey(folder, "dbName"), "My Shop & Co");
+    EXPECT_EQ(contents(folder + "/info.plist"), document("<dict>\n\t<key>dbName</key>\n\t<string>My Shop &amp; Co</string>\n</dict>\n"));
+}
+
+TEST_F(FolderPropertiesTest, otherPropertiesOfTheFolderStay)
+{
+    put(document("<dict>\n\t<key>dbName</key>\n\t<string>Old</string>\n\t<key>other</key>\n\t<array>\n\t\t<integer>1</integer>\n\t</"
+                 "array>\n</dict>\n"));
+
+    properties.setObjectForKey(folder, "New", "dbName");
+
+    EXPECT_EQ(contents(folder + "/info.plist"),
+        document("<dict>\n\t<key>dbName</key>\n\t<string>New</string>\n\t<key>other</key>\n\t<array>\n\t\t<integer>1</integer>\n\t</"
+                 "array>\n</dict>\n"));
+    EXPECT_FALSE(properties.objectForKey(folder, "other").has_value());
+}
+
+TEST_F(FolderPropertiesTest, anEmptyTextIsAValue)
+{
+    properties.setObjectForKey(folder, "", "dbName");
+
+    EXPECT_EQ(properties.objectForKey(folder, "dbName"), "");
+}
+
+TEST_F(FolderPropertiesTest, eachFolderHasItsOwn)
+{
+    QDir().mkpath(folder + "2");
+    properties.setObjectForKey(folder, "one", "dbName");
+    properties.setObjectForKey(folder + "2", "two", "dbName");
+
+    EXPECT_EQ(properties.objectForKey(folder, "dbName"), "one");
+    EXPECT_EQ(properties.objectForKey(folder + "2", "dbName"), "two");
+}
+
+TEST_F(FolderPropertiesTest, anEqualValueLeavesTheFileAlone)
+{
+    const QByteArray bytes = "<plist><dict><key>dbName</key><string>Same</string></dict></plist>";
+    put(bytes);
+
+    properties.setObjectForKey(folder, "Same", "dbName");
+
+    EXPECT_EQ(contents(folder + "/info.plist"), bytes);
+}
+
+TEST_F(FolderPropertiesTest, aDamagedFileIsKeptBeforeItIsReplaced)
+{
+    for (const char* damaged : {"damaged", "", "<plist><array/></plist>"}) {
+        put(damaged);
+        QDir(user.home() + "/Recovery").removeRecursively();
+        EXPECT_FALSE(properties.objectForKey(folder, "dbName").has_value());
+
+        properties.setObjectForKey(folder, "New", "dbName");
+
+        EXPECT_EQ(properties.objectForKey(folder, "dbName"), "New");
+        EXPECT_EQ(contents(user.home() + "/Recovery/20240301-101530 info.plist"), damaged);
+    }
+}
+
+TEST_F(FolderPropertiesTest, aDamagedFileThatCannotBeKeptIsNotReplaced)
+{
+    put("damaged");
+    QFile inTheWay(user.home() + "/Recovery");
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+
+    properties.setObjectForKey(folder, "New", "dbName");
+
+    EXPECT_EQ(contents(folder + "/info.plist"), "damaged");
+    EXPECT_EQ(log, std::vector<std::string> {"couldn't write database's properties"});
+}
+
+TEST_F(FolderPropertiesTest, aFailureIsOnlyLogged)
+{
+    properties.setObjectForKey(folder + "/missing", "New", "dbName");
+
+    ASSERT_FALSE(log.empty());
+    EXPECT_EQ(log.front(), "couldn't write database's properties");
+}

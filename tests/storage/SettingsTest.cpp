@@ -1,0 +1,249 @@
+#include "storage/FileSettingsStore.h"
+#include "storage/RecoveryStore.h"
+
+#include "foundation/Log.h"
+#include "support/FakeDesktop.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+class SettingsTest : public testing::Test {
+protected:
+    SettingsTest()
+    {
+        setLogSink([](std::string_view) {});
+    }
+    ~SettingsTest() override { setLogSink({}); }
+
+    QString path() const { return user.home() + "/Library/Preferences/Vendaro.plist"; }
+    QString recoveryFolder() const { return user.home() + "/Recovery"; }
+    QByteArray contents(const QString& file) const
+    {
+        QFile open(file);
+        return open.open(QIODevice::ReadOnly) ? open.readAll() : QByteArray("(none)");
+    }
+    void put(const QByteArray& bytes) const
+    {
+        ASSERT_TRUE(QDir().mkpath(QFileInfo(path()).path()));
+        QFile file(path());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    static QByteArray document(const QByteArray& lines)
+    {
+        return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+               "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+               "<plist version=\"1.0\">\n"
+            + lines + "</plist>\n";
+    }
+
+    FakeClock clock;
+    FakeUser user;
+    RecoveryStore recovery {recoveryFolder(), clock};
+};
+
+TEST_F(SettingsTest, withoutAFileNothingIsSetAndNothingIsWritten)
+{
+    FileSettingsStore store(path(), recovery);
+
+    EXPECT_EQ(store.value("VendaroCurrency"), nullptr);
+    EXPECT_FALSE(store.text("VendaroCurrency").has_value());
+    EXPECT_FALSE(store.flag("VendaroHandlesTax"));
+    EXPECT_EQ(store.damage(), "");
+    EXPECT_TRUE(store.flush().ok());
+    EXPECT_FALSE(QFileInfo::exists(path()));
+}
+
+TEST_F(SettingsTest, valuesAreSeenAtOnceAndOnDiskAfterAFlush)
+{
+    FileSettingsStore store(path(), recovery);
+    store.setText("VendaroCurrency", "\xc2\xa3");
+    store.setText("VendaroCodeSort", "2");
+    EXPECT_EQ(store.text("VendaroCurrency"), "\xc2\xa3");
+    EXPECT_TRUE(store.isDirty());
+    EXPECT_FALSE(QFileInfo::exists(path()));
+
+    ASSERT_TRUE(store.flush().ok());
+
+    EXPECT_FALSE(store.isDirty());
+    EXPECT_EQ(contents(path()),
+        document("<dict>\n\t<key>VendaroCodeSort</key>\n\t<string>2</string>\n\t<key>VendaroCurrency</key>\n\t<string>\xc2\xa3</string>\n</"
+                 "dict>\n"));
+    EXPECT_EQ(FileSettingsStore(path(), recovery).text("VendaroCodeSort"), "2");
+}
+
+TEST_F(SettingsTest, registeredDefaultsAreAnsweredButNeverWritten)
+{
+    FileSettingsStore store(path(), recovery);
+    store.registerDefault("VendaroTermOrder", "Order");
+    store.setText("VendaroTermItem", "Item");
+    ASSERT_TRUE(store.flush().ok());
+
+    EXPECT_EQ(store.text("VendaroTermOrder"), "Order");
+    EXPECT_FALSE(contents(path()).contains("VendaroTermOrder"));
+    store.setText("VendaroTermOrder", "Job");
+    EXPECT_EQ(store.text("VendaroTermOrder"), "Job");
+    store.remove("VendaroTermOrder");
+    EXPECT_EQ(store.text("VendaroTermOrder"), "Order");
+}
+
+TEST_F(SettingsTest, settingAnEqualValueOrRemovingNothingIsNoChange)
+{
+    put(document("<dict>\n\t<key>a</key>\n\t<string>1</string>\n</dict>\n"));
+    FileSettingsStore store(path(), recovery);
+    store.setText("a", "1");
+    store.remove("b");
+
+    EXPECT_FALSE(store.isDirty());
+    int told = 0;
+    store.onDirty = [&] { ++told; };
+    store.setText("a", "2");
+    store.setText("a", "3");
+    EXPECT_EQ(told, 1);
+    ASSERT_TRUE(store.flush().ok());
+    store.remove("a");
+    EXPECT_EQ(told, 2);
+}
+
+TEST_F(SettingsTest, otherKindsOfValuesReadAsTextsAndFlags)
+{
+    put(document("<dict>\n\t<key>flag</key>\n\t<true/>\n\t<key>number</key>\n\t<integer>1</integer>\n\t<key>list</key>\n\t<array/>\n"
+                 "\t<key>yes</key>\n\t<string>YES</string>\n\t<key>no</key>\n\t<string>NO</string>\n</dict>\n"));
+    const FileSettingsStore store(path(), recovery);
+
+    EXPECT_TRUE(store.flag("flag"));
+    EXPECT_TRUE(store.flag("yes"));
+    EXPECT_FALSE(store.flag("no"));
+    EXPECT_FALSE(store.flag("list"));
+    EXPECT_EQ(store.text("number"), "1");
+    EXPECT_FALSE(store.text("list").has_value());
+    ASSERT_NE(store.value("list"), nullptr);
+    EXPECT_TRUE(store.value("list")->isArray());
+}
+
+TEST_F(SettingsTest, keysNobodyKnowsSurvive)
+{
+    const QByteArray before = document("<dict>\n\t<key>a</key>\n\t<string>1</string>\n\t<key>unknown</key>\n\t<dict>\n\t\t<key>x</key>\n"
+                                       "\t\t<integer>5</integer>\n\t</dict>\n</dict>\n");
+    put(before);
+    FileSettingsStore store(path(), recovery);
+    store.setText("a", "2");
+    ASSERT_TRUE(store.flush().ok());
+
+    EXPECT_EQ(contents(path()), QByteArray(before).replace("<string>1</string>", "<string>2</string>"));
+}
+
+TEST_F(SettingsTest, aDamagedFileIsKeptToldAndThenReplaced)
+{
+    const QByteArray damaged = document("<dict>\n\t<key>a</key>\n").chopped(20);
+    put(damaged);
+    FileSettingsStore store(path(), recovery);
+
+    const QString kept = recoveryFolder() + "/20240301-101530 Vendaro.plist";
+    EXPECT_EQ(contents(kept), damaged);
+    EXPECT_TRUE(store.damage().startsWith("The settings could not be read (line ")) << store.damage().toStdString();
+    EXPECT_TRUE(store.damage().endsWith("The original is kept as " + kept + ".")) << store.damage().toStdString();
+    store.setText("a", "1");
+    EXPECT_TRUE(store.flush().ok());
+    EXPECT_EQ(FileSettingsStore(path(), recovery).text("a"), "1");
+}
+
+TEST_F(SettingsTest, aFileOfAnotherShapeIsDamagedToo)
+{
+    put(document("<array/>\n"));
+    const FileSettingsStore store(path(), recovery);
+
+    EXPECT_TRUE(store.damage().contains("its root is no dictionary"));
+    EXPECT_EQ(QDir(recoveryFolder()).entryList(QDir::Files).size(), 1);
+}
+
+TEST_F(SettingsTest, aDamagedFileThatCannotBeKeptIsNotReplaced)
+{
+    put("damaged");
+    QFile inTheWay(recoveryFolder());
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    FileSettingsStore store(path(), recovery);
+    store.setText("a", "1");
+
+    EXPECT_FALSE(store.flush().ok());
+    EXPECT_EQ(contents(path()), "damaged");
+    EXPECT_TRUE(store.isDirty());
+
+    ASSERT_TRUE(inTheWay.remove());
+    EXPECT_TRUE(store.flush().ok());
+    EXPECT_EQ(contents(recoveryFolder() + "/20240301-101530 Vendaro.plist"), "damaged");
+    EXPECT_EQ(FileSettingsStore(path(), recovery).text("a"), "1");
+}
+
+TEST_F(SettingsTest, whatCannotBeWrittenStaysToBeWritten)
+{
+    ASSERT_TRUE(QDir().mkpath(user.home() + "/Library"));
+    QFile inTheWay(user.home() + "/Library/Preferences");
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    FileSettingsStore store(path(), recovery);
+    store.setText("a", "1");
+
+    EXPECT_FALSE(store.flush().ok());
+    EXPECT_TRUE(store.isDirty());
+    ASSERT_TRUE(inTheWay.remove());
+    EXPECT_TRUE(store.flush().ok());
+    EXPECT_FALSE(store.isDirty());
+}
+
+TEST_F(SettingsTest, textsAreCleanedOnTheirWayIn)
+{
+    FileSettingsStore store(path(), recovery);
+    store.setText("a", "be\x07ll caf\xe9");
+
+    EXPECT_EQ(store.text("a"), "bell caf\xef\xbf\xbd");
+}
+
+// The recovery store
+
+TEST_F(SettingsTest, copiesOfOneSecondGetNamesOfTheirOwn)
+{
+    put("first");
+    const Result<QString> first = recovery.keepCopy(path());
+    put("second");
+    const Result<QString> second = recovery.keepCopy(path());
+
+    ASSERT_TRUE(first.ok() && second.ok());
+    EXPECT_EQ(first.value(), recoveryFolder() + "/20240301-101530 Vendaro.plist");
+    EXPECT_EQ(second.value(), recoveryFolder() + "/20240301-101530-1 Vendaro.plist");
+    EXPECT_EQ(contents(first.value()), "first");
+    EXPECT_EQ(contents(second.value()), "second");
+    EXPECT_EQ(contents(path()), "second");
+}
+
+TEST_F(SettingsTest, onlyTheUserCanLookIntoTheRecoveryStore)
+{
+    ASSERT_TRUE(recovery.keepBytes("draft.txt", "text").ok());
+
+    const QFile::Permissions others =
+        QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    EXPECT_EQ(QFileInfo(recoveryFolder()).permissions() & others, QFile::Permissions());
+    EXPECT_EQ(contents(recoveryFolder() + "/20240301-101530 draft.txt"), "text");
+}
+
+TEST_F(SettingsTest, foldersAreMovedIntoTheRecoveryStoreWhole)
+{
+    ASSERT_TRUE(QDir().mkpath(user.home() + "/Attachments/7"));
+    QFile file(user.home() + "/Attachments/7/letter.txt");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("letter");
+    file.close();
+
+    ASSERT_TRUE(recovery.moveIn(user.home() + "/Attachments/7").ok());
+
+    EXPECT_FALSE(QFileInfo::exists(user.home() + "/Attachments/7"));
+    EXPECT_EQ(contents(recoveryFolder() + "/20240301-101530 7/letter.txt"), "letter");
+}
+
+TEST_F(SettingsTest, whatIsNotThereCannotBeKept)
+{
+    EXPECT_FALSE(recovery.keepCopy(user.home() + "/missing").ok());
+    EXPECT_FALSE(recovery.moveIn(user.home() + "/missing").ok());
+}

@@ -1,0 +1,107 @@
+// A program that is told to end from outside writes everything first. The program is a second run of this test binary.
+#include "ui/Ending.h"
+
+#include "UiTest.h"
+#include "ui/Program.h"
+#include "ui/shell/MainWindow.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <csignal>
+#include <cstdio>
+
+namespace {
+
+constexpr char ready[] = "ready to be ended\n";
+
+QByteArray contentsOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+/// The other side: a program with an order nobody has written yet and a setting that waits for its turn. Runs only when asked for.
+TEST(EndedProgram, waitsWithUnwrittenWork)
+{
+    if (!qEnvironmentVariableIsSet("VENDARO_TEST_HOME"))
+        GTEST_SKIP() << "runs only as the second program of the tests below";
+    QApplication::setQuitOnLastWindowClosed(false);
+    Ending ending;
+    Program program;
+    program.start();
+    Vendaro& vendaro = program.vendaro();
+    Order& order = vendaro.getOrderManager().createAndAddDataObject();
+    order.setTitle("Three stools");
+    vendaro.settingsStore().setText("VendaroTestOfEnding", "kept");
+    if (qEnvironmentVariableIsSet("VENDARO_TEST_EDITING")) {
+        vendaro.getOrderManager().editThisOrder(order);
+        vendaro.getOrderManager().form.orderTitle.edit("Half typed");
+    }
+    std::fputs(ready, stdout);
+    std::fflush(stdout);
+    const int status = QApplication::exec();
+    program.end();
+    ASSERT_EQ(status, 0);
+}
+
+namespace {
+
+class Ended : public testing::TestWithParam<int> {
+protected:
+    void start(const QStringList& environment = {})
+    {
+        QStringList variables = QProcess::systemEnvironment();
+        variables += "VENDARO_TEST_HOME=" + m_home.path();
+        m_program.setEnvironment(variables + environment);
+        m_program.setProcessChannelMode(QProcess::MergedChannels);
+        m_program.start(QApplication::applicationFilePath(), {"--gtest_filter=EndedProgram.waitsWithUnwrittenWork"});
+        QByteArray said;
+        while (!said.contains(ready)) {
+            ASSERT_TRUE(m_program.waitForReadyRead(20'000)) << said.toStdString();
+            said += m_program.readAll();
+        }
+        ASSERT_TRUE(QFile::exists(database() + "/lock.xml"));
+        ASSERT_FALSE(contentsOf(database() + "/orders.xml").contains("Three stools"));
+    }
+    void end(int signal)
+    {
+        ::kill(static_cast<pid_t>(m_program.processId()), signal);
+        ASSERT_TRUE(m_program.waitForFinished(20'000)) << "it goes on";
+        EXPECT_EQ(m_program.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(m_program.exitCode(), 0) << m_program.readAll().toStdString();
+    }
+    QString database() const { return m_home.path() + "/Library/Application Support/Vendaro/vendarodatabase.vendb"; }
+    QString settings() const { return m_home.path() + "/Library/Preferences/Vendaro.plist"; }
+
+    QTemporaryDir m_home;
+    QProcess m_program;
+};
+
+} // namespace
+
+TEST_P(Ended, writesEverythingAndGivesTheDatabaseFree)
+{
+    start();
+    end(GetParam());
+    EXPECT_TRUE(contentsOf(database() + "/orders.xml").contains("<string>Three stools</string>"));
+    EXPECT_TRUE(contentsOf(settings()).contains("VendaroTestOfEnding"));
+    EXPECT_FALSE(QFile::exists(database() + "/lock.xml"));
+}
+
+TEST_P(Ended, anOpenEditorDoesNotHoldItUpAndTheOrderStaysAsItWasSaved)
+{
+    start({"VENDARO_TEST_EDITING=1"});
+    end(GetParam());
+    const QByteArray orders = contentsOf(database() + "/orders.xml");
+    EXPECT_TRUE(orders.contains("<string>Three stools</string>"));
+    EXPECT_FALSE(orders.contains("Half typed"));
+    EXPECT_FALSE(QFile::exists(database() + "/lock.xml"));
+}
+
+INSTANTIATE_TEST_SUITE_P(BySignal, Ended, testing::Values(SIGTERM, SIGHUP, SIGINT),
+    [](const testing::TestParamInfo<int>& signal) { return std::string(sigabbrev_np(signal.param)); });

@@ -1,0 +1,58 @@
+// Places of windows and other odds and ends that are kept between runs.
+#include "ui/WindowMemory.h"
+
+#include "UiTest.h"
+
+#include <QScreen>
+
+using namespace uitest;
+
+TEST(WindowMemory, aWindowNobodyRememberedKeepsItsOwnSize)
+{
+    QWidget window;
+    window.resize(321, 234);
+    WindowMemory::restore(window, "never seen");
+    EXPECT_EQ(window.size(), QSize(321, 234));
+}
+
+TEST(WindowMemory, sizeAndPlaceComeBack)
+{
+    QWidget first;
+    first.setGeometry(40, 50, 320, 240);
+    first.show();
+    WindowMemory::remember(first, "notes");
+    QWidget second;
+    WindowMemory::restore(second, "notes");
+    EXPECT_EQ(second.geometry(), QRect(40, 50, 320, 240));
+}
+
+TEST(WindowMemory, theLastPlaceCounts)
+{
+    QWidget window;
+    window.resize(300, 200);
+    WindowMemory::remember(window, "twice");
+    window.resize(350, 250);
+    WindowMemory::remember(window, "twice");
+    QWidget next;
+    WindowMemory::restore(next, "twice");
+    EXPECT_EQ(next.size(), QSize(350, 250));
+}
+
+TEST(WindowMemory, aWindowThatStoodOnAScreenThatIsGoneComesBackWhereItCanBeSeen)
+{
+    QWidget window;
+    window.setGeometry(9000, 9000, 320, 240);
+    WindowMemory::remember(window, "far away");
+    QWidget next;
+    WindowMemory::restore(next, "far away");
+    next.show();
+    EXPECT_TRUE(next.screen()->geometry().intersects(next.geometry()));
+}
+
+TEST(WindowMemory, keepsWhateverElseIsGivenToIt)
+{
+    EXPECT_EQ(WindowMemory::state("look of the test"), QByteArray());
+    const QByteArray bytes("a;b=\0\n\"c\"", 10);
+    WindowMemory::rememberState("look of the test", bytes);
+    EXPECT_EQ(WindowMemory::state("look of the test"), bytes);
+}
