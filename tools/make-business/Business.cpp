@@ -190,7 +190,6 @@ void Maker::addBill(PlistValue& order, double total, double tax, const QDate& da
     put(bill, "net", money(total - tax));
     put(bill, "vat", money(tax));
     order.set("bill", PlistValue(std::to_string(m_business.nextBill++)));
-    put(order, "balancepaid", day(paid));
     m_business.bills.append(std::move(bill));
 }
 

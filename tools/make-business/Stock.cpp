@@ -2,6 +2,11 @@
 
 #include "Vocabulary.h"
 
+#include "foundation/Numbers.h"
+
+#include <algorithm>
+#include <limits>
+
 namespace {
 
 void setItemText(PlistValue& record, const char* key, const std::string& text)
@@ -22,6 +27,7 @@ StockItem plainItem(Chance& chance, int id)
     item.priceInPence = product.priceInPence + 25 * chance.between(0, 12);
     item.costInPence = item.priceInPence * 55 / 100;
     item.taxCode = product.category == "Books" ? "Z" : "S";
+    item.qty = chance.between(0, 60);
     return item;
 }
 
@@ -45,11 +51,12 @@ PlistValue recordOf(const StockItem& item)
     return record;
 }
 
-void addStockFigures(PlistValue& record, Chance& chance, const vocabulary::Product& product, const std::vector<int>& suppliers)
+void addStockFigures(PlistValue& record, Chance& chance, const StockItem& item, const std::vector<int>& suppliers)
 {
+    const vocabulary::Product& product = vocabulary::products[static_cast<std::size_t>(item.id) % vocabulary::products.size()];
     setItemText(record, "brand", std::string(product.brand));
     setItemText(record, "category", std::string(product.category));
-    setItemText(record, "qty", std::to_string(chance.between(0, 60)));
+    setItemText(record, "qty", std::to_string(item.qty));
     setItemText(record, "optimumqty", "24");
     setItemText(record, "warnlevel", "4");
     setItemText(record, "shipping", chance.oneIn(3) ? "2.50" : "");
@@ -57,9 +64,11 @@ void addStockFigures(PlistValue& record, Chance& chance, const vocabulary::Produ
     setItemText(record, "ean", "50" + std::to_string(chance.between(10000000, 99999999)) + std::to_string(chance.between(100, 999)));
 }
 
-PlistValue constituentsOf(Chance& chance, const std::vector<StockItem>& parts)
+/// Some of the parts, and how many kits they make.
+void makeKit(PlistValue& record, Chance& chance, const std::vector<StockItem>& parts)
 {
     PlistValue constituents = PlistValue::makeArray();
+    float inStock = std::numeric_limits<float>::max();
     const std::size_t first = chance.next() % parts.size();
     const int count = chance.between(2, 4);
     for (int i = 0; i < count; ++i) {
@@ -68,10 +77,14 @@ PlistValue constituentsOf(Chance& chance, const std::vector<StockItem>& parts)
         entry.set("id", PlistValue::makeInteger(part.id));
         entry.set("code", PlistValue(part.code));
         entry.set("item", PlistValue(part.name));
-        entry.set("qty", PlistValue::makeInteger(chance.between(1, 3)));
+        const int needed = chance.between(1, 3);
+        entry.set("qty", PlistValue::makeInteger(needed));
         constituents.append(std::move(entry));
+        inStock = std::min(inStock, static_cast<float>(part.qty) / static_cast<float>(needed));
     }
-    return constituents;
+    record.set("type", PlistValue(std::string("Collective item")));
+    record.set("constituents", std::move(constituents));
+    record.set("qty", PlistValue(numbers::general(static_cast<double>(inStock))));
 }
 
 } // namespace
@@ -100,11 +113,9 @@ Stock makeStock(Chance& chance, int count, const std::vector<int>& suppliers)
         }
         PlistValue record = recordOf(item);
         if (isKit) {
-            record.set("type", PlistValue(std::string("Collective item")));
-            record.set("constituents", constituentsOf(chance, parts));
-            record.set("qty", PlistValue(std::string("0")));
+            makeKit(record, chance, parts);
         } else {
-            addStockFigures(record, chance, vocabulary::products[static_cast<std::size_t>(id) % vocabulary::products.size()], suppliers);
+            addStockFigures(record, chance, item, suppliers);
             parts.push_back(item);
         }
         stock.items.append(std::move(record));

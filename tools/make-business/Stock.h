@@ -16,6 +16,7 @@ struct StockItem {
     std::string unit;
     int priceInPence = 0;
     int costInPence = 0;
+    int qty = 0;
     std::string taxCode;
 };
 

@@ -12,6 +12,18 @@
 
 #include <cstdio>
 
+namespace {
+
+/// Pictures of an earlier tour, which may have had other windows.
+void removeOldPictures(const QString& folder)
+{
+    QDir pictures(folder);
+    for (const QString& name : pictures.entryList({"[0-9][0-9]-*-light.png", "[0-9][0-9]-*-dark.png"}, QDir::Files))
+        pictures.remove(name);
+}
+
+} // namespace
+
 int main(int argc, char** argv)
 {
     if (argc != 2) {
@@ -31,6 +43,7 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "%s cannot be made\n", argv[1]);
         return 1;
     }
+    removeOldPictures(folder);
     Program program;
     program.start();
     const QStringList failures = Tour(program, folder).go();
