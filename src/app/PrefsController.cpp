@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr char defaultLocation[] = "~/Library/Application Support/Vendaro/vendarodatabase.vendb";
 constexpr char defaultDatabaseName[] = "vendarodatabase";
 
 /// A switch of the form and the list column it shows or hides.

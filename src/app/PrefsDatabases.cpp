@@ -13,7 +13,6 @@
 namespace {
 
 constexpr char supportLocation[] = "~/Library/Application Support/Vendaro/";
-constexpr char defaultLocation[] = "~/Library/Application Support/Vendaro/vendarodatabase.vendb";
 
 } // namespace
 

@@ -17,7 +17,7 @@ InUse& inUse()
     return files;
 }
 
-std::string nameOf(const std::string& path)
+std::string bareName(const std::string& path)
 {
     return path.substr(path.rfind('/') + 1);
 }
@@ -27,17 +27,17 @@ std::string nameOf(const std::string& path)
 void temporaries::begin(const std::string& path)
 {
     const std::lock_guard guard(inUse().mutex);
-    inUse().names.insert(nameOf(path));
+    inUse().names.insert(bareName(path));
 }
 
 void temporaries::end(const std::string& path)
 {
     const std::lock_guard guard(inUse().mutex);
-    inUse().names.erase(nameOf(path));
+    inUse().names.erase(bareName(path));
 }
 
 bool temporaries::isInUse(const std::string& path)
 {
     const std::lock_guard guard(inUse().mutex);
-    return inUse().names.contains(nameOf(path));
+    return inUse().names.contains(bareName(path));
 }
