@@ -1,5 +1,6 @@
 #include "app/DatabaseSession.h"
 
+#include "app/Places.h"
 #include "app/PrefsController.h"
 #include "desktop/AlertTexts.h"
 #include "desktop/Desktop.h"
@@ -11,12 +12,6 @@
 #include <QFileInfo>
 
 #include <algorithm>
-
-namespace {
-
-constexpr char defaultDatabaseFolder[] = "~/Library/Application Support/Vendaro/vendarodatabase.vendb";
-
-} // namespace
 
 DatabaseSession::DatabaseSession(DatabaseSessionNeeds needs) : m_needs(needs), m_folder(needs.folder) { }
 
@@ -62,8 +57,10 @@ void DatabaseSession::clearCollections()
 
 void DatabaseSession::tellDamage(const QStringList& sentences)
 {
-    if (!sentences.isEmpty())
-        Q_EMIT damageFound(sentences);
+    if (sentences.isEmpty())
+        return;
+    m_damage += sentences;
+    Q_EMIT damageFound(m_damage);
 }
 
 DatabaseFolder::AfterFile DatabaseSession::afterFile()
@@ -91,7 +88,7 @@ void DatabaseSession::checkLock()
         meetLock();
         return;
     }
-    if (m_folder.location() == folders::expandHome(defaultDatabaseFolder, m_needs.user.home()))
+    if (m_folder.location() == folders::expandHome(places::defaultDatabase, m_needs.user.home()))
         makeFolders();
     const Result<bool> acquired = m_folder.lock().acquire();
     if (acquired && !acquired.value()) {
@@ -177,7 +174,7 @@ void DatabaseSession::writeEverything()
 
 void DatabaseSession::makeFolders()
 {
-    const QString standard = folders::expandHome(defaultDatabaseFolder, m_needs.user.home());
+    const QString standard = folders::expandHome(places::defaultDatabase, m_needs.user.home());
     if (!QFileInfo::exists(standard)) {
         if (const Result<void> made = folders::make(standard); !made)
             logLine(made.error().message);
@@ -193,6 +190,8 @@ void DatabaseSession::makeFolders()
 void DatabaseSession::switchDatabase()
 {
     Q_EMIT aboutToSwitch();
+    m_damage.clear();
+    Q_EMIT damageFound(m_damage);
     writeEverything();
     clearCollections();
     m_needs.preferences.readDatabaseProperties();

@@ -48,6 +48,8 @@ public:
     /// The user's wish to work in spite of a lock.
     void unlockDatabase();
     void copyDatabase();
+    /// Adds to what the person is told; see damageFound.
+    void tellDamage(const QStringList& sentences);
 
     bool readOnlyCheck() override;
     bool isReadOnly() const override { return m_readonlymode; }
@@ -73,7 +75,7 @@ Q_SIGNALS:
     void unlocked();
     void readOnlyChanged();
     void titleChanged();
-    /// Files that could not be read, or written at the end, one sentence each.
+    /// All that could not be read, or written at the end, since this database was asked for: one sentence each, none to begin with.
     void damageFound(const QStringList& sentences);
 
 private:
@@ -88,7 +90,6 @@ private:
     void makeFolders();
     void readWhatChanged();
     void clearCollections();
-    void tellDamage(const QStringList& sentences);
     DatabaseFolder::AfterFile afterFile();
     void takeOver(RecordFile& file, bool existed);
     void checkLock();
@@ -101,5 +102,6 @@ private:
     std::vector<qvDataSource*> m_collections;
     std::vector<qvDataSource*> m_filteredAfterSwitch;
     LockInfo m_lockInfo;
+    QStringList m_damage;
     bool m_readonlymode = false;
 };

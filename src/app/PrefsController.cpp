@@ -1,5 +1,6 @@
 #include "app/PrefsController.h"
 
+#include "app/Places.h"
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
 #include "foundation/Folders.h"
@@ -313,7 +314,7 @@ void PrefsController::populateLists()
 
 void PrefsController::makeDefaultFolders()
 {
-    if (!QDir().mkpath(expanded(defaultLocation)))
+    if (!QDir().mkpath(expanded(places::defaultDatabase)))
         logLine("couldn't create the default database's folder");
 }
 
@@ -427,7 +428,7 @@ std::string PrefsController::getTaxStatement() const
 
 std::string PrefsController::getDbLocation() const
 {
-    return form.dbLocation.text().isEmpty() ? defaultLocation : textOf(form.dbLocation);
+    return form.dbLocation.text().isEmpty() ? places::defaultDatabase : textOf(form.dbLocation);
 }
 
 QString PrefsController::expanded(const QString& path) const

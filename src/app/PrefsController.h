@@ -117,9 +117,6 @@ Q_SIGNALS:
     void statusColourChanged();
 
 private:
-    /// Where the database lies that nobody chose.
-    static constexpr char defaultLocation[] = "~/Library/Application Support/Vendaro/vendarodatabase.vendb";
-
     void registerDefaults();
     void readColumns();
     void removeHiddenColumns();

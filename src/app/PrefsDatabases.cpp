@@ -1,6 +1,7 @@
 // The databases of the user: listing, choosing, making and renaming them.
 #include "app/PrefsController.h"
 
+#include "app/Places.h"
 #include "desktop/AlertTexts.h"
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
@@ -10,15 +11,9 @@
 #include <QDir>
 #include <QFileInfo>
 
-namespace {
-
-constexpr char supportLocation[] = "~/Library/Application Support/Vendaro/";
-
-} // namespace
-
 QString PrefsController::supportFolder() const
 {
-    return expanded(supportLocation);
+    return expanded(places::support);
 }
 
 QString PrefsController::shownName(const QString& folder) const
@@ -50,7 +45,7 @@ void PrefsController::selectDatabase()
         form.databases.setIndex(-1);
         return;
     }
-    form.dbLocation.setText(supportLocation + file);
+    form.dbLocation.setText(places::support + ('/' + file));
     switchToFormsLocation();
 }
 
@@ -85,12 +80,16 @@ void PrefsController::makeNewDatabase()
         m_needs.alerts.ask({localText("New database"), localText("The name of a database cannot contain \"/\"."), {localText("OK")}});
         return;
     }
-    newDatabase.close();
-    form.dbLocation.setText(supportLocation + name + ".vendb");
-    logLine("new name is " + name.toStdString());
-    const QString folder = expanded(form.dbLocation.text());
-    if (const Result<void> made = folders::make(folder); !made)
+    const QString location = places::support + ('/' + name) + ".vendb";
+    const QString folder = expanded(location);
+    if (const Result<void> made = folders::make(folder); !made) {
         logLine(made.error().message);
+        m_needs.alerts.ask({localText("New database"), QString::fromStdString(made.error().message), {localText("OK")}});
+        return;
+    }
+    newDatabase.close();
+    form.dbLocation.setText(location);
+    logLine("new name is " + name.toStdString());
     m_properties.setObjectForKey(folder, displayName.toStdString(), settings::dbName);
     switchToFormsLocation();
 }
@@ -123,7 +122,7 @@ void PrefsController::createDbLocation()
 void PrefsController::setDbLocationToDefault()
 {
     if (m_needs.alerts.ask(alerts::switchToDefaultDatabase) == 0) {
-        form.dbLocation.setText(defaultLocation);
+        form.dbLocation.setText(places::defaultDatabase);
         form.databases.setIndex(-1);
     }
     switchToFormsLocation();

@@ -1,5 +1,6 @@
 #include "app/Vendaro.h"
 
+#include "app/Places.h"
 #include "desktop/AlertTexts.h"
 #include "desktop/Desktop.h"
 #include "documents/TemplateUpgrade.h"
@@ -13,7 +14,6 @@
 
 namespace {
 
-constexpr char supportPath[] = "~/Library/Application Support/Vendaro";
 constexpr char settingsPath[] = "~/Library/Preferences/Vendaro.plist";
 
 QString below(const User& user, const char* path)
@@ -25,7 +25,7 @@ QString below(const User& user, const char* path)
 
 Vendaro::Vendaro(VendaroDesktop desktop)
     : m_desktop(std::move(desktop))
-    , m_recovery(below(m_desktop.user, supportPath) + "/Recovery", m_desktop.clock)
+    , m_recovery(below(m_desktop.user, places::support) + "/Recovery", m_desktop.clock)
     , m_settings(below(m_desktop.user, settingsPath), m_recovery)
     , m_properties(m_recovery)
     , m_money(money::localeFor(m_desktop.locale))
@@ -37,8 +37,10 @@ Vendaro::Vendaro(VendaroDesktop desktop)
           [this] { m_session.switchDatabase(); }})
     , m_session({m_folder, m_preferences, m_settings, m_desktop.alerts, m_desktop.panels, m_desktop.user})
     , m_picker(*this, m_desktop.beeper, m_desktop.alerts)
-    , m_contacts({*this, m_preferences, m_session, m_desktop.alerts, m_desktop.beeper, *this, *this})
-    , m_items({*this, m_preferences, m_itemRules, m_session, m_desktop.alerts, m_desktop.beeper, m_contacts, m_picker, *this})
+    , m_contacts({*this, m_preferences, m_session, m_desktop.alerts, m_desktop.beeper, *this, *this,
+          [this](const QString& line) { showStatus(line); }})
+    , m_items({*this, m_preferences, m_itemRules, m_session, m_desktop.alerts, m_desktop.beeper, m_contacts, m_picker, *this,
+          [this](const QString& line) { showStatus(line); }})
     , m_lines(
           {*this, m_settings, m_preferences, m_lineRules, m_session, m_desktop.alerts, m_desktop.beeper, m_desktop.clock, m_items, *this})
     , m_payments(*this, m_desktop.beeper, m_settings)
@@ -56,7 +58,7 @@ Vendaro::Vendaro(VendaroDesktop desktop)
     , m_billFile(m_bills)
     , m_taskFile(m_tasks)
     , m_goalFile(m_goals, m_tasks)
-    , m_stationery(below(m_desktop.user, supportPath), m_desktop.resources)
+    , m_stationery(below(m_desktop.user, places::support), m_desktop.resources)
 {
     registerFiles();
     connect(&m_session, &DatabaseSession::fileLoaded, this, &Vendaro::afterLoading);
@@ -98,6 +100,8 @@ void Vendaro::finishLaunching()
 {
     logLine("application loaded");
     m_session.readDatabase();
+    if (!m_settings.damage().isEmpty())
+        m_session.tellDamage({m_settings.damage()});
     logLine("Finished reading database");
 }
 
@@ -161,7 +165,7 @@ void Vendaro::populateLists()
 
 QString Vendaro::supportFolder() const
 {
-    return below(m_desktop.user, supportPath);
+    return below(m_desktop.user, places::support);
 }
 
 // Look-ups
@@ -207,9 +211,12 @@ void Vendaro::openDocument(const QString& templateName, Order& order)
     document->setWhichStationary(templateName);
     document->setbomDataSource(&m_lines);
     // The document belongs to its order, also when another order is in the editor by the time it is saved.
-    document->setOrderManager([this, id = order.getID()](const QString& path) {
-        if (const Order* owner = m_orders.getItemById(id))
-            m_orders.fileDropped(path, *owner);
+    // Not by its number: a deleted order's may be given out again.
+    document->setOrderManager([this, &order](const QString& path) {
+        if (m_orders.holds(order))
+            m_orders.fileDropped(path, order);
+        else
+            logLine("the order of this document was deleted; its PDF is " + path.toStdString());
     });
     document->setTableTag("<itemsordered>");
     document->setStandInContact(&m_noContact);

@@ -102,6 +102,8 @@ void CompanyEditor::edit(Contact& company)
 {
     if (!m_gate.readOnlyCheck())
         return;
+    if (form.isOpen() && m_currentItem == &company)
+        return form.open();
     m_created.reset();
     m_currentItem = &company;
     setItem(company);
@@ -142,7 +144,7 @@ void CompanyEditor::finish()
     copyType(form.type, *m_currentItem);
     m_currentItem->setWebsite(form.website.text().toStdString());
     if (m_created)
-        m_currentItem = &m_contacts.add(std::move(m_created));
+        m_currentItem = &m_contacts.join(std::move(m_created));
     form.close();
     m_contacts.saved(*m_currentItem);
 }
@@ -160,6 +162,8 @@ CompanyContactEditor::CompanyContactEditor(ContactManager& contacts, WriteGate& 
 
 void CompanyContactEditor::edit(Contact& person)
 {
+    if (form.isOpen() && m_currentItem == &person)
+        return form.open();
     m_currentItem = &person;
     setItem(person);
     form.open();

@@ -4,10 +4,12 @@
 #include "contacts/OrderLinks.h"
 #include "desktop/AlertTexts.h"
 #include "desktop/TextTable.h"
+#include "storage/PresentItem.h"
 #include "storage/Settings.h"
 #include "storage/WriteGate.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace {
 
@@ -133,9 +135,9 @@ std::vector<Contact*> ContactManager::outline() const
 
 std::vector<Contact*> ContactManager::selectedContacts() const
 {
-    const std::vector<dataObject*>& selection = selectedRecords();
+    const std::unordered_set<const dataObject*> selection(selectedRecords().begin(), selectedRecords().end());
     std::vector<Contact*> rows = outline();
-    std::erase_if(rows, [&](const Contact* row) { return std::find(selection.begin(), selection.end(), row) == selection.end(); });
+    std::erase_if(rows, [&](const Contact* row) { return !selection.contains(row); });
     return rows;
 }
 
@@ -208,6 +210,17 @@ std::string ContactManager::newReference(int id) const
     return m_needs.preferences.getContactPrefix() + std::to_string(id);
 }
 
+Contact& ContactManager::join(std::unique_ptr<Contact> created)
+{
+    const int proposed = created->getID();
+    if (presentItem(*this, proposed)) {
+        created->setID(getNextId());
+        if (created->getRef() == newReference(proposed))
+            created->setRef(newReference(created->getID()));
+    }
+    return add(std::move(created));
+}
+
 void ContactManager::begin()
 {
     m_created = std::make_unique<Contact>();
@@ -251,6 +264,8 @@ void ContactManager::editThisContact(Contact& contact)
         companyEditor.edit(contact);
     } else if (contact.isCompanyContact()) {
         companyContactEditor.edit(contact);
+    } else if (form.isOpen() && m_currentItem == &contact) {
+        form.open();
     } else {
         m_created.reset();
         m_currentItem = &contact;
@@ -288,7 +303,7 @@ void ContactManager::finish()
         return;
     copyEditorInto(*m_currentItem);
     if (m_created)
-        m_currentItem = &add(std::move(m_created));
+        m_currentItem = &join(std::move(m_created));
     form.close();
     saved(*m_currentItem);
 }
@@ -347,6 +362,8 @@ void ContactManager::deleteKey()
         next = getnthVisibleCompany(0);
     setSelectedRecords(next ? std::vector<dataObject*> {next} : std::vector<dataObject*>());
     m_needs.gate.setChangeFlag();
+    m_needs.showStatus(lastToFirst.size() == 1 ? localText("Deleted. Undo brings the contact back.")
+                                               : localText("Deleted. Undo brings the contacts back."));
 }
 
 // The list

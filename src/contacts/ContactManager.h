@@ -6,6 +6,7 @@
 #include "storage/CollectionFile.h"
 #include "storage/ListForm.h"
 
+#include <functional>
 #include <optional>
 #include <unordered_map>
 
@@ -22,6 +23,8 @@ struct ContactManagerNeeds {
     Beeper& beeper;
     DateFormatGate& dateFormat;
     OrderLinks& orders;
+    /// Shows one line in the status bar.
+    std::function<void(const QString&)> showStatus;
 };
 
 class ContactManager : public Collection<Contact> {
@@ -75,6 +78,8 @@ public:
     void saved(Contact& contact);
     /// The reference of a new contact: the user's prefix and the id.
     std::string newReference(int id) const;
+    /// A new contact joins the collection. When its id went to another one meanwhile it gets the next, and so does its reference.
+    Contact& join(std::unique_ptr<Contact> created);
 
 protected:
     void recordAdded(dataObject& record) override;

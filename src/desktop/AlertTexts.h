@@ -13,7 +13,7 @@ inline const AlertText unlockDatabase {"Unlock database",
     "The database is locked. This may be because Vendaro didn't quit properly last time or it may be because another user is "
     "using the database. If the latter is true and you continue to unlock, then one or other of you may lose data. Are you sure "
     "no-one else is using the database and would you like to unlock it?",
-    {"No", "Yes"}};
+    {"No", "Yes"}, 1};
 inline const AlertText switchDatabase {
     "Switch Vendaro database", "Do you really want to switch database? \r\rIf so, this will happen immediately.", {"OK", "Cancel"}};
 inline const AlertText switchToDefaultDatabase {"Switch Vendaro database",
@@ -32,18 +32,18 @@ inline const AlertText noneInDatabase {"None in database",
 
 // Orders
 inline const AlertText deleteOrder {
-    "Delete Order", "Are you sure you want to delete the selected item(s) from the database?", {"OK", "Cancel"}};
-inline const AlertText deletePayment {"Delete payment", "are you sure you want to delete the selected payment?", {"OK", "Cancel"}};
+    "Delete Order", "Are you sure you want to delete the selected item(s) from the database?", {"OK", "Cancel"}, 0};
+inline const AlertText deletePayment {"Delete payment", "are you sure you want to delete the selected payment?", {"OK", "Cancel"}, 0};
 
 // Items and order lines
-inline const AlertText deleteItems {"Delete Item", "Do you want to delete the selected item from the database?", {"OK", "Cancel"}};
+inline const AlertText deleteItems {"Delete Item", "Do you want to delete the selected item from the database?", {"OK", "Cancel"}, 0};
 inline const AlertText selfReferential {"Self referential", "Unable to add %@. An item cannot contain an item containing itself", {"OK"}};
 inline const AlertText alreadyContains {"Already contains", "Unable to add %@. %@ already contains it. Simply edit the quantity.", {"OK"}};
 inline const AlertText itemInUse {"Delete Item", "Unable to delete %@ because it is used in collective item(s): %@", {"OK"}};
 inline const AlertText removeLine {"Delete Item",
     "Do you want to remove the selected %@ from this %@? (It will be deleted from this list but the original %@ will remain in "
     "your inventory)",
-    {"OK", "Cancel"}};
+    {"OK", "Cancel"}, 0};
 inline const AlertText collectiveOutOfStock {"Out of Stock",
     "You don't have enough of one or more items that make up the collective item %@. Do you still wish to add one to this order?",
     {"Add anyway", "Cancel"}};
@@ -52,7 +52,7 @@ inline const AlertText outOfStock {
 inline const AlertText lowStock {"Low Stock", "This leaves %@ of %@ in stock.", {"OK"}};
 
 // Contacts
-inline const AlertText deleteContact {"Delete contact", "Do you want to delete the selected item from the database?", {"OK", "Cancel"}};
+inline const AlertText deleteContact {"Delete contact", "Do you want to delete the selected item from the database?", {"OK", "Cancel"}, 0};
 inline const AlertText savingCompanyContact {"Saving Company Contact",
     "The contact has no company selected, therefore it will be saved without a link to a company. To link it to a company, open it "
     "up once more and click the 'Link to Company' button",

@@ -19,7 +19,7 @@ QString fillText(const QString& pattern, const QStringList& values)
 
 Alert makeAlert(const AlertText& wording, const QStringList& titleValues, const QStringList& textValues)
 {
-    Alert alert {fillText(localText(wording.title), titleValues), fillText(localText(wording.text), textValues), {}};
+    Alert alert {fillText(localText(wording.title), titleValues), fillText(localText(wording.text), textValues), {}, wording.destructive};
     for (const char* button : wording.buttons)
         alert.buttons += localText(button);
     return alert;

@@ -11,8 +11,12 @@
 struct AlertText {
     const char* title;
     const char* text;
-    /// In the order the rules give them; the first is the one Return presses.
+    /// In the order the rules give them; the first is the one Return presses, unless it can lose data.
     std::initializer_list<const char*> buttons;
+    /// Index of the button that can lose data, or none.
+    int destructive = noButton;
+
+    static constexpr int noButton = -1;
 };
 
 /// One alert ready to be shown. Everything in it is plain text.
@@ -20,6 +24,7 @@ struct Alert {
     QString title;
     QString text;
     QStringList buttons;
+    int destructive = AlertText::noButton;
 };
 
 /// Fills every "%@" of the pattern with the next value, in one pass: values are never looked into.

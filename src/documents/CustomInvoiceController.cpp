@@ -3,6 +3,7 @@
 #include "contacts/Contact.h"
 #include "desktop/AlertTexts.h"
 #include "desktop/Desktop.h"
+#include "desktop/TextTable.h"
 #include "documents/StationeryTags.h"
 #include "documents/Substitution.h"
 #include "foundation/Folders.h"
@@ -165,7 +166,10 @@ void CustomInvoiceController::saveElsewhere(const QString& path)
     if (!target)
         return;
     const FileBytes pdf = readWholeFile(path.toStdString());
-    const Result<void> copied = writeFileSafely(target->toStdString(), pdf.bytes);
-    if (!copied)
-        logLine(copied.error().message);
+    const Result<void> copied =
+        pdf.trouble == ReadTrouble::none ? writeFileSafely(target->toStdString(), pdf.bytes) : Result<void>(Error {pdf.reason});
+    if (copied)
+        return;
+    logLine(copied.error().message);
+    m_needs.alerts.ask({m_whichStationary, QString::fromStdString(copied.error().message), {localText("OK")}});
 }

@@ -28,6 +28,9 @@ constexpr char plainStyle[] =
     "text-align:left} td.alt{background:#f0f0ff; padding:2px 0.5em}</style>";
 
 constexpr qint64 mostBackgroundPixels = 40'000'000;
+constexpr qint64 mostBackgroundBytes = 32LL << 20;
+/// Points: on any paper some room for text is left.
+constexpr float widestMargin = 200;
 
 bool isOn(const PlistValue* value)
 {
@@ -46,12 +49,16 @@ std::optional<StationeryOptions> readOptions(const QString& path)
     options.centreContent = isOn(list.value().find("centreContent"));
     options.scaleTemplateImage = isOn(list.value().find("scaleTemplateImage"));
     if (const PlistValue* margin = list.value().find("templatePageMargin"))
-        options.templatePageMargin = std::max(0.0F, numbers::leadingFloat(margin->asText()));
+        options.templatePageMargin = std::clamp(numbers::leadingFloat(margin->asText()), 0.0F, widestMargin);
     return options;
 }
 
 QImage readBackground(const QString& path)
 {
+    // Anything else but an ordinary file may never end.
+    const QFileInfo file(path);
+    if (!file.isFile() || file.size() > mostBackgroundBytes)
+        return {};
     QImageReader reader(path);
     const QSize size = reader.size();
     if (!size.isValid() || static_cast<qint64>(size.width()) * size.height() > mostBackgroundPixels)
@@ -97,8 +104,14 @@ Result<void> StationeryFolder::installOne(const QString& fileName) const
     const QString former = m_support + '/' + formerTemplate;
     if (fileName == QLatin1String("Invoice.rtfd") && QFileInfo::exists(former))
         source = former;
-    if (QFileInfo(source).isDir())
-        return folders::copyTree(source, target);
+    if (QFileInfo(source).isDir()) {
+        // Under another name until it is complete: what is there is never copied again.
+        const QString unfinished = path('.' + fileName, ".unfinished");
+        QDir(unfinished).removeRecursively();
+        if (Result<void> copied = folders::copyTree(source, unfinished); !copied)
+            return copied;
+        return folders::move(unfinished, target);
+    }
     const FileBytes file = readWholeFile(source.toStdString());
     if (file.trouble != ReadTrouble::none)
         return Error {file.reason};

@@ -2,7 +2,9 @@
 
 #include "foundation/TemporaryFiles.h"
 
+#include <algorithm>
 #include <dirent.h>
+#include <iterator>
 #include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -22,16 +24,30 @@ struct IntendedFile {
     std::uint64_t hash = 0;
 };
 
-std::string intentText(const std::deque<SafeFile>& files, const std::string& folder)
+std::vector<IntendedFile> intended(const std::deque<SafeFile>& files, const std::string& folder)
 {
+    std::vector<IntendedFile> intended;
+    for (const SafeFile& file : files) {
+        intended.push_back({file.temporaryPath().substr(folder.size() + 1), file.path().substr(folder.size() + 1), file.written().size(),
+            file.written().value()});
+    }
+    return intended;
+}
+
+/// Makes these files the ones a reader takes; with none, every file stands for itself again.
+Result<void> writeIntent(const std::string& folder, const std::vector<IntendedFile>& files)
+{
+    const std::string path = folder + '/' + intentName;
+    if (files.empty()) {
+        ::unlink(path.c_str());
+        return {};
+    }
     std::ostringstream text;
     text << intentHead << '\n';
-    for (const SafeFile& file : files) {
-        text << file.written().size() << ' ' << file.written().value() << ' ' << file.temporaryPath().substr(folder.size() + 1) << '/'
-             << file.path().substr(folder.size() + 1) << '\n';
-    }
+    for (const IntendedFile& file : files)
+        text << file.size << ' ' << file.hash << ' ' << file.temporary << '/' << file.target << '\n';
     text << intentEnd << '\n';
-    return text.str();
+    return writeFileSafely(path, text.str());
 }
 
 /// The files an intent names; none when it is not whole.
@@ -72,6 +88,13 @@ bool isWhole(const std::string& folder, const std::vector<IntendedFile>& files)
     return !files.empty();
 }
 
+/// The interrupted commit a reader of the folder reads through; none when it is void.
+std::vector<IntendedFile> readWholeIntent(const std::string& folder)
+{
+    std::vector<IntendedFile> files = readIntent(folder);
+    return isWhole(folder, files) ? files : std::vector<IntendedFile>();
+}
+
 Result<void> removeLeftovers(const std::string& folder)
 {
     DIR* directory = ::opendir(folder.c_str());
@@ -105,38 +128,68 @@ Result<void> FileGroup::commit()
         if (Result<void> prepared = file.prepare(); !prepared)
             return prepared;
     }
-    const std::string intent = m_folder + '/' + intentName;
     // An intent of an earlier commit that failed may name the same file: it must not outlive what is written now.
-    if (m_files.size() == 1 && ::access(intent.c_str(), F_OK) != 0)
+    if (m_files.size() == 1 && ::access((m_folder + '/' + intentName).c_str(), F_OK) != 0)
         return m_files.front().commit();
-    if (Result<void> written = writeFileSafely(intent, intentText(m_files, m_folder)); !written)
+    return commitTogether();
+}
+
+Result<void> FileGroup::commitTogether()
+{
+    const std::vector<IntendedFile> own = intended(m_files, m_folder);
+    const auto isOwn = [&](const IntendedFile& file) {
+        return std::any_of(own.begin(), own.end(), [&](const IntendedFile& other) { return other.target == file.target; });
+    };
+    // What an earlier commit could not put into its place goes on being read through, unless it is replaced now.
+    const std::vector<IntendedFile> before = readWholeIntent(m_folder);
+    std::vector<IntendedFile> waiting;
+    std::copy_if(before.begin(), before.end(), std::back_inserter(waiting),
+        [&](const IntendedFile& file) { return !isOwn(file) && holds(m_folder + '/' + file.temporary, file); });
+    std::vector<IntendedFile> all = own;
+    all.insert(all.end(), waiting.begin(), waiting.end());
+    if (Result<void> written = writeIntent(m_folder, all); !written)
         return written;
-    for (SafeFile& file : m_files) {
-        if (Result<void> renamed = file.rename(); !renamed) {
-            if (&file == &m_files.front()) {
-                ::unlink(intent.c_str());
-                return renamed;
-            }
-            // Some files have their new contents already: what is left stays, and the intent makes the group whole when read.
-            for (SafeFile& left : m_files) {
-                temporaries::end(left.temporaryPath());
-                left.keepTemporary();
-            }
-            return renamed;
-        }
+
+    const Result<void> renamed = renameAll();
+    if (!renamed && m_files.front().stillWaits()) {
+        const Result<void> restored = writeIntent(m_folder, before);
+        return restored ? renamed : restored;
     }
-    Result<void> flushed = flushFolder(m_folder);
-    ::unlink(intent.c_str());
-    return flushed;
+    for (const IntendedFile& file : before) {
+        if (isOwn(file))
+            ::unlink((m_folder + '/' + file.temporary).c_str());
+    }
+    if (!renamed) {
+        // Some files have their new contents already: what is left stays, and the intent makes the group whole when read.
+        keepTemporaries();
+        return renamed;
+    }
+    if (Result<void> flushed = flushFolder(m_folder); !flushed)
+        return flushed;
+    return writeIntent(m_folder, waiting);
+}
+
+Result<void> FileGroup::renameAll()
+{
+    for (SafeFile& file : m_files) {
+        if (Result<void> renamed = file.rename(); !renamed)
+            return renamed;
+    }
+    return {};
+}
+
+void FileGroup::keepTemporaries()
+{
+    for (SafeFile& left : m_files) {
+        temporaries::end(left.temporaryPath());
+        left.keepTemporary();
+    }
 }
 
 std::map<std::string, std::string> FileGroup::interrupted(const std::string& folder)
 {
-    const std::vector<IntendedFile> files = readIntent(folder);
     std::map<std::string, std::string> instead;
-    if (!isWhole(folder, files))
-        return instead;
-    for (const IntendedFile& file : files) {
+    for (const IntendedFile& file : readWholeIntent(folder)) {
         const std::string temporary = folder + '/' + file.temporary;
         instead[file.target] = holds(temporary, file) ? temporary : folder + '/' + file.target;
     }

@@ -2,6 +2,8 @@
 
 #include <unicode/decimfmt.h>
 #include <unicode/numfmt.h>
+#include <unicode/uchar.h>
+#include <unicode/utf8.h>
 
 #include <charconv>
 #include <cmath>
@@ -112,6 +114,31 @@ std::string roundedToCents(double amount)
     return digits;
 }
 
+bool isDirectionMark(UChar32 character)
+{
+    return character == 0x200e || character == 0x200f || character == 0x61c;
+}
+
+/// The text with digits of every script as ASCII ones, and without the marks some locales put around a minus.
+std::string withPlainDigits(std::string_view text)
+{
+    std::string plain;
+    const auto length = static_cast<int32_t>(text.size());
+    for (int32_t at = 0; at < length;) {
+        const int32_t start = at;
+        UChar32 character = 0;
+        U8_NEXT(text.data(), at, length, character);
+        if (isDirectionMark(character))
+            continue;
+        const int32_t digit = character < 0x80 ? -1 : u_charDigitValue(character);
+        if (digit >= 0)
+            plain += static_cast<char>('0' + digit);
+        else
+            plain.append(text.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(at - start)));
+    }
+    return plain;
+}
+
 std::string utf8(const icu::UnicodeString& text)
 {
     std::string bytes;
@@ -143,6 +170,13 @@ MoneyFormatter::MoneyFormatter(const std::string& locale) : m_symbols(std::make_
 MoneyFormatter::~MoneyFormatter() = default;
 
 std::optional<double> MoneyFormatter::read(std::string_view text) const
+{
+    if (m_symbols->isPlain)
+        return readPlain(text);
+    return readPlain(withPlainDigits(text));
+}
+
+std::optional<double> MoneyFormatter::readPlain(std::string_view text) const
 {
     trimMoneyBlanks(text);
     const bool negative = takeMinus(text);

@@ -26,6 +26,8 @@ public:
     std::optional<std::string> normalised(std::string_view text) const;
 
 private:
+    std::optional<double> readPlain(std::string_view text) const;
+
     struct Symbols;
     std::unique_ptr<Symbols> m_symbols;
 };

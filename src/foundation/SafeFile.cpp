@@ -222,6 +222,16 @@ Result<void> writeFileSafely(const std::string& path, std::string_view bytes)
     return file.commit();
 }
 
+Result<void> flushFile(const std::string& path)
+{
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0)
+        return Error {reasonFor(path, "opened")};
+    Result<void> result = ::fsync(file) == 0 ? Result<void>() : Result<void>(Error {reasonFor(path, "flushed to the disk")});
+    ::close(file);
+    return result;
+}
+
 Result<void> flushFolder(const std::string& folder)
 {
     const int file = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -256,7 +266,11 @@ Result<bool> createExclusively(const std::string& path, std::string_view bytes)
         return prepared.error();
     if (::link(file.temporaryPath().c_str(), path.c_str()) == 0) {
         const Result<void> flushed = flushFolder(folderOf(path));
-        return flushed ? Result<bool>(true) : Result<bool>(flushed.error());
+        if (flushed)
+            return true;
+        // Who is told that it failed never takes the file away again.
+        ::unlink(path.c_str());
+        return flushed.error();
     }
     if (errno == EEXIST)
         return false;

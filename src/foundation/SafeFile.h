@@ -37,6 +37,7 @@ private:
     void flushBuffer();
     void fail(const char* step);
     void discard();
+    bool stillWaits() const { return !m_temporary.empty(); }
     void keepTemporary() { m_temporary.clear(); }
     Result<void> readBack();
     Result<void> rename();
@@ -55,7 +56,8 @@ Result<void> writeFileSafely(const std::string& path, std::string_view bytes);
 /// Several files of one folder that change together or not at all, whatever happens in between.
 ///
 /// A list of what is about to be renamed (the intent) is written once all new contents are durable. A reader that finds an intent
-/// whose temporaries are whole takes those, otherwise the old files; the next writer finishes or clears away what was left.
+/// whose temporaries are whole takes those, otherwise the old files; the next writer finishes or clears away what was left. A file that
+/// cannot be replaced goes on being read through its intent, whatever else is written meanwhile.
 class FileGroup {
 public:
     explicit FileGroup(std::string folder) : m_folder(std::move(folder)) { }
@@ -70,6 +72,10 @@ public:
     static Result<void> repair(const std::string& folder);
 
 private:
+    Result<void> commitTogether();
+    Result<void> renameAll();
+    void keepTemporaries();
+
     std::string m_folder;
     std::deque<SafeFile> m_files;
 };
@@ -86,6 +92,9 @@ FileBytes readWholeFile(const std::string& path);
 
 /// Makes a file that is complete the moment it appears. Answers false when there was one already.
 Result<bool> createExclusively(const std::string& path, std::string_view bytes);
+
+/// Flushes the contents of a file that something else wrote.
+Result<void> flushFile(const std::string& path);
 
 /// Flushes the folder's entries; file systems that cannot do that count as done.
 Result<void> flushFolder(const std::string& folder);

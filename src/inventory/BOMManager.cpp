@@ -12,6 +12,7 @@
 #include "storage/WriteGate.h"
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -39,6 +40,17 @@ std::optional<std::string> workedOut(std::string_view value)
         return std::string(value);
     const std::optional<double> result = numbers::arithmetic(value.substr(1));
     return result ? std::optional(plainText(*result)) : std::nullopt;
+}
+
+/// Cut off after the point; what no int can hold becomes the nearest one that can.
+int wholeWithinInt(float number)
+{
+    using Limits = std::numeric_limits<int>;
+    // The lowest int is a float, the highest is not: the first one beyond it is.
+    constexpr float lowest = static_cast<float>(Limits::min());
+    if (number >= -lowest)
+        return Limits::max();
+    return number <= lowest ? Limits::min() : static_cast<int>(number);
 }
 
 } // namespace
@@ -304,7 +316,7 @@ std::string BOMManager::countTotalItemsPurchased() const
 {
     int count = 0;
     for (const Material* line : linesOfOrder(m_currentOrder))
-        count = static_cast<int>(static_cast<float>(count) + line->getQtyasFloat());
+        count = wholeWithinInt(static_cast<float>(count) + line->getQtyasFloat());
     return std::to_string(count);
 }
 

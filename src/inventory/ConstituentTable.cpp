@@ -3,8 +3,11 @@
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
 #include "inventory/Item.h"
+#include "storage/WriteGate.h"
 
-ConstituentTable::ConstituentTable(const SortSettings& sorting, Beeper& beeper) : qvDataSource(sorting, beeper)
+ConstituentTable::ConstituentTable(const SortSettings& sorting, Beeper& beeper, WriteGate& gate)
+    : qvDataSource(sorting, beeper)
+    , m_gate(gate)
 {
     list.columns = {
         {"code", localText("Code"), 110},
@@ -40,6 +43,8 @@ bool ConstituentTable::setObjectValue(std::string_view identifier, int row, std:
         beeper().beep();
         return false;
     }
+    if (!m_gate.readOnlyCheck())
+        return false;
     m_item->setConstituentQty(row, static_cast<float>(*quantity));
     reloadData();
     if (onEdited)

@@ -6,10 +6,11 @@
 #include <functional>
 
 class Item;
+class WriteGate;
 
 class ConstituentTable : public qvDataSource {
 public:
-    ConstituentTable(const SortSettings& sorting, Beeper& beeper);
+    ConstituentTable(const SortSettings& sorting, Beeper& beeper, WriteGate& gate);
 
     void setItem(Item* item);
     /// Runs after a quantity was edited.
@@ -23,6 +24,7 @@ public:
     bool setObjectValue(std::string_view identifier, int row, std::string_view value) override;
 
 private:
+    WriteGate& m_gate;
     Item* m_item = nullptr;
     int m_selected = -1;
 };

@@ -29,7 +29,6 @@ constexpr std::array itemControls {
     ItemControl {&ItemForm::price, &Item::getPrice, &Item::setPrice},
     ItemControl {&ItemForm::bought, &Item::getBought, &Item::setBought},
     ItemControl {&ItemForm::shipping, &Item::getShipping, &Item::setShipping},
-    ItemControl {&ItemForm::qty, &Item::getQty, &Item::setQty},
     ItemControl {&ItemForm::warnlevel, &Item::getWarnlevel, &Item::setWarnlevel},
     ItemControl {&ItemForm::optimumQty, &Item::getOptimumQty, &Item::setOptimumQty},
     ItemControl {&ItemForm::ean, &Item::getEan, &Item::setEan},
@@ -37,6 +36,8 @@ constexpr std::array itemControls {
     ItemControl {&ItemForm::link, &Item::getLink, &Item::setLink},
     ItemControl {&ItemForm::imageLink, &Item::getImageLink, &Item::setImageLink},
 };
+
+const QStringList itemConditions {"New", "Refurbished", "Used"};
 
 void showChoice(ChoiceField& field, std::string_view title)
 {
@@ -55,12 +56,28 @@ void ItemManager::restoreType()
     m_typeBefore.reset();
 }
 
+std::string ItemManager::newCode(int id) const
+{
+    return m_needs.preferences.getItemPrefix() + std::to_string(id);
+}
+
+Item& ItemManager::join(std::unique_ptr<Item> created)
+{
+    const int proposed = created->getID();
+    if (presentItem(*this, proposed)) {
+        created->setID(getNextId());
+        if (created->getCode() == newCode(proposed))
+            created->setCode(newCode(created->getID()));
+    }
+    return add(std::move(created));
+}
+
 void ItemManager::begin()
 {
     restoreType();
     m_created = std::make_unique<Item>(m_needs.rules);
     m_created->setID(getNextId());
-    m_created->setCode(m_needs.preferences.getItemPrefix() + std::to_string(m_created->getID()));
+    m_created->setCode(newCode(m_created->getID()));
     m_created->setWarnlevel(m_needs.preferences.getStockWarn());
     m_currentItem = m_created.get();
     setItem(*m_currentItem);
@@ -92,6 +109,8 @@ void ItemManager::edit()
 
 void ItemManager::editThisItem(Item& item)
 {
+    if (form.isOpen() && m_currentItem == &item)
+        return form.open();
     restoreType();
     m_created.reset();
     m_forOrder = false;
@@ -119,6 +138,7 @@ void ItemManager::setItem(const Item& item)
     const Contact* supplier = presentItem(m_needs.contacts, numbers::leadingInt(item.getSupplier()));
     form.supplier.setText(supplier ? toQString(supplier->getName()) : QString());
     showChoice(form.taxcode, item.getTaxcode());
+    form.condition.setTitles(itemConditions);
     showChoice(form.condition, item.getCondition());
     form.decreaseQty.setOn(item.getDecreaseQty());
     form.collective.setOn(item.isCollectiveItem());
@@ -144,6 +164,7 @@ void ItemManager::showCollective()
         showQtyOfCollective();
     else
         form.qty.setText(toQString(m_currentItem->getQty()));
+    m_qtyShown = form.qty.text();
 }
 
 void ItemManager::showQtyOfCollective()
@@ -162,6 +183,9 @@ void ItemManager::copyEditorInto(Item& item)
 {
     for (const ItemControl& shown : itemControls)
         (item.*shown.set)((form.*shown.control).text().toStdString());
+    // Stock that orders moved meanwhile stays as it is.
+    if (form.qty.text() != m_qtyShown)
+        item.setQty(form.qty.text().toStdString());
     if (!form.condition.title().isEmpty())
         item.setCondition(form.condition.title().toStdString());
     if (!form.taxcode.title().isEmpty())
@@ -185,7 +209,7 @@ void ItemManager::finish()
     copyEditorInto(*m_currentItem);
     m_typeBefore.reset();
     if (m_created)
-        m_currentItem = &add(std::move(m_created));
+        m_currentItem = &join(std::move(m_created));
     if (std::exchange(m_forOrder, false))
         m_needs.lineTarget.addItemToCurrentOrder(*m_currentItem);
     filter();
@@ -202,7 +226,7 @@ void ItemManager::pickConstituent()
 
 void ItemManager::addConstituent(Item& part)
 {
-    if (!m_currentItem)
+    if (!m_currentItem || !m_needs.gate.readOnlyCheck())
         return;
     std::vector<const Item*> seen {m_currentItem};
     const QString name = toQString(part.getItem());
@@ -215,13 +239,13 @@ void ItemManager::addConstituent(Item& part)
         return;
     }
     m_currentItem->addConstituent(part);
-    constituentTable.reloadData();
+    constituentTable.setItem(m_currentItem);
     showQtyOfCollective();
 }
 
 void ItemManager::removeConstituent()
 {
-    if (!m_currentItem || constituentTable.selectedConstituent() < 0)
+    if (!m_currentItem || constituentTable.selectedConstituent() < 0 || !m_needs.gate.readOnlyCheck())
         return;
     m_currentItem->removeConstituentAtIndex(constituentTable.selectedConstituent());
     constituentTable.setItem(m_currentItem);

@@ -25,7 +25,7 @@ QString joinedNames(const std::vector<Item*>& items)
 
 ItemManager::ItemManager(ItemManagerNeeds needs)
     : Collection(needs.sorting, needs.beeper)
-    , constituentTable(needs.sorting, needs.beeper)
+    , constituentTable(needs.sorting, needs.beeper, needs.gate)
     , m_needs(needs)
 {
     list.columns = {
@@ -47,7 +47,6 @@ ItemManager::ItemManager(ItemManagerNeeds needs)
     constituentTable.onEdited = [this] { showQtyOfCollective(); };
     listForm.search.onEdited = [this] { filter(); };
     listForm.filter.onEdited = [this] { filter(); };
-    form.condition.setTitles({"New", "Refurbished", "Used"});
 }
 
 // Collective items
@@ -157,6 +156,12 @@ void ItemManager::recordRemoved(dataObject& record)
         form.close();
 }
 
+void ItemManager::recordsCleared()
+{
+    m_categories.clear();
+    addCategories({});
+}
+
 void ItemManager::deleteItemUnlessUsed(Item& item)
 {
     if (!m_needs.gate.readOnlyCheck())
@@ -185,6 +190,9 @@ void ItemManager::deleteKey()
     setDeleteBuffer(deleted);
     selectRow(std::max(first - 1, 0));
     m_needs.gate.setChangeFlag();
+    if (!deleted.empty())
+        m_needs.showStatus(
+            deleted.size() == 1 ? localText("Deleted. Undo brings the item back.") : localText("Deleted. Undo brings the items back."));
 }
 
 // The list

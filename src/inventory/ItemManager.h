@@ -8,6 +8,7 @@
 #include "storage/CollectionFile.h"
 #include "storage/ListForm.h"
 
+#include <functional>
 #include <optional>
 
 class Alerts;
@@ -37,6 +38,8 @@ struct ItemManagerNeeds {
     const ContactManager& contacts;
     qvPicker& picker;
     LineTarget& lineTarget;
+    /// Shows one line in the status bar.
+    std::function<void(const QString&)> showStatus;
 };
 
 class ItemManager : public Collection<Item> {
@@ -86,9 +89,14 @@ public:
 
 protected:
     void recordRemoved(dataObject& record) override;
+    void recordsCleared() override;
 
 private:
     void begin();
+    /// The code proposed for a new item: the user's prefix and the id.
+    std::string newCode(int id) const;
+    /// A new item joins the collection. When its id went to another one meanwhile it gets the next, and so does its code.
+    Item& join(std::unique_ptr<Item> created);
     void setItem(const Item& item);
     void restoreType();
     void copyEditorInto(Item& item);
@@ -103,6 +111,8 @@ private:
     /// The kind changes while the editor is open, since the quantity shown depends on it; this is what it was, until the item is saved.
     std::optional<std::string> m_typeBefore;
     bool m_forOrder = false;
+    /// The quantity as the editor was given it.
+    QString m_qtyShown;
     QStringList m_categories;
     static constexpr std::size_t deepestCollective = 32;
     /// The collective items whose parts are being moved now.

@@ -1,12 +1,23 @@
 #include "orders/Attachments.h"
 
 #include "foundation/Folders.h"
+#include "foundation/SafeFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace {
+
+/// A copy on its way; the one of a broken-off copy is replaced by the next.
+constexpr char unfinishedName[] = ".vendaro-attachment.tmp";
+
+bool isUnfinishedName(const QString& name)
+{
+    return name.startsWith(".vendaro-") && name.endsWith(".tmp");
+}
 
 Error attachmentError(const QString& path, const char* reason)
 {
@@ -16,15 +27,18 @@ Error attachmentError(const QString& path, const char* reason)
 /// Copies into a new file that appears under its name only when it is whole.
 Result<void> copyIntoFolder(const QString& source, const QString& target)
 {
-    const QString unfinished = target + ".part";
+    const QString folder = QFileInfo(target).path();
+    const QString unfinished = folder + '/' + unfinishedName;
     QFile::remove(unfinished);
-    if (!QFile::copy(source, unfinished))
+    if (!QFile::copy(source, unfinished) || !flushFile(unfinished.toStdString())) {
+        QFile::remove(unfinished);
         return attachmentError(source, "it could not be copied into the database folder.");
+    }
     if (!QFile::rename(unfinished, target)) {
         QFile::remove(unfinished);
         return attachmentError(source, "the copy could not be put into its place.");
     }
-    return {};
+    return flushFolder(folder.toStdString());
 }
 
 } // namespace
@@ -48,6 +62,8 @@ Result<void> Attachments::file(int orderId, const QString& path) const
         return attachmentError(path, "there is no such file.");
     if (source.isSymLink() || !source.isFile())
         return attachmentError(path, "only ordinary files can be attached, no links, folders or devices.");
+    if (isUnfinishedName(source.fileName()))
+        return attachmentError(path, "names like this one are kept for copies on their way.");
     const QString target = folder(orderId);
     if (!QDir().mkpath(target))
         return attachmentError(path, "the folder for this order's files could not be made.");
@@ -62,7 +78,8 @@ int Attachments::countAttachments(int orderId) const
     const QStringList entries =
         QDir(folder(orderId)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
     const bool desktopFile = !entries.isEmpty() && entries.first() == ".DS_Store";
-    return static_cast<int>(entries.size()) - (desktopFile ? 1 : 0);
+    const auto unfinished = std::count_if(entries.begin(), entries.end(), isUnfinishedName);
+    return static_cast<int>(entries.size() - unfinished) - (desktopFile ? 1 : 0);
 }
 
 Result<void> Attachments::deleteAttachments(int orderId) const

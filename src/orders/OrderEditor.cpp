@@ -149,6 +149,10 @@ void OrderManager::setItem(Order& order)
 
 void OrderManager::fillChoices(const Order& order)
 {
+    // What another order brought along is not offered for this one.
+    form.type.setTitles(orderTypes);
+    form.paymentMethod.setTitles(paymentMethods);
+    form.repeatFrequency.setTitles(repeatFrequencies);
     chooseTitle(form.type, order.getType());
     chooseTitle(form.paymentMethod, order.getPaymentMethod());
     chooseTitle(form.repeatFrequency, order.getRepeatFrequency());
@@ -332,8 +336,11 @@ void OrderManager::finish(Finish how)
     if (how == Finish::keepOpen)
         return;
     m_creating = false;
-    if (order.isPurchaseOrder() && !form.balancePaid.text().isEmpty())
+    if (order.isPurchaseOrder() && !form.balancePaid.text().isEmpty()) {
         fileBill(order);
+        // Before the order that names it: an order must not point at a bill that is not there.
+        m_needs.gate.writeDatabaseInBackground(m_needs.bills);
+    }
     form.close();
     filter();
     m_needs.gate.writeDatabaseInBackground(*this);

@@ -47,11 +47,6 @@ OrderManager::OrderManager(OrderManagerNeeds needs)
     connectForm();
 }
 
-std::string OrderManager::todayInEditorFormat() const
-{
-    return dates::write(m_needs.clock.today(), m_needs.preferences.isUKFormat() ? dates::dayFirst : dates::monthFirst);
-}
-
 void OrderManager::number(Order& order)
 {
     order.setOrderNum(m_needs.preferences.getOrderPrefix() + std::to_string(order.getID()));
@@ -75,7 +70,7 @@ void OrderManager::create()
     }
     m_creating = true;
     Order& order = addNewOrder();
-    order.setDate(todayInEditorFormat());
+    order.setDate(tender.today());
     setItem(order);
     form.open();
     form.focus(form.orderTitle);
@@ -102,7 +97,7 @@ void OrderManager::createPurchaseOrder()
 Order& OrderManager::createAndAddDataObject()
 {
     Order& order = addNewOrder();
-    order.setDate(todayInEditorFormat());
+    order.setDate(tender.today());
     return order;
 }
 
@@ -114,6 +109,8 @@ void OrderManager::edit()
 
 void OrderManager::editThisOrder(Order& order)
 {
+    if (form.isOpen() && m_currentItem == &order)
+        return form.open();
     m_creating = false;
     setItem(order);
     form.open();
@@ -173,7 +170,8 @@ void OrderManager::deleteOrder(Order& order)
     if (!m_needs.gate.readOnlyCheck())
         return;
     remove(order);
-    m_needs.gate.writeDatabase(m_needs.lines);
+    // Orders and lines together: the order must not come back without its lines.
+    m_needs.gate.writeDatabase(*this);
     reloadData();
 }
 
@@ -199,7 +197,7 @@ void OrderManager::deleteKey()
     const int first = selectedRow();
     for (dataObject* order : selected)
         remove(static_cast<Order&>(*order));
-    m_needs.gate.writeDatabase(m_needs.lines);
+    m_needs.gate.writeDatabase(*this);
     setDeleteBuffer(selected);
     reloadData();
     selectRow(std::max(first - 1, 0));

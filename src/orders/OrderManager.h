@@ -155,7 +155,6 @@ private:
     void chooseType();
     void discountChanged();
     void markNewCustomer(Contact& contact, Order& order);
-    std::string todayInEditorFormat() const;
     void number(Order& order);
     Order& addNewOrder();
     void hideByFilter();

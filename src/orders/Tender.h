@@ -45,9 +45,10 @@ public:
     void tenderCancel();
     /// Takes the selected payment off the order after asking. The money-in list keeps it until the next load.
     void tenderRemove(Order& order);
+    /// Today as the user writes dates.
+    std::string today() const;
 
 private:
-    std::string today() const;
     void take(Order& order, std::string amount, std::string datePaid);
 
     TenderNeeds m_needs;

@@ -33,10 +33,16 @@ struct ReadFile {
     std::string reason;
 };
 
-ReadFile readRecordFile(RecordFile& file, const std::string& path)
+/// Reads the new contents that an interrupted write left, when there are such, else the file itself.
+ReadFile readRecordFile(RecordFile& file, const std::string& ownPath, const std::string& instead)
 {
-    ReadFile result {path, false, {}, {}};
-    const FileBytes bytes = readWholeFile(path);
+    ReadFile result {instead.empty() ? ownPath : instead, false, {}, {}};
+    FileBytes bytes = readWholeFile(result.path);
+    if (bytes.trouble == ReadTrouble::missing && !instead.empty()) {
+        // Another program has put them into their place meanwhile.
+        result.path = ownPath;
+        bytes = readWholeFile(ownPath);
+    }
     result.exists = bytes.trouble != ReadTrouble::missing;
     result.reason = bytes.reason;
     if (bytes.trouble != ReadTrouble::none)
@@ -59,8 +65,6 @@ void writeSnapshot(const FileSnapshot& snapshot, SafeFile& target)
 
 DatabaseFolder::DatabaseFolder(RecoveryStore& recovery, const Clock& clock, const User& user)
     : m_recovery(recovery)
-    , m_clock(clock)
-    , m_user(user)
     , m_lock(clock, user)
     , m_worker([this] { work(); })
 {
@@ -117,7 +121,6 @@ void DatabaseFolder::forgetState()
     const std::lock_guard guard(m_mutex);
     m_unsaved.clear();
     m_damaged.clear();
-    m_reason.clear();
     m_identity = identityOf(m_location);
     m_keptElsewhere.clear();
     m_folderGone = false;
@@ -135,8 +138,9 @@ LoadReport DatabaseFolder::readAgain(const AfterFile& afterFile)
     const auto startReading = [&](RecordFile& file) {
         file.forget();
         const auto interrupted = instead.find(file.fileName());
-        const std::string path = interrupted == instead.end() ? pathIn(m_location, file) : interrupted->second;
-        return std::async(std::launch::async, [&file, path] { return readRecordFile(file, path); });
+        const std::string other = interrupted == instead.end() ? std::string() : interrupted->second;
+        return std::async(
+            std::launch::async, [&file, path = pathIn(m_location, file), other] { return readRecordFile(file, path, other); });
     };
     // One file is read ahead while the one before it is read and handed over; they are handed over in their order.
     std::future<ReadFile> next = m_files.empty() ? std::future<ReadFile>() : startReading(*m_files.front());
@@ -217,7 +221,7 @@ QString DatabaseFolder::unsavedReason() const
 {
     const std::lock_guard guard(m_mutex);
     if (!m_unsaved.empty())
-        return m_reason;
+        return m_unsaved.begin()->second;
     return m_folderGone ? m_location + " is not the folder that was opened" : QString();
 }
 
@@ -323,8 +327,12 @@ Result<void> DatabaseFolder::prepareFolder(const QString& folder)
         return made;
     if (m_repaired || folder != m_location)
         return {};
-    m_repaired = true;
-    return FileGroup::repair(folder.toStdString());
+    // What cannot be put right yet goes on being read through, and holds no other file up.
+    const Result<void> repaired = FileGroup::repair(folder.toStdString());
+    m_repaired = repaired.ok();
+    if (!repaired)
+        logLine(repaired.error().message);
+    return {};
 }
 
 /// Whether the folder is still the one that was read; a folder that was not there then is taken as it was made.
@@ -382,8 +390,7 @@ void DatabaseFolder::settled(const Piece& piece, const Result<void>& result)
     }
     logLine(std::string(piece.file->logName()) + " not written successfully");
     logLine(result.error().message);
-    m_unsaved.insert(piece.file);
-    m_reason = QString::fromStdString(result.error().message);
+    m_unsaved[piece.file] = QString::fromStdString(result.error().message);
 }
 
 // Copying
@@ -397,8 +404,10 @@ Result<void> DatabaseFolder::copyTo(const QString& target)
         return Error {"a database cannot be copied into itself"};
     if (QFileInfo::exists(target))
         return Error {target.toStdString() + " exists already"};
-    const QString unfinished = target + ".unfinished";
-    QDir(unfinished).removeRecursively();
+    // A name that nothing has: what stands there already is somebody else's.
+    QString unfinished = target + ".unfinished";
+    for (int i = 1; QFileInfo::exists(unfinished) || QFileInfo(unfinished).isSymLink(); ++i)
+        unfinished = target + ".unfinished-" + QString::number(i);
     Result<void> copied = folders::copyTree(m_location, unfinished);
     if (copied)
         copied = writeFileSafely((unfinished + "/lock.xml").toStdString(), m_lock.contents(DatabaseLock::offlineReason));

@@ -104,8 +104,6 @@ private:
     Result<void> keepDamagedOriginal(const QString& folder, const RecordFile& file);
 
     RecoveryStore& m_recovery;
-    const Clock& m_clock;
-    const User& m_user;
     DatabaseLock m_lock;
     QString m_location;
     std::vector<RecordFile*> m_files;
@@ -114,10 +112,10 @@ private:
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
     std::deque<Job> m_jobs;
-    std::set<RecordFile*> m_unsaved;
+    /// With the reason of each.
+    std::map<RecordFile*, QString> m_unsaved;
     /// Files of the loaded folder that did not read and whose originals are not kept yet.
     std::set<const RecordFile*> m_damaged;
-    QString m_reason;
     /// Of the loaded folder; none until there is one.
     std::optional<Identity> m_identity;
     /// The newest copy of each file that was written while the folder was another one.

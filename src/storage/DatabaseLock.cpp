@@ -18,6 +18,16 @@ std::string lockText(const PlistValue& contents, const char* key)
     return value ? value->asText() : std::string();
 }
 
+/// A lock that says nothing that can be read is kept byte for byte.
+Result<void> keepDamaged(const std::string& lock, const std::string& copy)
+{
+    const FileBytes file = readWholeFile(lock);
+    const Result<PlistValue> contents = plist::read(file.bytes);
+    if (file.trouble != ReadTrouble::none || (contents && contents.value().isDict()))
+        return {};
+    return writeFileSafely(copy, file.bytes);
+}
+
 } // namespace
 
 void DatabaseLock::setFolder(const QString& folder)
@@ -86,6 +96,8 @@ Result<void> DatabaseLock::forceOpen()
     const std::string keptPath = m_folder.toStdString() + "/unlock" + stamp + ".xml";
     if (Result<void> written = writeFileSafely(keptPath, plist::write(kept)); !written)
         return written;
+    if (Result<void> asItWas = keepDamaged(path().toStdString(), keptPath + ".damaged"); !asItWas)
+        return asItWas;
     if (!QFile::remove(path()))
         return Error {path().toStdString() + " could not be removed"};
     return {};

@@ -42,7 +42,7 @@ public:
     bool release();
     /// A forced unlock: the lock's contents are kept in an "unlock" file and the lock goes.
     Result<void> forceOpen();
-    /// Whether this program may write to the folder: our lock, or none after a forced unlock.
+    /// Whether the lock that is there is the one we wrote.
     bool isOurs() const;
 
     /// The bytes of a lock written now.

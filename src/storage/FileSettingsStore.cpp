@@ -71,6 +71,16 @@ Result<void> FileSettingsStore::flush()
 {
     if (!m_dirty)
         return {};
+    const Result<void> written = write();
+    if (written)
+        m_dirty = false;
+    else
+        logLine(written.error().message);
+    return written;
+}
+
+Result<void> FileSettingsStore::write()
+{
     if (Result<void> made = folders::make(QFileInfo(m_path).path()); !made)
         return made;
     if (m_mustKeepOriginal && QFileInfo::exists(m_path)) {
@@ -78,12 +88,7 @@ Result<void> FileSettingsStore::flush()
             return kept.error();
     }
     m_mustKeepOriginal = false;
-    Result<void> written = writeFileSafely(m_path.toStdString(), plist::write(m_values));
-    if (written)
-        m_dirty = false;
-    else
-        logLine(written.error().message);
-    return written;
+    return writeFileSafely(m_path.toStdString(), plist::write(m_values));
 }
 
 void FileSettingsStore::keepUnsaved()

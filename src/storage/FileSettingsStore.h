@@ -30,6 +30,7 @@ public:
 
 private:
     void markDirty();
+    Result<void> write();
 
     QString m_path;
     RecoveryStore& m_recovery;

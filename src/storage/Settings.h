@@ -87,7 +87,7 @@ public:
 
     /// The value as text: nothing when absent or when it is no text.
     std::optional<std::string> text(std::string_view key) const;
-    /// True for the text "YES" and for a true flag.
+    /// True for the texts "YES" and "1" and for a true flag.
     bool flag(std::string_view key) const;
     void setText(std::string_view key, std::string_view text);
 };

@@ -324,12 +324,14 @@ int qvDataSource::rowOf(const dataObject& record) const
 std::vector<int> qvDataSource::selectedRows() const
 {
     std::vector<int> rows;
-    for (const dataObject* record : m_selection) {
-        const int row = rowOf(*record);
-        if (row >= 0)
-            rows.push_back(row);
+    const std::unordered_set<const dataObject*> selected(m_selection.begin(), m_selection.end());
+    if (selected.empty())
+        return rows;
+    const std::vector<dataObject*>& shown = visibleRows();
+    for (std::size_t row = 0; row < shown.size() && rows.size() < selected.size(); ++row) {
+        if (selected.contains(shown[row]))
+            rows.push_back(static_cast<int>(row));
     }
-    std::sort(rows.begin(), rows.end());
     return rows;
 }
 

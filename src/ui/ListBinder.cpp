@@ -23,7 +23,8 @@ ListBinder::ListBinder(qvDataSource& source, RecordTable* table, const QString& 
     connect(&m_model, &RecordListModel::selectionWanted, this, &ListBinder::takeSelection);
     connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ListBinder::giveSelection);
     connect(table->tableHeader(), &QHeaderView::sectionClicked, this, &ListBinder::sortBy);
-    table->tableHeader()->setSectionsClickable(true);
+    // A table whose cells are edited keeps the order of its record.
+    table->tableHeader()->setSectionsClickable(table->rowDelegate()->unit() == RowDelegate::Unit::rows);
     takeSelection();
 }
 

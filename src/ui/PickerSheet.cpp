@@ -20,7 +20,10 @@ namespace {
 
 class PickerSheet : public Sheet {
 public:
-    PickerSheet(qvPicker& picker, QWidget* host) : Sheet(host), m_picker(picker)
+    PickerSheet(qvPicker& picker, QWidget* host)
+        // What is chosen goes to the record that is open now: no other may be opened meanwhile.
+        : Sheet(host, Blocks::theProgram)
+        , m_picker(picker)
     {
         setTitle(picker.form.title());
         card()->setFixedSize(660, 520);
@@ -65,12 +68,17 @@ private:
         shareWidth(card()->width() - table->verticalScrollBar()->sizeHint().width());
         auto* binder = new ListBinder(m_picker, table);
         m_search->steer(table);
+        table->setEmptyText(tr("Nothing found"));
         connect(&binder->model(), &QAbstractItemModel::modelReset, this, &PickerSheet::showCount);
         connect(table, &QAbstractItemView::activated, this, [this] { m_picker.chooseSelected(); });
         column()->addWidget(table, 1);
     }
 
-    void showCount() { m_footer->setNote(tr("%1 of %2").arg(m_picker.numberOfRows()).arg(m_picker.getCount())); }
+    void showCount()
+    {
+        m_footer->setNote(tr("%1 of %2").arg(m_picker.numberOfRows()).arg(m_picker.getCount()));
+        m_choose->setEnabled(m_picker.numberOfRows() > 0);
+    }
 
     /// The columns' widths are shares of the room there is.
     void shareWidth(int room)
@@ -87,11 +95,11 @@ private:
         m_footer = new FooterBar(FooterBar::Place::sheet);
         auto* cancelButton = new Button(tr("Cancel"));
         cancelButton->setObjectName("cancel");
-        auto* chooseButton = new PrimaryButton(tr("Choose"));
-        chooseButton->setObjectName("choose");
+        m_choose = new PrimaryButton(tr("Choose"));
+        m_choose->setObjectName("choose");
         m_footer->addRight(cancelButton);
-        m_footer->addRight(chooseButton);
-        setDefaultButton(chooseButton);
+        m_footer->addRight(m_choose);
+        setDefaultButton(m_choose);
         column()->addWidget(m_footer);
         showCount();
     }
@@ -99,6 +107,7 @@ private:
     qvPicker& m_picker;
     SearchField* m_search = nullptr;
     FooterBar* m_footer = nullptr;
+    QPushButton* m_choose = nullptr;
 };
 
 } // namespace

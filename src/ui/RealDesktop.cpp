@@ -1,5 +1,6 @@
 #include "ui/RealDesktop.h"
 
+#include "foundation/Log.h"
 #include "ui/kit/AlertCard.h"
 
 #include <QApplication>
@@ -33,7 +34,9 @@ bool mayReplace(const QString& path)
 
 int RealAlerts::ask(const Alert& alert)
 {
-    return AlertCard::ask(QApplication::activeWindow(), alert.title, alert.text, alert.buttons);
+    AlertCard::Options options;
+    options.destructive = alert.destructive;
+    return AlertCard::ask(QApplication::activeWindow(), alert.title, alert.text, alert.buttons, options);
 }
 
 std::optional<QString> RealFilePanels::openFile(const QString& title)
@@ -70,12 +73,15 @@ void RealBeeper::beep()
 
 void RealOpener::openUrl(const QUrl& url)
 {
-    QDesktopServices::openUrl(url);
+    if (QDesktopServices::openUrl(url))
+        return;
+    logLine("nothing opens " + url.toDisplayString().toStdString());
+    QApplication::beep();
 }
 
 void RealOpener::revealFolder(const QString& path)
 {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+    openUrl(QUrl::fromLocalFile(path));
 }
 
 bool RealPrinting::print(const QString& title, const std::function<bool(QPagedPaintDevice&)>& paint)

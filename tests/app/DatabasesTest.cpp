@@ -190,6 +190,22 @@ TEST_F(DatabasesTest, aNameWithASlashIsRefusedAndTheSheetStays)
     EXPECT_EQ(preferences().newDatabase.displayName.text(), "../escape");
 }
 
+TEST_F(DatabasesTest, aDatabaseThatCannotBeMadeIsToldAndTheSheetStays)
+{
+    start();
+    QFile inTheWay(supportFolder() + "/taken.vendb");
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    preferences().newDatabaseMenuItem();
+    preferences().newDatabase.displayName.edit("taken");
+    alerts.answer("OK");
+    preferences().newDatabase.confirm.trigger();
+
+    EXPECT_TRUE(alerts.asked().back().text.contains("taken.vendb"));
+    EXPECT_TRUE(preferences().newDatabase.isOpen());
+    EXPECT_EQ(openFolder(), databaseFolder());
+    EXPECT_EQ(setting("VendaroDbLocation"), "(none)");
+}
+
 TEST_F(DatabasesTest, aCancelledSheetSavesAndReloadsTheOpenDatabase)
 {
     start();

@@ -191,7 +191,7 @@ TEST_F(SavingTest, switchingWithUnsavedWorkRescuesItAndSaysSo)
 {
     QStringList told;
     startWatched([&](Vendaro& program) {
-        QObject::connect(&program.session(), &DatabaseSession::damageFound, [&](const QStringList& sentences) { told += sentences; });
+        QObject::connect(&program.session(), &DatabaseSession::damageFound, [&](const QStringList& sentences) { told = sentences; });
     });
     block("goals.xml");
     const QString other = supportFolder() + "/Other.vendb";

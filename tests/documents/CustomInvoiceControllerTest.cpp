@@ -338,12 +338,15 @@ TEST_F(CustomInvoiceControllerTest, CancellingThatCopiesNothing)
     EXPECT_EQ(QDir(user.home()).entryList(QDir::Files), QStringList());
 }
 
-TEST_F(CustomInvoiceControllerTest, ACopyThatFailsIsLogged)
+TEST_F(CustomInvoiceControllerTest, ACopyThatFailsIsToldAndLogged)
 {
     writeTemplate("Hello");
     const auto letter = letterFor(nullptr);
     panels.choose(user.home() + "/nowhere/copy.vendb");
+    alerts.answer("OK");
     letter->savePDF();
+    ASSERT_EQ(alertCount(), 1);
+    EXPECT_THAT(alerts.asked()[0].text.toStdString(), HasSubstr("nowhere/copy.vendb"));
     ASSERT_FALSE(log.isEmpty());
     EXPECT_THAT(log.last().toStdString(), HasSubstr("nowhere/copy.vendb"));
 }

@@ -410,6 +410,19 @@ TEST(RichTextTest, RowsMayHaveDifferentNumbersOfCells)
         "3\x1f\n");
 }
 
+TEST(RichTextTest, AnEndlessRowGoesOnInItsLastCell)
+{
+    std::string row = "{\\rtf1\\trowd\\pard\\intbl ";
+    for (int cell = 1; cell <= 66; ++cell)
+        row += "c" + std::to_string(cell) + "\\cell ";
+    const auto document = documentOf(row + "\\row\\pard z}");
+    const QTextTable* table = tableOf(*document);
+    ASSERT_NE(table, nullptr);
+    EXPECT_EQ(table->columns(), 64);
+    EXPECT_EQ(table->cellAt(0, 63).firstCursorPosition().block().text(), "c64");
+    EXPECT_EQ(table->cellAt(0, 63).lastCursorPosition().block().text(), "c66");
+}
+
 TEST(RichTextTest, ACellsOwnWidthGoesBeforeItsEdge)
 {
     // 3000 twips are 200 of the layout's units; the edges would say 288.

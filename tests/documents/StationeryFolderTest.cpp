@@ -4,6 +4,8 @@
 
 #include <QFileInfo>
 
+#include <sys/stat.h>
+
 namespace {
 
 const QStringList builtIn {"Delivery note.css", "Delivery note.rtfd", "Estimate.css", "Estimate.rtfd", "Invoice with tax.rtfd",
@@ -69,6 +71,37 @@ TEST_F(StationeryFolderTest, WhatIsThereStays)
     EXPECT_EQ(contentsOf(stationeryPath("Invoice.rtfd/TXT.rtf")), "mine");
     EXPECT_EQ(contentsOf(stationeryPath("Estimate.css")), "mine too");
     EXPECT_EQ(inFolder(), builtIn);
+}
+
+TEST_F(StationeryFolderTest, ACopyThatWasBrokenOffIsMadeAnewAndNeverShown)
+{
+    giveResources();
+    const QString unfinished = stationeryPath(".Reminder.rtfd.unfinished");
+    QDir().mkpath(unfinished);
+    put(unfinished + "/TXT.rtf", "half");
+    EXPECT_EQ(stationery.names(), QStringList());
+    ASSERT_TRUE(stationery.install());
+    EXPECT_EQ(contentsOf(stationeryPath("Reminder.rtfd/TXT.rtf")), "Reminder.rtfd");
+    EXPECT_FALSE(QFileInfo::exists(unfinished));
+}
+
+TEST_F(StationeryFolderTest, APipeForABackgroundHoldsNothingUp)
+{
+    writePackage("Letter", "x");
+    ASSERT_EQ(mkfifo(stationeryPath("Letter.tiff").toStdString().c_str(), 0600), 0);
+    EXPECT_TRUE(stationery.read("Letter").background.isNull());
+}
+
+TEST_F(StationeryFolderTest, AMarginLeavesRoomForText)
+{
+    writePackage("Letter", "x");
+    for (const char* margin : {"500", "1234567890123456789012345678901234567890"}) {
+        put(stationeryPath("Letter.plist"),
+            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>templatePageMargin</key><string>"
+                + QByteArray(margin) + "</string></dict></plist>");
+        ASSERT_TRUE(stationery.read("Letter").options.has_value());
+        EXPECT_EQ(stationery.read("Letter").options->templatePageMargin, 200) << margin;
+    }
 }
 
 TEST_F(StationeryFolderTest, TheFormerTemplateBecomesTheInvoice)

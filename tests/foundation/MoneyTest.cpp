@@ -123,6 +123,19 @@ INSTANTIATE_TEST_SUITE_P(Table, MoneyReading,
         Reading {"fr_FR", std::string("1") + hardBlank + "234,56", 1234.56}, Reading {"fr_FR", "1 234,56", 1234.56},
         Reading {"en_IN", "12,34,567.89", 1234567.89}, Reading {"en_IN", "1,234.5", 1234.5}));
 
+TEST(Money, whatALocaleWritesItReadsAgain)
+{
+    for (const char* locale : {"en_GB", "de_DE", "fr_FR", "sv_SE", "he_IL", "ar_EG", "ar_AE", "fa_IR", "ur_PK", "hi_IN", "mr_IN", "bn_BD",
+             "th_TH", "my_MM", "de_CH", "ja_JP"}) {
+        const MoneyFormatter formatter(locale);
+        for (const double amount : {0.0, 0.05, -0.05, 12.5, -1234.5, 1234567.89, -9999999.99}) {
+            const std::optional<double> number = formatter.read(formatter.write(amount));
+            ASSERT_TRUE(number.has_value()) << locale << ": " << formatter.write(amount);
+            EXPECT_EQ(*number, amount) << locale;
+        }
+    }
+}
+
 TEST(Money, whatIsNoNumberOfItsOwnIsRefused)
 {
     for (const char* text : {"", " ", "abc", "12abc", "abc12", "12 apples", "£5", "5 GBP", "1e5", "1E2", "nan", "NaN", "inf", "Infinity",

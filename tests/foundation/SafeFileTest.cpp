@@ -396,6 +396,53 @@ TEST_F(FileGroupTest, aLaterWriteIsNotUndoneByAnIntentThatWasLeft)
     EXPECT_EQ(contentsOf(in("items.xml")), "later items");
 }
 
+TEST_F(FileGroupTest, aFileThatCannotBeReplacedLeavesOneTemporaryHoweverOftenItIsTried)
+{
+    interruptAfterRenaming(1);
+    fs::remove(in("items.xml"));
+    fs::create_directories(in("items.xml/in the way"));
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        FileGroup group(folder());
+        group.add("orders.xml").append("newer orders");
+        group.add("items.xml").append("newer items");
+        ASSERT_FALSE(group.commit().ok());
+    }
+    EXPECT_EQ(names().size(), 4u) << "both files, the intent and one temporary";
+
+    fs::remove_all(in("items.xml"));
+    put(in("items.xml"), "old items");
+    expectBoth("newer");
+}
+
+TEST_F(FileGroupTest, anotherFilesWriteKeepsWhatWaitsToBePutInItsPlace)
+{
+    interruptAfterRenaming(1);
+    for (const char* contents : {"first contacts", "second contacts"}) {
+        FileGroup other(folder());
+        other.add("contacts.xml").append(contents);
+        ASSERT_TRUE(other.commit().ok());
+    }
+
+    EXPECT_EQ(seen("contacts.xml"), "second contacts");
+    fs::remove(in("contacts.xml"));
+    expectBoth("new");
+}
+
+TEST_F(FileGroupTest, anAttemptWhoseFirstFileCannotBeReplacedLeavesWhatWaitedBefore)
+{
+    interruptAfterRenaming(1);
+    fs::create_directories(in("contacts.xml/in the way"));
+    {
+        FileGroup other(folder());
+        other.add("contacts.xml").append("contacts");
+        other.add("items.xml").append("items that came to nothing");
+        ASSERT_FALSE(other.commit().ok());
+    }
+    fs::remove_all(in("contacts.xml"));
+
+    expectBoth("new");
+}
+
 TEST_F(FileGroupTest, aProgramKilledAtAnyMomentLeavesBothFilesOfOneKind)
 {
     std::mt19937 random(7);

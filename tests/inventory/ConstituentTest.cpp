@@ -1,5 +1,6 @@
 #include "foundation/Money.h"
 #include "inventory/ConstituentTable.h"
+#include "storage/WriteGate.h"
 #include "inventory/Item.h"
 #include "support/FakeDesktop.h"
 #include "support/MemorySettings.h"
@@ -10,6 +11,16 @@ namespace {
 
 struct NoSorting : SortSettings {
     std::string codeSort() const override { return {}; }
+};
+
+/// Every change is allowed.
+class OpenGate : public WriteGate {
+public:
+    bool readOnlyCheck() override { return true; }
+    bool isReadOnly() const override { return false; }
+    void writeDatabase(const qvDataSource&) override { }
+    void writeDatabaseInBackground(const qvDataSource&) override { }
+    void setChangeFlag() override { }
 };
 
 class ConstituentTest : public testing::Test {
@@ -33,7 +44,8 @@ protected:
     FakeBeeper beeper;
     Item cart {rules};
     Item wheel {rules};
-    ConstituentTable table {sorting, beeper};
+    OpenGate gate;
+    ConstituentTable table {sorting, beeper, gate};
 };
 
 TEST_F(ConstituentTest, AnAddedPartKeepsIdCodeAndNameAndIsNeededOnce)

@@ -180,4 +180,17 @@ TEST_F(LineKeepingTest, ANegativeQuantityTakesWhatItWouldGiveBack)
     EXPECT_EQ(mug.getQty(), "10");
 }
 
+TEST_F(LineKeepingTest, TheCountOfItemsStopsAtWhatAWholeNumberHolds)
+{
+    begin();
+    const Order& stocktake = order("Stocktake");
+    lines().setCurrentOrder(stocktake.getID());
+    for (int n = 0; n < 215; ++n)
+        line(stocktake, "0.00").setQty("10000000");
+    EXPECT_EQ(lines().countTotalItemsPurchased(), "2147483647");
+    for (Material* down : lines().linesOfOrder(stocktake.getID()))
+        down->setQty("-10000000");
+    EXPECT_EQ(lines().countTotalItemsPurchased(), "-2147483648");
+}
+
 } // namespace

@@ -72,9 +72,34 @@ TEST_F(AttachmentsTest, OnlyOrdinaryFilesCanBeAttached)
 
 TEST_F(AttachmentsTest, ACopyThatWasBrokenOffEarlierDoesNotStandInTheWay)
 {
-    writeFile(database() + "/Attachments/order1/plan.txt.part", "half");
+    writeFile(database() + "/Attachments/order1/.vendaro-attachment.tmp", "half");
+    EXPECT_EQ(attachments.countAttachments(1), 0);
     EXPECT_TRUE(attachments.file(1, source("plan.txt", "whole")));
     EXPECT_EQ(bytesOf(attachments.folder(1) + "/plan.txt"), "whole");
+    EXPECT_EQ(attachments.countAttachments(1), 1);
+}
+
+TEST_F(AttachmentsTest, WhatAnAttachmentIsCalledEndangersNoOther)
+{
+    ASSERT_TRUE(attachments.file(1, source("plan.txt.part", "half of it")));
+    ASSERT_TRUE(attachments.file(1, source("plan.txt", "whole")));
+    EXPECT_EQ(bytesOf(attachments.folder(1) + "/plan.txt.part"), "half of it");
+    EXPECT_EQ(bytesOf(attachments.folder(1) + "/plan.txt"), "whole");
+    EXPECT_EQ(attachments.countAttachments(1), 2);
+}
+
+TEST_F(AttachmentsTest, ANameOfACopyOnItsWayIsRefused)
+{
+    const Result<void> refused = attachments.file(1, source(".vendaro-attachment.tmp"));
+    ASSERT_FALSE(refused);
+    EXPECT_NE(refused.error().message.find(".vendaro-attachment.tmp"), std::string::npos);
+    EXPECT_FALSE(QFileInfo::exists(attachments.folder(1)));
+}
+
+TEST_F(AttachmentsTest, TheLongestNameThereCanBeIsAttached)
+{
+    const QByteArray name(255, 'x');
+    EXPECT_TRUE(attachments.file(1, source(name.constData())));
     EXPECT_EQ(attachments.countAttachments(1), 1);
 }
 

@@ -181,6 +181,7 @@ TEST_F(OrderManagerTest, APurchaseOrderShowsItsOwnControls)
     EXPECT_EQ(form().sent.caption(), "Order placed");
     EXPECT_TRUE(form().addStock.isVisible());
     EXPECT_TRUE(form().addStock.isEnabled());
+    form().close();
     bought.setStockAdded(true);
     orders().editThisOrder(bought);
     EXPECT_FALSE(form().addStock.isEnabled());
@@ -346,6 +347,7 @@ TEST_F(OrderManagerTest, TheRepeatTextSaysWhenAndWhenNext)
     Order& bench = order("Bench");
     orders().editThisOrder(bench);
     EXPECT_EQ(form().repeatInformation.text(), "");
+    form().close();
     bench.setLastRepeatDate("31/01/24");
     orders().editThisOrder(bench);
     EXPECT_EQ(form().repeatInformation.text(), "Last repeated on 31/01/24. ");

@@ -339,4 +339,68 @@ TEST_F(OrderSavingTest, PrintingOpensTheOrdersDocumentAndLeavesTheEditorOpen)
     EXPECT_TRUE(orders().isCreating());
 }
 
+TEST_F(OrderSavingTest, AFiledBillIsWrittenWithTheOrderThatNamesIt)
+{
+    begin();
+    Order& clay = purchaseOrder();
+    clay.setTitle("Blue clay");
+    savePaid(clay, "04/03/24");
+    app().folder().drain();
+    EXPECT_TRUE(readFile("bills.xml").contains("Blue clay"));
+    EXPECT_TRUE(readFile("orders.xml").contains("Blue clay"));
+}
+
+TEST_F(OrderSavingTest, ADeletedOrderLeavesTheOrdersFileTogetherWithItsLines)
+{
+    begin();
+    for (const char* title : {"Bench", "Table"}) {
+        Order& sale = order(title);
+        line(sale, "10.00").setItem("Wood");
+    }
+    app().session().writeDatabase(orders());
+    ASSERT_TRUE(readFile("orders.xml").contains("Bench"));
+    ASSERT_TRUE(readFile("itemsordered.xml").contains("Wood"));
+    orders().deleteOrder(orders().at(0));
+    EXPECT_FALSE(readFile("orders.xml").contains("Bench"));
+    orders().selectRow(0);
+    alerts.answer("OK");
+    orders().deleteKey();
+    EXPECT_FALSE(readFile("orders.xml").contains("Table"));
+    EXPECT_FALSE(readFile("itemsordered.xml").contains("Wood"));
+}
+
+// The editor
+
+TEST_F(OrderSavingTest, OpeningTheOpenOrderAgainKeepsWhatWasTyped)
+{
+    begin();
+    Order& bench = order("Bench");
+    orders().editThisOrder(bench);
+    form().orderTitle.edit("Garden bench");
+    orders().editThisOrder(bench);
+    EXPECT_EQ(form().orderTitle.text(), "Garden bench");
+    orders().editThisOrder(order("Table"));
+    EXPECT_EQ(form().orderTitle.text(), "Table");
+}
+
+TEST_F(OrderSavingTest, ANewOrderThatIsOpenedAgainStillGoesWhenCancelled)
+{
+    begin();
+    orders().create();
+    orders().editThisOrder(currentOrder());
+    form().cancel.trigger();
+    EXPECT_EQ(orders().getCount(), 0);
+}
+
+TEST_F(OrderSavingTest, ChoicesOfAnotherOrderAreNotOffered)
+{
+    begin();
+    Order& bench = order("Bench");
+    bench.setPaymentMethod("Barter");
+    orders().editThisOrder(bench);
+    EXPECT_EQ(form().paymentMethod.title(), "Barter");
+    orders().editThisOrder(order("Table"));
+    EXPECT_FALSE(form().paymentMethod.titles().contains("Barter"));
+}
+
 } // namespace

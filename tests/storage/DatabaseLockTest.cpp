@@ -135,6 +135,16 @@ TEST_F(DatabaseLockTest, aForcedUnlockKeepsWhatTheLockSaid)
     EXPECT_FALSE(lock.release()) << "no lock is written after a forced unlock";
 }
 
+TEST_F(DatabaseLockTest, aForcedUnlockKeepsADamagedLockByteForByte)
+{
+    put("not a list at all");
+
+    ASSERT_TRUE(lock.forceOpen().ok());
+
+    EXPECT_FALSE(lock.exists());
+    EXPECT_EQ(contents("unlock20240301-101530.xml.damaged"), "not a list at all");
+}
+
 TEST_F(DatabaseLockTest, aForcedUnlockWhoseCopyCannotBeKeptLeavesTheLock)
 {
     put(document(entry("user", "bob")));

@@ -251,6 +251,20 @@ TEST_F(MainOnScreen, returnOpensTheSelectedRecordAndDeleteRemovesIt)
     EXPECT_EQ(desktop->getOrderManager().getCount(), 2);
 }
 
+TEST_F(MainOnScreen, deletingTheLastRecordCanBeUndone)
+{
+    haveRecords();
+    launch();
+    QTest::keyClick(window.get(), Qt::Key_3, Qt::ControlModifier);
+    list("Items")->selectAll();
+    alerts.answer("OK");
+    QTest::keyClick(list("Items"), Qt::Key_Delete);
+    ASSERT_EQ(desktop->getItemManager().getCount(), 0);
+    settle();
+    QTest::keyClick(keyboard(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(desktop->getItemManager().getCount(), 1);
+}
+
 TEST_F(MainOnScreen, theToolBarWorksOnTheListThatHadTheKeyboard)
 {
     haveRecords();

@@ -97,6 +97,24 @@ TEST_F(Picker, saysHowManyThereAre)
     EXPECT_TRUE(says("2 of 3"));
 }
 
+TEST_F(Picker, whatIsNotFoundCannotBeChosen)
+{
+    open();
+    QTest::keyClicks(keyboard(), "nobody");
+    EXPECT_FALSE(child<QAbstractButton>(*sheet(), "choose")->isEnabled());
+    QTest::keyClick(keyboard(), Qt::Key_Return);
+    EXPECT_NE(sheet(), nullptr);
+    QTest::keyClick(keyboard(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(keyboard(), Qt::Key_Delete);
+    EXPECT_TRUE(child<QAbstractButton>(*sheet(), "choose")->isEnabled());
+}
+
+TEST_F(Picker, noOtherRecordCanBeOpenedWhileItAsks)
+{
+    open();
+    EXPECT_EQ(sheet()->blocks(), Sheet::Blocks::theProgram);
+}
+
 TEST_F(Picker, aDoubleClickChooses)
 {
     open();

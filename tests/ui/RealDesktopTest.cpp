@@ -2,6 +2,7 @@
 #include "ui/RealDesktop.h"
 
 #include "UiTest.h"
+#include "desktop/AlertTexts.h"
 #include "ui/kit/AlertCard.h"
 
 #include <QDir>
@@ -131,4 +132,19 @@ TEST(RealAlerts, answerTheIndexOfTheButtonAndCancelledForEscape)
     EXPECT_EQ(alerts.ask(alert), 1);
     QTimer::singleShot(50, &window, [] { SheetStack::instance().top()->cancel(); });
     EXPECT_EQ(alerts.ask(alert), -1);
+}
+
+TEST(RealAlerts, whatCanLoseDataIsNotWhatReturnPresses)
+{
+    QWidget window;
+    window.resize(800, 600);
+    show(window);
+    RealAlerts alerts;
+    QTimer::singleShot(50, &window, [] {
+        auto* card = qobject_cast<AlertCard*>(SheetStack::instance().top());
+        ASSERT_NE(card, nullptr);
+        EXPECT_TRUE(card->buttons()[1]->hasFocus());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    });
+    EXPECT_EQ(alerts.ask(makeAlert(alerts::deleteOrder)), 1);
 }

@@ -7,10 +7,13 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace {
 
 constexpr std::size_t deepestGroup = 512;
+/// What is beyond goes into the last one: a table has as many columns in every row as its widest.
+constexpr std::size_t mostCellsInARow = 64;
 constexpr qsizetype mostCharacters = 8'000'000;
 constexpr unsigned char pictureByte = 0xac;
 constexpr int macRoman = 10000;
@@ -453,6 +456,12 @@ void RtfBuilder::endCell()
 {
     m_paragraph.format = m_format;
     m_cell.push_back(std::exchange(m_paragraph, {}));
+    if (m_row.size() == mostCellsInARow) {
+        std::vector<RichParagraph>& last = m_row.back().paragraphs;
+        std::move(m_cell.begin(), m_cell.end(), std::back_inserter(last));
+        m_cell.clear();
+        return;
+    }
     RichCell cell = m_row.size() < m_cellShapes.size() ? m_cellShapes[m_row.size()] : RichCell {};
     cell.paragraphs = std::exchange(m_cell, {});
     m_row.push_back(std::move(cell));

@@ -60,6 +60,9 @@ ContactsPage::ContactsPage(ContactManager& contacts, QWidget* parent)
         m_tree, &QTreeView::collapsed, this, [this](const QModelIndex& index) { m_expanded.remove(m_model->contactAt(index)->getID()); });
     connect(m_model, &ContactOutlineModel::selectionWanted, this, &ContactsPage::takeSelection);
     connect(m_model, &QAbstractItemModel::modelReset, this, [this] {
+        // Emptied: what comes next is another database, where the ids are other companies'.
+        if (m_contacts.getCount() == 0)
+            m_expanded.clear();
         restoreExpanded();
         showEmptiness();
         showSort();

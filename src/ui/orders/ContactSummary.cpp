@@ -76,7 +76,7 @@ void ContactSummary::showDetails()
     for (const QString& line : m_details.text().split('\n', Qt::SkipEmptyParts)) {
         const QString field = line.section('\t', 0, 0);
         auto* value = new Label(line.section('\t', 1));
-        value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        value->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
         if (field == "email")
             value->setTone(LabelTone::accent);
         grid->addRow(wordForContactField(field), value);

@@ -17,6 +17,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -190,11 +191,13 @@ void MainWindow::followFocus(QWidget* now)
     // The buttons of the tool bar work on the list that had the keyboard before.
     if (!now || now->window() != this || m_toolBar->isAncestorOf(now))
         return;
-    if (now == m_ordersPage->table())
+    // While a page has nothing to list, a button stands in for its list.
+    const auto isList = [now](const QWidget* page) { return page->isAncestorOf(now) && !qobject_cast<QLineEdit*>(now); };
+    if (isList(m_ordersPage) || isList(m_welcome))
         m_vendaro.setFocusedList(&m_vendaro.getOrderManager());
-    else if (now == m_contactsPage->tree())
+    else if (isList(m_contactsPage))
         m_vendaro.setFocusedList(&m_vendaro.getContactManager());
-    else if (now == m_itemsPage->table())
+    else if (isList(m_itemsPage))
         m_vendaro.setFocusedList(&m_vendaro.getItemManager());
     else
         m_vendaro.setFocusedList(nullptr);

@@ -1,0 +1,142 @@
+// The item editor while other things happen: orders that move stock, other items, other databases, somebody else's lock.
+#include "support/Business.h"
+
+namespace {
+
+class ItemEditorTest : public Business {
+protected:
+    ItemForm& form() { return items().form; }
+    void beginReadOnly()
+    {
+        writeFile("lock.xml",
+            document("<dict><key>datetime</key><string>2024-03-01 09:00:00 +0000</string><key>reason</key>"
+                     "<string>database open</string><key>user</key><string>bob</string></dict>"));
+        begin();
+    }
+};
+
+TEST_F(ItemEditorTest, StockThatAnOrderTookMeanwhileStaysTaken)
+{
+    begin();
+    Item& mug = item("Mug", "10");
+    items().editThisItem(mug);
+    items().adjustQtyFor(mug, -3);
+    form().price.edit("6.00");
+    form().save.trigger();
+    EXPECT_EQ(mug.getQty(), "7");
+    EXPECT_EQ(mug.getPrice(), "6.00");
+}
+
+TEST_F(ItemEditorTest, AQuantityTypedIsStored)
+{
+    begin();
+    Item& mug = item("Mug", "10");
+    items().editThisItem(mug);
+    items().adjustQtyFor(mug, -3);
+    form().qty.edit("25");
+    form().save.trigger();
+    EXPECT_EQ(mug.getQty(), "25");
+}
+
+TEST_F(ItemEditorTest, ANewItemGetsAnotherIdAndCodeWhenItsOwnWentToAnother)
+{
+    begin("<key>VendaroItemPrefix</key><string>IT</string>");
+    items().create();
+    form().item.edit("Mug");
+    items().findAndSetHighestId();
+    const Item& plate = item("Plate");
+    ASSERT_EQ(plate.getID(), 1);
+    form().save.trigger();
+    const Item& mug = items().at(1);
+    EXPECT_EQ(mug.getItem(), "Mug");
+    EXPECT_EQ(mug.getID(), 2);
+    EXPECT_EQ(mug.getCode(), "IT2");
+    EXPECT_EQ(items().getItemById(1), &plate);
+}
+
+TEST_F(ItemEditorTest, OpeningTheOpenItemAgainKeepsWhatWasTyped)
+{
+    begin();
+    Item& mug = item("Mug");
+    items().editThisItem(mug);
+    form().item.edit("Big mug");
+    items().editThisItem(mug);
+    EXPECT_EQ(form().item.text(), "Big mug");
+    items().editThisItem(item("Plate"));
+    EXPECT_EQ(form().item.text(), "Plate");
+}
+
+TEST_F(ItemEditorTest, AnAddedPartTakesTheSelectionAwaySoThatRemoveHitsNothing)
+{
+    begin();
+    Item& a = item("A");
+    Item& b = item("B");
+    Item& set = collectiveItem("Set", {{&a, 1}});
+    items().editThisItem(set);
+    items().constituentTable.selectConstituent(0);
+    items().addConstituent(b);
+    form().removeConstituent.trigger();
+    EXPECT_EQ(set.getConstituents().size(), 2u);
+}
+
+TEST_F(ItemEditorTest, ForAReaderThePartsStayAsTheyAre)
+{
+    beginReadOnly();
+    ASSERT_TRUE(app().session().isReadOnly());
+    Item& a = item("A");
+    Item& b = item("B");
+    Item& set = collectiveItem("Set", {{&a, 1}});
+    items().editThisItem(set);
+    for (int change = 0; change < 3; ++change)
+        alerts.answer("OK");
+    items().constituentTable.selectConstituent(0);
+    form().removeConstituent.trigger();
+    EXPECT_EQ(set.getConstituents().size(), 1u);
+    items().addConstituent(b);
+    EXPECT_EQ(set.getConstituents().size(), 1u);
+    EXPECT_FALSE(items().constituentTable.setObjectValue("qty", 0, "5"));
+    EXPECT_EQ(set.getConstituents().front().qty(), 1.0f);
+    EXPECT_EQ(lastAlert().title, "Read-only mode");
+}
+
+TEST_F(ItemEditorTest, AConditionOfAnotherItemIsNotOffered)
+{
+    begin();
+    Item& chipped = item("Mug");
+    chipped.setCondition("Chipped");
+    items().editThisItem(chipped);
+    EXPECT_EQ(form().condition.title(), "Chipped");
+    items().editThisItem(item("Plate"));
+    EXPECT_EQ(form().condition.titles(), QStringList({"New", "Refurbished", "Used"}));
+}
+
+TEST_F(ItemEditorTest, TheCategoriesOfTheListThatWasClearedAreForgotten)
+{
+    begin();
+    items().addCategories("Tea");
+    items().listForm.filter.edit(2);
+    ASSERT_EQ(items().listForm.filter.title(), "Tea");
+    items().clear();
+    EXPECT_EQ(items().listForm.filter.titles(), QStringList({"All", "In stock"}));
+    EXPECT_EQ(items().listForm.filter.title(), "All");
+}
+
+TEST_F(ItemEditorTest, AfterADeletionTheStatusLineSaysWhatUndoBringsBack)
+{
+    begin();
+    Item& a = item("A");
+    collectiveItem("Set", {{&a, 1}});
+    QString status;
+    QObject::connect(&app(), &Vendaro::statusWanted, [&](const QString& line) { status = line; });
+    alerts.answer("OK");
+    alerts.answer("OK");
+    items().setSelectedRecords({&a});
+    items().deleteKey();
+    EXPECT_EQ(status, "") << "a part that is used stays";
+    items().setSelectedRecords({&items().at(1)});
+    alerts.answer("OK");
+    items().deleteKey();
+    EXPECT_EQ(status, "Deleted. Undo brings the item back.");
+}
+
+} // namespace

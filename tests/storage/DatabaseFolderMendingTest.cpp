@@ -1,0 +1,155 @@
+#include "storage/DatabaseFolderTest.h"
+
+// Interrupted writes
+
+TEST_F(DatabaseFolderTest, anInterruptedWriteIsReadThroughAndPutRightByTheFirstWrite)
+{
+    // Given a group that was cut off between its renames.
+    put("orders.xml", document("old"));
+    put("itemsordered.xml", document("old"));
+    load();
+    orders.articles.addNamed("order");
+    lines.articles.addNamed("line");
+    block("itemsordered.xml");
+    write({&orderFile, &lineFile});
+    unblock("itemsordered.xml");
+    put("itemsordered.xml", document("old"));
+    ASSERT_FALSE(leftovers().isEmpty());
+
+    // When another program reads the folder.
+    ArticleShop otherOrders;
+    ArticleShop otherLines;
+    ArticleFile otherOrderFile(otherOrders.articles, "orders.xml", "orders");
+    ArticleFile otherLineFile(otherLines.articles, "itemsordered.xml", "materials");
+    DatabaseFolder other(recovery, clock, user);
+    other.registerFile(otherOrderFile);
+    other.registerFile(otherLineFile);
+    other.load(location(), [](RecordFile&, bool) {});
+
+    // Then it sees both files new, and its first write leaves nothing of the interruption.
+    EXPECT_EQ(otherOrders.articles.getCount(), 2);
+    EXPECT_EQ(otherLines.articles.getCount(), 2);
+    EXPECT_EQ(contents("itemsordered.xml"), document("old"));
+    RecordFile* const files[] {&otherLineFile};
+    other.write(files, DatabaseFolder::When::now);
+    EXPECT_TRUE(leftovers().isEmpty());
+    EXPECT_EQ(otherLines.articles.shown(), "line old ");
+    EXPECT_EQ(contents("orders.xml").count("<dict>"), 3);
+}
+
+TEST_F(DatabaseFolderTest, anInterruptedWriteThatSomebodyFinishesWhileItIsReadIsReadAllTheSame)
+{
+    put("itemsordered.xml", document("old"));
+    load();
+    orders.articles.addNamed("order");
+    lines.articles.addNamed("line");
+    block("itemsordered.xml");
+    write({&orderFile, &lineFile});
+    unblock("itemsordered.xml");
+    put("itemsordered.xml", document("old"));
+
+    ArticleShop otherMugs;
+    ArticleShop otherLines;
+    ArticleShop otherOrders;
+    ArticleFile otherMugFile(otherMugs.articles, "mugs.xml", "mugs");
+    ArticleFile otherOrderFile(otherOrders.articles, "orders.xml", "orders");
+    ArticleFile otherLineFile(otherLines.articles, "itemsordered.xml", "materials");
+    DatabaseFolder other(recovery, clock, user);
+    for (ArticleFile* file : {&otherMugFile, &otherOrderFile, &otherLineFile})
+        other.registerFile(*file);
+    other.load(location(), [this](RecordFile& file, bool) {
+        if (QByteArray(file.fileName()) == "mugs.xml")
+            folder.retry();
+        folder.drain();
+    });
+
+    EXPECT_TRUE(leftovers().isEmpty()) << "the write was finished while the folder was read";
+    EXPECT_EQ(otherOrders.articles.getCount(), 1);
+    EXPECT_EQ(otherLines.articles.getCount(), 2);
+}
+
+TEST_F(DatabaseFolderTest, whatCannotBePutRightYetIsPutRightLaterAndHoldsNoOtherFileUp)
+{
+    // Given orders and lines of which the lines cannot be replaced.
+    load();
+    orders.articles.addNamed("order");
+    lines.articles.addNamed("line");
+    QDir().mkpath(location());
+    block("itemsordered.xml");
+    write({&orderFile, &lineFile});
+
+    // When the next program writes something else, twice.
+    ArticleShop otherMugs;
+    ArticleShop otherLines;
+    ArticleFile otherMugFile(otherMugs.articles, "mugs.xml", "mugs");
+    ArticleFile otherLineFile(otherLines.articles, "itemsordered.xml", "materials");
+    DatabaseFolder other(recovery, clock, user);
+    other.registerFile(otherMugFile);
+    other.registerFile(otherLineFile);
+    other.load(location(), [](RecordFile&, bool) {});
+    RecordFile* const mugsOnly[] {&otherMugFile};
+    otherMugs.articles.addNamed("mug");
+    other.write(mugsOnly, DatabaseFolder::When::now);
+    other.write(mugsOnly, DatabaseFolder::When::now);
+
+    // Then that is written, and the lines come into their place as soon as they can.
+    EXPECT_EQ(contents("mugs.xml"), document("mug"));
+    unblock("itemsordered.xml");
+    other.write(mugsOnly, DatabaseFolder::When::now);
+    EXPECT_EQ(contents("itemsordered.xml"), document("line"));
+    EXPECT_TRUE(leftovers().isEmpty());
+}
+
+// Copies
+
+TEST_F(DatabaseFolderTest, aCopyHasEverythingAndALockOfItsOwn)
+{
+    put("mugs.xml", document("a"));
+    put("lock.xml", "the open database's lock");
+    QDir().mkpath(location() + "/Attachments/7");
+    put("Attachments/7/letter.txt", "letter");
+    load();
+
+    const QString target = user.home() + "/copy.vendb";
+    ASSERT_TRUE(folder.copyTo(target).ok());
+
+    EXPECT_EQ(contents(target + "/mugs.xml"), document("a"));
+    EXPECT_EQ(contents(target + "/Attachments/7/letter.txt"), "letter");
+    EXPECT_EQ(contents(target + "/lock.xml"),
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+        "<plist version=\"1.0\">\n<dict>\n\t<key>datetime</key>\n\t<string>2024-03-01 10:15:30 +0000</string>\n\t<key>reason</key>\n"
+        "\t<string>offline browsing</string>\n\t<key>user</key>\n\t<string>ada</string>\n</dict>\n</plist>\n");
+    EXPECT_EQ(contents("lock.xml"), "the open database's lock");
+}
+
+TEST_F(DatabaseFolderTest, aCopyTakesNothingAwayThatItDidNotMake)
+{
+    put("mugs.xml", document("a"));
+    load();
+    const QString target = user.home() + "/copy.vendb";
+    QDir().mkpath(target + ".unfinished/somebody's work");
+
+    ASSERT_TRUE(folder.copyTo(target).ok());
+
+    EXPECT_EQ(contents(target + "/mugs.xml"), document("a"));
+    EXPECT_TRUE(QFileInfo::exists(target + ".unfinished/somebody's work"));
+    EXPECT_FALSE(QFileInfo::exists(target + ".unfinished-1"));
+}
+
+TEST_F(DatabaseFolderTest, aCopyIsNeverMadeOverSomethingOrIntoItself)
+{
+    put("mugs.xml", document("a"));
+    load();
+    const QString taken = user.home() + "/taken.vendb";
+    QDir().mkpath(taken);
+
+    EXPECT_FALSE(folder.copyTo(taken).ok());
+    EXPECT_FALSE(folder.copyTo(location() + "/copy.vendb").ok());
+    EXPECT_FALSE(folder.copyTo(location()).ok());
+
+    EXPECT_TRUE(QDir(taken).isEmpty());
+    EXPECT_EQ(QDir(location()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList {"mugs.xml"});
+    EXPECT_FALSE(QFileInfo::exists(taken + ".unfinished"));
+    EXPECT_FALSE(QFileInfo::exists(location() + ".unfinished"));
+}
