@@ -3,6 +3,7 @@
 #include "app/Places.h"
 #include "desktop/AlertTexts.h"
 #include "desktop/Desktop.h"
+#include "desktop/TextTable.h"
 #include "documents/TemplateUpgrade.h"
 #include "foundation/Folders.h"
 #include "foundation/Log.h"
@@ -205,19 +206,27 @@ CustomInvoiceNeeds Vendaro::documentNeeds()
         supportFolder() + "/temp"};
 }
 
+/// The document belongs to its order, also when another one is in the editor by the time it is saved. It goes by the record, not by
+/// its number: a deleted order's may be given out again.
+bool Vendaro::attachPdf(const QString& path, const Order& order)
+{
+    if (!m_session.readOnlyCheck())
+        return false;
+    const Result<void> attached =
+        m_orders.holds(order) ? m_orders.fileDropped(path, order) : Error {"The order of this document was deleted."};
+    if (attached)
+        return true;
+    const QString where = fillText(localText("The PDF is %@."), {path});
+    m_desktop.alerts.ask({localText("Save PDF"), QString::fromStdString(attached.error().message) + ' ' + where, {localText("OK")}});
+    return false;
+}
+
 void Vendaro::openDocument(const QString& templateName, Order& order)
 {
     auto* document = new CustomInvoiceController(documentNeeds(), this);
     document->setWhichStationary(templateName);
     document->setbomDataSource(&m_lines);
-    // The document belongs to its order, also when another order is in the editor by the time it is saved.
-    // Not by its number: a deleted order's may be given out again.
-    document->setOrderManager([this, &order](const QString& path) {
-        if (m_orders.holds(order))
-            m_orders.fileDropped(path, order);
-        else
-            logLine("the order of this document was deleted; its PDF is " + path.toStdString());
-    });
+    document->setOrderManager([this, &order](const QString& path) { return attachPdf(path, order); });
     document->setTableTag("<itemsordered>");
     document->setStandInContact(&m_noContact);
     document->setOrder(&order);

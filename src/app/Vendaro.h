@@ -140,6 +140,7 @@ private:
     void takeOverSampleSettings();
     QString sampleFolder() const;
     CustomInvoiceNeeds documentNeeds();
+    bool attachPdf(const QString& path, const Order& order);
 
     VendaroDesktop m_desktop;
     RecoveryStore m_recovery;

@@ -45,15 +45,6 @@ void copyShared(const ContactForm& form, Contact& contact)
         (contact.*shared.set)((form.*shared.control).text().toStdString());
 }
 
-/// A type that the list does not offer is added to it, so that saving keeps it.
-void showType(ChoiceField& field, const std::string& type)
-{
-    const QString title = QString::fromStdString(type);
-    if (!title.isEmpty() && !field.titles().contains(title))
-        field.addTitle(title);
-    field.setTitle(title);
-}
-
 void copyType(const ChoiceField& field, Contact& contact)
 {
     if (!field.title().isEmpty())
@@ -65,7 +56,7 @@ void copyType(const ChoiceField& field, Contact& contact)
 void ContactManager::setItem(const Contact& contact)
 {
     fillShared(form, contact);
-    showType(form.type, contact.getType());
+    form.type.setOrAddTitle(toQString(contact.getType()));
     form.setTitle(m_created ? localText("New Contact") : toQString(contact.getName()));
 }
 
@@ -113,7 +104,7 @@ void CompanyEditor::edit(Contact& company)
 void CompanyEditor::setItem(const Contact& company)
 {
     fillShared(form, company);
-    showType(form.type, company.getType());
+    form.type.setOrAddTitle(toQString(company.getType()));
     form.website.setText(toQString(company.getWebsite()));
     QStringList people;
     for (const Contact* person : m_contacts.contactsOfCompany(company.getID()))

@@ -115,6 +115,13 @@ void ChoiceField::setTitle(const QString& title)
     setIndex(static_cast<int>(m_titles.indexOf(title)));
 }
 
+void ChoiceField::setOrAddTitle(const QString& title)
+{
+    if (!title.isEmpty() && !m_titles.contains(title))
+        addTitle(title);
+    setTitle(title);
+}
+
 void ChoiceField::edit(int index)
 {
     if (!isEnabled() || index < 0 || index >= m_titles.size() || m_index == index)

@@ -88,6 +88,8 @@ public:
     void setIndex(int index);
     /// Chooses the entry of that title; none when there is no such entry.
     void setTitle(const QString& title);
+    /// The same, but a title that is not offered is added first: a value from elsewhere must survive a save.
+    void setOrAddTitle(const QString& title);
     void edit(int index);
 
 private:

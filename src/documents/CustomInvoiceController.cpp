@@ -152,9 +152,8 @@ void CustomInvoiceController::savePDF()
         saveElsewhere(path);
         return;
     }
-    if (m_orderManager)
-        m_orderManager(path);
-    m_needs.alerts.ask(makeAlert(alerts::pdfSaved, {}, {m_whichStationary}));
+    if (!m_orderManager || m_orderManager(path))
+        m_needs.alerts.ask(makeAlert(alerts::pdfSaved, {}, {m_whichStationary}));
 }
 
 void CustomInvoiceController::saveElsewhere(const QString& path)

@@ -32,8 +32,8 @@ struct CustomInvoiceNeeds {
     QString temporaryFolder;
 };
 
-/// Files a finished document with the order it was made from.
-using AttachmentSink = std::function<void(const QString& path)>;
+/// Files a finished document with the order it was made from; false when it could not, which the person was told then.
+using AttachmentSink = std::function<bool(const QString& path)>;
 
 class CustomInvoiceController : public QObject {
     Q_OBJECT

@@ -39,14 +39,6 @@ constexpr std::array itemControls {
 
 const QStringList itemConditions {"New", "Refurbished", "Used"};
 
-void showChoice(ChoiceField& field, std::string_view title)
-{
-    const QString wanted = toQString(title);
-    if (!wanted.isEmpty() && !field.titles().contains(wanted))
-        field.addTitle(wanted);
-    field.setTitle(wanted);
-}
-
 } // namespace
 
 void ItemManager::restoreType()
@@ -137,9 +129,9 @@ void ItemManager::setItem(const Item& item)
         (form.*shown.control).setText(toQString((item.*shown.get)()));
     const Contact* supplier = presentItem(m_needs.contacts, numbers::leadingInt(item.getSupplier()));
     form.supplier.setText(supplier ? toQString(supplier->getName()) : QString());
-    showChoice(form.taxcode, item.getTaxcode());
+    form.taxcode.setOrAddTitle(toQString(item.getTaxcode()));
     form.condition.setTitles(itemConditions);
-    showChoice(form.condition, item.getCondition());
+    form.condition.setOrAddTitle(toQString(item.getCondition()));
     form.decreaseQty.setOn(item.getDecreaseQty());
     form.collective.setOn(item.isCollectiveItem());
     constituentTable.setItem(m_currentItem);

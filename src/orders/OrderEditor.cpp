@@ -25,15 +25,6 @@ void showText(TextField& field, std::string_view text)
     field.setText(toQString(text));
 }
 
-/// Chooses the title, adding it when the list does not offer it: a value from elsewhere must survive a save.
-void chooseTitle(ChoiceField& field, std::string_view title)
-{
-    const QString wanted = toQString(title);
-    if (!wanted.isEmpty() && !field.titles().contains(wanted))
-        field.addTitle(wanted);
-    field.setTitle(wanted);
-}
-
 /// The contact's lines as the editor shows them: what is empty is left out.
 QString contactDetails(const Contact& contact)
 {
@@ -153,25 +144,20 @@ void OrderManager::fillChoices(const Order& order)
     form.type.setTitles(orderTypes);
     form.paymentMethod.setTitles(paymentMethods);
     form.repeatFrequency.setTitles(repeatFrequencies);
-    chooseTitle(form.type, order.getType());
-    chooseTitle(form.paymentMethod, order.getPaymentMethod());
-    chooseTitle(form.repeatFrequency, order.getRepeatFrequency());
+    form.type.setOrAddTitle(toQString(order.getType()));
+    form.paymentMethod.setOrAddTitle(toQString(order.getPaymentMethod()));
+    form.repeatFrequency.setOrAddTitle(toQString(order.getRepeatFrequency()));
     const QString status = toQString(order.getStatus());
     // A new order starts with a status of the user's: what it was born with does not join their list.
     if (m_creating && !form.status.titles().contains(status))
         chooseUsualStatus();
     else
-        chooseStatus(status);
+        form.status.setOrAddTitle(status);
 }
 
 void OrderManager::chooseUsualStatus()
 {
     form.status.setIndex(numbers::leadingInt(m_needs.settings.text(settings::selectedStatus).value_or("0")));
-}
-
-void OrderManager::chooseStatus(const QString& status)
-{
-    chooseTitle(form.status, status.toStdString());
 }
 
 void OrderManager::fillFlags(const Order& order)
@@ -247,7 +233,7 @@ void OrderManager::chooseType()
     if (!m_currentItem)
         return;
     if (!m_needs.gate.readOnlyCheck()) {
-        chooseTitle(form.type, m_currentItem->getType());
+        form.type.setOrAddTitle(toQString(m_currentItem->getType()));
         return;
     }
     m_currentItem->setType(form.type.title().toStdString());

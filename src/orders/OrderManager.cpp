@@ -299,22 +299,23 @@ void OrderManager::attach()
 void OrderManager::fileDropped(const QString& path)
 {
     if (m_currentItem)
-        fileDropped(path, *m_currentItem);
+        static_cast<void>(fileDropped(path, *m_currentItem)); // the editor itself says what failed
 }
 
-void OrderManager::fileDropped(const QString& path, const Order& order)
+Result<void> OrderManager::fileDropped(const QString& path, const Order& order)
 {
     if (!m_needs.gate.readOnlyCheck())
-        return;
-    const Result<void> filed = m_needs.attachments.file(order.getID(), path);
+        return Error {"the database is open for reading only"};
+    Result<void> filed = m_needs.attachments.file(order.getID(), path);
     if (!filed)
         logLine(filed.error().message);
     if (&order != m_currentItem)
-        return;
+        return filed;
     form.attachmentTrouble.setText(filed ? QString() : QString::fromStdString(filed.error().message));
     if (filed)
         ++m_numberofAttachments;
     setAttachmentStatus();
+    return filed;
 }
 
 void OrderManager::viewAttachments()
@@ -359,7 +360,7 @@ void OrderManager::populateLists(const QStringList& statuses)
     form.status.setTitles(statuses);
     chooseUsualStatus();
     if (form.isOpen())
-        chooseStatus(statusInEditor);
+        form.status.setOrAddTitle(statusInEditor);
     QStringList choices {localText("All"), localText("Incomplete"), localText("Purchase orders")};
     choices += statuses;
     const QString filteredBy = listForm.filter.title();

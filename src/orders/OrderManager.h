@@ -112,7 +112,7 @@ public:
     void attach();
     void fileDropped(const QString& path);
     /// The same for an order that need not be the one in the editor.
-    void fileDropped(const QString& path, const Order& order);
+    Result<void> fileDropped(const QString& path, const Order& order);
     void viewAttachments();
     int getNumberOfAttachments() const { return m_numberofAttachments; }
 
@@ -149,7 +149,6 @@ private:
     Bill* billOf(const Order& order) const;
     void fileBill(Order& order);
     void chooseUsualStatus();
-    void chooseStatus(const QString& status);
     void remove(Order& order);
     void connectForm();
     void chooseType();

@@ -14,19 +14,6 @@ protected:
     IndividualForm& form() { return contacts().form; }
     CompanyForm& company() { return contacts().companyEditor.form; }
     CompanyContactForm& person() { return contacts().companyContactEditor.form; }
-    Contact& companyNamed(const char* name)
-    {
-        Contact& made = contact(name);
-        made.makeCompany();
-        return made;
-    }
-    Contact& personOf(const Contact& employer, const char* name)
-    {
-        Contact& made = contact(name);
-        made.setKind("Company Contact");
-        made.setCompany(employer.getID());
-        return made;
-    }
     std::vector<std::string> names() { return shown(contacts(), "name"); }
     static void choose(ChoiceField& field, const char* title) { field.edit(static_cast<int>(field.titles().indexOf(title))); }
 };
@@ -145,7 +132,7 @@ TEST_F(ContactManagerTest, AContactMadeAfterwardsIsConnectedToNoOrder)
 TEST_F(ContactManagerTest, OnlyTheContactThatWasOpenedForTheOrderIsConnectedToIt)
 {
     begin();
-    Contact& bob = personOf(companyNamed("Smith Ltd"), "Bob");
+    Contact& bob = personOf(firm("Smith Ltd"), "Bob");
     Contact& ann = contact("Ann");
     orders().create();
     orders().form.tab.edit(OrderForm::contactTab);
@@ -189,7 +176,7 @@ TEST_F(ContactManagerTest, ACompanyMadeForAnOrderStaysConnectedToIt)
 TEST_F(ContactManagerTest, EachKindOpensInItsOwnEditor)
 {
     begin();
-    Contact& smiths = companyNamed("Smith Ltd");
+    Contact& smiths = firm("Smith Ltd");
     Contact& ann = personOf(smiths, "Ann");
     Contact& bob = contact("Bob");
     contacts().editThisContact(smiths);
@@ -219,10 +206,10 @@ TEST_F(ContactManagerTest, MakingACompanySavesTheContactAndOpensItAsOne)
 TEST_F(ContactManagerTest, ACompanysPeopleAndWebsiteStandInItsEditor)
 {
     begin();
-    Contact& smiths = companyNamed("Smith Ltd");
+    Contact& smiths = firm("Smith Ltd");
     personOf(smiths, "Ann");
     personOf(smiths, "Bob");
-    personOf(companyNamed("Other"), "Eve");
+    personOf(firm("Other"), "Eve");
     contacts().editThisContact(smiths);
     EXPECT_EQ(company().people.text(), "Ann\nBob");
     company().website.edit("http://smith");
@@ -236,8 +223,8 @@ TEST_F(ContactManagerTest, ACompanysPeopleAndWebsiteStandInItsEditor)
 TEST_F(ContactManagerTest, LinkingToACompanyOffersAllCompaniesByName)
 {
     begin();
-    companyNamed("Smith Ltd");
-    const Contact& jones = companyNamed("Jones Ltd");
+    firm("Smith Ltd");
+    const Contact& jones = firm("Jones Ltd");
     Contact& ann = contact("Ann");
     contacts().editThisContact(ann);
     form().linkToCompany.trigger();
@@ -259,7 +246,7 @@ TEST_F(ContactManagerTest, LinkingToACompanyOffersAllCompaniesByName)
 TEST_F(ContactManagerTest, APersonWithoutACompanyBecomesAnIndividualAfterAWarning)
 {
     begin();
-    companyNamed("Smith Ltd");
+    firm("Smith Ltd");
     Contact& ann = contact("Ann");
     contacts().editThisContact(ann);
     form().linkToCompany.trigger();
@@ -278,7 +265,7 @@ TEST_F(ContactManagerTest, APersonWithoutACompanyBecomesAnIndividualAfterAWarnin
 TEST_F(ContactManagerTest, LeavingTheChoiceOfACompanyLeavesAnIndividualInTheList)
 {
     begin();
-    Contact& smiths = companyNamed("Smith Ltd");
+    Contact& smiths = firm("Smith Ltd");
     Contact& ann = contact("Ann");
     contacts().editThisContact(ann);
     form().linkToCompany.trigger();
@@ -296,7 +283,7 @@ TEST_F(ContactManagerTest, LeavingTheChoiceOfACompanyLeavesAnIndividualInTheList
 TEST_F(ContactManagerTest, ACompanyThatWasDeletedIsNotOfferedAndItsPersonIsWarnedAbout)
 {
     begin();
-    Contact& smiths = companyNamed("Smith Ltd");
+    Contact& smiths = firm("Smith Ltd");
     Contact& bob = personOf(smiths, "Bob");
     contacts().deleteContact(smiths);
     contacts().editThisContact(bob);
@@ -311,7 +298,7 @@ TEST_F(ContactManagerTest, ACompanyThatWasDeletedIsNotOfferedAndItsPersonIsWarne
 TEST_F(ContactManagerTest, ThePersonsEditorLeavesTypeAndWebsiteAlone)
 {
     begin();
-    Contact& smiths = companyNamed("Smith Ltd");
+    Contact& smiths = firm("Smith Ltd");
     Contact& ann = personOf(smiths, "Ann");
     ann.setType("Supplier");
     ann.setWebsite("http://ann");
@@ -326,7 +313,7 @@ TEST_F(ContactManagerTest, ACompanyOfTheSameNameAsAPersonIsFound)
 {
     begin();
     contact("Smith");
-    const Contact& smith = companyNamed("Smith");
+    const Contact& smith = firm("Smith");
     Contact& ann = contact("Ann");
     contacts().editThisContact(ann);
     form().linkToCompany.trigger();
@@ -359,7 +346,7 @@ TEST_F(ContactManagerTest, TopLevelSuppliersAndPeopleAreCountedFromNought)
 {
     begin();
     Contact& ann = contact("Ann", "Supplier");
-    Contact& smiths = companyNamed("Smith Ltd");
+    Contact& smiths = firm("Smith Ltd");
     Contact& bob = personOf(smiths, "Bob");
     bob.setType("Supplier");
     EXPECT_EQ(contacts().countCompanies(), 2);
@@ -379,8 +366,8 @@ TEST_F(ContactManagerTest, TopLevelSuppliersAndPeopleAreCountedFromNought)
 TEST_F(ContactManagerTest, ChangingAPersonsCompanyMovesThem)
 {
     begin();
-    Contact& smiths = companyNamed("Smith Ltd");
-    Contact& jones = companyNamed("Jones Ltd");
+    Contact& smiths = firm("Smith Ltd");
+    Contact& jones = firm("Jones Ltd");
     Contact& bob = personOf(smiths, "Bob");
     EXPECT_EQ(contacts().countContactsforThisCompany(smiths.getID()), 1);
     bob.setCompany(jones.getID());
@@ -393,11 +380,11 @@ TEST_F(ContactManagerTest, ChangingAPersonsCompanyMovesThem)
 TEST_F(ContactManagerTest, PeopleStandUnderTheirCompanyAndEverybodyElseOnTop)
 {
     begin();
-    Contact& smiths = companyNamed("Smith Ltd");
+    Contact& smiths = firm("Smith Ltd");
     Contact& ann = contact("Ann");
     Contact& bob = personOf(smiths, "Bob");
     Contact& eve = personOf(smiths, "Eve");
-    personOf(companyNamed("gone"), "Stray").setCompany(999);
+    personOf(firm("gone"), "Stray").setCompany(999);
     EXPECT_EQ(contacts().countVisibleCompanies(), 3);
     EXPECT_THAT(contacts().topLevel(), testing::UnorderedElementsAre(&smiths, &ann, contacts().getContactbyName("gone")));
     EXPECT_EQ(contacts().contactsOfCompany(smiths.getID()), (std::vector<Contact*> {&bob, &eve}));
@@ -481,7 +468,7 @@ TEST_F(ContactManagerTest, DeletingAsksInTheseWords)
 TEST_F(ContactManagerTest, ADeletedCompanysPeopleStayUnderNobody)
 {
     begin();
-    Contact& smiths = companyNamed("Smith Ltd");
+    Contact& smiths = firm("Smith Ltd");
     Contact& bob = personOf(smiths, "Bob");
     contacts().setSelectedRecords({&smiths});
     alerts.answer("OK");
@@ -499,7 +486,7 @@ TEST_F(ContactManagerTest, TheRowBeforeTheFirstDeletedOneIsSelected)
     begin();
     Contact& ann = contact("Ann");
     Contact& cid = contact("Cid");
-    Contact& smiths = companyNamed("Smith Ltd");
+    Contact& smiths = firm("Smith Ltd");
     Contact& bob = personOf(smiths, "Bob");
     Contact& eve = personOf(smiths, "Eve");
     contacts().toggleSort("name");
@@ -521,7 +508,7 @@ TEST_F(ContactManagerTest, AfterTheFirstRowTheNewFirstRowIsSelected)
 {
     begin();
     Contact& ann = contact("Ann");
-    Contact& smiths = companyNamed("Smith Ltd");
+    Contact& smiths = firm("Smith Ltd");
     personOf(smiths, "Abe");
     contacts().toggleSort("name");
     contacts().setSelectedRecords({&ann});
@@ -533,7 +520,7 @@ TEST_F(ContactManagerTest, AfterTheFirstRowTheNewFirstRowIsSelected)
 TEST_F(ContactManagerTest, APersonWhoStandsUnderAFoundCompanyCanBeOpenedAndDeleted)
 {
     begin();
-    Contact& smiths = companyNamed("Smith Ltd");
+    Contact& smiths = firm("Smith Ltd");
     Contact& bob = personOf(smiths, "Bob");
     contacts().listForm.search.edit("smith");
     contacts().setSelectedRecords({&bob});
@@ -579,7 +566,7 @@ TEST_F(ContactManagerTest, ATypeThatIsNoLongerOfferedNoLongerFilters)
 TEST_F(ContactManagerTest, ContactsComeBackWithTheirCompanies)
 {
     begin();
-    Contact& smiths = companyNamed("Smith Ltd");
+    Contact& smiths = firm("Smith Ltd");
     personOf(smiths, "Bob").setJobTitle("Buyer");
     restart();
     ASSERT_EQ(contacts().getCount(), 2);

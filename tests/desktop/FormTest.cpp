@@ -48,6 +48,19 @@ TEST_F(FormTest, aValueSetByTheControllerIsShownButWasNotEdited)
     EXPECT_EQ(edited, QStringList());
 }
 
+TEST_F(FormTest, aTitleThatIsNotOfferedJoinsTheOthersUnlessItIsEmpty)
+{
+    form.size.setTitles({"small", "large"});
+    form.size.setOrAddTitle("large");
+    EXPECT_EQ(form.size.index(), 1);
+    form.size.setOrAddTitle("huge");
+    EXPECT_EQ(form.size.titles(), (QStringList {"small", "large", "huge"}));
+    EXPECT_EQ(form.size.title(), "huge");
+    form.size.setOrAddTitle("");
+    EXPECT_EQ(form.size.titles().size(), 3);
+    EXPECT_EQ(form.size.index(), -1);
+}
+
 TEST_F(FormTest, anEditIsShownAndTold)
 {
     form.size.setTitles({"small", "large"});

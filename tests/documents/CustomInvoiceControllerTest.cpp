@@ -19,7 +19,10 @@ protected:
     std::unique_ptr<CustomInvoiceController> letterFor(const Order* with)
     {
         auto letter = makeLetter();
-        letter->setOrderManager([this](const QString& path) { attached += path; });
+        letter->setOrderManager([this](const QString& path) {
+            attached += path;
+            return attaches;
+        });
         letter->setOrder(with);
         return letter;
     }
@@ -42,6 +45,7 @@ protected:
     qsizetype alertCount() const { return static_cast<qsizetype>(alerts.asked().size()); }
 
     QStringList attached;
+    bool attaches = true;
 };
 
 // Opening
@@ -280,6 +284,16 @@ TEST_F(CustomInvoiceControllerTest, AFileIsNamedByDateAndTime)
     EXPECT_EQ(makeLetter()->getNewFilename(), "20231209-070503");
 }
 
+TEST_F(CustomInvoiceControllerTest, WhatCouldNotBeAttachedIsNotSaidToBe)
+{
+    writeTemplate("Order <ordernumber>");
+    const auto letter = letterFor(&order);
+    attaches = false;
+    letter->savePDF();
+    EXPECT_EQ(attached, QStringList(temporary()));
+    EXPECT_EQ(alertCount(), 0);
+}
+
 TEST_F(CustomInvoiceControllerTest, AnOrdersPdfIsAttachedAndTheUserTold)
 {
     writeTemplate("Order <ordernumber>\n<itemsordered>");
@@ -305,7 +319,10 @@ TEST_F(CustomInvoiceControllerTest, TheUserIsToldAfterThePdfIsAttached)
 {
     writeTemplate("x");
     const auto letter = makeLetter();
-    letter->setOrderManager([this](const QString&) { EXPECT_EQ(alertCount(), 0); });
+    letter->setOrderManager([this](const QString&) {
+        EXPECT_EQ(alertCount(), 0);
+        return true;
+    });
     letter->setOrder(&order);
     alerts.answer("OK");
     letter->savePDF();

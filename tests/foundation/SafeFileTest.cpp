@@ -1,5 +1,7 @@
 #include "foundation/SafeFile.h"
 
+#include "support/Race.h"
+
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -495,37 +497,21 @@ TEST_F(SafeFileTest, ofFourProgramsExactlyOneCreatesTheFileAndItIsNeverSeenHalfW
 {
     for (int round = 0; round < 60; ++round) {
         const std::string path = in("lock" + std::to_string(round));
-        int gate[2];
-        ASSERT_EQ(pipe(gate), 0);
-        std::vector<pid_t> children;
-        for (int i = 0; i < 4; ++i) {
-            const pid_t child = fork();
-            ASSERT_GE(child, 0);
-            if (child == 0) {
-                close(gate[1]);
-                char byte;
-                while (read(gate[0], &byte, 1) > 0) { }
-                const Result<bool> created = createExclusively(path, std::string(5000, static_cast<char>('a' + i)));
-                _exit(!created ? 2 : created.value() ? 0 : 1);
-            }
-            children.push_back(child);
-        }
-        close(gate[0]);
-        close(gate[1]);
         FileBytes seen;
-        while ((seen = readWholeFile(path)).trouble == ReadTrouble::missing)
-            std::this_thread::yield();
+        const std::vector<int> answers = race(
+            4,
+            [&](int program) {
+                const Result<bool> created = createExclusively(path, std::string(5000, static_cast<char>('a' + program)));
+                return !created ? 2 : created.value() ? 0 : 1;
+            },
+            [&] {
+                while ((seen = readWholeFile(path)).trouble == ReadTrouble::missing)
+                    std::this_thread::yield();
+            });
         ASSERT_EQ(seen.bytes, std::string(5000, seen.bytes.empty() ? '?' : seen.bytes[0]));
-        int winner = -1;
-        for (std::size_t i = 0; i < children.size(); ++i) {
-            int status = 0;
-            waitpid(children[i], &status, 0);
-            ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) < 2);
-            if (WEXITSTATUS(status) == 0) {
-                ASSERT_EQ(winner, -1) << "two programs think the file is theirs";
-                winner = static_cast<int>(i);
-            }
-        }
+        ASSERT_EQ(std::count(answers.begin(), answers.end(), 0), 1) << "exactly one program may think the file is its own";
+        ASSERT_EQ(std::count(answers.begin(), answers.end(), 1), 3);
+        const auto winner = std::find(answers.begin(), answers.end(), 0) - answers.begin();
         ASSERT_EQ(contentsOf(path), std::string(5000, static_cast<char>('a' + winner)));
     }
 }

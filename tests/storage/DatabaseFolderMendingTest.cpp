@@ -8,12 +8,7 @@ TEST_F(DatabaseFolderTest, anInterruptedWriteIsReadThroughAndPutRightByTheFirstW
     put("orders.xml", document("old"));
     put("itemsordered.xml", document("old"));
     load();
-    orders.articles.addNamed("order");
-    lines.articles.addNamed("line");
-    block("itemsordered.xml");
-    write({&orderFile, &lineFile});
-    unblock("itemsordered.xml");
-    put("itemsordered.xml", document("old"));
+    interruptWriting();
     ASSERT_FALSE(leftovers().isEmpty());
 
     // When another program reads the folder.
@@ -41,12 +36,7 @@ TEST_F(DatabaseFolderTest, anInterruptedWriteThatSomebodyFinishesWhileItIsReadIs
 {
     put("itemsordered.xml", document("old"));
     load();
-    orders.articles.addNamed("order");
-    lines.articles.addNamed("line");
-    block("itemsordered.xml");
-    write({&orderFile, &lineFile});
-    unblock("itemsordered.xml");
-    put("itemsordered.xml", document("old"));
+    interruptWriting();
 
     ArticleShop otherMugs;
     ArticleShop otherLines;

@@ -80,6 +80,16 @@ protected:
         QFile::remove(location() + '/' + name);
         ASSERT_TRUE(QDir().mkpath(location() + '/' + name + "/in the way"));
     }
+    /// An order and a line are added and written, but the write is cut off when the orders are in place and the lines are not.
+    void interruptWriting()
+    {
+        orders.articles.addNamed("order");
+        lines.articles.addNamed("line");
+        block("itemsordered.xml");
+        write({&orderFile, &lineFile});
+        unblock("itemsordered.xml");
+        put("itemsordered.xml", document("old"));
+    }
     void unblock(const QString& name) const { QDir(location() + '/' + name).removeRecursively(); }
 
     mutable std::mutex m_logMutex;

@@ -1,15 +1,13 @@
 #include "storage/DatabaseLock.h"
 
 #include "support/FakeDesktop.h"
+#include "support/Race.h"
 
 #include <gtest/gtest.h>
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-
-#include <sys/wait.h>
-#include <unistd.h>
 
 class DatabaseLockTest : public testing::Test {
 protected:
@@ -177,30 +175,15 @@ TEST_F(DatabaseLockTest, ofFourProgramsOnlyOneGetsTheLock)
     for (int round = 0; round < 25; ++round) {
         QTemporaryDir contested;
         lock.setFolder(contested.path());
-        int gate[2];
-        ASSERT_EQ(pipe(gate), 0);
-        std::vector<pid_t> children;
-        for (int i = 0; i < 4; ++i) {
-            const pid_t child = fork();
-            ASSERT_GE(child, 0);
-            if (child == 0) {
-                close(gate[1]);
-                char byte;
-                while (read(gate[0], &byte, 1) > 0) { }
-                user.login = "user " + QString::number(i);
-                const Result<bool> acquired = lock.acquire();
-                _exit(!acquired ? 2 : acquired.value() ? 0 : 1);
-            }
-            children.push_back(child);
-        }
-        close(gate[0]);
-        close(gate[1]);
+        const std::vector<int> answers = race(4, [&](int program) {
+            user.login = "user " + QString::number(program);
+            const Result<bool> acquired = lock.acquire();
+            return !acquired ? 2 : acquired.value() ? 0 : 1;
+        });
         std::string winners;
-        for (std::size_t i = 0; i < children.size(); ++i) {
-            int status = 0;
-            waitpid(children[i], &status, 0);
-            ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) < 2);
-            if (WEXITSTATUS(status) == 0)
+        for (std::size_t i = 0; i < answers.size(); ++i) {
+            ASSERT_TRUE(answers[i] == 0 || answers[i] == 1);
+            if (answers[i] == 0)
                 winners += "user " + std::to_string(i);
         }
         ASSERT_EQ(winners, lock.read().user);

@@ -34,6 +34,19 @@ protected:
         contact->setType(type);
         return contacts().add(std::move(contact));
     }
+    Contact& firm(const char* name)
+    {
+        Contact& made = contact(name);
+        made.makeCompany();
+        return made;
+    }
+    Contact& personOf(const Contact& company, const char* name)
+    {
+        Contact& made = contact(name);
+        made.setKind("Company Contact");
+        made.setCompany(company.getID());
+        return made;
+    }
     /// Managed stock, warned about from none left.
     Item& item(const char* name, const char* qty = "10", const char* price = "5.00")
     {

@@ -27,19 +27,6 @@ protected:
         company.reset();
         person.reset();
     }
-    Contact& personOf(Contact& firm, const char* name)
-    {
-        Contact& made = contact(name);
-        made.setKind("Company Contact");
-        made.setCompany(firm.getID());
-        return made;
-    }
-    Contact& firm(const char* name)
-    {
-        Contact& made = contact(name);
-        made.makeCompany();
-        return made;
-    }
     /// A new person, with the keyboard where it belongs.
     void create()
     {

@@ -22,19 +22,6 @@ protected:
     }
     void TearDown() override { m_page.reset(); }
 
-    Contact& firm(const char* name)
-    {
-        Contact& made = contact(name);
-        made.makeCompany();
-        return made;
-    }
-    Contact& personOf(const Contact& company, const char* name)
-    {
-        Contact& made = contact(name);
-        made.setKind("Company Contact");
-        made.setCompany(company.getID());
-        return made;
-    }
     void refresh()
     {
         contacts().filter();
