@@ -13,7 +13,16 @@
 
 #include <algorithm>
 
-DatabaseSession::DatabaseSession(DatabaseSessionNeeds needs) : m_needs(needs), m_folder(needs.folder) { }
+DatabaseSession::DatabaseSession(DatabaseSessionNeeds needs) : m_needs(needs), m_folder(needs.folder)
+{
+    m_folder.onSavedStateChanged = [this] { QMetaObject::invokeMethod(this, &DatabaseSession::noteSaved, Qt::QueuedConnection); };
+}
+
+void DatabaseSession::noteSaved()
+{
+    tellNews();
+    Q_EMIT savedStateChanged();
+}
 
 void DatabaseSession::registerFile(RecordFile& file, qvDataSource& collection, std::vector<const qvDataSource*> alsoWrittenWith)
 {
@@ -57,10 +66,13 @@ void DatabaseSession::clearCollections()
 
 void DatabaseSession::tellDamage(const QStringList& sentences)
 {
-    if (sentences.isEmpty())
-        return;
-    m_damage += sentences;
-    Q_EMIT damageFound(m_damage);
+    const auto known = m_damage.size();
+    for (const QString& sentence : sentences) {
+        if (!m_damage.contains(sentence))
+            m_damage += sentence;
+    }
+    if (m_damage.size() != known)
+        Q_EMIT damageFound(m_damage);
 }
 
 DatabaseFolder::AfterFile DatabaseSession::afterFile()
@@ -70,16 +82,22 @@ DatabaseFolder::AfterFile DatabaseSession::afterFile()
 
 void DatabaseSession::takeOver(RecordFile& file, bool existed)
 {
-    const auto entry = std::find_if(m_entries.begin(), m_entries.end(), [&](const Entry& candidate) { return candidate.file == &file; });
-    if (!existed && entry == m_entries.begin())
+    const Entry& entry = entryOf(file);
+    const std::string_view name = file.fileName();
+    if (!existed && name == recordFiles::contacts)
         logLine("can't find contacts at " + (m_folder.location() + '/' + file.fileName()).toStdString());
     Q_EMIT fileLoaded(&file);
-    entry->collection->setDefaultSortNew(m_needs.preferences.getDefaultSortNew());
-    entry->collection->applyCurrentSort();
-    if (std::string_view(file.fileName()) == "orders.xml")
+    entry.collection->setDefaultSortNew(m_needs.preferences.getDefaultSortNew());
+    entry.collection->applyCurrentSort();
+    if (name == recordFiles::orders)
         logLine("filtering orders");
-    entry->collection->filter();
-    entry->collection->reloadData();
+    entry.collection->filter();
+    entry.collection->reloadData();
+}
+
+const DatabaseSession::Entry& DatabaseSession::entryOf(const RecordFile& file) const
+{
+    return *std::find_if(m_entries.begin(), m_entries.end(), [&](const Entry& candidate) { return candidate.file == &file; });
 }
 
 void DatabaseSession::checkLock()
@@ -133,6 +151,11 @@ bool DatabaseSession::readOnlyCheck()
     return !m_readonlymode;
 }
 
+bool DatabaseSession::mayWriteInto(const QString& folder) const
+{
+    return folder == m_folder.location() ? !m_readonlymode : !DatabaseLock::standsIn(folder);
+}
+
 std::vector<RecordFile*> DatabaseSession::filesOf(const qvDataSource& sender) const
 {
     std::vector<RecordFile*> files;
@@ -144,12 +167,32 @@ std::vector<RecordFile*> DatabaseSession::filesOf(const qvDataSource& sender) co
     return files;
 }
 
+std::vector<RecordFile*> DatabaseSession::filesWrittenWith(const RecordFile& file) const
+{
+    return filesOf(*entryOf(file).collection);
+}
+
+void DatabaseSession::recordsRestored(const std::vector<RecordFile*>& files)
+{
+    for (RecordFile* file : files)
+        takeOver(*file, true);
+    filterOthers();
+    write(files, DatabaseFolder::When::now);
+}
+
 void DatabaseSession::write(const std::vector<RecordFile*>& files, DatabaseFolder::When when)
 {
     if (m_readonlymode)
         return;
     makeFolders();
     m_folder.write(files, when);
+    tellNews();
+}
+
+/// Of writes in the background it is told when they are done.
+void DatabaseSession::tellNews()
+{
+    tellDamage(m_folder.takeNews());
 }
 
 void DatabaseSession::writeDatabase(const qvDataSource& sender)
@@ -162,14 +205,16 @@ void DatabaseSession::writeDatabaseInBackground(const qvDataSource& sender)
     write(filesOf(sender), DatabaseFolder::When::inBackground);
 }
 
-void DatabaseSession::writeEverything()
+QStringList DatabaseSession::writeEverything()
 {
     if (m_readonlymode)
-        return;
-    write(m_folder.files(), DatabaseFolder::When::now);
-    tellDamage(m_folder.keepUnsaved());
+        return {};
+    makeFolders();
+    m_folder.writeEverything();
+    const QStringList sentences = m_folder.takeNews() + m_folder.keepUnsaved();
     if (!m_folder.lock().release())
         logLine("error: lock not removed from database");
+    return sentences;
 }
 
 void DatabaseSession::makeFolders()
@@ -192,10 +237,15 @@ void DatabaseSession::switchDatabase()
     Q_EMIT aboutToSwitch();
     m_damage.clear();
     Q_EMIT damageFound(m_damage);
-    writeEverything();
+    tellDamage(writeEverything());
     clearCollections();
     m_needs.preferences.readDatabaseProperties();
     readDatabase();
+    filterOthers();
+}
+
+void DatabaseSession::filterOthers()
+{
     for (qvDataSource* collection : m_filteredAfterSwitch) {
         collection->filter();
         collection->reloadData();

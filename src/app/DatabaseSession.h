@@ -43,11 +43,16 @@ public:
     void readDatabase();
     /// Everything is written, the collections are emptied, and the database at the location setting is loaded.
     void switchDatabase();
-    /// Writes every file and takes the lock away.
-    void writeEverything();
+    /// Writes every file and takes the lock away. One sentence for each file that could not be written, which says where what it
+    /// should hold is kept.
+    QStringList writeEverything();
     /// The user's wish to work in spite of a lock.
     void unlockDatabase();
     void copyDatabase();
+    /// Records of the files came back from an earlier state: their lists are asked again and the files are written.
+    void recordsRestored(const std::vector<RecordFile*>& files);
+    /// The files that a save of this file's collection writes, itself included.
+    std::vector<RecordFile*> filesWrittenWith(const RecordFile& file) const;
     /// Adds to what the person is told; see damageFound.
     void tellDamage(const QStringList& sentences);
 
@@ -57,6 +62,8 @@ public:
     void writeDatabaseInBackground(const qvDataSource& sender) override;
     void setChangeFlag() override { }
 
+    /// Whether anything may be written into the folder: the open database unless it is read-only, any other unless it is locked.
+    bool mayWriteInto(const QString& folder) const;
     QString originalDbLocation() const { return m_folder.location(); }
     /// "Vendaro", or "Vendaro - " and the database's name.
     QString windowTitle() const;
@@ -75,6 +82,8 @@ Q_SIGNALS:
     void unlocked();
     void readOnlyChanged();
     void titleChanged();
+    /// Something was written, or could not be; see DatabaseFolder::unsavedReason().
+    void savedStateChanged();
     /// All that could not be read, or written at the end, since this database was asked for: one sentence each, none to begin with.
     void damageFound(const QStringList& sentences);
 
@@ -85,9 +94,13 @@ private:
         std::vector<const qvDataSource*> alsoWrittenWith;
     };
 
+    const Entry& entryOf(const RecordFile& file) const;
     std::vector<RecordFile*> filesOf(const qvDataSource& sender) const;
+    void filterOthers();
     void write(const std::vector<RecordFile*>& files, DatabaseFolder::When when);
     void makeFolders();
+    void tellNews();
+    void noteSaved();
     void readWhatChanged();
     void clearCollections();
     DatabaseFolder::AfterFile afterFile();

@@ -194,8 +194,11 @@ void PrefsController::readTaxRates()
             if (entry.isDict())
                 m_taxRates.push_back({entryText(entry, "code"), entryText(entry, "description"), entryText(entry, "rate")});
         }
-    } else if (const std::optional<std::string> older = m_store.text(settings::taxRate)) {
-        m_taxRates.front().rate = *older;
+    } else {
+        if (stored)
+            m_store.keepUnusable(settings::taxRates);
+        if (const std::optional<std::string> older = m_store.text(settings::taxRate))
+            m_taxRates.front().rate = *older;
     }
     writeStandardRate();
 }
@@ -283,7 +286,7 @@ void PrefsController::readDatabaseText(TextField& field, const char* key, CopyTo
     readOwnText(field, key);
     const std::optional<std::string> own = m_properties.objectForKey(actualDbLocation(), key);
     if (!own) {
-        m_properties.setObjectForKey(actualDbLocation(), textOf(field), key);
+        writeProperty(actualDbLocation(), field.text(), key);
         return;
     }
     field.setText(QString::fromStdString(*own));
@@ -332,7 +335,13 @@ void PrefsController::commit(const TextField& field)
 void PrefsController::writeDatabaseText(const TextField& field, const char* key)
 {
     m_store.setText(key, textOf(field));
-    m_properties.setObjectForKey(actualDbLocation(), textOf(field), key);
+    writeProperty(actualDbLocation(), field.text(), key);
+}
+
+void PrefsController::writeProperty(const QString& folder, const QString& text, const char* key)
+{
+    if (m_needs.mayWriteInto(folder))
+        m_properties.setObjectForKey(folder, text.toStdString(), key);
 }
 
 void PrefsController::writeTaxRates()

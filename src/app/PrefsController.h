@@ -36,6 +36,8 @@ struct PrefsNeeds {
     qvDataSource& lines;
     /// Saves and closes the open database and opens the one at the location setting.
     std::function<void()> switchDatabase;
+    /// Whether what travels with the database in that folder may be written now.
+    std::function<bool(const QString& folder)> mayWriteInto;
 };
 
 class PrefsController : public QObject, public SettingsForm {
@@ -129,6 +131,8 @@ private:
     enum class CopyToUser { no, yes };
     void readDatabaseText(TextField& field, const char* key, CopyToUser copy);
     void writeStandardRate();
+    /// Writes into the folder's "info.plist", unless the database there is read-only or somebody else's.
+    void writeProperty(const QString& folder, const QString& text, const char* key);
     void writeDatabaseText(const TextField& field, const char* key);
     void writeTaxRates();
     QString expanded(const QString& path) const;

@@ -60,7 +60,11 @@ void PrefsController::renameDatabase(const QString& name)
     const QString file = m_databaseFiles.value(form.databases.index());
     if (file.isEmpty())
         return;
-    m_properties.setObjectForKey(supportFolder() + '/' + file, name.toStdString(), settings::dbName);
+    const QString folder = supportFolder() + '/' + file;
+    if (m_needs.mayWriteInto(folder))
+        writeProperty(folder, name, settings::dbName);
+    else
+        m_needs.alerts.ask(alerts::readOnlyMode);
     listDatabases();
 }
 
@@ -90,7 +94,7 @@ void PrefsController::makeNewDatabase()
     newDatabase.close();
     form.dbLocation.setText(location);
     logLine("new name is " + name.toStdString());
-    m_properties.setObjectForKey(folder, displayName.toStdString(), settings::dbName);
+    writeProperty(folder, displayName, settings::dbName);
     switchToFormsLocation();
 }
 

@@ -13,6 +13,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace {
 
 constexpr char settingsPath[] = "~/Library/Preferences/Vendaro.plist";
@@ -35,7 +37,7 @@ Vendaro::Vendaro(VendaroDesktop desktop)
     , m_itemRules {m_settings, m_money}
     , m_lineRules {m_money, *this, m_items}
     , m_preferences({m_settings, m_properties, m_desktop.alerts, m_desktop.panels, m_desktop.user, m_orders, m_lines,
-          [this] { m_session.switchDatabase(); }})
+          [this] { m_session.switchDatabase(); }, [this](const QString& folder) { return m_session.mayWriteInto(folder); }})
     , m_session({m_folder, m_preferences, m_settings, m_desktop.alerts, m_desktop.panels, m_desktop.user})
     , m_picker(*this, m_desktop.beeper, m_desktop.alerts)
     , m_contacts({*this, m_preferences, m_session, m_desktop.alerts, m_desktop.beeper, *this, *this,
@@ -46,7 +48,8 @@ Vendaro::Vendaro(VendaroDesktop desktop)
           {*this, m_settings, m_preferences, m_lineRules, m_session, m_desktop.alerts, m_desktop.beeper, m_desktop.clock, m_items, *this})
     , m_payments(*this, m_desktop.beeper, m_settings)
     , m_bills(*this, m_desktop.beeper, m_settings)
-    , m_attachments([this] { return m_session.originalDbLocation(); }, [this](const QString& path) { return m_recovery.moveIn(path); })
+    , m_attachments([this] { return m_session.originalDbLocation(); },
+          [this](const QString& path) { return m_recovery.moveIn(path, KeptFor::attachments); })
     , m_orders(
           {*this, m_settings, m_preferences, m_orderRules, m_session, m_desktop.alerts, m_desktop.beeper, m_desktop.clock, m_desktop.panels,
               m_desktop.opener, m_contacts, m_items, m_lines, m_payments, m_bills, *this, *this, *this, m_attachments, m_picker})
@@ -62,6 +65,7 @@ Vendaro::Vendaro(VendaroDesktop desktop)
     , m_stationery(below(m_desktop.user, places::support), m_desktop.resources)
 {
     registerFiles();
+    m_properties.onTrouble = [this](const QString& sentence) { m_session.tellDamage({sentence}); };
     connect(&m_session, &DatabaseSession::fileLoaded, this, &Vendaro::afterLoading);
     connect(&m_session, &DatabaseSession::openedForWriting, this, &Vendaro::askAboutUpgrading);
     connect(&m_session, &DatabaseSession::databaseRead, this, &Vendaro::afterReading);
@@ -101,8 +105,9 @@ void Vendaro::finishLaunching()
 {
     logLine("application loaded");
     m_session.readDatabase();
-    if (!m_settings.damage().isEmpty())
-        m_session.tellDamage({m_settings.damage()});
+    m_recovery.cleanUp();
+    m_session.tellDamage(m_settings.takeDamage());
+    m_session.tellDamage(m_recovery.takeNote());
     logLine("Finished reading database");
 }
 
@@ -110,10 +115,12 @@ void Vendaro::quit()
 {
     closeEverything();
     m_preferences.OKButton();
-    m_session.writeEverything();
+    QStringList sentences = m_session.writeEverything();
     m_folder.drain();
     if (const Result<void> flushed = m_settings.flush(); !flushed)
-        m_settings.keepUnsaved();
+        sentences += m_settings.keepUnsaved();
+    // There is no window any more that could show them.
+    m_recovery.leaveNote(m_settings.takeDamage() + sentences);
 }
 
 void Vendaro::afterLoading(RecordFile* file)
@@ -146,11 +153,34 @@ void Vendaro::askAboutUpgrading()
     m_settings.set(settings::askAboutUpgrading, PlistValue::makeBoolean(true));
 }
 
+std::vector<Form*> Vendaro::editors()
+{
+    return {&m_orders.form, &m_orders.tender.form, &m_contacts.form, &m_contacts.companyEditor.form, &m_contacts.companyContactEditor.form,
+        &m_items.form};
+}
+
+bool Vendaro::isEditing()
+{
+    const std::vector<Form*> forms = editors();
+    return std::any_of(forms.begin(), forms.end(), [](const Form* form) { return form->isOpen(); });
+}
+
+std::unique_ptr<Restoring> Vendaro::makeRestoring()
+{
+    return std::make_unique<Restoring>(RestoringNeeds {*this, m_desktop.beeper, m_session, m_folder, [this] { return isEditing(); }});
+}
+
+std::unique_ptr<KeptList> Vendaro::makeKeptList()
+{
+    return std::make_unique<KeptList>(
+        KeptListNeeds {*this, m_desktop.beeper, m_recovery, m_desktop.alerts, m_desktop.panels, m_desktop.opener});
+}
+
 void Vendaro::closeEverything()
 {
-    for (Form* form : std::initializer_list<Form*> {&m_orders.form, &m_orders.tender.form, &m_contacts.form, &m_contacts.companyEditor.form,
-             &m_contacts.companyContactEditor.form, &m_items.form, &m_picker.form})
+    for (Form* form : editors())
         form->close();
+    m_picker.form.close();
     qDeleteAll(findChildren<CustomInvoiceController*>(Qt::FindDirectChildrenOnly));
 }
 
@@ -272,7 +302,7 @@ void Vendaro::openSampleBusiness()
         const Result<void> copied = made ? copySample() : made;
         if (!copied) {
             logLine(copied.error().message);
-            m_desktop.alerts.ask({tr("Sample business"), QString::fromStdString(copied.error().message), {tr("OK")}});
+            m_desktop.alerts.ask({localText("Sample business"), QString::fromStdString(copied.error().message), {localText("OK")}});
             return;
         }
     }

@@ -3,7 +3,9 @@
 #pragma once
 
 #include "app/DatabaseSession.h"
+#include "app/KeptList.h"
 #include "app/PrefsController.h"
+#include "app/Restoring.h"
 #include "contacts/ContactManager.h"
 #include "contacts/DateFormatGate.h"
 #include "contacts/OrderLinks.h"
@@ -75,6 +77,13 @@ public:
     qvPicker& getPicker() { return m_picker; }
     DatabaseSession& session() { return m_session; }
     DatabaseFolder& folder() { return m_folder; }
+    RecoveryStore& recovery() { return m_recovery; }
+    /// Whether an editor is open: it holds on to its record and may hold what was typed and is not saved.
+    bool isEditing();
+    /// A list over the earlier states of the open database.
+    std::unique_ptr<Restoring> makeRestoring();
+    /// A list over the recovery store.
+    std::unique_ptr<KeptList> makeKeptList();
     FileSettingsStore& settingsStore() { return m_settings; }
 
     // Look-ups across collections
@@ -87,6 +96,7 @@ public:
     // Commands
     /// The list that has the keyboard in the main window; none when no list has.
     void setFocusedList(qvDataSource* list) { m_focused = list; }
+    qvDataSource* focusedList() const { return m_focused; }
     void deleteMenuItem();
     void editMenuItem();
     void undoMenuItem();
@@ -133,6 +143,7 @@ private:
     void afterLoading(RecordFile* file);
     void afterReading();
     void askAboutUpgrading();
+    std::vector<Form*> editors();
     void closeEverything();
     void populateLists();
     Result<void> copySample();

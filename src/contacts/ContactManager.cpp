@@ -18,11 +18,6 @@ bool isTopLevel(const Contact& contact)
     return !contact.isCompanyContact();
 }
 
-bool isSupplier(const Contact& contact)
-{
-    return contact.values().type == "Supplier";
-}
-
 } // namespace
 
 ContactManager::ContactManager(ContactManagerNeeds needs)
@@ -88,6 +83,10 @@ int ContactManager::countCompanies() const
 Contact* ContactManager::getnthCompany(int n) const
 {
     return nthWhere(n, isTopLevel);
+}
+bool ContactManager::isSupplier(const Contact& contact)
+{
+    return contact.values().type == "Supplier";
 }
 int ContactManager::countSuppliers() const
 {
@@ -401,10 +400,10 @@ std::string ContactManager::objectValue(std::string_view identifier, int row) co
     return contact ? contact->getFieldByName(identifier) : std::string();
 }
 
-void ContactFile::added(Contact& contact, const StoredRecord<Contact>& stored)
+void ContactFile::complete(StoredRecord<Contact>& stored) const
 {
-    if (contact.getRef().empty())
-        contact.setRef(stored.idText);
-    if (contact.isCompanyContact() && contact.getCompany() == 0)
-        contact.setKind("Individual");
+    if (stored.values.ref.isEmpty())
+        stored.values.ref = stored.idText;
+    if (stored.values.kind == "Company Contact" && stored.values.company == 0)
+        stored.values.kind = literalText<"Individual">();
 }

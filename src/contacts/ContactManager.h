@@ -49,6 +49,7 @@ public:
     Contact* getnthCompany(int n) const;
     int countVisibleCompanies() const;
     Contact* getnthVisibleCompany(int n) const;
+    static bool isSupplier(const Contact& contact);
     int countSuppliers() const;
     Contact* getnthSupplier(int n) const;
     int countContactsforThisCompany(int companyId) const;
@@ -117,9 +118,15 @@ private:
 /// "contacts.xml".
 class ContactFile : public CollectionFile<Contact> {
 public:
-    explicit ContactFile(ContactManager& contacts) : CollectionFile(contacts, "contacts.xml", "contacts", "contacts") { }
+    explicit ContactFile(ContactManager& contacts) : CollectionFile(contacts, recordFiles::contacts, "contacts", "contacts") { }
+
+    const char* recordName() const override { return "Contact"; }
 
 protected:
     std::unique_ptr<Contact> make() const override { return std::make_unique<Contact>(); }
-    void added(Contact& contact, const StoredRecord<Contact>& stored) override;
+    void complete(StoredRecord<Contact>& stored) const override;
+    std::span<const std::string_view> titleKeys() const override { return keys; }
+
+private:
+    static constexpr std::array<std::string_view, 1> keys {"name"};
 };

@@ -29,6 +29,14 @@ void FormField::setCaption(const QString& caption)
     notify();
 }
 
+void FormField::setFault(const QString& fault)
+{
+    if (m_fault == fault)
+        return;
+    m_fault = fault;
+    notify();
+}
+
 void FormField::notify()
 {
     Q_EMIT m_form.fieldChanged(this);

@@ -30,6 +30,9 @@ public:
     /// The words beside or on the control where the controller decides them; empty when the window's own stand.
     const QString& caption() const { return m_caption; }
     void setCaption(const QString& caption);
+    /// Why the value cannot be used as it stands, in one sentence; empty when it can.
+    const QString& fault() const { return m_fault; }
+    void setFault(const QString& fault);
 
     /// Runs after the person changed the field.
     std::function<void()> onEdited;
@@ -42,6 +45,7 @@ private:
     Form& m_form;
     QString m_name;
     QString m_caption;
+    QString m_fault;
     bool m_enabled = true;
     bool m_visible = true;
 };

@@ -6,6 +6,7 @@
 #include "desktop/TextTable.h"
 #include "documents/StationeryTags.h"
 #include "documents/Substitution.h"
+#include "foundation/Dates.h"
 #include "foundation/Folders.h"
 #include "foundation/Log.h"
 #include "foundation/SafeFile.h"
@@ -106,7 +107,7 @@ void CustomInvoiceController::print()
 
 QString CustomInvoiceController::getNewFilename() const
 {
-    return m_needs.clock.now().toString("yyyyMMdd-HHmmss");
+    return QString::fromStdString(dates::write(m_needs.clock.now(), dates::stamp));
 }
 
 QString CustomInvoiceController::writePDF() const
@@ -159,7 +160,7 @@ void CustomInvoiceController::savePDF()
 void CustomInvoiceController::saveElsewhere(const QString& path)
 {
     SavePanel panel;
-    panel.title = tr("Choose a location and name for the copy database");
+    panel.title = localText("Choose a location and name for the copy database");
     panel.fileType = "vendb";
     const std::optional<QString> target = m_needs.panels.saveFile(panel);
     if (!target)

@@ -53,6 +53,8 @@ public:
 
     const QString& title() const { return m_whichStationary; }
     QTextDocument& document() { return *m_document; }
+    /// What of the template is damaged, for the person: one sentence each.
+    const QStringList& templateDamage() const { return m_template.damage; }
     const PageBackground& background() const { return m_background; }
     /// As the document would be printed now.
     PageSetup pageSetup() const;

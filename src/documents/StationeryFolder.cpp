@@ -1,5 +1,7 @@
 #include "documents/StationeryFolder.h"
 
+#include "desktop/AlertTexts.h"
+#include "desktop/TextTable.h"
 #include "documents/rtf/RtfBuilder.h"
 #include "foundation/Folders.h"
 #include "foundation/Log.h"
@@ -37,14 +39,51 @@ bool isOn(const PlistValue* value)
     return value && (value->isTrue() || value->asText() == "YES" || numbers::leadingInt(value->asText()) != 0);
 }
 
-std::optional<StationeryOptions> readOptions(const QString& path)
+/// One thing that is wrong with a template, and what the document does without it.
+QString damageOf(const QString& trouble, const char* consequence)
+{
+    const QString sentence = trouble + ". " + localText(consequence);
+    logLine(sentence.toStdString());
+    return sentence;
+}
+
+/// Why the file is of no use: it could not be read, or what was read is not what it should be.
+QString troubleOf(const QString& path, const FileBytes& file, const QString& otherwise)
+{
+    return file.trouble == ReadTrouble::none ? fillText(localText("%@ could not be read: %@"), {path, otherwise})
+                                             : QString::fromStdString(file.reason);
+}
+
+/// Rich text is one group from its first byte to its last; the reader takes what there is of anything else.
+bool endsWithItsGroup(std::string_view bytes)
+{
+    constexpr std::string_view blanks("\r\n\t \0", 5);
+    const std::size_t last = bytes.find_last_not_of(blanks);
+    return last != std::string_view::npos && bytes[last] == '}';
+}
+
+RichText readDocument(const QString& path, QStringList& damage)
 {
     const FileBytes file = readWholeFile(path.toStdString());
-    if (file.trouble != ReadTrouble::none)
+    const bool isRichText = file.bytes.starts_with("{\\rtf");
+    if (!isRichText || !endsWithItsGroup(file.bytes)) {
+        const QString otherwise = isRichText ? localText("it ends too early") : localText("it is no rich text");
+        damage += damageOf(troubleOf(path, file, otherwise), "The document shows as much of it as there is.");
+    }
+    return RtfBuilder().build(file.bytes);
+}
+
+std::optional<StationeryOptions> readOptions(const QString& path, QStringList& damage)
+{
+    const FileBytes file = readWholeFile(path.toStdString());
+    if (file.trouble == ReadTrouble::missing)
         return {};
     const Result<PlistValue> list = plist::read(file.bytes);
-    if (!list || !list.value().isDict())
+    if (!list || !list.value().isDict()) {
+        const QString otherwise = list ? localText("its root is no dictionary") : QString::fromStdString(list.error().message);
+        damage += damageOf(troubleOf(path, file, otherwise), "The document goes without its options.");
         return {};
+    }
     StationeryOptions options;
     options.centreContent = isOn(list.value().find("centreContent"));
     options.scaleTemplateImage = isOn(list.value().find("scaleTemplateImage"));
@@ -53,7 +92,7 @@ std::optional<StationeryOptions> readOptions(const QString& path)
     return options;
 }
 
-QImage readBackground(const QString& path)
+QImage readPicture(const QString& path)
 {
     // Anything else but an ordinary file may never end.
     const QFileInfo file(path);
@@ -66,11 +105,23 @@ QImage readBackground(const QString& path)
     return reader.read();
 }
 
-QString readStyle(const QString& path)
+QImage readBackground(const QString& path, QStringList& damage)
+{
+    const QImage picture = readPicture(path);
+    if (picture.isNull() && (QFileInfo::exists(path) || QFileInfo(path).isSymLink()))
+        damage += damageOf(troubleOf(path, {}, localText("it is no picture, or too large")), "The document goes without its background.");
+    return picture;
+}
+
+QString readStyle(const QString& path, QStringList& damage)
 {
     const FileBytes file = readWholeFile(path.toStdString());
     const bool isAscii = std::none_of(file.bytes.begin(), file.bytes.end(), [](char byte) { return (byte & 0x80) != 0; });
-    return file.trouble == ReadTrouble::none && isAscii ? QString::fromLatin1(file.bytes) : QString::fromLatin1(plainStyle);
+    if (file.trouble == ReadTrouble::none && isAscii)
+        return QString::fromLatin1(file.bytes);
+    if (file.trouble != ReadTrouble::missing)
+        damage += damageOf(troubleOf(path, file, localText("it holds letters that are not ASCII")), "The table has the plain style.");
+    return QString::fromLatin1(plainStyle);
 }
 
 } // namespace
@@ -144,12 +195,9 @@ StationeryTemplate StationeryFolder::read(const QString& name) const
         return result;
     }
     result.pictures = path(name, ".rtfd");
-    const FileBytes document = readWholeFile((result.pictures + "/TXT.rtf").toStdString());
-    if (document.trouble != ReadTrouble::none)
-        logFormat("no document could be read: %s", document.reason.c_str());
-    result.document = RtfBuilder().build(document.bytes);
-    result.options = readOptions(path(name, ".plist"));
-    result.background = readBackground(path(name, ".tiff"));
-    result.style = readStyle(path(name, ".css"));
+    result.document = readDocument(result.pictures + "/TXT.rtf", result.damage);
+    result.options = readOptions(path(name, ".plist"), result.damage);
+    result.background = readBackground(path(name, ".tiff"), result.damage);
+    result.style = readStyle(path(name, ".css"), result.damage);
     return result;
 }

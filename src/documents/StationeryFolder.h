@@ -29,6 +29,8 @@ struct StationeryTemplate {
     QImage background;
     /// The style element for the inserted table.
     QString style;
+    /// What of it is damaged or, its document, missing: one sentence each, naming the file.
+    QStringList damage;
 };
 
 class StationeryFolder {
@@ -43,7 +45,8 @@ public:
     bool hasDocument(const QString& name) const;
     /// The path of a template's file; extension with its dot.
     QString path(const QString& name, const char* extension) const;
-    /// What is missing or does not read falls back: an empty document, no options, no background, the plain style.
+    /// What is missing or does not read falls back: an empty document, no options, no background, the plain style. What is there and
+    /// does not read is logged and told in the answer's damage.
     StationeryTemplate read(const QString& name) const;
 
 private:

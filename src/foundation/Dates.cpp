@@ -143,7 +143,7 @@ std::string write(const QDateTime& moment, std::string_view pattern)
     return writeParts(moment.date(), moment.time(), pattern);
 }
 
-QDate fallback(std::string_view)
+QDate fallback()
 {
     return QDate(2000, 1, 1);
 }

@@ -26,7 +26,7 @@ std::optional<QDateTime> read(std::string_view text, std::string_view pattern);
 std::string write(const QDate& date, std::string_view pattern);
 std::string write(const QDateTime& moment, std::string_view pattern);
 /// What an unreadable date becomes: the date of "1/1/00".
-QDate fallback(std::string_view pattern);
+QDate fallback();
 /// The platform's default textual form, in universal time: "2024-03-01 10:15:30 +0000".
 std::string platformText(const QDateTime& moment);
 

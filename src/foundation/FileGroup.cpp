@@ -3,6 +3,7 @@
 #include "foundation/TemporaryFiles.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <dirent.h>
 #include <iterator>
 #include <sstream>
@@ -22,6 +23,8 @@ struct IntendedFile {
     std::string target;
     std::uint64_t size = 0;
     std::uint64_t hash = 0;
+    /// The new contents still have the temporary name.
+    bool waits = false;
 };
 
 std::vector<IntendedFile> intended(const std::deque<SafeFile>& files, const std::string& folder)
@@ -29,7 +32,7 @@ std::vector<IntendedFile> intended(const std::deque<SafeFile>& files, const std:
     std::vector<IntendedFile> intended;
     for (const SafeFile& file : files) {
         intended.push_back({file.temporaryPath().substr(folder.size() + 1), file.path().substr(folder.size() + 1), file.written().size(),
-            file.written().value()});
+            file.written().value(), true});
     }
     return intended;
 }
@@ -50,49 +53,70 @@ Result<void> writeIntent(const std::string& folder, const std::vector<IntendedFi
     return writeFileSafely(path, text.str());
 }
 
-/// The files an intent names; none when it is not whole.
-std::vector<IntendedFile> readIntent(const std::string& folder)
+/// The files an intent names; none when there is none or it is not whole.
+Result<std::vector<IntendedFile>> readIntent(const std::string& folder)
 {
-    std::istringstream text(readWholeFile(folder + '/' + intentName).bytes);
+    const FileBytes intent = readWholeFile(folder + '/' + intentName);
+    if (intent.trouble == ReadTrouble::unreadable)
+        return Error {intent.reason};
+    std::istringstream text(intent.bytes);
     std::string line;
-    if (!std::getline(text, line) || line != intentHead)
-        return {};
     std::vector<IntendedFile> files;
+    if (!std::getline(text, line) || line != intentHead)
+        return files;
     while (std::getline(text, line) && line != intentEnd) {
         IntendedFile file;
         std::istringstream parts(line);
         parts >> file.size >> file.hash;
         parts.get();
         if (!std::getline(parts, file.temporary, '/') || !std::getline(parts, file.target) || file.target.find('/') != std::string::npos)
-            return {};
+            return std::vector<IntendedFile>();
         files.push_back(std::move(file));
     }
     return line == intentEnd ? files : std::vector<IntendedFile>();
 }
 
-bool holds(const std::string& path, const IntendedFile& wanted)
+/// An error when the file is there and cannot be read.
+Result<bool> holds(const std::string& path, const IntendedFile& wanted)
 {
     const FileBytes file = readWholeFile(path);
+    if (file.trouble == ReadTrouble::unreadable)
+        return Error {file.reason};
     ByteHash found;
     found.add(file.bytes);
     return file.trouble == ReadTrouble::none && found.size() == wanted.size && found.value() == wanted.hash;
 }
 
-/// Whether the new contents of every file are there, under one name or the other.
-bool isWhole(const std::string& folder, const std::vector<IntendedFile>& files)
+/// Looks under which name the new contents are; answers whether they are there at all.
+Result<bool> findContents(const std::string& folder, IntendedFile& file)
 {
-    for (const IntendedFile& file : files) {
-        if (!holds(folder + '/' + file.temporary, file) && !holds(folder + '/' + file.target, file))
-            return false;
-    }
-    return !files.empty();
+    const Result<bool> temporary = holds(folder + '/' + file.temporary, file);
+    file.waits = temporary && temporary.value();
+    if (file.waits)
+        return true;
+    const Result<bool> target = holds(folder + '/' + file.target, file);
+    return temporary || (target && target.value()) ? target : temporary;
 }
 
 /// The interrupted commit a reader of the folder reads through; none when it is void.
-std::vector<IntendedFile> readWholeIntent(const std::string& folder)
+Result<std::vector<IntendedFile>> readWholeIntent(const std::string& folder)
 {
-    std::vector<IntendedFile> files = readIntent(folder);
-    return isWhole(folder, files) ? files : std::vector<IntendedFile>();
+    Result<std::vector<IntendedFile>> files = readIntent(folder);
+    if (!files)
+        return files;
+    for (IntendedFile& file : files.value()) {
+        const Result<bool> found = findContents(folder, file);
+        if (!found)
+            return found.error();
+        if (!found.value())
+            return std::vector<IntendedFile>();
+    }
+    return files;
+}
+
+bool mayHaveIntent(const std::string& folder)
+{
+    return ::access((folder + '/' + intentName).c_str(), F_OK) == 0 || errno != ENOENT;
 }
 
 Result<void> removeLeftovers(const std::string& folder)
@@ -129,7 +153,7 @@ Result<void> FileGroup::commit()
             return prepared;
     }
     // An intent of an earlier commit that failed may name the same file: it must not outlive what is written now.
-    if (m_files.size() == 1 && ::access((m_folder + '/' + intentName).c_str(), F_OK) != 0)
+    if (m_files.size() == 1 && !mayHaveIntent(m_folder))
         return m_files.front().commit();
     return commitTogether();
 }
@@ -141,10 +165,13 @@ Result<void> FileGroup::commitTogether()
         return std::any_of(own.begin(), own.end(), [&](const IntendedFile& other) { return other.target == file.target; });
     };
     // What an earlier commit could not put into its place goes on being read through, unless it is replaced now.
-    const std::vector<IntendedFile> before = readWholeIntent(m_folder);
+    const Result<std::vector<IntendedFile>> found = readWholeIntent(m_folder);
+    if (!found)
+        return found.error();
+    const std::vector<IntendedFile>& before = found.value();
     std::vector<IntendedFile> waiting;
-    std::copy_if(before.begin(), before.end(), std::back_inserter(waiting),
-        [&](const IntendedFile& file) { return !isOwn(file) && holds(m_folder + '/' + file.temporary, file); });
+    std::copy_if(
+        before.begin(), before.end(), std::back_inserter(waiting), [&](const IntendedFile& file) { return !isOwn(file) && file.waits; });
     std::vector<IntendedFile> all = own;
     all.insert(all.end(), waiting.begin(), waiting.end());
     if (Result<void> written = writeIntent(m_folder, all); !written)
@@ -186,25 +213,27 @@ void FileGroup::keepTemporaries()
     }
 }
 
-std::map<std::string, std::string> FileGroup::interrupted(const std::string& folder)
+Result<std::map<std::string, std::string>> FileGroup::interrupted(const std::string& folder)
 {
+    const Result<std::vector<IntendedFile>> files = readWholeIntent(folder);
+    if (!files)
+        return files.error();
     std::map<std::string, std::string> instead;
-    for (const IntendedFile& file : readWholeIntent(folder)) {
-        const std::string temporary = folder + '/' + file.temporary;
-        instead[file.target] = holds(temporary, file) ? temporary : folder + '/' + file.target;
-    }
+    for (const IntendedFile& file : files.value())
+        instead[file.target] = folder + '/' + (file.waits ? file.temporary : file.target);
     return instead;
 }
 
 Result<void> FileGroup::repair(const std::string& folder)
 {
-    const std::vector<IntendedFile> files = readIntent(folder);
-    if (isWhole(folder, files)) {
-        for (const IntendedFile& file : files) {
-            const std::string temporary = folder + '/' + file.temporary;
-            if (holds(temporary, file) && ::rename(temporary.c_str(), (folder + '/' + file.target).c_str()) != 0)
-                return Error {folder + '/' + file.target + " could not be put into its place"};
-        }
+    const Result<std::vector<IntendedFile>> files = readWholeIntent(folder);
+    if (!files)
+        return files.error();
+    for (const IntendedFile& file : files.value()) {
+        if (file.waits && ::rename((folder + '/' + file.temporary).c_str(), (folder + '/' + file.target).c_str()) != 0)
+            return Error {folder + '/' + file.target + " could not be put into its place"};
+    }
+    if (!files.value().empty()) {
         if (Result<void> flushed = flushFolder(folder); !flushed)
             return flushed;
     }

@@ -1,5 +1,7 @@
 #include "foundation/Folders.h"
 
+#include "foundation/SafeFile.h"
+
 #include <QDir>
 #include <QFileInfo>
 
@@ -14,29 +16,87 @@ fs::path nativePath(const QString& path)
     return path.toStdString();
 }
 
-Error folderError(const char* what, const QString& path, const std::error_code& code)
+Result<void> folderError(const char* what, const fs::path& path, const std::error_code& code)
 {
-    return {std::string(what) + " " + path.toStdString() + ": " + code.message()};
+    return Error {std::string(what) + " " + path.string() + ": " + code.message()};
 }
 
-void copyEntry(const fs::path& source, const fs::path& target, std::error_code& code)
+/// Devices and pipes cannot be copied: a copy for reading leaves them out, a copy that takes the original's place is refused.
+enum class CopyFor { readingElsewhere, takingThePlace };
+
+Result<void> copyEntry(const fs::path& source, const fs::path& target, CopyFor purpose);
+
+/// Flushed: what counts as copied outlasts a power cut.
+Result<void> copyFile(const fs::path& source, const fs::path& target)
 {
-    const fs::file_status status = fs::symlink_status(source, code);
-    if (fs::is_symlink(status))
-        return fs::copy_symlink(source, target, code);
-    if (fs::is_regular_file(status)) {
-        fs::copy_file(source, target, code);
-        return;
-    }
-    if (!fs::is_directory(status))
-        return;
+    std::error_code code;
+    fs::copy_file(source, target, code);
+    if (code)
+        return folderError("cannot copy", source, code);
+    return flushFile(target);
+}
+
+Result<void> copyFolder(const fs::path& source, const fs::path& target, CopyFor purpose)
+{
+    std::error_code code;
     fs::create_directory(target, source, code);
     for (auto entry = code ? fs::directory_iterator() : fs::directory_iterator(source, code); entry != fs::directory_iterator();
          entry.increment(code)) {
-        copyEntry(entry->path(), target / entry->path().filename(), code);
-        if (code)
-            return;
+        if (Result<void> copied = copyEntry(entry->path(), target / entry->path().filename(), purpose); !copied)
+            return copied;
     }
+    if (code)
+        return folderError("cannot copy the folder", source, code);
+    return flushFolder(target);
+}
+
+Result<void> copyEntry(const fs::path& source, const fs::path& target, CopyFor purpose)
+{
+    std::error_code code;
+    const fs::file_status status = fs::symlink_status(source, code);
+    if (fs::is_regular_file(status))
+        return copyFile(source, target);
+    if (fs::is_directory(status))
+        return copyFolder(source, target, purpose);
+    if (fs::is_symlink(status)) {
+        fs::copy_symlink(source, target, code);
+        return code ? folderError("cannot copy", source, code) : Result<void>();
+    }
+    if (!fs::exists(status))
+        return folderError("cannot copy", source, std::make_error_code(std::errc::no_such_file_or_directory));
+    return purpose == CopyFor::readingElsewhere ? Result<void>()
+                                                : Result<void>(Error {source.string() + " is neither a file nor a folder nor a link"});
+}
+
+bool isThere(const fs::path& path)
+{
+    std::error_code code;
+    return fs::exists(fs::symlink_status(path, code));
+}
+
+Result<void> copyWhole(const fs::path& source, const fs::path& target, CopyFor purpose)
+{
+    if (isThere(target))
+        return Error {target.string() + " exists already"};
+    Result<void> copied = copyEntry(source, target, purpose);
+    std::error_code ignored;
+    if (!copied)
+        fs::remove_all(target, ignored);
+    return copied;
+}
+
+/// The source goes only when the copy would outlast a power cut.
+Result<void> moveAcross(const fs::path& source, const fs::path& target)
+{
+    if (Result<void> copied = copyWhole(source, target, CopyFor::takingThePlace); !copied)
+        return copied;
+    std::error_code code;
+    if (Result<void> flushed = flushFolder(target.parent_path()); !flushed) {
+        fs::remove_all(target, code);
+        return flushed;
+    }
+    fs::remove_all(source, code);
+    return code ? folderError("everything was copied, but the original cannot be removed:", source, code) : Result<void>();
 }
 
 } // namespace
@@ -72,32 +132,38 @@ Result<void> make(const QString& path)
 {
     std::error_code code;
     fs::create_directories(nativePath(path), code);
-    if (code || !fs::is_directory(nativePath(path)))
-        return folderError("cannot make the folder", path, code);
+    if (code || !fs::is_directory(nativePath(path), code))
+        return folderError("cannot make the folder", nativePath(path), code);
     return {};
 }
 
 Result<void> copyTree(const QString& source, const QString& target)
 {
+    return copyWhole(nativePath(source), nativePath(target), CopyFor::readingElsewhere);
+}
+
+Result<void> linkOrCopy(const QString& source, const QString& target)
+{
     std::error_code code;
-    if (fs::exists(fs::symlink_status(nativePath(target), code)))
-        return Error {target.toStdString() + " exists already"};
-    copyEntry(nativePath(source), nativePath(target), code);
-    return code ? Result<void>(folderError("cannot copy the folder", source, code)) : Result<void>();
+    // A second name of a symbolic link would lead elsewhere.
+    if (!fs::is_symlink(nativePath(source), code)) {
+        fs::create_hard_link(nativePath(source), nativePath(target), code);
+        if (!code)
+            return {};
+    }
+    return copyFile(nativePath(source), nativePath(target));
 }
 
 Result<void> move(const QString& source, const QString& target)
 {
+    if (isThere(nativePath(target)))
+        return Error {target.toStdString() + " exists already"};
     std::error_code code;
     fs::rename(nativePath(source), nativePath(target), code);
     if (!code)
         return {};
-    if (code != std::errc::cross_device_link)
-        return folderError("cannot move", source, code);
-    if (const Result<void> copied = copyTree(source, target); !copied)
-        return copied;
-    fs::remove_all(nativePath(source), code);
-    return code ? Result<void>(folderError("cannot remove", source, code)) : Result<void>();
+    return code == std::errc::cross_device_link ? moveAcross(nativePath(source), nativePath(target))
+                                                : Result<void>(folderError("cannot move", nativePath(source), code));
 }
 
 } // namespace folders

@@ -9,9 +9,6 @@
 /// Why something failed. The message is a whole sentence in plain words, naming file, line and field where there are such.
 struct Error {
     std::string message;
-
-    /// The same error seen from one level up: "context: message".
-    Error within(std::string_view context) const { return {std::string(context) + ": " + message}; }
 };
 
 template <class T>

@@ -66,9 +66,10 @@ public:
     SafeFile& add(const std::string& fileName);
     Result<void> commit();
 
-    /// What a reader has to read instead: file name to path of its new contents. Empty when no commit was interrupted.
-    static std::map<std::string, std::string> interrupted(const std::string& folder);
-    /// Finishes an interrupted commit and removes leftovers. Only for the holder of the folder's lock.
+    /// What a reader has to read instead: file name to path of its new contents. Empty when no commit was interrupted; an error when
+    /// there is one that cannot be read, so that nobody knows which contents belong together.
+    static Result<std::map<std::string, std::string>> interrupted(const std::string& folder);
+    /// Finishes an interrupted commit and removes leftovers; what cannot be read stays. Only for the holder of the folder's lock.
     static Result<void> repair(const std::string& folder);
 
 private:

@@ -3,10 +3,12 @@
 #include "desktop/AlertTexts.h"
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
+#include "desktop/ValueCheck.h"
 #include "foundation/Dates.h"
 #include "foundation/Money.h"
 #include "inventory/ItemManager.h"
 #include "inventory/OrderLookup.h"
+#include "inventory/TaxRate.h"
 #include "storage/PresentItem.h"
 #include "storage/Settings.h"
 #include "storage/WriteGate.h"
@@ -77,12 +79,28 @@ BOMManager::BOMManager(BOMManagerNeeds needs) : Collection(needs.sorting, needs.
 
 void BOMManager::recordAdded(dataObject& record)
 {
-    m_linesByOrder[static_cast<Material&>(record).getOrder()].push_back(&record);
+    auto& line = static_cast<Material&>(record);
+    line.fileUnder(line.getOrder());
+    m_linesByOrder[line.getOrder()].push_back(&record);
+}
+
+void BOMManager::recordChanged(dataObject& record)
+{
+    auto& line = static_cast<Material&>(record);
+    if (line.filedUnder() == line.getOrder() || !holds(line))
+        return;
+    std::erase(m_linesByOrder[line.filedUnder()], &record);
+    line.fileUnder(line.getOrder());
+    // In collection order, wherever in it the line stands.
+    std::vector<dataObject*>& lines = m_linesByOrder[line.getOrder()];
+    lines.clear();
+    std::copy_if(records().begin(), records().end(), std::back_inserter(lines),
+        [&](const dataObject* other) { return static_cast<const Material*>(other)->filedUnder() == line.getOrder(); });
 }
 
 void BOMManager::recordRemoved(dataObject& record)
 {
-    std::erase(m_linesByOrder[static_cast<Material&>(record).getOrder()], &record);
+    std::erase(m_linesByOrder[static_cast<Material&>(record).filedUnder()], &record);
 }
 
 void BOMManager::recordsCleared()
@@ -190,6 +208,12 @@ void BOMManager::duplicateMaterialsFromOrder(int fromOrder, int toOrder)
     }
 }
 
+Item* BOMManager::managedItemOf(const Material& line) const
+{
+    Item* item = presentItem(m_needs.items, line.getProduct());
+    return item && item->getDecreaseQty() ? item : nullptr;
+}
+
 void BOMManager::setContactfor(Material& line) const
 {
     line.setContact(m_needs.rules.orders.contactIdOfOrder(line.getOrder()));
@@ -211,8 +235,8 @@ void BOMManager::updateAllMaterialsForOrder(int orderId, int withContactID)
 
 void BOMManager::returnStock(const Material& line)
 {
-    Item* item = presentItem(m_needs.items, line.getProduct());
-    if (item && item->getDecreaseQty() && !currentItemIsPurchaseOrder())
+    Item* item = managedItemOf(line);
+    if (item && !currentItemIsPurchaseOrder())
         m_needs.items.adjustQtyFor(*item, std::trunc(line.getQtyasFloat()));
 }
 
@@ -253,10 +277,14 @@ void BOMManager::deleteAllForCurrentOrder()
     m_needs.gate.writeDatabase(*this);
 }
 
-void BOMManager::dropLinesOfOrder(int orderId)
+void BOMManager::dropLinesOfOrders(std::span<const int> orderIds)
 {
-    const std::vector<dataObject*> lines = recordsOfOrder(orderId);
-    deleteItems(lines);
+    std::vector<dataObject*> dropped;
+    for (const int id : orderIds) {
+        const std::vector<dataObject*>& lines = recordsOfOrder(id);
+        dropped.insert(dropped.end(), lines.begin(), lines.end());
+    }
+    deleteItems(dropped);
     reloadData();
 }
 
@@ -287,7 +315,7 @@ float BOMManager::lineTax(const Material& line, TaxMode mode, bool applyDiscount
         total = total + total * discount / -100.0f;
     else if (applyDiscount)
         total = total - discount / static_cast<float>(numberForThisOrder());
-    const float rate = numbers::leadingFloat(m_needs.preferences.getTaxRateForCode(line.getTaxCode()).value_or(""));
+    const float rate = taxRateIn(m_needs.preferences.getTaxRateForCode(line.getTaxCode()).value_or(""), m_needs.rules.money);
     if (mode == TaxMode::onTop)
         return total * (rate / 100.0f);
     return total / (rate + 100.0f) * rate;
@@ -303,8 +331,8 @@ float BOMManager::taxOfCurrentOrder(TaxMode mode, bool applyDiscount, float disc
 
 float BOMManager::getTaxforCurrentOrderatRate(float, bool applyDiscount, float withDiscount, bool percentage) const
 {
-    const bool exclusive = m_needs.settings.text(settings::pricesTaxInclusive) == "1";
-    return taxOfCurrentOrder(exclusive ? TaxMode::onTop : TaxMode::included, applyDiscount, withDiscount, percentage);
+    return taxOfCurrentOrder(
+        pricesAreExclusive(m_needs.settings) ? TaxMode::onTop : TaxMode::included, applyDiscount, withDiscount, percentage);
 }
 
 float BOMManager::getTaxExclusiveForCurrentOrderatRate(float, bool applyDiscount, float withDiscount, bool percentage) const
@@ -348,10 +376,10 @@ std::optional<std::string> BOMManager::acceptedText(std::string_view identifier,
 
 bool BOMManager::moveStockForEdit(Material& line, std::string_view newQty)
 {
-    Item* item = presentItem(m_needs.items, line.getProduct());
+    Item* item = managedItemOf(line);
     const float before = line.getQtyasFloat();
     const float after = m_needs.rules.money.value(newQty);
-    if (!item || currentItemIsPurchaseOrder() || before == after || !item->getDecreaseQty())
+    if (!item || currentItemIsPurchaseOrder() || before == after)
         return true;
     if (!m_needs.items.adjustQtyFor(*item, before - after))
         return false;
@@ -380,10 +408,28 @@ bool BOMManager::setObjectValue(std::string_view identifier, int row, std::strin
     return true;
 }
 
+QString BOMManager::cellFault(std::string_view identifier, int row) const
+{
+    const Material* line = getnthVisibleItem(row);
+    if (!line)
+        return {};
+    if (isMoneyCell(identifier))
+        return values::amount(m_needs.rules.money)(line->getFieldByName(identifier));
+    if (identifier == "qty")
+        return values::number(m_needs.rules.money)(line->getQty());
+    const bool untaxed =
+        identifier == "taxcode" && m_needs.preferences.handlesTax() && !m_needs.preferences.getTaxRateForCode(line->getTaxCode());
+    return untaxed ? localText("No tax rate has this code; it counts as 0.") : QString();
+}
+
+void MaterialFile::complete(StoredRecord<Material>& stored) const
+{
+    if (stored.values.contact == 0)
+        stored.values.contact = m_lines.rules().orders.contactIdOfOrder(stored.values.order);
+}
+
 void MaterialFile::added(Material& line, const StoredRecord<Material>&)
 {
     const bool purchase = m_lines.rules().orders.orderType(line.getOrder()) == "Purchase Order";
     line.setOrderType(purchase ? "Purchase Order" : "Customer");
-    if (line.getContact() == 0)
-        m_lines.setContactfor(line);
 }

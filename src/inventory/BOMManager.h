@@ -4,6 +4,7 @@
 #include "inventory/Material.h"
 #include "storage/CollectionFile.h"
 
+#include <span>
 #include <unordered_map>
 
 class Alerts;
@@ -48,6 +49,7 @@ public:
     int numberForThisOrder() const;
     /// The n-th line of the order in collection order; the first line of all when there is no such line.
     Material* getnthItem(int n, int forThisOrder) const;
+    using Collection::getnthItem;
     /// The lines of the order, in collection order.
     const std::vector<dataObject*>& recordsOfOrder(int orderId) const;
     std::vector<Material*> linesOfOrder(int orderId) const;
@@ -59,8 +61,8 @@ public:
     void deleteLine(Material& line);
     void deleteKey() override;
     void deleteAllForCurrentOrder();
-    /// Takes the lines of an order that is deleted: no stock moves, and the caller writes.
-    void dropLinesOfOrder(int orderId);
+    /// Takes the lines of orders that are deleted: no stock moves, and the caller writes.
+    void dropLinesOfOrders(std::span<const int> orderIds);
     void duplicateMaterialsFromOrder(int fromOrder, int toOrder);
 
     float getTotalforCurrentOrder() const;
@@ -71,6 +73,8 @@ public:
     float getTaxExclusiveForCurrentOrderatRate(float rate, bool applyDiscount, float withDiscount, bool percentage) const;
     std::string countTotalItemsPurchased() const;
 
+    /// The line's item, when it is in stock lists still and its stock is managed.
+    Item* managedItemOf(const Material& line) const;
     void setContactfor(Material& line) const;
     void setContacts();
     void updateAllMaterialsForOrder(int orderId, int withContactID);
@@ -78,6 +82,8 @@ public:
 
     std::string objectValue(std::string_view identifier, int row) const override;
     bool setObjectValue(std::string_view identifier, int row, std::string_view value) override;
+    /// A number that does not read, and a tax code without a rate.
+    QString cellFault(std::string_view identifier, int row) const override;
 
     const LineRules& rules() const { return m_needs.rules; }
 
@@ -85,6 +91,8 @@ protected:
     const std::vector<dataObject*>& visibleRows() const override;
     void recordAdded(dataObject& record) override;
     void recordRemoved(dataObject& record) override;
+    /// A line whose order was set by name goes to that order.
+    void recordChanged(dataObject& record) override;
     void recordsCleared() override;
 
 private:
@@ -103,12 +111,18 @@ private:
 /// "itemsordered.xml".
 class MaterialFile : public CollectionFile<Material> {
 public:
-    explicit MaterialFile(BOMManager& lines) : CollectionFile(lines, "itemsordered.xml", "materials", "materials"), m_lines(lines) { }
+    explicit MaterialFile(BOMManager& lines) : CollectionFile(lines, recordFiles::lines, "materials", "materials"), m_lines(lines) { }
+
+    const char* recordName() const override { return "Line"; }
 
 protected:
     std::unique_ptr<Material> make() const override { return std::make_unique<Material>(m_lines.rules()); }
+    void complete(StoredRecord<Material>& stored) const override;
     void added(Material& line, const StoredRecord<Material>& stored) override;
+    std::span<const std::string_view> titleKeys() const override { return keys; }
+    int ownerOf(const StoredRecord<Material>& stored) const override { return stored.values.order; }
 
 private:
+    static constexpr std::array<std::string_view, 2> keys {"code", "item"};
     BOMManager& m_lines;
 };

@@ -19,8 +19,15 @@ ConstituentTable::ConstituentTable(const SortSettings& sorting, Beeper& beeper, 
 void ConstituentTable::setItem(Item* item)
 {
     m_item = item;
-    m_selected = -1;
+    selectConstituent(-1);
     reloadData();
+}
+
+void ConstituentTable::selectConstituent(int index)
+{
+    m_selected = index;
+    if (onSelected)
+        onSelected();
 }
 
 int ConstituentTable::numberOfRows() const

@@ -17,7 +17,9 @@ public:
     std::function<void()> onEdited;
     /// -1 when none is selected.
     int selectedConstituent() const { return m_selected; }
-    void selectConstituent(int index) { m_selected = index; }
+    void selectConstituent(int index);
+    /// Runs after another part, or none, was selected.
+    std::function<void()> onSelected;
 
     int numberOfRows() const override;
     std::string objectValue(std::string_view identifier, int row) const override;

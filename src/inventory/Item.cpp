@@ -4,7 +4,9 @@
 #include "storage/Settings.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -17,8 +19,7 @@ std::string conditionForFeed(const Item& item)
 
 constexpr std::array itemDerivedFields {
     DerivedField<Item> {"id", [](const Item& item) { return std::to_string(item.getID()); }},
-    DerivedField<Item> {
-        "availability", [](const Item& item) { return std::string(numbers::leadingInt(item.getQty()) < 1 ? "out of stock" : "in stock"); }},
+    DerivedField<Item> {"availability", [](const Item& item) { return std::string(item.getWholeQty() < 1 ? "out of stock" : "in stock"); }},
     DerivedField<Item> {"currencycode", [](const Item& item) { return item.currencyCode(); }},
     DerivedField<Item> {"pricewithcode", [](const Item& item) { return std::string(item.getPrice()) + ' ' + item.currencyCode(); }},
     DerivedField<Item> {"conditionforgoogle", conditionForFeed},
@@ -37,7 +38,25 @@ std::string_view trimmedCategory(std::string_view text)
     return text.substr(first, text.find_last_not_of(white) - first + 1);
 }
 
+/// What "%g" wrote with an exponent, and only that.
+std::optional<double> shortForm(std::string_view text)
+{
+    double number = 0;
+    const auto end = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool isWhole = end.ec == std::errc() && end.ptr == text.data() + text.size();
+    const bool hasExponent = text.find('e') != std::string_view::npos;
+    return isWhole && hasExponent && numbers::general(number) == text ? std::optional(number) : std::nullopt;
+}
+
 } // namespace
+
+std::optional<double> stockQuantity(const MoneyFormatter& money, std::string_view text)
+{
+    if (text.empty())
+        return std::nullopt;
+    const std::optional<double> plain = money.read(text);
+    return plain ? plain : shortForm(text);
+}
 
 std::vector<std::string> categoriesIn(std::string_view list)
 {
@@ -98,7 +117,15 @@ float Item::getPriceAsFloat() const
 }
 float Item::getQtyAsFloat() const
 {
-    return number(m_values.qty);
+    return static_cast<float>(stockQuantity(m_rules.money, m_values.qty).value_or(0));
+}
+int Item::getWholeQty() const
+{
+    using Limits = std::numeric_limits<int>;
+    const std::optional<double> brief = shortForm(m_values.qty);
+    if (!brief)
+        return numbers::leadingInt(m_values.qty);
+    return static_cast<int>(std::clamp<double>(std::trunc(*brief), Limits::min(), Limits::max()));
 }
 float Item::getOptimumQtyAsFloat() const
 {
@@ -138,12 +165,12 @@ float Item::adjustQty(float delta)
 
 void Item::incQty()
 {
-    setQty(std::to_string(numbers::leadingInt(m_values.qty) + 1));
+    setQty(std::to_string(static_cast<std::int64_t>(getWholeQty()) + 1));
 }
 
 void Item::decQty()
 {
-    setQty(std::to_string(numbers::leadingInt(m_values.qty) - 1));
+    setQty(std::to_string(static_cast<std::int64_t>(getWholeQty()) - 1));
 }
 
 void Item::addCategory(std::string_view name)

@@ -102,6 +102,10 @@ struct ItemRules {
     const MoneyFormatter& money;
 };
 
+/// A quantity in stock: read through the formatter, or in the short form that stock is written in from a million on ("2e+06"), which
+/// the formatter refuses.
+std::optional<double> stockQuantity(const MoneyFormatter& money, std::string_view text);
+
 class Item : public Record<Item, ItemValues> {
 public:
     using Nested = std::vector<Constituent>;
@@ -159,6 +163,8 @@ public:
     /// Read through the number formatter; what does not read is 0.
     float getPriceAsFloat() const;
     float getQtyAsFloat() const;
+    /// The whole number the quantity starts with, or what the short form stands for, cut off after the point.
+    int getWholeQty() const;
     float getOptimumQtyAsFloat() const;
     float getBoughtAsFloat() const;
 

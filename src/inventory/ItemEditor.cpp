@@ -2,9 +2,11 @@
 #include "inventory/ItemManager.h"
 
 #include "contacts/ContactManager.h"
+#include "contacts/SupplierDataSource.h"
 #include "desktop/AlertTexts.h"
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
+#include "desktop/ValueCheck.h"
 #include "foundation/plist/PlistWriter.h"
 #include "storage/PresentItem.h"
 #include "storage/Settings.h"
@@ -40,6 +42,20 @@ constexpr std::array itemControls {
 const QStringList itemConditions {"New", "Refurbished", "Used"};
 
 } // namespace
+
+std::vector<CheckedField> ItemManager::valueFields()
+{
+    const MoneyFormatter& money = m_needs.rules.money;
+    const ValueCheck amount = values::amount(money);
+    return {
+        {&form.price, amount},
+        {&form.bought, amount},
+        {&form.shipping, amount},
+        {&form.qty, values::number([&money](std::string_view text) { return stockQuantity(money, text).has_value(); })},
+        {&form.warnlevel, values::wholeNumber()},
+        {&form.optimumQty, values::number(money)},
+    };
+}
 
 void ItemManager::restoreType()
 {
@@ -246,26 +262,9 @@ void ItemManager::removeConstituent()
 
 void ItemManager::pickSupplier()
 {
-    SupplierDataSource suppliers(m_needs.sorting, m_needs.beeper, m_needs.contacts);
+    const SupplierDataSource suppliers(m_needs.sorting, m_needs.beeper, m_needs.contacts);
     m_needs.picker.beginfor([this](dataObject& supplier) { form.supplier.setText(toQString(static_cast<Contact&>(supplier).getName())); },
-        suppliers.suppliers(), {"name", "address"}, {150, 350}, {localText("Name"), localText("Address")}, localText("Supplier"));
-}
-
-SupplierDataSource::SupplierDataSource(const SortSettings& sorting, Beeper& beeper, const ContactManager& contacts)
-    : qvDataSource(sorting, beeper)
-    , m_contacts(contacts)
-{
-}
-
-std::vector<dataObject*> SupplierDataSource::suppliers() const
-{
-    std::vector<dataObject*> suppliers;
-    for (int n = 0; n < m_contacts.getCount(); ++n) {
-        Contact* contact = static_cast<Contact*>(m_contacts.getnthSortedItem(n));
-        if (contact && contact->values().type == "Supplier")
-            suppliers.push_back(contact);
-    }
-    return suppliers;
+        suppliers, {"name", "address"}, {150, 350}, {localText("Name"), localText("Address")}, localText("Supplier"));
 }
 
 // The file

@@ -4,6 +4,7 @@
 #include "desktop/AlertTexts.h"
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
+#include "desktop/ValueCheck.h"
 #include "storage/PresentItem.h"
 #include "storage/Settings.h"
 #include "storage/WriteGate.h"
@@ -37,6 +38,7 @@ ItemManager::ItemManager(ItemManagerNeeds needs)
         {"price", localText("Price"), 110, ColumnAlign::right},
         {"qty", localText("In stock"), 110, ColumnAlign::right},
     };
+    checkFields(form, valueFields());
     form.save.run = [this] { finish(); };
     form.cancel.run = [this] { cancel(); };
     form.pickSupplier.run = [this] { pickSupplier(); };
@@ -45,6 +47,8 @@ ItemManager::ItemManager(ItemManagerNeeds needs)
     QObject::connect(&form, &Form::closed, &form, [this] { restoreType(); });
     form.collective.onEdited = [this] { showCollective(); };
     constituentTable.onEdited = [this] { showQtyOfCollective(); };
+    constituentTable.onSelected = [this] { form.removeConstituent.setEnabled(constituentTable.selectedConstituent() >= 0); };
+    constituentTable.onSelected();
     listForm.search.onEdited = [this] { filter(); };
     listForm.filter.onEdited = [this] { filter(); };
 }
@@ -233,7 +237,7 @@ void ItemManager::filter()
     const std::string category = listForm.filter.title().toStdString();
     for (dataObject* record : records()) {
         const auto& item = static_cast<const Item&>(*record);
-        const bool outOfStock = choice == 1 && !item.getQty().empty() && numbers::leadingInt(item.getQty()) <= 0;
+        const bool outOfStock = choice == 1 && !item.getQty().empty() && item.getWholeQty() <= 0;
         const bool otherCategory = choice > 1 && item.getCategory().find(category) == std::string_view::npos;
         if (outOfStock || otherCategory)
             record->setVisible(false);

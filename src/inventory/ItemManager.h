@@ -15,18 +15,8 @@ class Alerts;
 class ContactManager;
 class SettingsForm;
 class WriteGate;
+struct CheckedField;
 class qvPicker;
-
-/// The suppliers among the contacts, for reading: what the supplier picker shows.
-class SupplierDataSource : public qvDataSource {
-public:
-    SupplierDataSource(const SortSettings& sorting, Beeper& beeper, const ContactManager& contacts);
-    /// The suppliers as they are now.
-    std::vector<dataObject*> suppliers() const;
-
-private:
-    const ContactManager& m_contacts;
-};
 
 struct ItemManagerNeeds {
     const SortSettings& sorting;
@@ -92,6 +82,8 @@ protected:
     void recordsCleared() override;
 
 private:
+    /// Which fields of the editor hold what kind of value.
+    std::vector<CheckedField> valueFields();
     void begin();
     /// The code proposed for a new item: the user's prefix and the id.
     std::string newCode(int id) const;
@@ -124,12 +116,16 @@ class ItemFile : public CollectionFile<Item> {
 public:
     explicit ItemFile(ItemManager& items) : CollectionFile(items, "items.xml", "products", "items"), m_rules(items.rules()) { }
 
+    const char* recordName() const override { return "Item"; }
+
 protected:
     std::span<const NestedKey<Item>> nestedKeys() const override;
     std::unique_ptr<Item> make() const override { return std::make_unique<Item>(m_rules); }
     void added(Item& item, const StoredRecord<Item>& stored) override { item.setConstituents(stored.nested); }
     Item::Nested nestedOf(const Item& item) const override { return item.getConstituents(); }
+    std::span<const std::string_view> titleKeys() const override { return keys; }
 
 private:
+    static constexpr std::array<std::string_view, 2> keys {"code", "item"};
     const ItemRules& m_rules;
 };

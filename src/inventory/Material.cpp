@@ -47,6 +47,12 @@ float Material::getQtyasFloat() const
 {
     return m_rules.money.value(m_values.qty);
 }
+int Material::getWholeQty() const
+{
+    // What reads lies within limits that an int holds.
+    const std::optional<double> number = m_rules.money.read(m_values.qty);
+    return number ? static_cast<int>(*number) : numbers::leadingInt(m_values.qty);
+}
 float Material::getCostasFloat() const
 {
     return m_rules.money.value(m_values.cost);
@@ -58,7 +64,7 @@ float Material::getTotalasFloat() const
 
 QDate Material::getDateaddedasdate() const
 {
-    return dates::readDate(m_values.dateAdded, dates::dayFirstLong).value_or(dates::fallback(dates::dayFirstLong));
+    return dates::readDate(m_values.dateAdded, dates::dayFirstLong).value_or(dates::fallback());
 }
 
 std::int64_t Material::getDateByName(std::string_view nameAsDate) const

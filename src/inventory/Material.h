@@ -88,7 +88,13 @@ public:
     void setContact(int id) { set(&MaterialValues::contact, id); }
     void setOrderType(std::string type) { m_orderType = std::move(type); }
 
+    /// The order whose list of lines holds this one; the collection keeps it in step.
+    int filedUnder() const { return m_filedUnder; }
+    void fileUnder(int orderId) { m_filedUnder = orderId; }
+
     float getQtyasFloat() const;
+    /// The quantity as an integer, cut off after the point: what goods move by. A text that is no number counts by the digits it starts with.
+    int getWholeQty() const;
     float getCostasFloat() const;
     float getTotalasFloat() const;
     QDate getDateaddedasdate() const;
@@ -103,4 +109,5 @@ private:
     const LineRules& m_rules;
     /// The owning order's kind, copied onto the line; not stored.
     std::string m_orderType;
+    int m_filedUnder = 0;
 };

@@ -25,9 +25,13 @@ class BillFile : public CollectionFile<Bill> {
 public:
     explicit BillFile(BillManager& bills) : CollectionFile(bills, "bills.xml", "bills", "bills"), m_settings(bills.settings()) { }
 
+    const char* recordName() const override { return "Bill"; }
+
 protected:
     std::unique_ptr<Bill> make() const override { return std::make_unique<Bill>(m_settings); }
+    std::span<const std::string_view> titleKeys() const override { return keys; }
 
 private:
+    static constexpr std::array<std::string_view, 2> keys {"number", "name"};
     const SettingsStore& m_settings;
 };

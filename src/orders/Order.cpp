@@ -4,6 +4,7 @@
 #include "foundation/Dates.h"
 #include "foundation/Money.h"
 #include "foundation/Numbers.h"
+#include "inventory/TaxRate.h"
 #include "storage/Settings.h"
 
 #include <algorithm>
@@ -78,14 +79,14 @@ std::string secondContactField(const Order& order, std::string_view name)
 
 QDate dateOrFallback(std::string_view text, const char* format)
 {
-    return dates::readDate(text, format).value_or(dates::fallback(format));
+    return dates::readDate(text, format).value_or(dates::fallback());
 }
 
 } // namespace
 
 bool OrderRules::pricesAreExclusive() const
 {
-    return settings.text(settings::pricesTaxInclusive) == "1";
+    return ::pricesAreExclusive(settings);
 }
 
 std::span<const DerivedField<Order>> Order::derivedFields()

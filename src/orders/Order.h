@@ -104,7 +104,9 @@ class Order : public Record<Order, OrderValues> {
 public:
     /// The payments as the file holds them.
     struct Nested {
-        std::vector<PaymentValues> payments;
+        std::vector<StoredPayment> payments;
+        /// What stands among them and is no payment; null when nothing does.
+        std::shared_ptr<const ForeignPaymentEntries> foreignPayments;
         /// False in the older form, which knew a deposit and a balance instead.
         bool hasPaymentArray = false;
     };
@@ -200,6 +202,9 @@ public:
 
     // Payments, in the order they were added. They belong to the payments collection.
     const std::vector<Payment*>& getPaymentArray() const { return m_payments; }
+    /// What the file's list of payments held beside payments; kept so that saving gives it back. May be null.
+    const std::shared_ptr<const ForeignPaymentEntries>& foreignPayments() const { return m_foreignPayments; }
+    void setForeignPayments(std::shared_ptr<const ForeignPaymentEntries> entries) { m_foreignPayments = std::move(entries); }
     void addPayment(Payment& payment);
     void removePaymentAtIndex(int index);
     /// Their sum, read through the money formatter.
@@ -224,4 +229,5 @@ private:
     Contact* m_contact = nullptr;
     Contact* m_contact2 = nullptr;
     std::vector<Payment*> m_payments;
+    std::shared_ptr<const ForeignPaymentEntries> m_foreignPayments;
 };

@@ -2,8 +2,10 @@
 #include "orders/OrderManager.h"
 
 #include "contacts/ContactManager.h"
+#include "desktop/Alerts.h"
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
+#include "desktop/ValueCheck.h"
 #include "foundation/Dates.h"
 #include "foundation/Log.h"
 #include "foundation/Money.h"
@@ -13,6 +15,8 @@
 #include "storage/PresentItem.h"
 #include "storage/Settings.h"
 #include "storage/WriteGate.h"
+
+#include <QRegularExpression>
 
 namespace {
 
@@ -25,17 +29,24 @@ void showText(TextField& field, std::string_view text)
     field.setText(toQString(text));
 }
 
-/// The contact's lines as the editor shows them: what is empty is left out.
+/// The contact's lines as the editor shows them: what is empty is left out, and every value stands on one line.
 QString contactDetails(const Contact& contact)
 {
+    static const QRegularExpression breaks(QStringLiteral("[\\t\\n\\v\\f\\r\\x{85}\\x{2028}\\x{2029}]+"));
     constexpr std::array fields {"add1", "add2", "add3", "county", "postcode", "country", "phone", "mobile", "email", "ref"};
     QStringList lines;
     for (const char* name : fields) {
         const std::string value = contact.getFieldByName(name);
         if (!value.empty())
-            lines += QString::fromLatin1(name) + '\t' + toQString(value);
+            lines += QString::fromLatin1(name) + '\t' + toQString(value).split(breaks, Qt::SkipEmptyParts).join(", ");
     }
     return lines.join('\n');
+}
+
+/// A contact is a contact without a name too.
+QString shownName(const Contact& contact)
+{
+    return contact.getName().empty() ? localText("Contact without a name") : toQString(contact.getName());
 }
 
 QDate plusOnePeriodAsShown(const QDate& last, const QString& frequency)
@@ -46,6 +57,22 @@ QDate plusOnePeriodAsShown(const QDate& last, const QString& frequency)
 
 } // namespace
 
+std::vector<CheckedField> OrderManager::valueFields()
+{
+    const ValueCheck amount = values::amount(m_needs.rules.money);
+    const ValueCheck date = values::date([this] { return recordDateFormat(m_needs.settings); });
+    return {
+        // The program's own word is nothing to find fault with.
+        {&form.date, [date](std::string_view text) { return text == dateOfNewPurchaseOrder ? QString() : date(text); }},
+        {&form.discount, values::number(m_needs.rules.money)},
+        {&form.shipping, amount},
+        {&form.net, amount},
+        {&form.taxAmount, amount},
+        // Read back day first, whatever format the user chose.
+        {&form.balancePaid, values::date([] { return dates::dayFirst; })},
+    };
+}
+
 void OrderManager::connectForm()
 {
     form.type.setTitles(orderTypes);
@@ -55,12 +82,14 @@ void OrderManager::connectForm()
     form.tab.setTitles({localText("Order"), localText("Contact"), localText("Second contact"), localText("Payments"),
         localText("Repeat and attachments")});
     form.tab.setIndex(OrderForm::orderTab);
+    checkFields(form, valueFields());
     for (TextField* computed : {&form.subtotal, &form.balanceRemaining, &form.repeatInformation, &form.attachments})
         computed->setReadOnly(true);
 
     // The panel belongs to the order in the editor.
     QObject::connect(&form, &Form::closed, &form, [this] { tender.tenderCancel(); });
     form.type.onEdited = [this] { chooseType(); };
+    form.tab.onEdited = [this] { showContactCommands(); };
     form.status.onEdited = [this] { m_needs.settings.setText(settings::selectedStatus, std::to_string(form.status.index())); };
     form.applyDiscount.onEdited = [this] {
         showDiscountControls();
@@ -97,8 +126,7 @@ void OrderManager::connectForm()
     form.tenderRemove.run = onCurrent([this](Order& order) { tender.tenderRemove(order); });
     form.newContact.run = onCurrent([this](Order& order) { m_needs.shell.createContactForOrder(order); });
     form.editContact.run = onCurrent([this](Order& order) {
-        Contact* contact = form.tab.index() == OrderForm::secondContactTab ? order.getContact2(Order::Fallback::none) : order.getContact();
-        if (contact)
+        if (Contact* contact = contactOfTab())
             m_needs.shell.editContactForOrder(*contact, order);
     });
     form.pickMaterial.run = [this] { pickMaterial(); };
@@ -136,6 +164,7 @@ void OrderManager::setItem(Order& order)
     setAttachmentStatus();
     setRepeatInformativeText();
     form.tab.setIndex(OrderForm::orderTab);
+    showContactCommands();
 }
 
 void OrderManager::fillChoices(const Order& order)
@@ -180,8 +209,7 @@ void OrderManager::fillFigures(const Order& order)
     form.discountChoice.setIndex(discount && !order.getDiscountIsPercentage() ? 1 : 0);
     showText(form.balanceRemaining, order.getBalanceRemaining());
     form.balanceRemaining.setCaption(QString::fromStdString(m_needs.preferences.getCurrency()));
-    const bool paid = !order.getPaymentArray().empty();
-    showText(form.paidNote, paid ? totals.money(order.getTotalPayments()) + " paid" : std::string());
+    totals.showPaid(order);
     form.taxNote.setText({});
 }
 
@@ -216,7 +244,7 @@ void OrderManager::showPurchaseOrderControls(const Order& order)
 void OrderManager::showContacts(const Order& order)
 {
     const auto show = [](const Contact* contact, TextField& name, TextField& details) {
-        showText(name, contact ? contact->getName() : std::string_view());
+        name.setText(contact ? shownName(*contact) : QString());
         details.setText(contact ? contactDetails(*contact) : QString());
     };
     const Contact* first = order.getContact();
@@ -226,6 +254,34 @@ void OrderManager::showContacts(const Order& order)
     showText(form.contactNote, first ? first->getType() + mark : std::string());
     const Contact* second = order.getContact2(Order::Fallback::none);
     showText(form.contact2Note, second ? second->getType() : std::string());
+    showContactCommands();
+}
+
+Contact* OrderManager::contactOfTab() const
+{
+    if (!m_currentItem)
+        return nullptr;
+    return form.tab.index() == OrderForm::secondContactTab ? m_currentItem->getContact2(Order::Fallback::none)
+                                                           : m_currentItem->getContact();
+}
+
+Contact* OrderManager::contactToWriteTo() const
+{
+    if (!m_currentItem)
+        return nullptr;
+    return form.tab.index() == OrderForm::contactTab ? m_currentItem->getContact() : m_currentItem->getContact2(Order::Fallback::none);
+}
+
+void OrderManager::showContactCommands()
+{
+    form.editContact.setEnabled(contactOfTab() != nullptr);
+    form.sendEmail.setEnabled(contactToWriteTo() != nullptr);
+}
+
+void OrderManager::showRemovable()
+{
+    form.removeMaterial.setEnabled(m_needs.lines.getSelectedItem() != nullptr);
+    form.tenderRemove.setEnabled(paymentTable.selectedRow() >= 0);
 }
 
 void OrderManager::chooseType()
@@ -258,12 +314,13 @@ void OrderManager::setRepeatInformativeText()
     }
     const std::optional<QDate> last = dates::readDate(text, dates::dayFirst);
     const char* format = m_needs.preferences.isUKFormat() ? dates::dayFirst : dates::monthFirst;
-    std::string information = "Last repeated on " + (last ? dates::write(*last, format) : std::string(text)) + ". ";
+    const QString lastShown = last ? QString::fromStdString(dates::write(*last, format)) : toQString(text);
+    QString information = fillText(localText("Last repeated on %@. "), {lastShown});
     if (last && form.repeats.isOn()) {
         const QDate due = plusOnePeriodAsShown(*last, form.repeatFrequency.title());
-        information += "Next due to be repeated on " + dates::write(due, dates::dayFirst) + " ";
+        information += fillText(localText("Next due to be repeated on %@ "), {QString::fromStdString(dates::write(due, dates::dayFirst))});
     }
-    showText(form.repeatInformation, information);
+    form.repeatInformation.setText(information);
 }
 
 void OrderManager::copyChoices(Order& order)

@@ -5,6 +5,8 @@
 #include "foundation/plist/PlistWriter.h"
 #include "orders/PaymentManager.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr FieldRow<PaymentValues> paymentRow(std::size_t index)
@@ -12,7 +14,19 @@ constexpr FieldRow<PaymentValues> paymentRow(std::size_t index)
     return paymentFields[index];
 }
 
-void writePayment(const PaymentValues& payment, PlistWriter& writer)
+void writePayment(const StoredPayment& payment, PlistWriter& writer)
+{
+    PlistValue entry = payment.unknownKeys ? *payment.unknownKeys : PlistValue::makeDict();
+    for (std::size_t i = 0; i < paymentFields.size(); ++i) {
+        const Text& text = payment.values.*paymentRow(i).text;
+        // Nothing of its own to put in the place of a value that could not be read as text.
+        if (!text.isEmpty() || !entry.find(paymentRow(i).key))
+            entry.set(paymentRow(i).key, PlistValue(text.string()));
+    }
+    writer.value(entry);
+}
+
+void writeKnownPayment(const PaymentValues& payment, PlistWriter& writer)
 {
     writer.openDict();
     for (std::size_t i = 0; i < paymentFields.size(); ++i) {
@@ -24,20 +38,48 @@ void writePayment(const PaymentValues& payment, PlistWriter& writer)
 
 void writePayments(const StoredRecord<Order>& stored, PlistWriter& writer)
 {
+    static const ForeignPaymentEntries none;
+    const ForeignPaymentEntries& foreign = stored.nested.foreignPayments ? *stored.nested.foreignPayments : none;
+    auto next = foreign.begin();
+    std::size_t place = 0;
+    const auto writeForeign = [&] {
+        for (; next != foreign.end() && next->place == place; ++next, ++place)
+            writer.value(next->value);
+    };
     writer.openArray();
-    for (const PaymentValues& payment : stored.nested.payments)
-        writePayment(payment, writer);
+    for (const StoredPayment& payment : stored.nested.payments) {
+        writeForeign();
+        if (payment.unknownKeys)
+            writePayment(payment, writer);
+        else
+            writeKnownPayment(payment.values, writer);
+        ++place;
+    }
+    // Payments may have gone since: what stood behind them comes at the end.
+    for (; next != foreign.end(); ++next)
+        writer.value(next->value);
     writer.closeArray();
 }
 
-PaymentValues readPayment(const PlistValue& value, TextStore& store)
+const FieldRow<PaymentValues>* paymentRowFor(std::string_view key)
 {
-    PaymentValues payment;
-    for (std::size_t i = 0; i < paymentFields.size(); ++i) {
-        const PlistValue* text = value.find(paymentRow(i).key);
-        if (text && text->hasText())
-            payment.*paymentRow(i).text = store.add(cleanUtf8(text->asText()));
+    const auto row = std::find_if(paymentFields.begin(), paymentFields.end(), [&](const auto& candidate) { return candidate.key == key; });
+    return row == paymentFields.end() ? nullptr : &*row;
+}
+
+StoredPayment readPayment(const PlistValue& entry, TextStore& store)
+{
+    StoredPayment payment;
+    PlistValue unknown = PlistValue::makeDict();
+    for (const auto& [key, value] : entry.dict()) {
+        const FieldRow<PaymentValues>* row = paymentRowFor(key);
+        if (row && value.hasText())
+            payment.values.*row->text = store.add(cleanUtf8(value.asText()));
+        else
+            unknown.set(key, value);
     }
+    if (!unknown.dict().empty())
+        payment.unknownKeys = std::make_shared<PlistValue>(std::move(unknown));
     return payment;
 }
 
@@ -46,10 +88,16 @@ bool readPayments(StoredRecord<Order>& stored, const PlistValue& value, TextStor
     if (!value.isArray())
         return false;
     stored.nested.hasPaymentArray = true;
-    for (const PlistValue& payment : value.array()) {
-        if (payment.isDict())
-            stored.nested.payments.push_back(readPayment(payment, store));
+    ForeignPaymentEntries foreign;
+    for (std::size_t place = 0; place < value.array().size(); ++place) {
+        const PlistValue& entry = value.array()[place];
+        if (entry.isDict())
+            stored.nested.payments.push_back(readPayment(entry, store));
+        else
+            foreign.push_back({place, entry});
     }
+    if (!foreign.empty())
+        stored.nested.foreignPayments = std::make_shared<ForeignPaymentEntries>(std::move(foreign));
     return true;
 }
 
@@ -70,31 +118,36 @@ bool readExpectedPayments(StoredRecord<Order>& stored, PlistScanner& scanner, Te
 {
     if (!scanner.take("\n\t\t\t<array>"))
         return false;
-    std::vector<PaymentValues> payments;
+    std::vector<StoredPayment> payments;
     while (scanner.take("\n\t\t\t\t<dict>")) {
-        if (!readExpectedPayment(payments.emplace_back(), scanner, store))
+        if (!readExpectedPayment(payments.emplace_back().values, scanner, store))
             return false;
     }
     if (!scanner.take("\n\t\t\t</array>"))
         return false;
-    stored.nested = {std::move(payments), true};
+    stored.nested = {std::move(payments), {}, true};
     return true;
 }
 
 constexpr std::array orderNestedKeys {
     NestedKey<Order> {
         "paymentarray",
-        [](const StoredRecord<Order>& stored) { return !stored.nested.payments.empty(); },
+        [](const StoredRecord<Order>& stored) { return !stored.nested.payments.empty() || stored.nested.foreignPayments; },
         writePayments,
         readPayments,
         readExpectedPayments,
     },
 };
 
+bool hasOlderBalance(const OrderValues& values)
+{
+    return !values.balance.isEmpty() && !values.balancePaid.isEmpty();
+}
+
 } // namespace
 
 OrderFile::OrderFile(OrderManager& orders, PaymentManager& payments, const OrderRules& rules)
-    : CollectionFile(orders, "orders.xml", "orders", "orders")
+    : CollectionFile(orders, recordFiles::orders, "orders", "orders")
     , m_payments(payments)
     , m_rules(rules)
 {
@@ -111,35 +164,41 @@ void OrderFile::forget()
     m_metOlderPayments = false;
 }
 
-void OrderFile::added(Order& order, const StoredRecord<Order>& stored)
+/// The older form: no list of payments, but a deposit and a balance with their dates.
+void OrderFile::complete(StoredRecord<Order>& stored) const
 {
     if (stored.nested.hasPaymentArray)
-        adoptPayments(order, stored);
-    else
-        adoptOlderPayments(order);
-}
-
-void OrderFile::adoptPayments(Order& order, const StoredRecord<Order>& stored)
-{
-    for (const PaymentValues& payment : stored.nested.payments)
-        m_payments.addPaymentTo(order, payment);
-}
-
-void OrderFile::adoptOlderPayments(Order& order)
-{
-    const OrderValues& values = order.values();
-    if (!values.deposit.isEmpty())
-        m_payments.addPaymentTo(order, {values.deposit, values.depositPaid, values.paymentMethod});
-    if (values.balance.isEmpty() || values.balancePaid.isEmpty())
         return;
-    m_metOlderPayments = true;
-    m_payments.addPaymentTo(order, {values.balance, values.balancePaid, values.paymentMethod});
+    const OrderValues& values = stored.values;
+    if (!values.deposit.isEmpty())
+        stored.nested.payments.push_back({{values.deposit, values.depositPaid, values.paymentMethod}, {}});
+    if (hasOlderBalance(values))
+        stored.nested.payments.push_back({{values.balance, values.balancePaid, values.paymentMethod}, {}});
+}
+
+void OrderFile::added(Order& order, const StoredRecord<Order>& stored)
+{
+    for (const StoredPayment& payment : stored.nested.payments)
+        m_payments.addPaymentTo(order, payment.values).setUnknownKeys(payment.unknownKeys);
+    order.setForeignPayments(stored.nested.foreignPayments);
+    if (!stored.nested.hasPaymentArray && hasOlderBalance(stored.values))
+        m_metOlderPayments = true;
+}
+
+void OrderFile::replaced(Order& order, const StoredRecord<Order>& stored)
+{
+    const std::vector<dataObject*> payments(order.getPaymentArray().begin(), order.getPaymentArray().end());
+    m_payments.deleteItems(payments);
+    while (!order.getPaymentArray().empty())
+        order.removePaymentAtIndex(0);
+    added(order, stored);
 }
 
 Order::Nested OrderFile::nestedOf(const Order& order) const
 {
     Order::Nested nested;
     for (const Payment* payment : order.getPaymentArray())
-        nested.payments.push_back(payment->values());
+        nested.payments.push_back({payment->values(), payment->unknownKeys()});
+    nested.foreignPayments = order.foreignPayments();
     return nested;
 }

@@ -11,16 +11,19 @@ public:
     /// Whether the last load met an order whose payments are in the older form and call for the template upgrade.
     bool metOlderPayments() const { return m_metOlderPayments; }
     void forget() override;
+    const char* recordName() const override { return "Order"; }
 
 protected:
     std::span<const NestedKey<Order>> nestedKeys() const override;
     std::unique_ptr<Order> make() const override { return std::make_unique<Order>(m_rules); }
+    void complete(StoredRecord<Order>& stored) const override;
     void added(Order& order, const StoredRecord<Order>& stored) override;
+    void replaced(Order& order, const StoredRecord<Order>& stored) override;
     Order::Nested nestedOf(const Order& order) const override;
+    std::span<const std::string_view> titleKeys() const override { return keys; }
 
 private:
-    void adoptPayments(Order& order, const StoredRecord<Order>& stored);
-    void adoptOlderPayments(Order& order);
+    static constexpr std::array<std::string_view, 2> keys {"ordernum", "title"};
 
     PaymentManager& m_payments;
     const OrderRules& m_rules;

@@ -32,10 +32,12 @@ QString mailAddress(const Contact& contact)
 
 OrderManager::OrderManager(OrderManagerNeeds needs)
     : Collection(needs.sorting, needs.beeper)
-    , paymentTable(needs.sorting, needs.beeper, needs.rules.money, needs.gate)
+    , paymentTable(needs.sorting, needs.beeper, needs.rules, needs.gate)
     , totals(form, needs.lines, needs.rules, needs.preferences)
     , tender({needs.rules, needs.preferences, needs.gate, needs.alerts, needs.clock, needs.payments, paymentTable, totals, form})
     , m_needs(needs)
+    , m_selectedLine(needs.lines, [this] { showRemovable(); })
+    , m_selectedPayment(paymentTable, [this] { showRemovable(); })
 {
     list.columns = {
         {"date", localText("Date"), 104},
@@ -45,6 +47,8 @@ OrderManager::OrderManager(OrderManagerNeeds needs)
         {"status", localText("Status"), 140},
     };
     connectForm();
+    showRemovable();
+    showContactCommands();
 }
 
 void OrderManager::number(Order& order)
@@ -52,9 +56,20 @@ void OrderManager::number(Order& order)
     order.setOrderNum(m_needs.preferences.getOrderPrefix() + std::to_string(order.getID()));
 }
 
+int OrderManager::idWithoutLines()
+{
+    int id = getNextId();
+    // Lines may lie under the id of an order that a crash took: they are not this one's. At the end of all ids the next stays the same.
+    for (int next = id; !m_needs.lines.recordsOfOrder(id).empty() && (next = getNextId()) != id;)
+        id = next;
+    return id;
+}
+
 Order& OrderManager::addNewOrder()
 {
-    Order& order = add(std::make_unique<Order>(m_needs.rules));
+    auto made = std::make_unique<Order>(m_needs.rules);
+    made->setID(idWithoutLines());
+    Order& order = add(std::move(made));
     number(order);
     return order;
 }
@@ -87,7 +102,7 @@ void OrderManager::createPurchaseOrder()
     m_creating = true;
     Order& order = addNewOrder();
     // The word itself, not today's date.
-    order.setDate("today");
+    order.setDate(dateOfNewPurchaseOrder);
     order.setType("Purchase Order");
     setItem(order);
     form.open();
@@ -153,10 +168,10 @@ void OrderManager::increaseQuantitiesForPurchaseOrder()
     if (!m_currentItem || !m_currentItem->isPurchaseOrder() || !m_needs.gate.readOnlyCheck())
         return;
     for (Material* line : m_needs.lines.linesOfOrder(m_currentItem->getID())) {
-        Item* item = presentItem(m_needs.items, line->getProduct());
-        if (!item || !item->getDecreaseQty())
+        Item* item = m_needs.lines.managedItemOf(*line);
+        if (!item)
             continue;
-        const int quantity = numbers::leadingInt(line->getQty());
+        const int quantity = line->getWholeQty();
         logFormat("increasing stock of item by %i", quantity);
         m_needs.items.adjustQtyFor(*item, static_cast<float>(quantity));
     }
@@ -169,22 +184,47 @@ void OrderManager::deleteOrder(Order& order)
 {
     if (!m_needs.gate.readOnlyCheck())
         return;
-    remove(order);
+    dataObject* const one = &order;
+    if (remove({&one, 1}).empty())
+        return;
     // Orders and lines together: the order must not come back without its lines.
     m_needs.gate.writeDatabase(*this);
     reloadData();
 }
 
-void OrderManager::remove(Order& order)
+/// Answers which are gone: an order stays when its attachments cannot be kept, since left behind they would come with the next order of
+/// that number.
+std::vector<dataObject*> OrderManager::remove(std::span<dataObject* const> orders)
 {
-    if (const Result<void> removed = m_needs.attachments.deleteAttachments(order.getID()); !removed)
-        logLine(removed.error().message);
-    m_needs.lines.dropLinesOfOrder(order.getID());
-    for (Payment* payment : order.getPaymentArray())
-        m_needs.payments.deleteItem(*payment);
-    if (Bill* bill = billOf(order))
-        m_needs.bills.deleteItem(*bill);
-    deleteItem(order);
+    std::vector<dataObject*> gone;
+    std::copy_if(orders.begin(), orders.end(), std::back_inserter(gone),
+        [this](const dataObject* order) { return letAttachmentsGo(static_cast<const Order&>(*order)); });
+    std::vector<int> ids;
+    std::vector<dataObject*> payments;
+    std::vector<dataObject*> bills;
+    for (const dataObject* record : gone) {
+        const auto& order = static_cast<const Order&>(*record);
+        ids.push_back(order.getID());
+        payments.insert(payments.end(), order.getPaymentArray().begin(), order.getPaymentArray().end());
+        if (Bill* bill = billOf(order))
+            bills.push_back(bill);
+    }
+    // Once for each collection: each of them looks through all of its records.
+    m_needs.lines.dropLinesOfOrders(ids);
+    m_needs.payments.deleteItems(payments);
+    m_needs.bills.deleteItems(bills);
+    deleteItems(gone);
+    return gone;
+}
+
+bool OrderManager::letAttachmentsGo(const Order& order)
+{
+    const Result<void> removed = m_needs.attachments.deleteAttachments(order.getID());
+    if (removed)
+        return true;
+    logLine(removed.error().message);
+    m_needs.alerts.ask({localText(alerts::deleteOrder.title), QString::fromStdString(removed.error().message), {localText("OK")}});
+    return false;
 }
 
 void OrderManager::deleteKey()
@@ -195,14 +235,15 @@ void OrderManager::deleteKey()
     if (!m_needs.gate.readOnlyCheck())
         return;
     const int first = selectedRow();
-    for (dataObject* order : selected)
-        remove(static_cast<Order&>(*order));
+    const std::vector<dataObject*> gone = remove(selected);
+    if (gone.empty())
+        return;
     m_needs.gate.writeDatabase(*this);
-    setDeleteBuffer(selected);
+    setDeleteBuffer(gone);
     reloadData();
     selectRow(std::max(first - 1, 0));
     m_needs.gate.setChangeFlag();
-    m_needs.shell.showStatus(selected.size() == 1
+    m_needs.shell.showStatus(gone.size() == 1
             ? localText("Deleted. Undo brings the order back with its payments, without its lines and attachments.")
             : localText("Deleted. Undo brings the orders back with their payments, without their lines and attachments."));
 }
@@ -214,6 +255,13 @@ void OrderManager::recordRemoved(dataObject& record)
         return;
     m_creating = false;
     form.close();
+}
+
+void OrderManager::recordChanged(dataObject& record)
+{
+    // Whoever gave the order a contact, its commands go by it.
+    if (&record == m_currentItem)
+        showContactCommands();
 }
 
 void OrderManager::connectContactByTab(Contact& contact, Order& order)
@@ -346,11 +394,7 @@ void OrderManager::printInvoice()
 
 void OrderManager::sendEmail()
 {
-    if (!m_currentItem)
-        return;
-    const Contact* contact =
-        form.tab.index() == OrderForm::contactTab ? m_currentItem->getContact() : m_currentItem->getContact2(Order::Fallback::none);
-    if (contact)
+    if (const Contact* contact = contactToWriteTo())
         m_needs.opener.openUrl(QUrl("mailto:" + QString::fromLatin1(QUrl::toPercentEncoding(mailAddress(*contact), "@,+"))));
 }
 

@@ -9,15 +9,19 @@
 #include "orders/Shell.h"
 #include "orders/Tender.h"
 #include "storage/ListForm.h"
+#include "storage/SelectionWatch.h"
 #include "storage/qvDataSource.h"
 
 #include <QStringList>
+
+#include <span>
 
 class Alerts;
 class BOMManager;
 class Bill;
 class BillManager;
 class Clock;
+struct CheckedField;
 class ContactManager;
 class DateFormatGate;
 class FilePanels;
@@ -52,6 +56,9 @@ struct OrderManagerNeeds {
     Attachments& attachments;
     qvPicker& picker;
 };
+
+/// What a new purchase order has for a date until the person writes one.
+inline constexpr char dateOfNewPurchaseOrder[] = "today";
 
 class OrderManager : public Collection<Order> {
 public:
@@ -130,6 +137,7 @@ public:
 
 protected:
     void recordRemoved(dataObject& record) override;
+    void recordChanged(dataObject& record) override;
 
 private:
     // Editor, part by part
@@ -140,6 +148,13 @@ private:
     void showPurchaseOrderControls(const Order& order);
     void showTaxControls();
     void showContacts(const Order& order);
+    /// A command that would find nothing to work on is greyed.
+    void showContactCommands();
+    void showRemovable();
+    /// The contact that the tab that is showing is about; the first on all tabs but the second's own.
+    Contact* contactOfTab() const;
+    /// Whom a message goes to: the first contact on its own tab, else the second.
+    Contact* contactToWriteTo() const;
     void setAttachmentStatus();
     /// The figure in money form; what does not read stays as it was typed.
     std::string moneyText(const TextField& field) const;
@@ -149,17 +164,25 @@ private:
     Bill* billOf(const Order& order) const;
     void fileBill(Order& order);
     void chooseUsualStatus();
-    void remove(Order& order);
+    std::vector<dataObject*> remove(std::span<dataObject* const> orders);
+    /// Into the recovery store; the person is told when that fails.
+    bool letAttachmentsGo(const Order& order);
+    /// Which fields of the editor hold what kind of value.
+    std::vector<CheckedField> valueFields();
     void connectForm();
     void chooseType();
     void discountChanged();
     void markNewCustomer(Contact& contact, Order& order);
     void number(Order& order);
     Order& addNewOrder();
+    /// The next id that no line names as its order's.
+    int idWithoutLines();
     void hideByFilter();
 
     OrderManagerNeeds m_needs;
     Order* m_currentItem = nullptr;
     bool m_creating = false;
     int m_numberofAttachments = 0;
+    SelectionWatch m_selectedLine;
+    SelectionWatch m_selectedPayment;
 };

@@ -1,9 +1,12 @@
 #include "orders/OrderTotals.h"
 
+#include "desktop/Alerts.h"
+#include "desktop/TextTable.h"
 #include "foundation/Log.h"
 #include "foundation/Money.h"
 #include "foundation/Numbers.h"
 #include "inventory/BOMManager.h"
+#include "inventory/TaxRate.h"
 #include "orders/Order.h"
 #include "orders/OrderForm.h"
 #include "storage/Settings.h"
@@ -45,7 +48,7 @@ bool OrderTotals::discountIsPercentage() const
 
 float OrderTotals::shippingTaxRate() const
 {
-    return numbers::leadingFloat(m_preferences.getRateForShipping().value_or(""));
+    return taxRateIn(m_preferences.getRateForShipping().value_or(""), m_rules.money);
 }
 
 float OrderTotals::lineTax() const
@@ -136,8 +139,13 @@ float OrderTotals::getBalanceRemaining(Order& order)
 void OrderTotals::calculateBalance(Order& order)
 {
     writeInto(m_form.balanceRemaining, getBalanceRemaining(order));
-    const bool paid = !order.getPaymentArray().empty();
-    m_form.paidNote.setText(paid ? QString::fromStdString(money(order.getTotalPayments()) + " paid") : QString());
+    showPaid(order);
+}
+
+void OrderTotals::showPaid(const Order& order)
+{
+    const QString paid = QString::fromStdString(money(order.getTotalPayments()));
+    m_form.paidNote.setText(order.getPaymentArray().empty() ? QString() : fillText(localText("%@ paid"), {paid}));
 }
 
 void OrderTotals::linesChanged(Order& order)

@@ -27,6 +27,8 @@ public:
     void calculateTax(Order& order);
     /// Writes the total into the order's balance at once, and what remains of it into the form.
     void calculateBalance(Order& order);
+    /// What was paid so far, beside the balance.
+    void showPaid(const Order& order);
     /// The total goes into the order's balance; answers what remains after the payments, never below 0.
     float getBalanceRemaining(Order& order);
     /// What adding, editing or removing a line asks for: the tax action when tax is handled, else subtotal and balance.

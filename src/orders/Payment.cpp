@@ -38,7 +38,7 @@ std::string Payment::getOrdernum() const
 QDate Payment::getDatepaidasdate() const
 {
     const char* format = recordDateFormat(m_settings);
-    return dates::readDate(m_values.datePaid, format).value_or(dates::fallback(format));
+    return dates::readDate(m_values.datePaid, format).value_or(dates::fallback());
 }
 
 bool Payment::contains(std::string_view text) const

@@ -1,10 +1,13 @@
 // Money received against an order. Every payment belongs to exactly one order and also stands in the money-in list.
 #pragma once
 
+#include "foundation/plist/PlistValue.h"
 #include "storage/Record.h"
 
 #include <array>
+#include <memory>
 #include <span>
+#include <vector>
 
 class Order;
 class SettingsStore;
@@ -23,6 +26,21 @@ inline constexpr std::array paymentFields {
     field<&PaymentValues::paymentMethod>("paymentmethod").searched(),
 };
 static_assert(namesAreUnique(paymentFields));
+
+/// A payment as its order's file holds it.
+struct StoredPayment {
+    PaymentValues values;
+    /// Keys that a payment does not know, and known ones whose value is no text; null when there are none.
+    std::shared_ptr<const PlistValue> unknownKeys;
+};
+
+/// An entry among an order's payments that is none.
+struct ForeignPaymentEntry {
+    /// Its place among all entries of the list, from 0.
+    std::size_t place = 0;
+    PlistValue value;
+};
+using ForeignPaymentEntries = std::vector<ForeignPaymentEntry>;
 
 class Payment : public Record<Payment, PaymentValues> {
 public:

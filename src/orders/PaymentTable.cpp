@@ -2,13 +2,14 @@
 
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
+#include "desktop/ValueCheck.h"
 #include "foundation/Money.h"
 #include "orders/Order.h"
 #include "storage/WriteGate.h"
 
-PaymentTable::PaymentTable(const SortSettings& sorting, Beeper& beeper, const MoneyFormatter& money, WriteGate& gate)
+PaymentTable::PaymentTable(const SortSettings& sorting, Beeper& beeper, const OrderRules& rules, WriteGate& gate)
     : qvDataSource(sorting, beeper)
-    , m_money(money)
+    , m_rules(rules)
     , m_gate(gate)
 {
     list.columns = {
@@ -45,7 +46,7 @@ bool PaymentTable::setObjectValue(std::string_view identifier, int row, std::str
         return false;
     std::string text(value);
     if (identifier == "amount" && !value.empty()) {
-        const std::optional<std::string> amount = m_money.normalised(value);
+        const std::optional<std::string> amount = m_rules.money.normalised(value);
         if (!amount) {
             beeper().beep();
             return false;
@@ -57,4 +58,11 @@ bool PaymentTable::setObjectValue(std::string_view identifier, int row, std::str
     if (onEdited)
         onEdited();
     return true;
+}
+
+QString PaymentTable::cellFault(std::string_view identifier, int row) const
+{
+    if (identifier == "datepaid")
+        return values::date([this] { return recordDateFormat(m_rules.settings); })(objectValue(identifier, row));
+    return identifier == "amount" ? values::amount(m_rules.money)(objectValue(identifier, row)) : QString();
 }

@@ -5,13 +5,13 @@
 
 #include <functional>
 
-class MoneyFormatter;
 class Order;
 class WriteGate;
+struct OrderRules;
 
 class PaymentTable : public qvDataSource {
 public:
-    PaymentTable(const SortSettings& sorting, Beeper& beeper, const MoneyFormatter& money, WriteGate& gate);
+    PaymentTable(const SortSettings& sorting, Beeper& beeper, const OrderRules& rules, WriteGate& gate);
 
     /// The order whose payments are shown; none empties the table.
     void setOrder(Order* order);
@@ -23,13 +23,15 @@ public:
     std::string objectValue(std::string_view identifier, int row) const override;
     /// An amount that is no number is refused with a beep; one that is gets money form.
     bool setObjectValue(std::string_view identifier, int row, std::string_view value) override;
+    /// Any date is taken as typed, so one that does not read says so.
+    QString cellFault(std::string_view identifier, int row) const override;
 
 protected:
     const std::vector<dataObject*>& visibleRows() const override { return m_rows; }
 
 private:
     Order* m_order = nullptr;
-    const MoneyFormatter& m_money;
+    const OrderRules& m_rules;
     WriteGate& m_gate;
     std::vector<dataObject*> m_rows;
 };

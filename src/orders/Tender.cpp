@@ -3,6 +3,7 @@
 #include "desktop/AlertTexts.h"
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
+#include "desktop/ValueCheck.h"
 #include "foundation/Dates.h"
 #include "foundation/Money.h"
 #include "orders/Order.h"
@@ -15,6 +16,9 @@
 Tender::Tender(TenderNeeds needs) : m_needs(needs)
 {
     form.setTitle(localText("Tender"));
+    checkFields(form,
+        {{&form.datePaid, values::date([this] { return recordDateFormat(m_needs.rules.settings); })},
+            {&form.amountTendered, values::amount(m_needs.rules.money)}});
     form.amountTendered.onEdited = [this] { updateTender(); };
     form.ok.run = [this] { tenderOK(); };
     form.cancel.run = [this] { tenderCancel(); };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "storage/RecordFileOf.h"
+#include "storage/PresentItem.h"
 #include "storage/qvDataSource.h"
 
 template <class R>
@@ -17,6 +18,8 @@ protected:
     virtual std::unique_ptr<R> make() const = 0;
     /// A kind's own rules on reading: the record has its values and stands in the collection.
     virtual void added(R&, const StoredRecord<R>&) { }
+    /// The same for a record that got the values of an earlier state; what it had in nested arrays goes.
+    virtual void replaced(R& record, const StoredRecord<R>& stored) { added(record, stored); }
     /// What the kind keeps in nested arrays.
     virtual typename R::Nested nestedOf(const R&) const { return {}; }
 
@@ -32,6 +35,17 @@ private:
         record->setValues(stored.values, store);
         record->setUnknownKeys(stored.unknownKeys);
         added(m_collection.add(std::move(record)), stored);
+    }
+
+    void bringBack(StoredRecord<R>&& stored, const TextStorePointer& store) override
+    {
+        R* const present = presentItem(m_collection, stored.id);
+        if (!present)
+            return adopt(std::move(stored), store);
+        present->setValues(stored.values, store);
+        present->setUnknownKeys(stored.unknownKeys);
+        replaced(*present, stored);
+        m_collection.noteChange(*present);
     }
 
     void collect(std::vector<StoredRecord<R>>& records) const override

@@ -65,6 +65,7 @@ void writeSnapshot(const FileSnapshot& snapshot, SafeFile& target)
 
 DatabaseFolder::DatabaseFolder(RecoveryStore& recovery, const Clock& clock, const User& user)
     : m_recovery(recovery)
+    , m_generations(recovery.folder(), clock)
     , m_lock(clock, user)
     , m_worker([this] { work(); })
 {
@@ -108,12 +109,25 @@ LoadReport DatabaseFolder::load(const QString& location, const AfterFile& afterF
     return readAgain(afterFile);
 }
 
+bool DatabaseFolder::isAsKnown(const RecordFile& file) const
+{
+    const auto known = m_stamps.find(&file);
+    return known == m_stamps.end() || known->second == stampOf(pathIn(m_location, file));
+}
+
 bool DatabaseFolder::changedSinceRead() const
 {
-    return std::any_of(m_files.begin(), m_files.end(), [this](const RecordFile* file) {
-        const auto read = m_stamps.find(file);
-        return read != m_stamps.end() && read->second != stampOf(pathIn(m_location, *file));
-    });
+    return std::any_of(m_files.begin(), m_files.end(), [this](const RecordFile* file) { return !isAsKnown(*file); });
+}
+
+Result<void> DatabaseFolder::keepingStamps(const std::function<Result<void>()>& change)
+{
+    std::vector<const RecordFile*> known;
+    std::copy_if(m_files.begin(), m_files.end(), std::back_inserter(known), [this](const RecordFile* file) { return isAsKnown(*file); });
+    Result<void> done = change();
+    for (const RecordFile* file : known)
+        m_stamps[file] = stampOf(pathIn(m_location, *file));
+    return done;
 }
 
 void DatabaseFolder::forgetState()
@@ -134,11 +148,14 @@ LoadReport DatabaseFolder::readAgain(const AfterFile& afterFile)
     for (const RecordFile* file : m_files)
         m_stamps[file] = stampOf(pathIn(m_location, *file));
     LoadReport report;
-    const std::map<std::string, std::string> instead = FileGroup::interrupted(m_location.toStdString());
+    const Result<std::map<std::string, std::string>> interrupted = FileGroup::interrupted(m_location.toStdString());
+    if (!interrupted)
+        tellUnreadable(interrupted.error().message, report);
+    const std::map<std::string, std::string> instead = interrupted ? interrupted.value() : std::map<std::string, std::string>();
     const auto startReading = [&](RecordFile& file) {
         file.forget();
-        const auto interrupted = instead.find(file.fileName());
-        const std::string other = interrupted == instead.end() ? std::string() : interrupted->second;
+        const auto found = instead.find(file.fileName());
+        const std::string other = found == instead.end() ? std::string() : found->second;
         return std::async(
             std::launch::async, [&file, path = pathIn(m_location, file), other] { return readRecordFile(file, path, other); });
     };
@@ -162,7 +179,7 @@ LoadReport DatabaseFolder::readAgain(const AfterFile& afterFile)
 
 void DatabaseFolder::tellDamaged(RecordFile& file, const std::string& path, const std::string& reason, LoadReport& report)
 {
-    const Result<QString> kept = m_recovery.keepCopy(QString::fromStdString(path));
+    const Result<QString> kept = m_recovery.keepCopy(QString::fromStdString(path), KeptFor::unreadable);
     const std::string where = kept ? "Its original is kept as " + kept.value().toStdString() + "."
                                    : "Its original could not be copied yet: " + kept.error().message + ".";
     if (!kept) {
@@ -174,16 +191,61 @@ void DatabaseFolder::tellDamaged(RecordFile& file, const std::string& path, cons
     report.damaged += QString::fromStdString(sentence);
 }
 
+/// Without the interrupted write the files may be from different moments: each is kept before anything takes its place.
+void DatabaseFolder::tellUnreadable(const std::string& reason, LoadReport& report)
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        m_damaged.insert(m_files.begin(), m_files.end());
+    }
+    const std::string sentence = "An interrupted write could not be read (" + reason + "). Each file is kept before it is written.";
+    logLine(sentence);
+    report.damaged += QString::fromStdString(sentence);
+}
+
 // Writing
+
+DatabaseFolder::Job DatabaseFolder::jobFor(std::span<RecordFile* const> files) const
+{
+    Job job {m_location, {}, false};
+    for (RecordFile* file : files)
+        job.pieces.push_back({file, std::shared_ptr<FileSnapshot>(file->snapshot())});
+    return job;
+}
 
 void DatabaseFolder::write(std::span<RecordFile* const> files, When when)
 {
-    Job job {m_location, {}};
-    for (RecordFile* file : files)
-        job.pieces.push_back({file, std::shared_ptr<FileSnapshot>(file->snapshot())});
-    enqueue(std::move(job));
+    enqueue(jobFor(files));
     if (when == When::now)
         drain();
+}
+
+void DatabaseFolder::writeEverything()
+{
+    Job job = jobFor(m_files);
+    job.isEverything = true;
+    enqueue(std::move(job));
+    drain();
+}
+
+QStringList DatabaseFolder::fileNames() const
+{
+    QStringList names;
+    for (const RecordFile* file : m_files)
+        names += file->fileName();
+    return names;
+}
+
+Result<void> DatabaseFolder::keepGeneration()
+{
+    drain();
+    return keepingStamps([this] { return m_generations.keep(m_location, fileNames()); });
+}
+
+QStringList DatabaseFolder::takeNews()
+{
+    const std::lock_guard guard(m_mutex);
+    return std::exchange(m_news, {});
 }
 
 void DatabaseFolder::enqueue(Job job)
@@ -230,21 +292,25 @@ QStringList DatabaseFolder::keepUnsaved()
     drain();
     QStringList sentences;
     for (const RecordFile* file : unsavedFiles()) {
-        const Result<QString> kept = keepInRecovery(*file, *file->snapshot());
+        const Result<QString> kept = keepInRecovery(*file, *file->snapshot(), KeptFor::unsaved);
         const std::string sentence = std::string(file->fileName()) + " could not be written. "
             + (kept ? "What it should hold is kept as " + kept.value().toStdString() : kept.error().message) + ".";
         logLine(sentence);
         sentences += QString::fromStdString(sentence);
     }
+    const std::lock_guard guard(m_mutex);
+    for (const auto& [file, place] : m_folderGone ? m_keptElsewhere : decltype(m_keptElsewhere)())
+        sentences +=
+            QString::fromLatin1(file->fileName()) + " was written into another folder than was opened. A copy is kept as " + place + ".";
     return sentences;
 }
 
-Result<QString> DatabaseFolder::keepInRecovery(const RecordFile& file, const FileSnapshot& snapshot)
+Result<QString> DatabaseFolder::keepInRecovery(const RecordFile& file, const FileSnapshot& snapshot, KeptFor reason)
 {
     std::string bytes;
     PlistWriter writer([&](std::string_view piece) { bytes += piece; });
     snapshot.write(writer);
-    return m_recovery.keepBytes(file.fileName(), bytes);
+    return m_recovery.keepBytes(QString::fromStdString(pathIn(m_location, file)), bytes, reason);
 }
 
 void DatabaseFolder::work()
@@ -276,9 +342,14 @@ void DatabaseFolder::perform(const Job& job)
     }
     if (!isWhereItWas(job.folder))
         std::for_each(job.pieces.begin(), job.pieces.end(), [this](const Piece& piece) { keepElsewhere(piece); });
+    if (job.isEverything && job.folder == m_location) {
+        const auto keep = [this] { return m_generations.keepOncePerDay(m_location, fileNames()); };
+        if (const Result<void> kept = keepingStamps(keep); !kept)
+            logLine(kept.error().message);
+    }
     std::vector<Piece> pieces;
     for (const Piece& piece : job.pieces) {
-        if (Result<void> kept = keepDamagedOriginal(job.folder, *piece.file); !kept)
+        if (Result<void> kept = keepWhatIsThere(job.folder, *piece.file); !kept)
             settled(piece, kept);
         else
             pieces.push_back(piece);
@@ -297,7 +368,7 @@ void DatabaseFolder::writeAlone(const Job& job)
 {
     const auto belongTogether = [](const Piece& piece) {
         const std::string_view name = piece.file->fileName();
-        return name == "orders.xml" || name == "itemsordered.xml";
+        return name == recordFiles::orders || name == recordFiles::lines;
     };
     std::vector<Piece> together;
     for (const Piece& piece : job.pieces) {
@@ -318,7 +389,12 @@ Result<void> DatabaseFolder::writeGroup(const QString& folder, std::span<const P
     FileGroup group(folder.toStdString());
     for (const Piece& piece : pieces)
         writeSnapshot(*piece.snapshot, group.add(piece.file->fileName()));
-    return group.commit();
+    Result<void> written = group.commit();
+    if (folder == m_location && written) {
+        for (const Piece& piece : pieces)
+            m_stamps[piece.file] = stampOf(pathIn(folder, *piece.file));
+    }
+    return written;
 }
 
 Result<void> DatabaseFolder::prepareFolder(const QString& folder)
@@ -328,7 +404,7 @@ Result<void> DatabaseFolder::prepareFolder(const QString& folder)
     if (m_repaired || folder != m_location)
         return {};
     // What cannot be put right yet goes on being read through, and holds no other file up.
-    const Result<void> repaired = FileGroup::repair(folder.toStdString());
+    const Result<void> repaired = keepingStamps([&] { return FileGroup::repair(folder.toStdString()); });
     m_repaired = repaired.ok();
     if (!repaired)
         logLine(repaired.error().message);
@@ -351,7 +427,7 @@ bool DatabaseFolder::isWhereItWas(const QString& folder)
 /// Into the recovery store as well: the folder that was opened may come back and know nothing of this.
 void DatabaseFolder::keepElsewhere(const Piece& piece)
 {
-    const Result<QString> kept = keepInRecovery(*piece.file, *piece.snapshot);
+    const Result<QString> kept = keepInRecovery(*piece.file, *piece.snapshot, KeptFor::displaced);
     if (!kept) {
         logLine(kept.error().message);
         return;
@@ -364,6 +440,30 @@ void DatabaseFolder::keepElsewhere(const Piece& piece)
     place->second = kept.value();
 }
 
+Result<void> DatabaseFolder::keepWhatIsThere(const QString& folder, const RecordFile& file)
+{
+    if (Result<void> kept = keepDamagedOriginal(folder, file); !kept || folder != m_location || isAsKnown(file))
+        return kept;
+    return keepForeign(file);
+}
+
+/// Somebody else works in the folder in spite of the lock, or unlocked it.
+Result<void> DatabaseFolder::keepForeign(const RecordFile& file)
+{
+    const QString path = QString::fromStdString(pathIn(m_location, file));
+    if (!QFileInfo(path).isFile())
+        return {};
+    const Result<QString> kept = m_recovery.keepCopy(path, KeptFor::foreign);
+    if (!kept)
+        return kept.error();
+    const std::string sentence = std::string(file.fileName())
+        + " was changed by somebody else and is written over now. What they wrote is kept as " + kept.value().toStdString() + ".";
+    logLine(sentence);
+    const std::lock_guard guard(m_mutex);
+    m_news += QString::fromStdString(sentence);
+    return {};
+}
+
 Result<void> DatabaseFolder::keepDamagedOriginal(const QString& folder, const RecordFile& file)
 {
     {
@@ -373,7 +473,7 @@ Result<void> DatabaseFolder::keepDamagedOriginal(const QString& folder, const Re
     }
     const QString original = QString::fromStdString(pathIn(folder, file));
     if (QFileInfo::exists(original)) {
-        if (const Result<QString> kept = m_recovery.keepCopy(original); !kept)
+        if (const Result<QString> kept = m_recovery.keepCopy(original, KeptFor::unreadable); !kept)
             return kept.error();
     }
     const std::lock_guard guard(m_mutex);

@@ -4,11 +4,14 @@
 // change together or not at all. A file that cannot be written stays unsaved and goes with the next write of its collection and with
 // every retry. Reading never changes the folder; an interrupted write is read through and put right before the first write.
 // When the folder is no longer the one that was read (a share came loose), writing goes on and a copy goes to the recovery store.
+// What somebody else wrote into it meanwhile goes there before it is written over.
 #pragma once
 
 #include "foundation/Result.h"
 #include "storage/DatabaseLock.h"
+#include "storage/Generations.h"
 #include "storage/RecordFile.h"
+#include "storage/RecoveryStore.h"
 
 #include <QString>
 #include <QStringList>
@@ -23,8 +26,6 @@
 #include <span>
 #include <thread>
 #include <vector>
-
-class RecoveryStore;
 
 /// What a load met.
 struct LoadReport {
@@ -44,6 +45,7 @@ public:
     /// The folder that was loaded; every write goes there.
     const QString& location() const { return m_location; }
     DatabaseLock& lock() { return m_lock; }
+    const Generations& generations() const { return m_generations; }
 
     using AfterFile = std::function<void(RecordFile&, bool existed)>;
     /// Reads every registered file that exists. afterFile runs after each file's records were taken over, missing ones included.
@@ -56,6 +58,10 @@ public:
     enum class When { now, inBackground };
     /// Writes the files as they are at this moment, together. With now they are on disk when it returns, after all asked for before.
     void write(std::span<RecordFile* const> files, When when);
+    /// Writes all files. Once a day what they held before is kept as a generation.
+    void writeEverything();
+    /// Keeps the files as they are on disk as a generation, after all that was asked for before.
+    Result<void> keepGeneration();
     /// Waits until everything asked for is written (or has failed).
     void drain();
     /// Tries again what could not be written.
@@ -63,8 +69,10 @@ public:
 
     /// Empty when all is saved, else why something is not.
     QString unsavedReason() const;
-    /// Puts what could not be written into the recovery store, as it is now; one sentence for each file.
+    /// Puts what could not be written into the recovery store, as it is now; one sentence for each file that is not where it belongs.
     QStringList keepUnsaved();
+    /// What the person should know of the writes since this was asked last, one sentence each.
+    QStringList takeNews();
     /// Runs on the worker's thread after a write; the program posts it to its own.
     std::function<void()> onSavedStateChanged;
 
@@ -79,6 +87,7 @@ private:
     struct Job {
         QString folder;
         std::vector<Piece> pieces;
+        bool isEverything = false;
     };
 
     /// What tells a folder from another one that took its place.
@@ -88,8 +97,14 @@ private:
 
     static std::optional<Identity> identityOf(const QString& folder);
     static Stamp stampOf(const std::string& path);
+    Job jobFor(std::span<RecordFile* const> files) const;
+    bool isAsKnown(const RecordFile& file) const;
+    /// Does what changes the files' stamps but not their contents: what was as it was known to be still is afterwards.
+    Result<void> keepingStamps(const std::function<Result<void>()>& change);
+    QStringList fileNames() const;
     void forgetState();
     void tellDamaged(RecordFile& file, const std::string& path, const std::string& reason, LoadReport& report);
+    void tellUnreadable(const std::string& reason, LoadReport& report);
     void enqueue(Job job);
     void work();
     void perform(const Job& job);
@@ -100,13 +115,17 @@ private:
     std::vector<RecordFile*> unsavedFiles() const;
     bool isWhereItWas(const QString& folder);
     void keepElsewhere(const Piece& piece);
-    Result<QString> keepInRecovery(const RecordFile& file, const FileSnapshot& snapshot);
+    Result<QString> keepInRecovery(const RecordFile& file, const FileSnapshot& snapshot, KeptFor reason);
+    Result<void> keepWhatIsThere(const QString& folder, const RecordFile& file);
     Result<void> keepDamagedOriginal(const QString& folder, const RecordFile& file);
+    Result<void> keepForeign(const RecordFile& file);
 
     RecoveryStore& m_recovery;
+    Generations m_generations;
     DatabaseLock m_lock;
     QString m_location;
     std::vector<RecordFile*> m_files;
+    /// As the files of the loaded folder were when they were read or written last. For the worker while it has something to do.
     std::map<const RecordFile*, Stamp> m_stamps;
 
     mutable std::mutex m_mutex;
@@ -120,6 +139,7 @@ private:
     std::optional<Identity> m_identity;
     /// The newest copy of each file that was written while the folder was another one.
     std::map<const RecordFile*, QString> m_keptElsewhere;
+    QStringList m_news;
     bool m_folderGone = false;
     bool m_busy = false;
     bool m_stopping = false;

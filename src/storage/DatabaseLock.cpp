@@ -36,9 +36,10 @@ void DatabaseLock::setFolder(const QString& folder)
     m_written.clear();
 }
 
-bool DatabaseLock::exists() const
+bool DatabaseLock::standsIn(const QString& folder)
 {
-    return QFileInfo::exists(path()) || QFileInfo(path()).isSymLink();
+    const QFileInfo lock(pathIn(folder));
+    return lock.exists() || lock.isSymLink();
 }
 
 LockInfo DatabaseLock::read() const

@@ -31,9 +31,11 @@ public:
 
     /// The folder the lock belongs to from now on; a lock held in another is forgotten, not removed.
     void setFolder(const QString& folder);
-    QString path() const { return m_folder + "/lock.xml"; }
+    QString path() const { return pathIn(m_folder); }
 
-    bool exists() const;
+    bool exists() const { return standsIn(m_folder); }
+    /// Whether there is a lock in the folder, whoever's it is.
+    static bool standsIn(const QString& folder);
     /// What the lock says; an unreadable lock is still one, without a reason.
     LockInfo read() const;
     /// Writes our lock. Answers false when somebody else's appeared first.
@@ -49,6 +51,8 @@ public:
     std::string contents(const char* reason) const;
 
 private:
+    static QString pathIn(const QString& folder) { return folder + "/lock.xml"; }
+
     const Clock& m_clock;
     const User& m_user;
     QString m_folder;

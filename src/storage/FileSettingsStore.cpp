@@ -9,6 +9,16 @@
 
 #include <QFileInfo>
 
+namespace {
+
+/// Texts, numbers, flags and dates can stand for each other.
+bool isOfAnotherKind(const PlistValue& stored, const PlistValue& value)
+{
+    return stored.hasText() ? !value.hasText() : stored.kind() != value.kind();
+}
+
+} // namespace
+
 FileSettingsStore::FileSettingsStore(QString path, RecoveryStore& recovery) : m_path(std::move(path)), m_recovery(recovery)
 {
     const FileBytes file = readWholeFile(m_path.toStdString());
@@ -22,11 +32,33 @@ FileSettingsStore::FileSettingsStore(QString path, RecoveryStore& recovery) : m_
     const std::string reason = file.trouble == ReadTrouble::unreadable ? file.reason
         : values                                                       ? std::string("its root is no dictionary")
                                                                        : values.error().message;
-    const Result<QString> kept = m_recovery.keepCopy(m_path);
+    tellDamage(QString::fromStdString("The settings could not be read (" + reason + "). ") + keepOriginal());
+}
+
+QString FileSettingsStore::keepOriginal()
+{
+    if (!m_originalKept.isEmpty())
+        return m_originalKept;
+    const Result<QString> kept = m_recovery.keepCopy(m_path, KeptFor::unreadable);
     m_mustKeepOriginal = !kept;
-    m_damage = QString::fromStdString("The settings could not be read (" + reason + "). ")
-        + (kept ? "The original is kept as " + kept.value() + "." : QString::fromStdString(kept.error().message));
-    logLine(m_damage.toStdString());
+    if (!kept)
+        return "The original could not be copied yet: " + QString::fromStdString(kept.error().message) + ".";
+    m_originalKept = "The original is kept as " + kept.value() + ".";
+    return m_originalKept;
+}
+
+void FileSettingsStore::tellDamage(const QString& sentence)
+{
+    m_damage += sentence;
+    logLine(sentence.toStdString());
+}
+
+void FileSettingsStore::keepUnusable(std::string_view key)
+{
+    // Not in the file: set by the program itself, so that no original is lost.
+    if (!m_values.find(key) || !QFileInfo::exists(m_path) || !m_unusable.emplace(key).second)
+        return;
+    tellDamage(QString::fromStdString("The setting \"" + std::string(key) + "\" could not be read. ") + keepOriginal());
 }
 
 const PlistValue* FileSettingsStore::value(std::string_view key) const
@@ -42,6 +74,8 @@ void FileSettingsStore::set(std::string_view key, PlistValue value)
     const PlistValue* stored = m_values.find(key);
     if (stored && *stored == value)
         return;
+    if (stored && isOfAnotherKind(*stored, value))
+        keepUnusable(key);
     m_values.set(key, std::move(value));
     markDirty();
 }
@@ -84,17 +118,20 @@ Result<void> FileSettingsStore::write()
     if (Result<void> made = folders::make(QFileInfo(m_path).path()); !made)
         return made;
     if (m_mustKeepOriginal && QFileInfo::exists(m_path)) {
-        if (const Result<QString> kept = m_recovery.keepCopy(m_path); !kept)
+        if (const Result<QString> kept = m_recovery.keepCopy(m_path, KeptFor::unreadable); !kept)
             return kept.error();
     }
     m_mustKeepOriginal = false;
     return writeFileSafely(m_path.toStdString(), plist::write(m_values));
 }
 
-void FileSettingsStore::keepUnsaved()
+QStringList FileSettingsStore::keepUnsaved()
 {
     if (!m_dirty)
-        return;
-    const Result<QString> kept = m_recovery.keepBytes(QFileInfo(m_path).fileName(), plist::write(m_values));
-    logLine(kept ? "the settings could not be written and are kept as " + kept.value().toStdString() : kept.error().message);
+        return {};
+    const Result<QString> kept = m_recovery.keepBytes(m_path, plist::write(m_values), KeptFor::unsaved);
+    const QString sentence = "The settings could not be written. "
+        + (kept ? "What they should be is kept as " + kept.value() : QString::fromStdString(kept.error().message)) + ".";
+    logLine(sentence.toStdString());
+    return {sentence};
 }

@@ -5,6 +5,8 @@
 #include "storage/Settings.h"
 
 #include <map>
+#include <set>
+#include <utility>
 
 class RecoveryStore;
 
@@ -17,26 +19,33 @@ public:
     void set(std::string_view key, PlistValue value) override;
     void remove(std::string_view key) override;
     void registerDefault(std::string_view key, std::string_view text) override;
+    void keepUnusable(std::string_view key) override;
 
     /// Writes the file when something changed since.
     Result<void> flush();
-    /// Puts what could not be written into the recovery store.
-    void keepUnsaved();
-    bool isDirty() const { return m_dirty; }
-    /// Why the file could not be read; empty when it could or was not there.
-    const QString& damage() const { return m_damage; }
+    /// Puts what could not be written into the recovery store; one sentence that says where, or none when all is written.
+    QStringList keepUnsaved();
+    /// What could not be read or used, and where the original lies; one sentence each. They are handed over once.
+    QStringList takeDamage() { return std::exchange(m_damage, {}); }
     /// Runs when the first value changed since the last flush.
     std::function<void()> onDirty;
 
 private:
     void markDirty();
     Result<void> write();
+    /// Copies the file into the recovery store; what cannot be copied yet is copied before it is overwritten. Answers where it is.
+    QString keepOriginal();
+    void tellDamage(const QString& sentence);
 
     QString m_path;
     RecoveryStore& m_recovery;
     PlistValue m_values = PlistValue::makeDict();
     std::map<std::string, PlistValue, std::less<>> m_defaults;
-    QString m_damage;
+    QStringList m_damage;
+    /// Keys whose values could not be used.
+    std::set<std::string, std::less<>> m_unusable;
+    /// Says where the file lies as it was, once it was copied.
+    QString m_originalKept;
     /// The file could neither be read nor copied away yet: nothing may take its place.
     bool m_mustKeepOriginal = false;
     bool m_dirty = false;

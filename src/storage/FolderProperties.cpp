@@ -18,7 +18,13 @@ QString infoPath(const QString& folder)
 
 std::optional<std::string> FolderProperties::objectForKey(const QString& folder, std::string_view key) const
 {
-    const Result<PlistValue> info = plist::read(readWholeFile(infoPath(folder).toStdString()).bytes);
+    const FileBytes file = readWholeFile(infoPath(folder).toStdString());
+    const std::pair<QString, std::string> asked(folder, key);
+    if (file.trouble == ReadTrouble::unreadable)
+        m_unread.insert(asked);
+    else
+        m_unread.erase(asked);
+    const Result<PlistValue> info = plist::read(file.bytes);
     const PlistValue* value = info ? info.value().find(key) : nullptr;
     return value && value->hasText() ? std::optional(value->asText()) : std::nullopt;
 }
@@ -26,20 +32,32 @@ std::optional<std::string> FolderProperties::objectForKey(const QString& folder,
 void FolderProperties::setObjectForKey(const QString& folder, std::string_view value, std::string_view key)
 {
     const FileBytes file = readWholeFile(infoPath(folder).toStdString());
+    if (file.trouble == ReadTrouble::unreadable)
+        return tellNotWritten(folder, file.reason);
     Result<PlistValue> read = plist::read(file.bytes);
     const bool isDict = read && read.value().isDict();
     PlistValue info = isDict ? std::move(read).value() : PlistValue::makeDict();
-    const bool damaged = file.trouble != ReadTrouble::missing && !isDict;
-    if (damaged && !m_recovery.keepCopy(infoPath(folder))) {
-        logLine("couldn't write database's properties");
-        return;
-    }
     const PlistValue wanted(cleanUtf8(value));
+    const bool damaged = file.trouble != ReadTrouble::missing && !isDict;
     if (const PlistValue* present = info.find(key); present && *present == wanted && !damaged)
         return;
-    info.set(key, wanted);
-    if (const Result<void> written = writeFileSafely(infoPath(folder).toStdString(), plist::write(info)); !written) {
-        logLine("couldn't write database's properties");
-        logLine(written.error().message);
+    if (m_unread.contains({folder, std::string(key)}))
+        return tellNotWritten(folder, "what is there could not be read");
+    if (damaged) {
+        if (const Result<QString> kept = m_recovery.keepCopy(infoPath(folder), KeptFor::unreadable); !kept)
+            return tellNotWritten(folder, kept.error().message);
     }
+    info.set(key, wanted);
+    if (const Result<void> written = writeFileSafely(infoPath(folder).toStdString(), plist::write(info)); !written)
+        tellNotWritten(folder, written.error().message);
+}
+
+void FolderProperties::tellNotWritten(const QString& folder, const std::string& reason) const
+{
+    logLine("couldn't write database's properties");
+    logLine(reason);
+    // A database that is not there yet gets its properties later.
+    const bool isMissing = readWholeFile(folder.toStdString()).trouble == ReadTrouble::missing;
+    if (onTrouble && !isMissing)
+        onTrouble(infoPath(folder) + " could not be written (" + QString::fromStdString(reason) + ").");
 }

@@ -90,8 +90,6 @@ protected:
         noteChange();
         return true;
     }
-    /// For literals and texts that live in the record's own store already.
-    void assignText(Text Values::*member, Text value) { m_values.*member = value; }
 
     Values m_values;
 

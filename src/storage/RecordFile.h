@@ -8,6 +8,7 @@
 #include "foundation/Result.h"
 #include "foundation/Text.h"
 
+#include <cstddef>
 #include <memory>
 #include <span>
 #include <string>
@@ -19,13 +20,38 @@ class PlistTokens;
 class PlistValue;
 class PlistWriter;
 
+/// Names of record files that something besides their collection goes by.
+namespace recordFiles {
+inline constexpr char contacts[] = "contacts.xml";
+inline constexpr char orders[] = "orders.xml";
+inline constexpr char lines[] = "itemsordered.xml";
+} // namespace recordFiles
+
+/// How a record of an earlier state differs from what its collection holds now.
+struct RecordDifference {
+    /// Its place in the earlier file.
+    std::size_t index = 0;
+    /// What a person knows the record by.
+    std::string title;
+    /// The record it belongs to (a line's order); 0 for none.
+    int owner = 0;
+    int id = 0;
+    /// Not in the collection any more.
+    bool isGone = false;
+    /// Of one that is still there: the file's keys whose values are different.
+    std::vector<std::string> changedKeys;
+};
+
 /// What a file's bytes came to; waits to be taken over.
 class ParsedFile {
 public:
     virtual ~ParsedFile() = default;
-    virtual std::size_t recordCount() const = 0;
     /// Gives the records to their collection, in file order.
     virtual void adopt() = 0;
+    /// What the collection lacks or holds otherwise, in file order. What is only in the collection is no difference.
+    virtual std::vector<RecordDifference> differences() const = 0;
+    /// Gives that one record back: into the one that is there, else as a record of its own with the id it had.
+    virtual void bringBack(std::size_t index) = 0;
 };
 
 /// The state of a collection at one moment, ready to be written.
@@ -52,6 +78,8 @@ public:
     const char* fileName() const { return m_fileName; }
     const char* collectionKey() const { return m_collectionKey; }
     const char* logName() const { return m_logName; }
+    /// What one record is called: "Contact".
+    virtual const char* recordName() const { return "Record"; }
 
     virtual Result<std::unique_ptr<ParsedFile>> parse(std::string_view bytes) = 0;
     virtual std::unique_ptr<FileSnapshot> snapshot() const = 0;

@@ -15,6 +15,7 @@
 #include "storage/RecordFile.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 /// The key every record has beside its fields.
 inline constexpr std::string_view idKey = "id";
@@ -49,6 +50,14 @@ protected:
     virtual void expect(std::size_t) { }
     /// Takes one record over, in file order, on the main thread.
     virtual void adopt(StoredRecord<R>&& record, const TextStorePointer& store) = 0;
+    /// A kind's own rules for what a file leaves open; every record read goes through it before it is used.
+    virtual void complete(StoredRecord<R>&) const { }
+    /// What a person knows the record by: the texts of these keys.
+    virtual std::span<const std::string_view> titleKeys() const { return {}; }
+    /// The record that it belongs to; 0 for none.
+    virtual int ownerOf(const StoredRecord<R>&) const { return 0; }
+    /// Gives a record of an earlier state back to the collection.
+    virtual void bringBack(StoredRecord<R>&& record, const TextStorePointer& store) = 0;
     /// Adds what the file is to hold, in the collection's order.
     virtual void collect(std::vector<StoredRecord<R>>& records) const = 0;
 
@@ -58,13 +67,21 @@ private:
 
     struct Parsed : ParsedFile {
         explicit Parsed(RecordFileOf& owner) : file(owner) { }
-        std::size_t recordCount() const override { return records.size(); }
         void adopt() override
         {
             file.m_rest = std::move(rest);
             file.expect(records.size());
-            for (StoredRecord<R>& record : records)
+            for (StoredRecord<R>& record : records) {
+                file.complete(record);
                 file.adopt(std::move(record), store);
+            }
+        }
+        std::vector<RecordDifference> differences() const override { return file.differencesOf(*this); }
+        void bringBack(std::size_t index) override
+        {
+            StoredRecord<R> record = records.at(index);
+            file.complete(record);
+            file.bringBack(std::move(record), store);
         }
         RecordFileOf& file;
         TextStorePointer store = std::make_shared<TextStore>();
@@ -342,11 +359,16 @@ private:
 
     // Writing
 
+    /// Root, list, record.
+    static constexpr std::size_t depthOfKeys = 3;
+
     /// A key of a record in the file, with what stands behind it.
     struct WrittenKey {
         std::string_view key;
         const Row* row = nullptr;
         const NestedKey<R>* nested = nullptr;
+        /// What stands before the text of a record's key.
+        std::string opening = PlistWriter::opening(key, depthOfKeys);
     };
 
     std::vector<WrittenKey> writtenKeys() const
@@ -377,17 +399,97 @@ private:
         return key.row && key.row->text && (record.values.*key.row->text).isEmpty();
     }
 
-    static void writeValue(const WrittenKey& key, const StoredRecord<R>& record, PlistWriter& writer)
+    static void writeEntry(const WrittenKey& key, const StoredRecord<R>& record, PlistWriter& writer)
+    {
+        if (key.nested) {
+            writer.key(key.key);
+            return key.nested->write(record, writer);
+        }
+        if (!key.row)
+            return writer.textAfter(key.opening, std::to_string(record.id));
+        if (key.row->text)
+            return writer.textAfter(key.opening, record.values.*key.row->text);
+        if (key.row->integer)
+            return writer.textAfter(key.opening, std::to_string(record.values.*key.row->integer));
+        writer.textAfter(key.opening, record.values.*key.row->flag ? "YES" : "NO");
+    }
+
+    // Comparing
+
+    std::vector<RecordDifference> differencesOf(const Parsed& earlier) const
+    {
+        std::vector<StoredRecord<R>> present;
+        collect(present);
+        std::unordered_map<int, const StoredRecord<R>*> presentById;
+        for (const StoredRecord<R>& record : present)
+            presentById[record.id] = &record;
+        const std::vector<WrittenKey> keys = writtenKeys();
+        std::vector<RecordDifference> differences;
+        for (std::size_t index = 0; index < earlier.records.size(); ++index) {
+            StoredRecord<R> record = earlier.records[index];
+            complete(record);
+            const auto now = presentById.find(record.id);
+            const bool isGone = now == presentById.end();
+            std::vector<std::string> changed = isGone ? std::vector<std::string>() : changedKeys(record, *now->second, keys);
+            if (isGone || !changed.empty())
+                differences.push_back({index, titleOf(record), ownerOf(record), record.id, isGone, std::move(changed)});
+        }
+        return differences;
+    }
+
+    static std::vector<std::string> changedKeys(
+        const StoredRecord<R>& earlier, const StoredRecord<R>& present, const std::vector<WrittenKey>& keys)
+    {
+        std::vector<std::string> changed;
+        for (const WrittenKey& key : keys) {
+            if (isDifferent(key, earlier, present))
+                changed.emplace_back(key.key);
+        }
+        const PlistValue none = PlistValue::makeDict();
+        if (!((earlier.unknownKeys ? *earlier.unknownKeys : none) == (present.unknownKeys ? *present.unknownKeys : none)))
+            changed.emplace_back("further keys");
+        return changed;
+    }
+
+    static bool isDifferent(const WrittenKey& key, const StoredRecord<R>& earlier, const StoredRecord<R>& present)
     {
         if (key.nested)
-            return key.nested->write(record, writer);
-        if (!key.row)
-            return writer.text(std::to_string(record.id));
+            return nestedText(*key.nested, earlier) != nestedText(*key.nested, present);
+        // What is not read back from where it is written says nothing.
+        if (!key.row || key.row->key != key.row->readKey)
+            return false;
         if (key.row->text)
-            return writer.text(record.values.*key.row->text);
+            return earlier.values.*key.row->text != (present.values.*key.row->text).view();
         if (key.row->integer)
-            return writer.text(std::to_string(record.values.*key.row->integer));
-        writer.text(record.values.*key.row->flag ? "YES" : "NO");
+            return earlier.values.*key.row->integer != present.values.*key.row->integer;
+        return earlier.values.*key.row->flag != present.values.*key.row->flag;
+    }
+
+    static std::string nestedText(const NestedKey<R>& nested, const StoredRecord<R>& record)
+    {
+        std::string text;
+        PlistWriter writer([&](std::string_view bytes) { text += bytes; });
+        writer.openDict();
+        writer.key(nested.key);
+        if (nested.filled(record))
+            nested.write(record, writer);
+        else
+            writer.text({});
+        writer.closeDict();
+        writer.finish();
+        return text;
+    }
+
+    std::string titleOf(const StoredRecord<R>& record) const
+    {
+        std::string title;
+        for (const std::string_view key : titleKeys()) {
+            const Row* row = rowForKey(key);
+            const std::string_view text = row && row->text ? (record.values.*row->text).view() : std::string_view();
+            if (!text.empty())
+                title.append(title.empty() ? "" : " ").append(text);
+        }
+        return title.empty() ? std::to_string(record.id) : title;
     }
 
     static void writeRecord(const StoredRecord<R>& record, const std::vector<WrittenKey>& keys, PlistWriter& writer)
@@ -397,10 +499,8 @@ private:
             writeWithUnknown(record, keys, writer);
         else {
             for (const WrittenKey& key : keys) {
-                if (!isWritten(key, record))
-                    continue;
-                writer.key(key.key);
-                writeValue(key, record, writer);
+                if (isWritten(key, record))
+                    writeEntry(key, record, writer);
             }
         }
         writer.closeDict();
@@ -428,8 +528,7 @@ private:
                     continue;
                 ++next;
             }
-            writer.key(key.key);
-            writeValue(key, record, writer);
+            writeEntry(key, record, writer);
         }
         writeUnknownBefore(nullptr);
     }

@@ -45,6 +45,9 @@ QVariant RecordListModel::data(const QModelIndex& index, int role) const
         return QVariant::fromValue(Qt::AlignVCenter | (shown.align == ColumnAlign::right ? Qt::AlignRight : Qt::AlignLeft));
     case StatusColourRole: return statusColour(index.row());
     case FinishedRole: return m_source.isFinishedRow(index.row());
+    case FaultRole: return !m_source.cellFault(shown.identifier, index.row()).isEmpty();
+    case Qt::ToolTipRole:
+    case Qt::AccessibleDescriptionRole: return m_source.cellFault(shown.identifier, index.row());
     case IdentifierRole: return QString::fromStdString(shown.identifier);
     case RecordIdRole: {
         const dataObject* record = m_source.getnthVisibleItem(index.row());

@@ -16,6 +16,8 @@ public:
         RecordIdRole,
         /// The column's field name.
         IdentifierRole,
+        /// Whether the cell's value cannot be used; its tool tip and description say why.
+        FaultRole,
     };
 
     explicit RecordListModel(qvDataSource& source, QObject* parent = nullptr);

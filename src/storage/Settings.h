@@ -84,6 +84,9 @@ public:
     virtual void remove(std::string_view key) = 0;
     /// Values answered while nothing was set; they are not written.
     virtual void registerDefault(std::string_view key, std::string_view text) = 0;
+    /// What is stored under the key is of a kind nobody can use, and something else counts instead: it is kept and the person told,
+    /// once. Setting a value of another kind than the stored one does the same by itself.
+    virtual void keepUnusable(std::string_view key) = 0;
 
     /// The value as text: nothing when absent or when it is no text.
     std::optional<std::string> text(std::string_view key) const;

@@ -74,6 +74,11 @@ bool dataObject::isNumber(std::string_view name, std::string_view codeSort)
     return isOneOf(moneyNames, name);
 }
 
+bool dataObject::isListed() const
+{
+    return m_collection && m_collection->holds(*this);
+}
+
 void dataObject::noteChange()
 {
     if (m_collection)

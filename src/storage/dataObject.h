@@ -24,6 +24,8 @@ public:
     /// 0 while not yet assigned.
     int getID() const { return m_id; }
     void setID(int id) { m_id = id; }
+    /// Whether the record stands in the list of its collection: added, and not deleted since.
+    bool isListed() const;
     /// Whether the record passes its list's filter.
     bool getVisible() const { return m_visible; }
     void setVisible(bool visible) { m_visible = visible; }

@@ -135,6 +135,14 @@ void qvDataSource::clear()
     reloadData();
 }
 
+void qvDataSource::destroyRecords()
+{
+    clear();
+    m_deleteBuffer.clear();
+    m_idLookupDictionary.clear();
+    m_owned.clear();
+}
+
 int qvDataSource::getNextId()
 {
     if (m_highestId < std::numeric_limits<int>::max())
@@ -272,6 +280,11 @@ std::string qvDataSource::objectValue(std::string_view, int) const
 bool qvDataSource::setObjectValue(std::string_view, int, std::string_view)
 {
     return false;
+}
+
+QString qvDataSource::cellFault(std::string_view, int) const
+{
+    return {};
 }
 
 std::optional<RgbColour> qvDataSource::labelColorForRow(int) const

@@ -72,7 +72,7 @@ public:
     void redo() { }
     /// Empties the list; the id map stays.
     void clear();
-    int getCount() const { return static_cast<int>(m_collection.size()); }
+    virtual int getCount() const { return static_cast<int>(m_collection.size()); }
     /// The record known under the id, deleted or not; none when there never was one.
     dataObject* getItemById(int id) const;
     /// The highest id plus one; once the largest id of all is taken, the first free one.
@@ -82,8 +82,8 @@ public:
     dataObject* getFirstItem() const;
     dataObject* getNextItem(const dataObject& record) const;
     dataObject* getNextVisibleItem(const dataObject& record) const;
-    dataObject* getnthItem(int n) const;
-    dataObject* getnthSortedItem(int n) const;
+    virtual dataObject* getnthItem(int n) const;
+    virtual dataObject* getnthSortedItem(int n) const;
     dataObject* getnthVisibleItem(int n) const;
     static dataObject* getnthVisibleItem(int n, std::span<dataObject* const> array);
     static int countVisibleInArray(std::span<dataObject* const> array);
@@ -124,6 +124,8 @@ public:
     virtual std::string objectValue(std::string_view identifier, int row) const;
     /// A cell was edited; answers whether the value was taken.
     virtual bool setObjectValue(std::string_view identifier, int row, std::string_view value);
+    /// Why the cell's value cannot be used as it stands, in one sentence; empty when it can.
+    virtual QString cellFault(std::string_view identifier, int row) const;
     /// The colour of a row, none for clear.
     virtual std::optional<RgbColour> labelColorForRow(int row) const;
     /// Whether the row's record is done with and steps back in the list.
@@ -172,6 +174,9 @@ protected:
     virtual void recordRemoved(dataObject&) { }
     virtual void recordsCleared() { }
 
+    /// Empties the list and destroys its records, deleted ones and those of the id map included: for rows made anew at each use,
+    /// which nobody else holds.
+    void destroyRecords();
     /// Hides every visible record that does not hold all words of the search text.
     void hideWithoutWords(std::string_view searchText);
     /// The same, where a word may also stand in the record that belongs to it in another collection.
@@ -221,9 +226,9 @@ public:
 
     R& add(std::unique_ptr<R> record) { return static_cast<R&>(qvDataSource::add(std::move(record))); }
     R* getItemById(int id) const { return static_cast<R*>(qvDataSource::getItemById(id)); }
-    R* getnthItem(int n) const { return static_cast<R*>(qvDataSource::getnthItem(n)); }
+    R* getnthItem(int n) const override { return static_cast<R*>(qvDataSource::getnthItem(n)); }
     R* getnthVisibleItem(int n) const { return static_cast<R*>(qvDataSource::getnthVisibleItem(n)); }
-    R* getnthSortedItem(int n) const { return static_cast<R*>(qvDataSource::getnthSortedItem(n)); }
+    R* getnthSortedItem(int n) const override { return static_cast<R*>(qvDataSource::getnthSortedItem(n)); }
     R* getFirstItem() const { return static_cast<R*>(qvDataSource::getFirstItem()); }
     R* getSelectedItem() const { return static_cast<R*>(qvDataSource::getSelectedItem()); }
     /// The n-th record, which must exist.

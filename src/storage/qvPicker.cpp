@@ -1,6 +1,7 @@
 #include "storage/qvPicker.h"
 
 #include "desktop/AlertTexts.h"
+#include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
 #include "foundation/Numbers.h"
 
@@ -43,7 +44,6 @@ void qvPicker::beginfor(Action action, const std::vector<dataObject*>& records, 
     form.search.setText({});
     fillColumns(widths, headings);
     fillRows(records);
-    columnsChanged();
     reloadData();
     selectRow(0);
     form.open();
@@ -52,15 +52,17 @@ void qvPicker::beginfor(Action action, const std::vector<dataObject*>& records, 
 
 void qvPicker::fillColumns(const std::vector<int>& widths, const QStringList& headings)
 {
+    // Rows and columns change together for whoever shows them: no old row meets a new column.
+    destroyRecords();
     list.columns.clear();
     list.sortDescriptors.clear();
     for (std::size_t i = 0; i < fields.size(); ++i)
         list.columns.push_back({std::to_string(i + 1), headings.value(static_cast<int>(i)), widths[i]});
+    columnsChanged();
 }
 
 void qvPicker::fillRows(const std::vector<dataObject*>& records)
 {
-    clear();
     for (dataObject* record : records) {
         auto row = std::make_unique<ReportItem>(record);
         row->setStore(textStore());
@@ -108,14 +110,24 @@ std::string qvPicker::objectValue(std::string_view identifier, int row) const
 
 void qvPicker::chooseSelected()
 {
-    const ReportItem* chosen = getSelectedItem();
+    ReportItem* chosen = getSelectedItem();
     if (!chosen || !form.isOpen())
         return;
-    dataObject* const record = chosen->getdObject();
+    dataObject& record = *chosen->getdObject();
+    if (!record.isListed())
+        return dropRow(*chosen);
     form.close();
-    const Action action = std::exchange(m_action, {});
-    if (action && record)
-        action(*record);
+    if (const Action action = std::exchange(m_action, {}))
+        action(record);
+}
+
+/// Its record was deleted while the chooser was open.
+void qvPicker::dropRow(ReportItem& row)
+{
+    beeper().beep();
+    deleteItem(row);
+    reloadData();
+    selectRow(0);
 }
 
 void qvPicker::cancel()

@@ -28,10 +28,10 @@ public:
     PickerForm form;
 
     /// Opens the chooser over the records of source, one column a field. type is the word for one record: "Contact", "Item".
-    /// With no records it says so instead.
+    /// With no records it says so instead. A record that is deleted while the chooser is open is not handed over.
     void beginfor(Action action, const qvDataSource& source, std::vector<std::string> fieldNames, std::vector<int> widths,
         QStringList headings, const QString& type);
-    /// The same over a list of records put together by the caller.
+    /// The same over a list of records put together by the caller, all of one collection.
     void beginfor(Action action, const std::vector<dataObject*>& records, std::vector<std::string> fieldNames, std::vector<int> widths,
         QStringList headings, const QString& type);
     /// The selected row's record goes to the caller, and the chooser closes.
@@ -45,6 +45,7 @@ public:
 
 private:
     void fillRows(const std::vector<dataObject*>& records);
+    void dropRow(ReportItem& row);
     void fillColumns(const std::vector<int>& widths, const QStringList& headings);
 
     Alerts& m_alerts;

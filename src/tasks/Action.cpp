@@ -6,7 +6,7 @@ namespace {
 
 QDate taskDate(std::string_view text)
 {
-    return dates::readDate(text, dates::dayFirst).value_or(dates::fallback(dates::dayFirst));
+    return dates::readDate(text, dates::dayFirst).value_or(dates::fallback());
 }
 
 } // namespace

@@ -45,6 +45,13 @@ void GoalFile::collect(std::vector<StoredRecord<Goal>>& records) const
     }
 }
 
+void GoalFile::replaced(Goal& goal, const StoredRecord<Goal>& stored)
+{
+    while (!goal.getActions().empty())
+        goal.removeActionAtIndex(0);
+    added(goal, stored);
+}
+
 void GoalFile::added(Goal& goal, const StoredRecord<Goal>& stored)
 {
     for (const int id : stored.nested.actions) {

@@ -20,8 +20,14 @@ class ActionFile : public CollectionFile<Action> {
 public:
     explicit ActionFile(ActionManager& tasks) : CollectionFile(tasks, "actions.xml", "actions", "actions") { }
 
+    const char* recordName() const override { return "Task"; }
+
 protected:
     std::unique_ptr<Action> make() const override { return std::make_unique<Action>(); }
+    std::span<const std::string_view> titleKeys() const override { return keys; }
+
+private:
+    static constexpr std::array<std::string_view, 1> keys {"title"};
 };
 
 class GoalFile : public CollectionFile<Goal> {
@@ -33,14 +39,19 @@ public:
     {
     }
 
+    const char* recordName() const override { return "Goal"; }
+
 protected:
     std::span<const NestedKey<Goal>> nestedKeys() const override;
     std::unique_ptr<Goal> make() const override { return std::make_unique<Goal>(); }
     /// Ids that name no task are skipped.
     void added(Goal& goal, const StoredRecord<Goal>& stored) override;
+    void replaced(Goal& goal, const StoredRecord<Goal>& stored) override;
     Goal::Nested nestedOf(const Goal& goal) const override { return {goal.getActionsAsID()}; }
+    std::span<const std::string_view> titleKeys() const override { return keys; }
 
 private:
+    static constexpr std::array<std::string_view, 1> keys {"name"};
     /// Undoing a deletion in the outline can put a task among the goals: it stays in its own file.
     void collect(std::vector<StoredRecord<Goal>>& records) const override;
 

@@ -4,6 +4,7 @@
 #include "ui/FormBinder.h"
 #include "ui/WindowMemory.h"
 #include "ui/kit/Button.h"
+#include "ui/kit/Panels.h"
 
 #include <QAccessibleWidget>
 #include <QCloseEvent>
@@ -33,6 +34,8 @@ EditorWindow::EditorWindow(Form& form, CommandField& cancel, const QString& fram
     connect(&form, &Form::opened, this, &EditorWindow::present);
     connect(&form, &Form::closed, this, [this] {
         WindowMemory::remember(*this, m_frameName);
+        m_edited = false;
+        warn({});
         hide();
     });
     connect(&form, &Form::titleChanged, this, [this] { setWindowTitle(m_form.title()); });
@@ -42,6 +45,7 @@ FormBinder& EditorWindow::bindForm()
 {
     if (!m_binder) {
         m_binder = new FormBinder(m_form, this);
+        connect(m_binder, &FormBinder::edited, this, [this](const FormField* field) { noteEdit(*field); });
         giveSaveKeys();
     }
     setWindowTitle(m_form.title());
@@ -70,18 +74,43 @@ void EditorWindow::present()
     activateWindow();
 }
 
+void EditorWindow::noteEdit(const FormField& field)
+{
+    if (m_passing.contains(field.name()))
+        return;
+    m_edited = m_form.isOpen();
+    warn({});
+}
+
+void EditorWindow::warn(const QString& warning)
+{
+    m_warned = !warning.isEmpty();
+    if (auto* footer = findChild<FooterBar*>())
+        footer->setNote(warning);
+}
+
+void EditorWindow::leave(const QString& warning)
+{
+    if (hasSomethingToLose() && !m_warned) {
+        warn(warning);
+        return;
+    }
+    m_cancel.trigger();
+}
+
 void EditorWindow::closeEvent(QCloseEvent* event)
 {
     // The form decides; it hides the window when it closes.
     event->ignore();
-    m_cancel.trigger();
+    leave(tr("Not saved yet: closing again drops the changes"));
 }
 
 void EditorWindow::keyPressEvent(QKeyEvent* event)
 {
-    const bool closes = event->keyCombination() == QKeyCombination(Qt::CTRL, Qt::Key_W);
-    if (event->key() == Qt::Key_Escape || closes)
-        m_cancel.trigger();
+    if (event->key() == Qt::Key_Escape)
+        leave(tr("Esc again closes without saving"));
+    else if (event->keyCombination() == QKeyCombination(Qt::CTRL, Qt::Key_W))
+        leave(tr("Ctrl+W again closes without saving"));
     else
         QWidget::keyPressEvent(event);
 }

@@ -1,12 +1,14 @@
 // The window of an editor: opens and closes with its form, remembers its place, saves by Ctrl+S and Ctrl+Return, and sends Esc, Ctrl+W
-// and the window's own close button to the form's cancel.
+// and the window's own close button to the form's cancel. Once something was typed, these ask to be repeated; Cancel does not.
 #pragma once
 
+#include <QStringList>
 #include <QWidget>
 
 class CommandField;
 class Form;
 class FormBinder;
+class FormField;
 
 class EditorWindow : public QWidget {
     Q_OBJECT
@@ -18,14 +20,23 @@ protected:
     /// Binds what was built; called at the end of the constructor of every editor.
     FormBinder& bindForm();
     Form& form() { return m_form; }
+    /// A field that is no part of the record: what is chosen there is nothing to lose.
+    void setPassing(const QString& name) { m_passing += name; }
     /// The field that has the keyboard whenever the window opens.
     void setFirstField(const QString& name) { m_firstField = name; }
+
+    /// Whether closing now would lose something the person did.
+    virtual bool hasSomethingToLose() const { return m_edited; }
 
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void present();
+    void noteEdit(const FormField& field);
+    /// Cancels, but only at the second try when there is something to lose; the footer says so.
+    void leave(const QString& warning);
+    void warn(const QString& warning);
     /// Ctrl+S and Ctrl+Return save.
     void giveSaveKeys();
 
@@ -33,5 +44,8 @@ private:
     CommandField& m_cancel;
     QString m_frameName;
     QString m_firstField;
+    QStringList m_passing;
+    bool m_edited = false;
+    bool m_warned = false;
     FormBinder* m_binder = nullptr;
 };

@@ -1,6 +1,9 @@
 #include "ui/FormBinder.h"
 
+#include "ui/PageText.h"
 #include "ui/kit/Fields.h"
+#include "ui/kit/FormGrid.h"
+#include "ui/kit/Look.h"
 #include "ui/kit/SegmentedChoice.h"
 
 #include <QAbstractButton>
@@ -14,6 +17,33 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QSignalBlocker>
+
+#include <limits>
+
+namespace {
+
+/// A text too long for its field is seen from its beginning, unless it is being typed.
+void showBeginning(QLineEdit& line)
+{
+    if (line.window()->focusWidget() != &line)
+        line.setCursorPosition(0);
+}
+
+/// Sets the note on the form that holds the field, wherever in the window it stands.
+bool setNoteBelow(QLayout* layout, QWidget* field, const QString& sentence)
+{
+    if (!layout)
+        return false;
+    if (auto* grid = qobject_cast<FormGrid*>(layout); grid && grid->setNote(field, sentence))
+        return true;
+    for (int i = 0; i < layout->count(); ++i) {
+        if (setNoteBelow(layout->itemAt(i)->layout(), field, sentence))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
 
 FormBinder::FormBinder(Form& form, QWidget* window) : QObject(window), m_form(form), m_window(window)
 {
@@ -44,21 +74,40 @@ void FormBinder::bind(FormField& field, QWidget* widget)
 bool FormBinder::bindText(TextField& field, QWidget* widget)
 {
     if (auto* line = qobject_cast<QLineEdit*>(widget)) {
-        connect(line, &QLineEdit::textEdited, this, [&field](const QString& text) { field.edit(text); });
+        // A field's usual limit would cut off the end of a longer text.
+        line->setMaxLength(std::numeric_limits<int>::max());
+        connect(line, &QLineEdit::textEdited, this, [this, &field](const QString& text) {
+            field.edit(text);
+            Q_EMIT edited(&field);
+        });
+        // The field that loses the keyboard still has it while it says so.
+        connect(
+            line, &QLineEdit::editingFinished, line, [line] { showBeginning(*line); }, Qt::QueuedConnection);
         m_bindings.insert(&field, {line, [&field, line] {
-                                       if (line->text() != field.text())
+                                       if (line->text() != field.text()) {
                                            line->setText(field.text());
+                                           showBeginning(*line);
+                                       }
                                        if (!qobject_cast<Figure*>(line))
                                            line->setReadOnly(field.isReadOnly());
+                                       showFault(field, line);
                                    }});
         return true;
     }
     if (auto* page = qobject_cast<QPlainTextEdit*>(widget)) {
-        connect(page, &QPlainTextEdit::textChanged, this, [&field, page] { field.edit(page->toPlainText()); });
-        m_bindings.insert(&field, {page, [&field, page] {
+        const auto text = std::make_shared<PageText>();
+        connect(page, &QPlainTextEdit::textChanged, this, [this, &field, page, text] {
+            text->edit(page->document()->toRawText());
+            field.edit(text->stored());
+            Q_EMIT edited(&field);
+        });
+        m_bindings.insert(&field, {page, [&field, page, text] {
+                                       showFault(field, page);
+                                       if (text->stored() == field.text())
+                                           return;
                                        const QSignalBlocker quiet(page);
-                                       if (page->toPlainText() != field.text())
-                                           page->setPlainText(field.text());
+                                       text->setStored(field.text());
+                                       page->setPlainText(field.text());
                                    }});
         return true;
     }
@@ -74,7 +123,10 @@ bool FormBinder::bindFlag(FlagField& field, QWidget* widget)
     auto* box = qobject_cast<QAbstractButton*>(widget);
     if (!box)
         return false;
-    connect(box, &QAbstractButton::clicked, this, [&field](bool on) { field.edit(on); });
+    connect(box, &QAbstractButton::clicked, this, [this, &field](bool on) {
+        field.edit(on);
+        Q_EMIT edited(&field);
+    });
     m_bindings.insert(&field, {box, [&field, box] {
                                    box->setChecked(field.isOn());
                                    if (!field.caption().isEmpty())
@@ -86,7 +138,7 @@ bool FormBinder::bindFlag(FlagField& field, QWidget* widget)
 bool FormBinder::bindChoice(ChoiceField& field, QWidget* widget)
 {
     if (auto* box = qobject_cast<QComboBox*>(widget)) {
-        connect(box, &QComboBox::activated, this, [&field](int index) { field.edit(index); });
+        connect(box, &QComboBox::activated, this, [this, &field](int index) { choose(field, index); });
         m_bindings.insert(&field, {box, [&field, box] {
                                        const QSignalBlocker quiet(box);
                                        QStringList shown;
@@ -101,7 +153,7 @@ bool FormBinder::bindChoice(ChoiceField& field, QWidget* widget)
         return true;
     }
     if (auto* segments = qobject_cast<SegmentedChoice*>(widget)) {
-        connect(segments, &SegmentedChoice::chosen, this, [&field](int index) { field.edit(index); });
+        connect(segments, &SegmentedChoice::chosen, this, [this, &field](int index) { choose(field, index); });
         m_bindings.insert(&field, {segments, [&field, segments] {
                                        if (segments->titles() != field.titles())
                                            segments->setTitles(field.titles());
@@ -110,6 +162,14 @@ bool FormBinder::bindChoice(ChoiceField& field, QWidget* widget)
         return true;
     }
     return false;
+}
+
+void FormBinder::choose(ChoiceField& field, int index)
+{
+    const bool another = index != field.index();
+    field.edit(index);
+    if (another)
+        Q_EMIT edited(&field);
 }
 
 bool FormBinder::bindCommand(CommandField& field, QWidget* widget)
@@ -179,13 +239,25 @@ void FormBinder::show(FormField* field)
     }
 }
 
+void FormBinder::showFault(const FormField& field, QWidget* widget)
+{
+    const QString& sentence = field.fault();
+    if (sentence.isEmpty() && widget->accessibleDescription().isEmpty())
+        return;
+    look::setFault(widget, sentence.isEmpty() ? look::Fault::none : look::Fault::wrong);
+    widget->setToolTip(sentence);
+    widget->setAccessibleDescription(sentence);
+    setNoteBelow(widget->parentWidget()->layout(), widget, field.isVisible() ? sentence : QString());
+}
+
 void FormBinder::showFocus(const QString& name)
 {
     if (!m_window)
         return;
     if (auto* widget = m_window->findChild<QWidget*>(name)) {
         widget->setFocus(Qt::OtherFocusReason);
+        // Selected from its end, so that the beginning of a long text is seen.
         if (auto* line = qobject_cast<QLineEdit*>(widget))
-            line->selectAll();
+            line->setSelection(static_cast<int>(line->text().size()), -static_cast<int>(line->text().size()));
     }
 }

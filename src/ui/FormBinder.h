@@ -20,13 +20,20 @@ public:
     /// Anything else that comes and goes with the field.
     void bindVisibility(const QString& fieldName, QWidget* companion);
 
+Q_SIGNALS:
+    /// The person changed what the field holds.
+    void edited(const FormField* field);
+
 private:
     void bind(FormField& field, QWidget* widget);
     bool bindText(TextField& field, QWidget* widget);
     bool bindFlag(FlagField& field, QWidget* widget);
     bool bindChoice(ChoiceField& field, QWidget* widget);
+    void choose(ChoiceField& field, int index);
     bool bindCommand(CommandField& field, QWidget* widget);
     void show(FormField* field);
+    /// The sentence about what was typed, where it can be seen, pointed at and read aloud.
+    static void showFault(const FormField& field, QWidget* widget);
     void showFocus(const QString& name);
     /// Takes over what is being typed before a command runs.
     void commitTyping();

@@ -16,6 +16,7 @@ ListBinder::ListBinder(qvDataSource& source, RecordTable* table, const QString& 
     RowRoles roles;
     roles.statusColour = RecordListModel::StatusColourRole;
     roles.finished = RecordListModel::FinishedRole;
+    roles.fault = RecordListModel::FaultRole;
     table->rowDelegate()->setRoles(roles);
     table->setModel(&m_model);
     takeColumns();
@@ -30,10 +31,7 @@ ListBinder::ListBinder(qvDataSource& source, RecordTable* table, const QString& 
 
 void ListBinder::takeColumns()
 {
-    m_widths->setPaused(true);
-    for (int section = 0; section < m_model.columnCount(); ++section)
-        m_table->setColumnWidth(section, m_model.column(section).width);
-    m_widths->setPaused(false);
+    m_widths->show();
     showSort();
 }
 

@@ -55,6 +55,15 @@ void Program::start()
     m_retryTimer.start(retryInterval);
 }
 
+int Program::run()
+{
+    // Starting asks questions, and whoever ends the program meanwhile must be heard.
+    QTimer::singleShot(0, this, &Program::start);
+    const int status = QApplication::exec();
+    end();
+    return status;
+}
+
 void Program::keepSettings()
 {
     if (!m_vendaro.settingsStore().flush())

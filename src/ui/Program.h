@@ -13,6 +13,8 @@ public:
     Program();
     ~Program() override;
 
+    /// Starts, and runs until the program ends; answers its exit status.
+    int run();
     /// Settings, windows, then the database.
     void start();
     /// Everything is written; the windows are still there, empty.

@@ -36,6 +36,8 @@ int RealAlerts::ask(const Alert& alert)
 {
     AlertCard::Options options;
     options.destructive = alert.destructive;
+    // What only tells something is no warning.
+    options.icon = alert.buttons.size() > 1 ? AlertCard::Icon::warning : AlertCard::Icon::information;
     return AlertCard::ask(QApplication::activeWindow(), alert.title, alert.text, alert.buttons, options);
 }
 

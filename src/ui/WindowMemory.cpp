@@ -1,10 +1,14 @@
 #include "ui/WindowMemory.h"
 
 #include <QDir>
+#include <QScreen>
 #include <QSettings>
 #include <QWidget>
 
 namespace {
+
+/// What the desktop's own frame needs around a window.
+constexpr QSize roomForFrame(16, 48);
 
 QString windowSettingsPath()
 {
@@ -15,7 +19,9 @@ QString windowSettingsPath()
 
 void WindowMemory::restore(QWidget& window, const QString& name)
 {
-    window.restoreGeometry(QSettings(windowSettingsPath(), QSettings::IniFormat).value("frame/" + name).toByteArray());
+    const QByteArray kept = QSettings(windowSettingsPath(), QSettings::IniFormat).value("frame/" + name).toByteArray();
+    if (!window.restoreGeometry(kept))
+        window.resize(window.size().boundedTo(window.screen()->availableSize() - roomForFrame));
 }
 
 void WindowMemory::remember(const QWidget& window, const QString& name)

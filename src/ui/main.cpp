@@ -20,8 +20,5 @@ int main(int argc, char** argv)
     FocusRing::install(application);
     Ending ending;
     Program program;
-    program.start();
-    const int status = QApplication::exec();
-    program.end();
-    return status;
+    return program.run();
 }

@@ -333,3 +333,66 @@ TEST_F(DatabasesTest, answeringNoReloadsTheOpenOne)
     EXPECT_EQ(openFolder(), supportFolder() + "/b.vendb");
     EXPECT_EQ(read, 1);
 }
+
+// What travels with a database that is not ours to write
+
+TEST_F(DatabasesTest, nothingIsWrittenIntoADatabaseThatSomebodyElseHasOpenOrThatIsACopy)
+{
+    for (const char* reason : {"database open", "offline browsing"}) {
+        writeFile("lock.xml", document("<dict><key>reason</key><string>" + QByteArray(reason) + "</string></dict>"));
+        alerts.answer("OK");
+        start();
+        ASSERT_TRUE(app().session().isReadOnly()) << reason;
+        form().currency.edit("$");
+        preferences().OKButton();
+        app().session().switchDatabase();
+
+        quit();
+
+        EXPECT_EQ(QDir(databaseFolder()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList("lock.xml"))
+            << reason;
+    }
+}
+
+TEST_F(DatabasesTest, whatASomebodyElsesDatabaseBringsCountsAllTheSame)
+{
+    writeFile("lock.xml", document("<dict><key>reason</key><string>database open</string></dict>"));
+    writeFile("info.plist", document("<dict><key>VendaroCurrency</key><string>kr</string></dict>"));
+    const QByteArray before = readFile("info.plist");
+    start();
+
+    EXPECT_EQ(preferences().getCurrency(), "kr");
+    quit();
+    EXPECT_EQ(readFile("info.plist"), before);
+}
+
+TEST_F(DatabasesTest, afterAForcedUnlockTheDatabaseIsWrittenAgain)
+{
+    writeFile("lock.xml", document("<dict><key>reason</key><string>database open</string></dict>"));
+    start();
+    alerts.answer(1);
+    app().session().unlockDatabase();
+    ASSERT_FALSE(app().session().isReadOnly());
+
+    quit();
+
+    EXPECT_TRUE(readFile("info.plist").contains("VendaroCurrency"));
+}
+
+TEST_F(DatabasesTest, aDatabaseThatSomebodyElseHasOpenIsNotRenamed)
+{
+    makeDatabase("b", "Bakery");
+    QFile lock(supportFolder() + "/b.vendb/lock.xml");
+    ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+    lock.close();
+    start();
+    preferences().listDatabases();
+    form().databases.setIndex(static_cast<int>(form().databases.titles().indexOf("Bakery")));
+    alerts.answer("OK");
+
+    preferences().renameDatabase("Baker & Sons");
+
+    EXPECT_EQ(nameIn(supportFolder() + "/b.vendb"), "Bakery");
+    ASSERT_EQ(alerts.asked().size(), 1u);
+    EXPECT_TRUE(form().databases.titles().contains("Bakery"));
+}

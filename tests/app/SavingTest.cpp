@@ -222,6 +222,54 @@ TEST_F(SavingTest, settingsThatCannotBeWrittenAtTheEndAreRescued)
     EXPECT_TRUE(recoveredBytes("Vendaro.plist").contains("<string>$</string>"));
 }
 
+TEST_F(SavingTest, whatCouldNotBeSavedAtTheEndIsToldByTheNextStartAndThenNoMore)
+{
+    QStringList told;
+    const auto watch = [&](Vendaro& program) {
+        told.clear();
+        QObject::connect(&program.session(), &DatabaseSession::damageFound, [&](const QStringList& sentences) { told = sentences; });
+    };
+    startWatched(watch);
+    addContact("Ada Quill");
+    block("contacts.xml");
+    app().getPrefsController().form.currency.edit("$");
+    ASSERT_TRUE(QDir(home() + "/Library/Preferences").removeRecursively());
+    ASSERT_TRUE(QFile::link("/dev/null", home() + "/Library/Preferences"));
+
+    quit();
+    ASSERT_TRUE(QDir(databaseFolder() + "/contacts.xml").removeRecursively());
+    ASSERT_TRUE(QFile::remove(home() + "/Library/Preferences"));
+    startWatched(watch);
+
+    ASSERT_EQ(told.size(), 2);
+    const QString recovery = supportFolder() + "/Recovery/";
+    EXPECT_EQ(told[0],
+        "contacts.xml could not be written. What it should hold is kept as " + recovery + recovered("contacts.xml").value(0) + ".");
+    EXPECT_EQ(told[1],
+        "The settings could not be written. What they should be is kept as " + recovery + recovered("Vendaro.plist").value(0) + ".");
+    EXPECT_TRUE(recoveredBytes("contacts.xml").contains("Ada Quill"));
+    quit();
+    startWatched(watch);
+    EXPECT_EQ(told, QStringList());
+}
+
+TEST_F(SavingTest, aDatabaseWhoseFolderIsStillLooseAtTheEndIsToldByTheNextStart)
+{
+    start();
+    addContact("Ada Quill");
+    app().session().writeDatabase(app().getContactManager());
+    ASSERT_TRUE(QDir().rename(databaseFolder(), home() + "/share that went away"));
+    quit();
+
+    QStringList told;
+    startWatched([&](Vendaro& program) {
+        QObject::connect(&program.session(), &DatabaseSession::damageFound, [&](const QStringList& sentences) { told = sentences; });
+    });
+
+    EXPECT_EQ(told.filter("was written into another folder than was opened. A copy is kept as " + supportFolder() + "/Recovery/").size(), 7)
+        << told.join('\n').toStdString();
+}
+
 TEST_F(SavingTest, aDatabaseWhoseFolderCameLooseIsWrittenOnAndCopied)
 {
     start();

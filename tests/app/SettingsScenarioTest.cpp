@@ -435,11 +435,49 @@ TEST_F(SettingsScenarioTest, damagedSettingsAreKeptAndTheDefaultsCount)
     file.write("<plist><dict><key>VendaroCurrency</key>");
     file.close();
 
-    start();
+    QStringList told;
+    startWatched([&](Vendaro& program) {
+        QObject::connect(&program.session(), &DatabaseSession::damageFound, [&](const QStringList& sentences) { told = sentences; });
+    });
 
     EXPECT_EQ(preferences().getCurrency(), "\xc2\xa3");
-    EXPECT_NE(app().settingsStore().damage(), "");
+    ASSERT_EQ(told.size(), 1);
+    EXPECT_TRUE(told[0].startsWith("The settings could not be read (")) << told[0].toStdString();
     QFile kept(supportFolder() + "/Recovery/20240301-101530 Vendaro.plist");
     ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
     EXPECT_EQ(kept.readAll(), "<plist><dict><key>VendaroCurrency</key>");
+}
+
+TEST_F(SettingsScenarioTest, settingsOfAnotherKindAreKeptAndToldBeforeOurOwnTakeTheirPlace)
+{
+    writeSettings("<key>VendaroTaxRates</key><string>S 20, L 5</string><key>VendaroTermOrder</key><array><string>Job</string></array>"
+                  "<key>VendaroContactTypes</key><array/>");
+    QFile settings(settingsPath());
+    ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
+    const QByteArray before = settings.readAll();
+    settings.close();
+    QStringList told;
+    const auto watch = [&](Vendaro& program) {
+        told.clear();
+        QObject::connect(&program.session(), &DatabaseSession::damageFound, [&](const QStringList& sentences) { told = sentences; });
+    };
+    startWatched(watch);
+
+    const QString kept = "The original is kept as " + supportFolder() + "/Recovery/20240301-101530 Vendaro.plist.";
+    EXPECT_EQ(told,
+        QStringList(
+            {"The setting \"VendaroTaxRates\" could not be read. " + kept, "The setting \"VendaroTermOrder\" could not be read. " + kept}));
+    EXPECT_EQ(preferences().getTaxRates().size(), 4u);
+    EXPECT_EQ(preferences().getTermOrder(), "Order");
+    quit();
+    QFile copy(supportFolder() + "/Recovery/20240301-101530 Vendaro.plist");
+    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
+    EXPECT_EQ(copy.readAll(), before);
+
+    // What came up only at the end is told by the next start, and then no more.
+    startWatched(watch);
+    EXPECT_EQ(told, QStringList("The setting \"VendaroContactTypes\" could not be read. " + kept));
+    quit();
+    startWatched(watch);
+    EXPECT_EQ(told, QStringList());
 }

@@ -270,6 +270,70 @@ TEST_F(StationeryFolderTest, ABackgroundIsAPicture)
     EXPECT_TRUE(stationery.read("Letter").background.isNull());
 }
 
+TEST_F(StationeryFolderTest, AWholeTemplateHasNoDamage)
+{
+    writeTemplate("Hello");
+    EXPECT_EQ(stationery.read("Letter").damage, QStringList());
+    writeOptions("");
+    put(stationeryPath("Letter.css"), "");
+    paint(stationeryPath("Letter.tiff"), "PNG");
+    EXPECT_EQ(stationery.read("Letter").damage, QStringList());
+}
+
+TEST_F(StationeryFolderTest, EachPieceThatDoesNotReadIsToldByItsPath)
+{
+    writeTemplate("Hello");
+    put(stationeryPath("Letter.rtfd/TXT.rtf"), "Hello");
+    put(stationeryPath("Letter.plist"), "<plist><array/></plist>");
+    put(stationeryPath("Letter.tiff"), "no picture");
+    put(stationeryPath("Letter.css"), "caf\xc3\xa9");
+
+    const QStringList damage = stationery.read("Letter").damage;
+
+    EXPECT_EQ(damage,
+        QStringList({stationeryPath("Letter.rtfd/TXT.rtf")
+                + " could not be read: it is no rich text. The document shows as much of it as there is.",
+            stationeryPath("Letter.plist") + " could not be read: its root is no dictionary. The document goes without its options.",
+            stationeryPath("Letter.tiff") + " could not be read: it is no picture, or too large. The document goes without its background.",
+            stationeryPath("Letter.css") + " could not be read: it holds letters that are not ASCII. The table has the plain style."}));
+    for (const QString& sentence : damage)
+        EXPECT_TRUE(logged(sentence)) << sentence.toStdString();
+}
+
+TEST_F(StationeryFolderTest, ADocumentThatEndsTooEarlyIsToldAndShownAsFarAsItGoes)
+{
+    writePackage("Letter", "{\\rtf1 Hello");
+    const StationeryTemplate read = stationery.read("Letter");
+    EXPECT_EQ(plainTextOf(*makeDocument(read.document, read.pictures)), "Hello");
+    EXPECT_EQ(read.damage,
+        QStringList(stationeryPath("Letter.rtfd/TXT.rtf")
+            + " could not be read: it ends too early. The document shows as much of it as there is."));
+
+    writePackage("Letter", QByteArray("{\\rtf1 Hello}\r\n\0", 16));
+    EXPECT_EQ(stationery.read("Letter").damage, QStringList());
+}
+
+TEST_F(StationeryFolderTest, PipesInThePlacesOfItsPiecesAreTold)
+{
+    writeTemplate("Hello");
+    for (const char* piece : {"Letter.plist", "Letter.tiff", "Letter.css"})
+        ASSERT_EQ(mkfifo(stationeryPath(piece).toLocal8Bit().constData(), 0600), 0);
+
+    const QStringList damage = stationery.read("Letter").damage;
+
+    ASSERT_EQ(damage.size(), 3);
+    EXPECT_EQ(damage[0], stationeryPath("Letter.plist") + " is not an ordinary file. The document goes without its options.");
+    EXPECT_TRUE(damage[1].startsWith(stationeryPath("Letter.tiff") + " could not be read: ")) << damage[1].toStdString();
+    EXPECT_EQ(damage[2], stationeryPath("Letter.css") + " is not an ordinary file. The table has the plain style.");
+}
+
+TEST_F(StationeryFolderTest, AMissingDocumentIsToldMissingExtrasAreNot)
+{
+    const QStringList damage = stationery.read("Nothing").damage;
+    ASSERT_EQ(damage.size(), 1);
+    EXPECT_TRUE(damage[0].startsWith(stationeryPath("Nothing.rtfd/TXT.rtf"))) << damage[0].toStdString();
+}
+
 TEST_F(StationeryFolderTest, ABackgroundIsATiffWhereThePlatformReadsThem)
 {
     // Two pixels, black and white, uncompressed: header, one directory of nine entries, the pixels behind it.

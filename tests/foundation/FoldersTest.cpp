@@ -7,7 +7,13 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <cerrno>
+#include <csignal>
+
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 class FoldersTest : public testing::Test {
 protected:
@@ -150,20 +156,150 @@ TEST_F(FoldersTest, movingTakesFilesAndWholeFolders)
     EXPECT_FALSE(QFileInfo::exists(in("file")));
 }
 
-TEST_F(FoldersTest, movingToAnotherFileSystemCopiesAndRemoves)
+TEST_F(FoldersTest, nothingIsMovedOverWhatIsThere)
 {
-    QTemporaryDir other("/dev/shm/vendaro-XXXXXX");
-    if (!other.isValid())
-        GTEST_SKIP() << "there is no second file system here";
-    ASSERT_TRUE(QDir().mkpath(in("from")));
-    put("from/one", "1");
+    put("from", "new");
+    put("to", "old");
+    ASSERT_TRUE(QFile::link("/nowhere", in("link")));
 
-    ASSERT_TRUE(folders::move(in("from"), other.path() + "/to").ok());
+    for (const char* target : {"to", "link"}) {
+        const Result<void> moved = folders::move(in("from"), in(target));
+        ASSERT_FALSE(moved.ok());
+        EXPECT_EQ(moved.error().message, in(target).toStdString() + " exists already");
+    }
+    EXPECT_EQ(contents("to"), "old");
+    EXPECT_EQ(contents("from"), "new");
+    EXPECT_TRUE(QFileInfo(in("link")).isSymLink());
+}
 
-    QFile moved(other.path() + "/to/one");
+namespace {
+
+/// What was flushed, by path; the path that fails to, if any.
+struct FlushWatch {
+    QStringList flushed;
+    QString failing;
+};
+FlushWatch* flushWatch = nullptr;
+
+} // namespace
+
+/// The program's own flushes pass through here, so that a test can see them and let one fail.
+extern "C" int fsync(int file)
+{
+    if (flushWatch) {
+        const QString path = QFile::symLinkTarget("/proc/self/fd/" + QString::number(file));
+        if (path == flushWatch->failing) {
+            errno = EIO;
+            return -1;
+        }
+        flushWatch->flushed += path;
+    }
+    return static_cast<int>(syscall(SYS_fsync, file));
+}
+
+/// A folder on one file system and a place on another.
+class MovingAcrossFileSystems : public FoldersTest {
+protected:
+    void SetUp() override
+    {
+        struct stat here { };
+        struct stat there { };
+        if (!m_other.isValid() || stat(m_folder.path().toLocal8Bit().constData(), &here) != 0
+            || stat(m_other.path().toLocal8Bit().constData(), &there) != 0 || here.st_dev == there.st_dev)
+            GTEST_SKIP() << "there is no second file system here";
+        ASSERT_TRUE(QDir().mkpath(in("from/sub")));
+        put("from/one", "1");
+        put("from/sub/two", "2");
+        ASSERT_TRUE(QFile::link("/nowhere", in("from/broken")));
+        flushWatch = &m_watch;
+    }
+    void TearDown() override { flushWatch = nullptr; }
+
+    QString there(const QString& name = {}) const { return m_other.path() + "/to" + name; }
+    void expectSourceWhole() const
+    {
+        EXPECT_EQ(contents("from/one"), "1");
+        EXPECT_EQ(contents("from/sub/two"), "2");
+        EXPECT_TRUE(QFileInfo(in("from/broken")).isSymLink());
+    }
+
+    QTemporaryDir m_other {"/dev/shm/vendaro-XXXXXX"};
+    FlushWatch m_watch;
+};
+
+TEST_F(MovingAcrossFileSystems, takesEverythingAlong)
+{
+    ASSERT_TRUE(folders::move(in("from"), there()).ok());
+
+    QFile moved(there("/sub/two"));
     ASSERT_TRUE(moved.open(QIODevice::ReadOnly));
-    EXPECT_EQ(moved.readAll(), "1");
+    EXPECT_EQ(moved.readAll(), "2");
+    EXPECT_TRUE(QFileInfo(there("/broken")).isSymLink());
     EXPECT_FALSE(QFileInfo::exists(in("from")));
+}
+
+TEST_F(MovingAcrossFileSystems, flushesEveryFileAndFolderOfTheCopy)
+{
+    ASSERT_TRUE(folders::move(in("from"), there()).ok());
+
+    for (const QString& path : {there("/one"), there("/sub/two"), there("/sub"), there(), m_other.path()})
+        EXPECT_TRUE(m_watch.flushed.contains(path)) << path.toStdString();
+    EXPECT_EQ(m_watch.flushed.last(), m_other.path());
+}
+
+TEST_F(MovingAcrossFileSystems, aCopyThatCannotBeFlushedLeavesTheSourceAndNothingElse)
+{
+    for (const QString& path : {there("/sub/two"), there("/sub"), there()}) {
+        m_watch.failing = path;
+        EXPECT_FALSE(folders::move(in("from"), there()).ok()) << path.toStdString();
+        EXPECT_FALSE(QFileInfo::exists(there())) << path.toStdString();
+        expectSourceWhole();
+    }
+}
+
+TEST_F(MovingAcrossFileSystems, theSourceStaysUntilTheCopysNameIsDurable)
+{
+    m_watch.failing = m_other.path();
+
+    EXPECT_FALSE(folders::move(in("from"), there()).ok());
+    EXPECT_FALSE(QFileInfo::exists(there()));
+    expectSourceWhole();
+}
+
+TEST_F(MovingAcrossFileSystems, aFolderWithAPipeStaysWhereItIs)
+{
+    ASSERT_EQ(mkfifo(in("from/sub/pipe").toLocal8Bit().constData(), 0600), 0);
+
+    const Result<void> moved = folders::move(in("from"), there());
+
+    ASSERT_FALSE(moved.ok());
+    EXPECT_EQ(moved.error().message, in("from/sub/pipe").toStdString() + " is neither a file nor a folder nor a link");
+    EXPECT_FALSE(QFileInfo::exists(there()));
+    expectSourceWhole();
+    struct stat status { };
+    ASSERT_EQ(stat(in("from/sub/pipe").toLocal8Bit().constData(), &status), 0);
+    EXPECT_TRUE(S_ISFIFO(status.st_mode));
+}
+
+TEST_F(MovingAcrossFileSystems, aFullDiskLeavesTheSourceAndNothingElse)
+{
+    put("from/three", QByteArray(1 << 16, 'x'));
+    const struct rlimit little {
+        1 << 12, RLIM_INFINITY
+    };
+    struct rlimit before { };
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &little), 0);
+    const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
+
+    const Result<void> moved = folders::move(in("from"), there());
+
+    std::signal(SIGXFSZ, ignored);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    ASSERT_FALSE(moved.ok());
+    EXPECT_EQ(moved.error().message.find("cannot copy " + in("from/three").toStdString()), 0u) << moved.error().message;
+    EXPECT_FALSE(QFileInfo::exists(there()));
+    expectSourceWhole();
 }
 
 TEST_F(FoldersTest, movingWhatIsNotThereIsAnError)

@@ -183,3 +183,40 @@ TEST(PlistWriter, aLargeDocumentIsHandedOverInPieces)
     ASSERT_EQ(value.value().array().size(), 100'000u);
     EXPECT_EQ(value.value().array()[99'999].asText(), "value number 99999");
 }
+
+// A key and its text in one go
+
+TEST(PlistWriter, aKeyAndItsTextInOneGoAreWrittenAsOneAfterTheOther)
+{
+    const auto written = [](bool inOneGo, std::string_view key, std::string_view text) {
+        std::string bytes;
+        PlistWriter writer([&](std::string_view piece) { bytes += piece; });
+        writer.openDict();
+        for (int times = 0; times < 2; ++times) {
+            if (inOneGo) {
+                writer.textAfter(PlistWriter::opening(key, 1), text);
+            } else {
+                writer.key(key);
+                writer.text(text);
+            }
+        }
+        writer.closeDict();
+        writer.finish();
+        return bytes;
+    };
+    for (const std::string_view text : {"", "plain", "a < b & c > d", "caf\xc3\xa9", "two\nlines\tand\r", "bell\x07", "\x7f"})
+        EXPECT_EQ(written(true, "name", text), written(false, "name", text)) << text;
+}
+
+TEST(PlistWriter, everyVisibleSignIsWrittenAloneAsBesideOthers)
+{
+    const auto element = [](const std::string& text) {
+        std::string bytes = plist::write(PlistValue(text));
+        bytes.erase(0, bytes.find("<string>") + 8);
+        return bytes.substr(0, bytes.find("</string>"));
+    };
+    for (char sign = 0x20; sign < 0x7f; ++sign) {
+        const std::string beside = element(std::string(1, sign) + "\xc3\xa9");
+        EXPECT_EQ(element(std::string(1, sign)) + "\xc3\xa9", beside);
+    }
+}

@@ -248,7 +248,7 @@ protected:
     /// What a reader of the folder gets now.
     std::string seen(const std::string& name) const
     {
-        const std::map<std::string, std::string> instead = FileGroup::interrupted(folder());
+        const std::map<std::string, std::string> instead = FileGroup::interrupted(folder()).value();
         const auto other = instead.find(name);
         return contentsOf(other == instead.end() ? in(name) : other->second);
     }
@@ -298,7 +298,7 @@ TEST_F(FileGroupTest, whenOneFileCannotBePreparedNoneChanges)
 
 TEST_F(FileGroupTest, aFolderThatWasNotInterruptedIsReadAsItIs)
 {
-    EXPECT_TRUE(FileGroup::interrupted(folder()).empty());
+    EXPECT_TRUE(FileGroup::interrupted(folder()).value().empty());
     expectBoth("old");
 }
 
@@ -339,7 +339,7 @@ TEST_F(FileGroupTest, readingRepairsNothing)
     interruptAfterRenaming(1);
     const std::vector<std::string> before = names();
 
-    FileGroup::interrupted(folder());
+    EXPECT_TRUE(FileGroup::interrupted(folder()).ok());
 
     EXPECT_EQ(names(), before);
     EXPECT_EQ(contentsOf(in("items.xml")), "old items");
@@ -361,13 +361,30 @@ TEST_F(FileGroupTest, aTemporaryOfTheRightSizeButOtherContentsMakesTheIntentVoid
     expectBoth("old");
 }
 
+TEST_F(FileGroupTest, anInterruptedCommitThatCannotBeReadIsNeitherVoidNorCleared)
+{
+    interruptAfterRenaming(1);
+    for (const std::string& path : {temporaryOf("items.xml"), in(intentFile)}) {
+        // A folder in the file's place cannot be read, and the file is there again later.
+        fs::rename(path, path + ".aside");
+        fs::create_directory(path);
+
+        EXPECT_FALSE(FileGroup::interrupted(folder()).ok()) << path;
+        EXPECT_FALSE(FileGroup::repair(folder()).ok()) << path;
+
+        fs::remove(path);
+        fs::rename(path + ".aside", path);
+    }
+    expectBoth("new");
+}
+
 TEST_F(FileGroupTest, anIntentCutAnywhereIsVoid)
 {
     interruptAfterRenaming(0);
     const std::string intent = contentsOf(in(intentFile));
     for (std::size_t length = 0; length + 1 < intent.size(); ++length) {
         put(in(intentFile), intent.substr(0, length));
-        ASSERT_TRUE(FileGroup::interrupted(folder()).empty()) << length;
+        ASSERT_TRUE(FileGroup::interrupted(folder()).value().empty()) << length;
     }
 }
 

@@ -139,4 +139,55 @@ TEST_F(ItemEditorTest, AfterADeletionTheStatusLineSaysWhatUndoBringsBack)
     EXPECT_EQ(status, "Deleted. Undo brings the item back.");
 }
 
+// What does not read
+
+TEST_F(ItemEditorTest, EveryFigureThatDoesNotReadSaysSoAndIsStoredAsTyped)
+{
+    begin();
+    Item& mug = item("Mug", "10");
+    items().editThisItem(mug);
+    for (TextField* amount : {&form().price, &form().bought, &form().shipping}) {
+        EXPECT_EQ(amount->fault(), "") << amount->name().toStdString();
+        amount->edit("dear");
+        EXPECT_EQ(amount->fault(), "This does not read as an amount; it counts as 0.") << amount->name().toStdString();
+    }
+    for (TextField* number : {&form().qty, &form().optimumQty}) {
+        number->edit("many");
+        EXPECT_EQ(number->fault(), "This does not read as a number; it counts as 0.") << number->name().toStdString();
+    }
+    form().warnlevel.edit("2.5");
+    EXPECT_EQ(form().warnlevel.fault(), "This does not read as a whole number; it counts as 2.");
+    form().save.trigger();
+    EXPECT_EQ(mug.getPrice(), "dear");
+    EXPECT_EQ(mug.getQty(), "many");
+    items().editThisItem(mug);
+    EXPECT_NE(form().price.fault(), "");
+    items().editThisItem(item("Plate"));
+    EXPECT_EQ(form().price.fault(), "");
+}
+
+TEST_F(ItemEditorTest, AStockInTheShortFormOfAMillionIsNothingWrong)
+{
+    begin();
+    Item& nails = item("Nails", "2e+06");
+    items().editThisItem(nails);
+    EXPECT_EQ(form().qty.fault(), "");
+    items().adjustQtyFor(nails, -500'000);
+    EXPECT_EQ(nails.getQtyAsFloat(), 1'500'000.0f);
+}
+
+TEST_F(ItemEditorTest, OnlyASelectedPartCanBeRemoved)
+{
+    begin();
+    Item& a = item("A");
+    Item& set = collectiveItem("Set", {{&a, 1}});
+    items().editThisItem(set);
+    EXPECT_FALSE(form().removeConstituent.isEnabled());
+    items().constituentTable.selectConstituent(0);
+    EXPECT_TRUE(form().removeConstituent.isEnabled());
+    form().removeConstituent.trigger();
+    EXPECT_TRUE(set.getConstituents().empty());
+    EXPECT_FALSE(form().removeConstituent.isEnabled());
+}
+
 } // namespace

@@ -329,4 +329,63 @@ TEST_F(ItemTest, MakingAnItemCollectiveAndBackKeepsItsParts)
     EXPECT_EQ(item.getConstituents().size(), 1u);
 }
 
+// Large stocks
+
+TEST_F(ItemTest, AStockOfAMillionIsReadBackAsItWasWritten)
+{
+    item.setQty("2000000");
+    EXPECT_EQ(item.adjustQty(-10), 1'999'990.0f);
+    EXPECT_EQ(item.getQty(), "1.99999e+06");
+    EXPECT_EQ(item.getQtyAsFloat(), 1'999'990.0f);
+    EXPECT_EQ(item.adjustQty(10), 2'000'000.0f);
+    EXPECT_EQ(item.getQty(), "2e+06");
+    EXPECT_EQ(item.getQtyAsFloat(), 2'000'000.0f);
+    EXPECT_EQ(item.adjustQty(-1'500'000), 500'000.0f);
+    EXPECT_EQ(item.getQty(), "500000");
+}
+
+TEST_F(ItemTest, AStockBeyondTheMoneyLimitsAndBelowNothingIsNotLostEither)
+{
+    item.setQty("9000000");
+    EXPECT_EQ(item.adjustQty(3'000'000), 12'000'000.0f);
+    EXPECT_EQ(item.getQty(), "1.2e+07");
+    EXPECT_EQ(item.getQtyAsFloat(), 12'000'000.0f);
+    item.setQty("-1000000");
+    EXPECT_EQ(item.adjustQty(-1'000'000), -2'000'000.0f);
+    EXPECT_EQ(item.getQtyAsFloat(), -2'000'000.0f);
+}
+
+TEST_F(ItemTest, OnlyTheShortFormTheProgramWritesIsReadSo)
+{
+    EXPECT_EQ(stockQuantity(formatter, "2e+06"), 2e6);
+    EXPECT_EQ(stockQuantity(formatter, "2,000.5"), 2000.5);
+    for (const char* text : {"", "1e3", "1e+03", "2E+06", "2e+06 pieces", " 2e+06", "inf", "nan", "1e+400"})
+        EXPECT_EQ(stockQuantity(formatter, text), std::nullopt) << text;
+}
+
+TEST_F(ItemTest, LargeStocksCountOneByOneAndAreInStock)
+{
+    item.setQty("2e+06");
+    item.incQty();
+    EXPECT_EQ(item.getQty(), "2000001");
+    item.setQty("2e+06");
+    item.decQty();
+    EXPECT_EQ(item.getQty(), "1999999");
+    item.setQty("-2e+06");
+    EXPECT_EQ(item.getFieldByName("availability"), "out of stock");
+    item.setQty("1e-05");
+    EXPECT_EQ(item.getFieldByName("availability"), "out of stock");
+    item.setQty("2e+06");
+    EXPECT_EQ(item.getFieldByName("availability"), "in stock");
+    item.setBought("2.00");
+    EXPECT_EQ(item.getFieldByName("stockcost"), "4,000,000.00");
+}
+
+TEST_F(ItemTest, TheLargestWholeNumberCountsOnWithoutTurningOver)
+{
+    item.setQty("2147483647");
+    item.incQty();
+    EXPECT_EQ(item.getQty(), "2147483648");
+}
+
 } // namespace

@@ -193,4 +193,55 @@ TEST_F(LineKeepingTest, TheCountOfItemsStopsAtWhatAWholeNumberHolds)
     EXPECT_EQ(lines().countTotalItemsPurchased(), "-2147483648");
 }
 
+// What does not read
+
+TEST_F(LineKeepingTest, ACellThatDoesNotReadSaysSo)
+{
+    begin(taxSettings());
+    Order& bench = order("Bench");
+    Material& imported = line(bench, "a lot");
+    imported.setQty("some");
+    imported.setCost("1e3");
+    imported.setTaxCode("X");
+    lines().setCurrentOrder(bench.getID());
+    EXPECT_EQ(lines().cellFault("total", 0), "This does not read as an amount; it counts as 0.");
+    EXPECT_EQ(lines().cellFault("cost", 0), "This does not read as an amount; it counts as 0.");
+    EXPECT_EQ(lines().cellFault("qty", 0), "This does not read as a number; it counts as 0.");
+    EXPECT_EQ(lines().cellFault("taxcode", 0), "No tax rate has this code; it counts as 0.");
+    EXPECT_EQ(lines().cellFault("item", 0), "");
+    EXPECT_EQ(lines().cellFault("total", 1), "");
+    ASSERT_TRUE(lines().setObjectValue("qty", 0, "2"));
+    ASSERT_TRUE(lines().setObjectValue("taxcode", 0, "S"));
+    EXPECT_EQ(lines().cellFault("qty", 0), "");
+    EXPECT_EQ(lines().cellFault("taxcode", 0), "");
+}
+
+TEST_F(LineKeepingTest, WithoutTaxNoCodeIsWrong)
+{
+    begin();
+    Order& bench = order("Bench");
+    line(bench, "5.00", "X");
+    lines().setCurrentOrder(bench.getID());
+    EXPECT_EQ(lines().cellFault("taxcode", 0), "");
+}
+
+// Lines that change their order
+
+TEST_F(LineKeepingTest, ALineWhoseOrderIsSetByNameGoesToThatOrderInCollectionOrder)
+{
+    begin();
+    const Order& bench = order("Bench");
+    const Order& table = order("Table");
+    Material& first = line(bench, "1.00");
+    Material& second = line(table, "2.00");
+    Material& third = line(bench, "4.00");
+    ASSERT_TRUE(first.setFieldByName("order", std::to_string(table.getID())));
+    EXPECT_EQ(lines().linesOfOrder(bench.getID()), std::vector<Material*> {&third});
+    EXPECT_EQ(lines().linesOfOrder(table.getID()), (std::vector<Material*> {&first, &second}));
+    lines().deleteItem(first);
+    EXPECT_EQ(lines().linesOfOrder(table.getID()), std::vector<Material*> {&second});
+    ASSERT_TRUE(first.setFieldByName("order", std::to_string(bench.getID())));
+    EXPECT_EQ(lines().linesOfOrder(bench.getID()), std::vector<Material*> {&third});
+}
+
 } // namespace

@@ -158,4 +158,15 @@ TEST_F(MaterialTest, TheCodeSortsByItsDigits)
     EXPECT_EQ(line.getNumericCode(), 123.0f);
 }
 
+TEST_F(MaterialTest, GoodsMoveByTheQuantityCutOffAfterThePoint)
+{
+    const std::pair<const char*, int> cases[] {
+        {"3", 3}, {"2.9", 2}, {"-2.9", -2}, {"1,000", 1000}, {"3 pieces", 3}, {"", 0}, {"few", 0}, {"10,000,000", 10'000'000}};
+    Material line(rules());
+    for (const auto& [text, whole] : cases) {
+        line.setQty(text);
+        EXPECT_EQ(line.getWholeQty(), whole) << text;
+    }
+}
+
 } // namespace

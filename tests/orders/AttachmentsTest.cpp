@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <sys/stat.h>
+
 namespace {
 
 class AttachmentsTest : public testing::Test {
@@ -57,12 +59,53 @@ TEST_F(AttachmentsTest, NothingThatIsThereIsOverwritten)
     EXPECT_EQ(bytesOf(attachments.folder(1) + "/plan.txt"), "first");
 }
 
+TEST_F(AttachmentsTest, ALinkToNothingThatStandsThereIsNotReplacedEither)
+{
+    ASSERT_TRUE(QDir().mkpath(database() + "/Attachments/order1"));
+    ASSERT_TRUE(QFile::link("/nowhere", database() + "/Attachments/order1/plan.txt"));
+
+    const Result<void> refused = attachments.file(1, source("plan.txt"));
+
+    ASSERT_FALSE(refused);
+    EXPECT_NE(refused.error().message.find("a file of that name is attached already"), std::string::npos) << refused.error().message;
+    EXPECT_EQ(QFile::symLinkTarget(database() + "/Attachments/order1/plan.txt"), "/nowhere");
+    EXPECT_FALSE(QFileInfo::exists("/nowhere"));
+}
+
+TEST_F(AttachmentsTest, AFolderThatCannotBeMadeIsAnError)
+{
+    writeFile(database() + "/Attachments", "in the way");
+
+    const Result<void> refused = attachments.file(1, source("plan.txt"));
+
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().message,
+        m_home.filePath("plan.txt").toStdString() + " was not attached: the folder for this order's files could not be made.");
+    EXPECT_EQ(bytesOf(database() + "/Attachments"), "in the way");
+    EXPECT_EQ(attachments.countAttachments(1), 0);
+}
+
+TEST_F(AttachmentsTest, AFolderThatCannotBeWrittenIsAnErrorAndHoldsNothingHalf)
+{
+    // Nothing can be written under the name of a copy on its way.
+    writeFile(database() + "/Attachments/order1/.vendaro-attachment.tmp/in the way");
+
+    const Result<void> refused = attachments.file(1, source("plan.txt"));
+
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().message,
+        m_home.filePath("plan.txt").toStdString() + " was not attached: it could not be copied into the database folder.");
+    EXPECT_FALSE(QFileInfo::exists(attachments.folder(1) + "/plan.txt"));
+    EXPECT_EQ(attachments.countAttachments(1), 0);
+}
+
 TEST_F(AttachmentsTest, OnlyOrdinaryFilesCanBeAttached)
 {
     const QString plan = source("plan.txt");
     ASSERT_TRUE(QFile::link(plan, m_home.filePath("link.txt")));
     ASSERT_TRUE(QDir().mkpath(m_home.filePath("folder")));
-    for (const char* name : {"link.txt", "folder", "nothing.txt"}) {
+    ASSERT_EQ(mkfifo(m_home.filePath("pipe").toLocal8Bit().constData(), 0600), 0);
+    for (const char* name : {"link.txt", "folder", "pipe", "nothing.txt"}) {
         const Result<void> refused = attachments.file(1, m_home.filePath(name));
         ASSERT_FALSE(refused) << name;
         EXPECT_NE(refused.error().message.find(name), std::string::npos);

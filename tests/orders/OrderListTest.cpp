@@ -526,4 +526,58 @@ TEST_F(OrderListTest, MailGoesToTheFirstContactOnTheirTabElseToTheSecond)
     EXPECT_EQ(opener.urls, (std::vector<QUrl> {QUrl("mailto:bob@example.org"), QUrl("mailto:ann@example.org")}));
 }
 
+// Many at once
+
+/// How often a list told that its rows are to be asked again.
+class ResetCounter : public ListObserver {
+public:
+    explicit ResetCounter(qvDataSource& list) : m_list(list) { m_list.addObserver(*this); }
+    ~ResetCounter() override { m_list.removeObserver(*this); }
+    void listReset() override { ++resets; }
+    void rowChanged(int) override { }
+    int resets = 0;
+
+private:
+    qvDataSource& m_list;
+};
+
+TEST_F(OrderListTest, DeletingManyTellsEveryListAsOftenAsDeletingOne)
+{
+    const auto resetsOfDeleting = [this](int count) {
+        begin();
+        for (int i = 0; i < count; ++i) {
+            Order& made = order("Order");
+            line(made, "1.00");
+            payment(made, "1.00");
+            made.setBillId(app().getBillManager().createAndAddDataObject().getID());
+        }
+        Order& kept = order("Kept");
+        line(kept, "2.00");
+        std::vector<int> rows;
+        for (int row = 0; row < orders().numberOfRows(); ++row) {
+            if (row != orders().rowOf(kept))
+                rows.push_back(row);
+        }
+        orders().setSelectedRows(rows);
+        const ResetCounter ofOrders(orders());
+        const ResetCounter ofLines(lines());
+        alerts.answer("OK");
+        orders().deleteKey();
+        EXPECT_EQ(orders().records(), std::vector<dataObject*> {&kept});
+        EXPECT_EQ(lines().getCount(), 1);
+        EXPECT_EQ(app().getPaymentManager().getCount(), 0);
+        EXPECT_EQ(app().getBillManager().getCount(), 0);
+        EXPECT_EQ(orders().deleteBuffer().size(), static_cast<std::size_t>(count));
+        const std::pair resets(ofOrders.resets, ofLines.resets);
+        quit();
+        for (const char* file : {"orders.xml", "itemsordered.xml", "bills.xml"})
+            QFile::remove(databaseFolder() + '/' + file);
+        return resets;
+    };
+    const auto one = resetsOfDeleting(1);
+    const auto many = resetsOfDeleting(50);
+    EXPECT_EQ(one, many);
+    EXPECT_LE(many.second, 2);
+}
+
 } // namespace

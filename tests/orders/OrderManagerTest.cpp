@@ -412,4 +412,16 @@ TEST_F(OrderManagerTest, OtherOrdersBookNothingIn)
     EXPECT_FALSE(currentOrder().getStockAdded());
 }
 
+TEST_F(OrderManagerTest, AQuantityOfAThousandIsBookedInAsAThousand)
+{
+    begin();
+    Item& clay = item("Clay", "1");
+    orders().createPurchaseOrder();
+    orders().addItemToCurrentOrder(clay);
+    ASSERT_TRUE(lines().setObjectValue("qty", 0, "1,000"));
+    form().addStock.trigger();
+    EXPECT_EQ(clay.getQty(), "1001");
+    EXPECT_TRUE(logged("increasing stock of item by 1000"));
+}
+
 } // namespace

@@ -38,6 +38,33 @@ protected:
     }
 };
 
+TEST_F(OrderSavingTest, AnOrderWhoseAttachmentsCannotBeKeptStaysAndThatIsTold)
+{
+    begin();
+    Order& bench = order("Bench");
+    ASSERT_TRUE(QDir().mkpath(databaseFolder() + "/Attachments/order1"));
+    writeFile("Attachments/order1/plan.txt", "plan");
+    QFile inTheWay(supportFolder() + "/Recovery");
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    alerts.answer("OK");
+    orders().deleteOrder(bench);
+    EXPECT_TRUE(orders().holds(bench));
+    EXPECT_EQ(lastAlert().title, "Delete Order");
+    EXPECT_EQ(readFile("Attachments/order1/plan.txt"), "plan");
+
+    // From the list, the others go.
+    Order& chair = order("Chair");
+    orders().setSelectedRows({0, 1});
+    alerts.answer("OK");
+    alerts.answer("OK");
+    orders().deleteKey();
+    EXPECT_TRUE(orders().holds(bench));
+    EXPECT_FALSE(orders().holds(chair));
+    EXPECT_EQ(alerts.answersLeft(), 0u);
+    orders().undo();
+    EXPECT_EQ(orders().getCount(), 2);
+}
+
 // Figures
 
 TEST_F(OrderSavingTest, TypedFiguresAreStoredInMoneyForm)
@@ -401,6 +428,162 @@ TEST_F(OrderSavingTest, ChoicesOfAnotherOrderAreNotOffered)
     EXPECT_EQ(form().paymentMethod.title(), "Barter");
     orders().editThisOrder(order("Table"));
     EXPECT_FALSE(form().paymentMethod.titles().contains("Barter"));
+}
+
+// What does not read
+
+TEST_F(OrderSavingTest, EveryFigureThatDoesNotReadSaysSoWhileItIsTyped)
+{
+    begin(taxSettings());
+    orders().create();
+    form().applyDiscount.edit(true);
+    for (TextField* amount : {&form().shipping, &form().net, &form().taxAmount}) {
+        EXPECT_EQ(amount->fault(), "") << amount->name().toStdString();
+        amount->edit("five");
+        EXPECT_EQ(amount->fault(), "This does not read as an amount; it counts as 0.") << amount->name().toStdString();
+        amount->edit("5");
+        EXPECT_EQ(amount->fault(), "") << amount->name().toStdString();
+    }
+    form().discount.edit("half");
+    EXPECT_EQ(form().discount.fault(), "This does not read as a number; it counts as 0.");
+}
+
+TEST_F(OrderSavingTest, DatesAreCheckedTheWayTheyAreReadBack)
+{
+    writeSettings("<key>VendaroDateFormat</key><string>1</string>");
+    start();
+    orders().createPurchaseOrder();
+    EXPECT_EQ(form().date.text(), "today");
+    EXPECT_EQ(form().date.fault(), "") << "the program's own word";
+    form().date.edit("soon");
+    EXPECT_EQ(form().date.fault(), "This is not a date like 12/25/24; it counts as 01/01/00.");
+    form().date.edit("12/24/24");
+    EXPECT_EQ(form().date.fault(), "");
+    // When a purchase order was paid is read day first for everybody.
+    form().balancePaid.edit("12/24/24");
+    EXPECT_EQ(form().balancePaid.fault(), "This is not a date like 25/12/24; it counts as 01/01/00.");
+    form().balancePaid.edit("24/12/24");
+    EXPECT_EQ(form().balancePaid.fault(), "");
+}
+
+TEST_F(OrderSavingTest, AStoredValueThatDoesNotReadSaysSoWhenItsOrderIsOpened)
+{
+    begin();
+    Order& imported = order("Imported");
+    imported.setDate("March");
+    imported.setShipping("free");
+    orders().editThisOrder(imported);
+    EXPECT_NE(form().date.fault(), "");
+    EXPECT_NE(form().shipping.fault(), "");
+    orders().editThisOrder(order("Bench"));
+    EXPECT_EQ(form().date.fault(), "");
+    EXPECT_EQ(form().shipping.fault(), "");
+}
+
+TEST_F(OrderSavingTest, APaymentsCellThatDoesNotReadSaysSo)
+{
+    begin();
+    Order& bench = order("Bench");
+    payment(bench, "lots", "01/03/24");
+    orders().editThisOrder(bench);
+    EXPECT_EQ(orders().paymentTable.cellFault("datepaid", 0), "");
+    EXPECT_EQ(orders().paymentTable.cellFault("amount", 0), "This does not read as an amount; it counts as 0.");
+    ASSERT_TRUE(orders().paymentTable.setObjectValue("datepaid", 0, "yesterday"));
+    EXPECT_EQ(bench.getPaymentArray().front()->getDatePaid(), "yesterday");
+    EXPECT_EQ(orders().paymentTable.cellFault("datepaid", 0), "This is not a date like 25/12/24; it counts as 01/01/00.");
+    EXPECT_EQ(orders().paymentTable.cellFault("paymentmethod", 0), "");
+}
+
+// Orders that a crash took
+
+TEST_F(OrderSavingTest, ANewOrderDoesNotInheritTheLinesOfOneThatACrashTook)
+{
+    begin();
+    orders().create();
+    const int lost = currentOrder().getID();
+    orders().addItemToCurrentOrder(item("Mug"));
+    ASSERT_TRUE(lines().setObjectValue("qty", 0, "3")); // written, unlike the order
+    crash();
+    QFile::remove(databaseFolder() + "/lock.xml");
+    start();
+    ASSERT_EQ(orders().getCount(), 0);
+    ASSERT_EQ(lines().recordsOfOrder(lost).size(), 1u);
+    orders().create();
+    EXPECT_NE(currentOrder().getID(), lost);
+    EXPECT_EQ(lines().numberForThisOrder(), 0);
+    EXPECT_EQ(currentOrder().getOrderNum(), std::to_string(currentOrder().getID()));
+    const int next = currentOrder().getID() + 1;
+    EXPECT_EQ(order("Next").getID(), next);
+}
+
+TEST_F(OrderSavingTest, AtTheEndOfAllIdsANewOrderIsStillMade)
+{
+    begin();
+    order("Last").setID(std::numeric_limits<int>::max());
+    orders().findAndSetHighestId();
+    lines().add(std::make_unique<Material>(lines().rules(), 2));
+    orders().create();
+    EXPECT_EQ(orders().getCount(), 2);
+}
+
+// Buttons that would find nothing to do
+
+TEST_F(OrderSavingTest, RemovingAwaitsASelection)
+{
+    begin();
+    Order& bench = order("Bench");
+    line(bench, "5.00");
+    payment(bench, "1.00");
+    orders().editThisOrder(bench);
+    EXPECT_FALSE(form().removeMaterial.isEnabled());
+    EXPECT_FALSE(form().tenderRemove.isEnabled());
+    lines().selectRow(0);
+    EXPECT_TRUE(form().removeMaterial.isEnabled());
+    EXPECT_FALSE(form().tenderRemove.isEnabled());
+    orders().paymentTable.selectRow(0);
+    EXPECT_TRUE(form().tenderRemove.isEnabled());
+    alerts.answer("OK");
+    form().removeMaterial.trigger();
+    EXPECT_EQ(lines().getCount(), 0);
+    EXPECT_FALSE(form().removeMaterial.isEnabled());
+    orders().editThisOrder(order("Table"));
+    EXPECT_FALSE(form().tenderRemove.isEnabled());
+}
+
+TEST_F(OrderSavingTest, TheContactsCommandsGoByTheTab)
+{
+    begin();
+    Order& bench = order("Bench");
+    bench.setContact(&contact("Ann"));
+    orders().editThisOrder(bench);
+    // On the first tab a message goes to the second contact, and there is none.
+    EXPECT_FALSE(form().sendEmail.isEnabled());
+    form().tab.edit(OrderForm::contactTab);
+    EXPECT_TRUE(form().editContact.isEnabled());
+    EXPECT_TRUE(form().sendEmail.isEnabled());
+    form().tab.edit(OrderForm::secondContactTab);
+    EXPECT_FALSE(form().editContact.isEnabled());
+    EXPECT_FALSE(form().sendEmail.isEnabled());
+    orders().setContact(contact("Bob"));
+    EXPECT_TRUE(form().editContact.isEnabled());
+    EXPECT_TRUE(form().sendEmail.isEnabled());
+    orders().editThisOrder(order("Table"));
+    EXPECT_FALSE(form().editContact.isEnabled());
+}
+
+TEST_F(OrderSavingTest, AContactWithoutANameCanBeEditedAndItsDetailsKeepToTheirLines)
+{
+    begin();
+    Contact& nameless = contact("");
+    nameless.setAdd1("4 Mill Lane\r\nUpper floor\tleft");
+    nameless.setPhone("0123");
+    Order& bench = order("Bench");
+    bench.setContact(&nameless);
+    orders().editThisOrder(bench);
+    EXPECT_EQ(form().contactName.text(), "Contact without a name");
+    EXPECT_EQ(form().contactDetails.text(), "add1\t4 Mill Lane, Upper floor, left\nphone\t0123");
+    form().tab.edit(OrderForm::contactTab);
+    EXPECT_TRUE(form().editContact.isEnabled());
 }
 
 } // namespace

@@ -122,13 +122,47 @@ TEST_F(FolderPropertiesTest, aDamagedFileThatCannotBeKeptIsNotReplaced)
     properties.setObjectForKey(folder, "New", "dbName");
 
     EXPECT_EQ(contents(folder + "/info.plist"), "damaged");
-    EXPECT_EQ(log, std::vector<std::string> {"couldn't write database's properties"});
+    ASSERT_EQ(log.size(), 2u) << "that, and why";
+    EXPECT_EQ(log.front(), "couldn't write database's properties");
 }
 
-TEST_F(FolderPropertiesTest, aFailureIsOnlyLogged)
+TEST_F(FolderPropertiesTest, aFolderThatIsNotThereYetIsOnlyLogged)
 {
+    properties.onTrouble = [](const QString& sentence) { ADD_FAILURE() << sentence.toStdString(); };
+
     properties.setObjectForKey(folder + "/missing", "New", "dbName");
 
     ASSERT_FALSE(log.empty());
     EXPECT_EQ(log.front(), "couldn't write database's properties");
+}
+
+TEST_F(FolderPropertiesTest, aFileThatCannotBeReadIsNotReplacedAndThatIsTold)
+{
+    // A folder of that name cannot be read as a file, and might be a file again the next moment.
+    QDir().mkpath(folder + "/info.plist");
+    QStringList told;
+    properties.onTrouble = [&](const QString& sentence) { told += sentence; };
+    EXPECT_FALSE(properties.objectForKey(folder, "currency").has_value());
+
+    properties.setObjectForKey(folder, "GBP", "currency");
+
+    ASSERT_EQ(told.size(), 1);
+    EXPECT_TRUE(told[0].startsWith(folder + "/info.plist could not be written (")) << told[0].toStdString();
+    EXPECT_TRUE(QDir(folder + "/info.plist").exists());
+}
+
+TEST_F(FolderPropertiesTest, aKeyThatCouldNotBeReadKeepsItsValueUntilItIsReadAgain)
+{
+    QDir().mkpath(folder + "/info.plist");
+    EXPECT_FALSE(properties.objectForKey(folder, "currency").has_value());
+    QDir(folder).rmdir("info.plist");
+    const QByteArray bytes = document("<dict>\n\t<key>currency</key>\n\t<string>EUR</string>\n</dict>\n");
+    put(bytes);
+
+    properties.setObjectForKey(folder, "GBP", "currency");
+    EXPECT_EQ(contents(folder + "/info.plist"), bytes);
+
+    EXPECT_EQ(properties.objectForKey(folder, "currency"), "EUR");
+    properties.setObjectForKey(folder, "GBP", "currency");
+    EXPECT_EQ(properties.objectForKey(folder, "currency"), "GBP");
 }

@@ -52,7 +52,7 @@ TEST_F(SettingsTest, withoutAFileNothingIsSetAndNothingIsWritten)
     EXPECT_EQ(store.value("VendaroCurrency"), nullptr);
     EXPECT_FALSE(store.text("VendaroCurrency").has_value());
     EXPECT_FALSE(store.flag("VendaroHandlesTax"));
-    EXPECT_EQ(store.damage(), "");
+    EXPECT_EQ(store.takeDamage(), QStringList());
     EXPECT_TRUE(store.flush().ok());
     EXPECT_FALSE(QFileInfo::exists(path()));
 }
@@ -63,12 +63,10 @@ TEST_F(SettingsTest, valuesAreSeenAtOnceAndOnDiskAfterAFlush)
     store.setText("VendaroCurrency", "\xc2\xa3");
     store.setText("VendaroCodeSort", "2");
     EXPECT_EQ(store.text("VendaroCurrency"), "\xc2\xa3");
-    EXPECT_TRUE(store.isDirty());
     EXPECT_FALSE(QFileInfo::exists(path()));
 
     ASSERT_TRUE(store.flush().ok());
 
-    EXPECT_FALSE(store.isDirty());
     EXPECT_EQ(contents(path()),
         document("<dict>\n\t<key>VendaroCodeSort</key>\n\t<string>2</string>\n\t<key>VendaroCurrency</key>\n\t<string>\xc2\xa3</string>\n</"
                  "dict>\n"));
@@ -94,12 +92,11 @@ TEST_F(SettingsTest, settingAnEqualValueOrRemovingNothingIsNoChange)
 {
     put(document("<dict>\n\t<key>a</key>\n\t<string>1</string>\n</dict>\n"));
     FileSettingsStore store(path(), recovery);
-    store.setText("a", "1");
-    store.remove("b");
-
-    EXPECT_FALSE(store.isDirty());
     int told = 0;
     store.onDirty = [&] { ++told; };
+    store.setText("a", "1");
+    store.remove("b");
+    EXPECT_EQ(told, 0);
     store.setText("a", "2");
     store.setText("a", "3");
     EXPECT_EQ(told, 1);
@@ -144,8 +141,10 @@ TEST_F(SettingsTest, aDamagedFileIsKeptToldAndThenReplaced)
 
     const QString kept = recoveryFolder() + "/20240301-101530 Vendaro.plist";
     EXPECT_EQ(contents(kept), damaged);
-    EXPECT_TRUE(store.damage().startsWith("The settings could not be read (line ")) << store.damage().toStdString();
-    EXPECT_TRUE(store.damage().endsWith("The original is kept as " + kept + ".")) << store.damage().toStdString();
+    const QString told = store.takeDamage().join('|');
+    EXPECT_TRUE(told.startsWith("The settings could not be read (line ")) << told.toStdString();
+    EXPECT_TRUE(told.endsWith("The original is kept as " + kept + ".")) << told.toStdString();
+    EXPECT_EQ(store.takeDamage(), QStringList()) << "told once";
     store.setText("a", "1");
     EXPECT_TRUE(store.flush().ok());
     EXPECT_EQ(FileSettingsStore(path(), recovery).text("a"), "1");
@@ -154,9 +153,9 @@ TEST_F(SettingsTest, aDamagedFileIsKeptToldAndThenReplaced)
 TEST_F(SettingsTest, aFileOfAnotherShapeIsDamagedToo)
 {
     put(document("<array/>\n"));
-    const FileSettingsStore store(path(), recovery);
+    FileSettingsStore store(path(), recovery);
 
-    EXPECT_TRUE(store.damage().contains("its root is no dictionary"));
+    EXPECT_TRUE(store.takeDamage().join('|').contains("its root is no dictionary"));
     EXPECT_EQ(QDir(recoveryFolder()).entryList(QDir::Files).size(), 1);
 }
 
@@ -170,12 +169,73 @@ TEST_F(SettingsTest, aDamagedFileThatCannotBeKeptIsNotReplaced)
 
     EXPECT_FALSE(store.flush().ok());
     EXPECT_EQ(contents(path()), "damaged");
-    EXPECT_TRUE(store.isDirty());
 
     ASSERT_TRUE(inTheWay.remove());
     EXPECT_TRUE(store.flush().ok());
     EXPECT_EQ(contents(recoveryFolder() + "/20240301-101530 Vendaro.plist"), "damaged");
     EXPECT_EQ(FileSettingsStore(path(), recovery).text("a"), "1");
+}
+
+TEST_F(SettingsTest, aValueOfAnotherKindIsKeptOnceBeforeItIsOverwritten)
+{
+    const QByteArray before = document("<dict>\n\t<key>list</key>\n\t<string>a text</string>\n\t<key>word</key>\n\t<array>\n"
+                                       "\t\t<string>x</string>\n\t</array>\n</dict>\n");
+    put(before);
+    FileSettingsStore store(path(), recovery);
+    EXPECT_EQ(store.takeDamage(), QStringList()) << "what nobody asks for harms nobody";
+
+    store.setText("word", "Order");
+    store.setText("word", "Job");
+    store.set("list", PlistValue::makeArray());
+
+    const QString kept = recoveryFolder() + "/20240301-101530 Vendaro.plist";
+    EXPECT_EQ(store.takeDamage(),
+        QStringList({"The setting \"word\" could not be read. The original is kept as " + kept + ".",
+            "The setting \"list\" could not be read. The original is kept as " + kept + "."}));
+    ASSERT_TRUE(store.flush().ok());
+    EXPECT_EQ(contents(kept), before);
+    EXPECT_EQ(QDir(recoveryFolder()).entryList(QDir::Files).size(), 1);
+    EXPECT_EQ(FileSettingsStore(path(), recovery).text("word"), "Job");
+}
+
+TEST_F(SettingsTest, kindsThatCanStandForEachOtherReplaceEachOtherSilently)
+{
+    put(document("<dict>\n\t<key>flag</key>\n\t<true/>\n\t<key>number</key>\n\t<integer>5</integer>\n\t<key>rows</key>\n\t<array>\n"
+                 "\t\t<string>x</string>\n\t</array>\n</dict>\n"));
+    FileSettingsStore store(path(), recovery);
+
+    store.setText("flag", "NO");
+    store.setText("number", "6");
+    store.set("rows", PlistValue::makeArray());
+
+    EXPECT_EQ(store.takeDamage(), QStringList());
+    EXPECT_FALSE(QDir(recoveryFolder()).exists());
+}
+
+TEST_F(SettingsTest, aValueOfAnotherKindThatCannotBeKeptIsNotOverwritten)
+{
+    const QByteArray before = document("<dict>\n\t<key>word</key>\n\t<array/>\n</dict>\n");
+    put(before);
+    QFile inTheWay(recoveryFolder());
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    FileSettingsStore store(path(), recovery);
+    store.setText("word", "Order");
+
+    EXPECT_TRUE(store.takeDamage().join('|').startsWith("The setting \"word\" could not be read. The original could not be copied yet: "));
+    EXPECT_FALSE(store.flush().ok());
+    EXPECT_EQ(contents(path()), before);
+    ASSERT_TRUE(inTheWay.remove());
+    EXPECT_TRUE(store.flush().ok());
+    EXPECT_EQ(contents(recoveryFolder() + "/20240301-101530 Vendaro.plist"), before);
+}
+
+TEST_F(SettingsTest, valuesTheProgramMadeItselfAreNoOriginals)
+{
+    FileSettingsStore store(path(), recovery);
+    store.setText("word", "Order");
+    store.set("word", PlistValue::makeArray());
+
+    EXPECT_EQ(store.takeDamage(), QStringList());
 }
 
 TEST_F(SettingsTest, whatCannotBeWrittenStaysToBeWritten)
@@ -187,10 +247,9 @@ TEST_F(SettingsTest, whatCannotBeWrittenStaysToBeWritten)
     store.setText("a", "1");
 
     EXPECT_FALSE(store.flush().ok());
-    EXPECT_TRUE(store.isDirty());
     ASSERT_TRUE(inTheWay.remove());
     EXPECT_TRUE(store.flush().ok());
-    EXPECT_FALSE(store.isDirty());
+    EXPECT_EQ(FileSettingsStore(path(), recovery).text("a"), "1");
 }
 
 TEST_F(SettingsTest, textsAreCleanedOnTheirWayIn)
@@ -199,51 +258,4 @@ TEST_F(SettingsTest, textsAreCleanedOnTheirWayIn)
     store.setText("a", "be\x07ll caf\xe9");
 
     EXPECT_EQ(store.text("a"), "bell caf\xef\xbf\xbd");
-}
-
-// The recovery store
-
-TEST_F(SettingsTest, copiesOfOneSecondGetNamesOfTheirOwn)
-{
-    put("first");
-    const Result<QString> first = recovery.keepCopy(path());
-    put("second");
-    const Result<QString> second = recovery.keepCopy(path());
-
-    ASSERT_TRUE(first.ok() && second.ok());
-    EXPECT_EQ(first.value(), recoveryFolder() + "/20240301-101530 Vendaro.plist");
-    EXPECT_EQ(second.value(), recoveryFolder() + "/20240301-101530-1 Vendaro.plist");
-    EXPECT_EQ(contents(first.value()), "first");
-    EXPECT_EQ(contents(second.value()), "second");
-    EXPECT_EQ(contents(path()), "second");
-}
-
-TEST_F(SettingsTest, onlyTheUserCanLookIntoTheRecoveryStore)
-{
-    ASSERT_TRUE(recovery.keepBytes("draft.txt", "text").ok());
-
-    const QFile::Permissions others =
-        QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
-    EXPECT_EQ(QFileInfo(recoveryFolder()).permissions() & others, QFile::Permissions());
-    EXPECT_EQ(contents(recoveryFolder() + "/20240301-101530 draft.txt"), "text");
-}
-
-TEST_F(SettingsTest, foldersAreMovedIntoTheRecoveryStoreWhole)
-{
-    ASSERT_TRUE(QDir().mkpath(user.home() + "/Attachments/7"));
-    QFile file(user.home() + "/Attachments/7/letter.txt");
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("letter");
-    file.close();
-
-    ASSERT_TRUE(recovery.moveIn(user.home() + "/Attachments/7").ok());
-
-    EXPECT_FALSE(QFileInfo::exists(user.home() + "/Attachments/7"));
-    EXPECT_EQ(contents(recoveryFolder() + "/20240301-101530 7/letter.txt"), "letter");
-}
-
-TEST_F(SettingsTest, whatIsNotThereCannotBeKept)
-{
-    EXPECT_FALSE(recovery.keepCopy(user.home() + "/missing").ok());
-    EXPECT_FALSE(recovery.moveIn(user.home() + "/missing").ok());
 }

@@ -1,6 +1,7 @@
 #include "storage/qvPicker.h"
 
 #include "storage/Article.h"
+#include "storage/RecordListModel.h"
 
 #include <gtest/gtest.h>
 
@@ -217,4 +218,72 @@ TEST_F(qvPickerTest, theNextUseStartsFromScratch)
     EXPECT_TRUE(picker.list.sortDescriptors.empty());
     EXPECT_EQ(picker.numberOfRows(), 1);
     EXPECT_EQ(picker.highestId(), 1);
+}
+
+TEST_F(qvPickerTest, aRecordThatWasDeletedMeanwhileIsNotHandedOver)
+{
+    Article& mug = addArticle("Mug", "M1", "4.50");
+    Article& cup = addArticle("Cup", "C1", "3.00");
+    begin();
+    picker.selectRow(1);
+    shop.articles.deleteItem(mug);
+
+    picker.chooseSelected();
+
+    EXPECT_TRUE(chosen.empty());
+    EXPECT_EQ(shop.beeper.beeps, 1);
+    EXPECT_TRUE(picker.form.isOpen());
+    EXPECT_EQ(rows("2"), "Cup ");
+    picker.chooseSelected();
+    EXPECT_EQ(chosen, std::vector<dataObject*> {&cup});
+}
+
+TEST_F(qvPickerTest, withEveryRecordDeletedMeanwhileThereIsNothingLeftToChoose)
+{
+    Article& mug = addArticle("Mug", "M1", "4.50");
+    begin();
+    shop.articles.deleteItem(mug);
+
+    picker.chooseSelected();
+    picker.chooseSelected();
+
+    EXPECT_TRUE(chosen.empty());
+    EXPECT_EQ(picker.numberOfRows(), 0);
+}
+
+TEST_F(qvPickerTest, theRowsOfTheUseBeforeAreGone)
+{
+    addArticle("Mug", "M1", "4.50");
+    addArticle("Cup", "C1", "3.00");
+    begin();
+    const std::weak_ptr<TextStore> texts = picker.textStore();
+    ASSERT_FALSE(texts.expired());
+    shop.articles.deleteItem(shop.articles.at(0));
+
+    begin();
+
+    EXPECT_TRUE(texts.expired()) << "the rows keep their texts alive";
+    EXPECT_EQ(picker.getItemById(2), nullptr);
+    EXPECT_EQ(rows("2"), "Cup ");
+}
+
+TEST_F(qvPickerTest, whoeverShowsThePickerNeverMeetsTheColumnsOfTheUseBefore)
+{
+    addArticle("Mug", "M1", "4.50");
+    begin();
+    RecordListModel model(picker);
+    std::string seen;
+    QObject::connect(&model, &QAbstractItemModel::modelReset, [&] {
+        seen += std::to_string(model.rowCount()) + ':';
+        for (int column = 0; column < model.columnCount(); ++column)
+            seen += ' ' + model.headerData(column, Qt::Horizontal).toString().toStdString();
+        for (int row = 0; row < model.rowCount(); ++row)
+            seen += ' ' + model.index(row, 0).data().toString().toStdString();
+        seen += '\n';
+    });
+
+    picker.beginfor([](dataObject&) {}, shop.articles, {"name"}, {200}, {"Name"}, "Item");
+
+    // Emptied, then with the new columns, then with the new rows.
+    EXPECT_EQ(seen, "0: Code Name Price\n0: Name\n1: Name Mug\n");
 }

@@ -20,6 +20,8 @@ public:
         m_values.try_emplace(std::string(key), PlistValue(std::string(text)));
     }
 
+    void keepUnusable(std::string_view) override { }
+
 private:
     std::map<std::string, PlistValue, std::less<>> m_values;
 };

@@ -59,9 +59,47 @@ TEST_F(RememberedColumns, widthsSetUpByTheProgramAreNoWish)
 {
     const auto table = tableOf(list);
     auto* memory = new ColumnMemory(list, table->horizontalHeader(), {});
-    memory->setPaused(true);
-    table->setColumnWidth(1, 177);
+    memory->show();
+    EXPECT_EQ(table->columnWidth(1), 120);
+    // 400 are asked for and 260 are there: the narrow column keeps its 80, the others share 180 as 120 to 200.
+    table->verticalHeader()->hide();
+    table->setFrameShape(QFrame::NoFrame);
+    table->resize(260, 300);
+    show(*table);
+    EXPECT_EQ(table->columnWidth(0), 80);
+    EXPECT_EQ(table->columnWidth(1), 67);
+    EXPECT_EQ(table->columnWidth(2), 113) << "the last one has what is left";
     EXPECT_EQ(list.column("name")->width, 120);
+    table->resize(500, 300);
+    settle();
+    EXPECT_EQ(table->columnWidth(0), 80);
+    EXPECT_EQ(table->columnWidth(1), 120);
+}
+
+TEST_F(RememberedColumns, onceSomebodyGaveAWidthAllStayAsTheyAre)
+{
+    const auto table = tableOf(list);
+    auto* memory = new ColumnMemory(list, table->horizontalHeader(), {});
+    memory->show();
+    table->resize(500, 300);
+    show(*table);
+    table->setColumnWidth(1, 177);
+    table->resize(200, 300);
+    settle();
+    EXPECT_EQ(table->columnWidth(0), 80);
+    EXPECT_EQ(table->columnWidth(1), 177);
+}
+
+TEST_F(RememberedColumns, aWindowThatGrowsGivesNoWidth)
+{
+    const auto table = tableOf(list);
+    auto* memory = new ColumnMemory(list, table->horizontalHeader(), "grown");
+    memory->show();
+    table->resize(300, 300);
+    show(*table);
+    table->resize(700, 300);
+    wait();
+    EXPECT_EQ(WindowMemory::state("columns/grown"), QByteArray());
 }
 
 TEST_F(RememberedColumns, theNextRunHasTheWidthsOfThisOne)

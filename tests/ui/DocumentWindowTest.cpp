@@ -4,6 +4,7 @@
 #include "UiTest.h"
 #include "support/Business.h"
 #include "ui/documents/BackgroundImageTextView.h"
+#include "ui/kit/MessageBar.h"
 #include "ui/kit/ToolBar.h"
 
 #include <QClipboard>
@@ -64,6 +65,27 @@ TEST_F(DocumentOnScreen, showsTheFilledTemplateWithTheKeyboardOnThePaper)
     for (const char* words : {"Ada Penrose", "Oak stool", "12.50"})
         EXPECT_TRUE(text.contains(words)) << words << " is missing in " << text.toStdString();
     EXPECT_FALSE(text.contains('<')) << text.toStdString();
+}
+
+TEST_F(DocumentOnScreen, aDamagedTemplateIsToldAboveThePaper)
+{
+    EXPECT_EQ(window->findChild<MessageBar*>(), nullptr);
+    delete window;
+    const QString options = supportFolder() + "/stationary/Invoice.plist";
+    QFile file(options);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("<plist><array/></plist>");
+    file.close();
+
+    orders().form.printInvoice.trigger();
+
+    ASSERT_FALSE(window.isNull());
+    auto* bar = window->findChild<MessageBar*>();
+    ASSERT_NE(bar, nullptr);
+    EXPECT_TRUE(bar->isVisible());
+    EXPECT_EQ(bar->text(), options + " could not be read: its root is no dictionary. The document goes without its options.");
+    EXPECT_TRUE(paper()->toPlainText().contains("Ada Penrose"));
+    EXPECT_LE(bar->mapTo(window, bar->rect().bottomLeft()).y(), paper()->mapTo(window, QPoint()).y());
 }
 
 TEST_F(DocumentOnScreen, thePaperHasTheWidthOfTheSheetAndAtLeastItsHeight)

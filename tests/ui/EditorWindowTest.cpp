@@ -4,6 +4,7 @@
 #include "UiTest.h"
 #include "desktop/Form.h"
 #include "ui/kit/Button.h"
+#include "ui/kit/Panels.h"
 
 #include <QAccessible>
 #include <QVBoxLayout>
@@ -16,6 +17,7 @@ class NoteForm : public Form {
 public:
     TextField words {*this, "words"};
     TextField place {*this, "place"};
+    TextField copies {*this, "copies"};
     CommandField cancel {*this, "cancel"};
     CommandField save {*this, "save"};
 };
@@ -34,6 +36,11 @@ public:
         auto* save = new PrimaryButton("Save");
         save->setObjectName("save");
         column->addWidget(save);
+        auto* copies = new QLineEdit;
+        copies->setObjectName("copies");
+        column->addWidget(copies);
+        column->addWidget(new FooterBar);
+        setPassing("copies");
         bindForm();
         setFirstField("words");
     }
@@ -50,6 +57,17 @@ protected:
                 form.close();
         };
         form.save.run = [this] { ++saves; };
+    }
+    /// The note in the footer.
+    QString told() const
+    {
+        const auto* footer = window.findChild<FooterBar*>();
+        return footer->findChild<Label*>()->text();
+    }
+    void write(const QString& words)
+    {
+        settle();
+        type(*child<QLineEdit>(window, "words"), words);
     }
     void open()
     {
@@ -100,6 +118,78 @@ TEST_F(Note, escapeCancels)
     QTest::keyClick(keyboard(), Qt::Key_Escape);
     EXPECT_EQ(cancels, 1);
     EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(Note, onceSomethingWasTypedEscapeAsksToBePressedAgain)
+{
+    open();
+    write("milk");
+    EXPECT_EQ(told(), QString());
+    QTest::keyClick(keyboard(), Qt::Key_Escape);
+    EXPECT_EQ(cancels, 0);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(form.words.text(), QString("milk"));
+    EXPECT_EQ(told(), QString("Esc again closes without saving"));
+    QTest::keyClick(keyboard(), Qt::Key_Escape);
+    EXPECT_EQ(cancels, 1);
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(Note, controlWAndTheCloseButtonAskToBeRepeatedAsWell)
+{
+    open();
+    write("milk");
+    QTest::keyClick(keyboard(), Qt::Key_W, Qt::ControlModifier);
+    EXPECT_EQ(told(), QString("Ctrl+W again closes without saving"));
+    write("bread");
+    EXPECT_EQ(told(), QString());
+    window.close();
+    EXPECT_EQ(told(), QString("Not saved yet: closing again drops the changes"));
+    EXPECT_EQ(cancels, 0);
+    window.close();
+    EXPECT_EQ(cancels, 1);
+}
+
+TEST_F(Note, typingOnTakesTheWarningBack)
+{
+    open();
+    write("milk");
+    QTest::keyClick(keyboard(), Qt::Key_Escape);
+    write("bread");
+    EXPECT_EQ(told(), QString());
+    QTest::keyClick(keyboard(), Qt::Key_Escape);
+    EXPECT_EQ(cancels, 0);
+    EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(Note, theNextRecordBeginsUnedited)
+{
+    open();
+    write("milk");
+    QTest::keyClick(keyboard(), Qt::Key_Escape);
+    form.close();
+    open();
+    EXPECT_EQ(told(), QString());
+    QTest::keyClick(&window, Qt::Key_Escape);
+    EXPECT_EQ(cancels, 1);
+}
+
+TEST_F(Note, whatTheControllerFillsInIsNothingToLose)
+{
+    open();
+    form.words.setText("milk");
+    QTest::keyClick(keyboard(), Qt::Key_Escape);
+    EXPECT_EQ(cancels, 1);
+}
+
+TEST_F(Note, whatIsNoPartOfTheRecordIsNothingToLose)
+{
+    open();
+    settle();
+    type(*child<QLineEdit>(window, "copies"), "2");
+    EXPECT_EQ(form.copies.text(), QString("2"));
+    QTest::keyClick(keyboard(), Qt::Key_Escape);
+    EXPECT_EQ(cancels, 1);
 }
 
 TEST_F(Note, theWindowsOwnCloseButtonCancelsToo)

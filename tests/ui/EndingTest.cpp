@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <csignal>
 #include <cstdio>
@@ -49,24 +50,56 @@ TEST(EndedProgram, waitsWithUnwrittenWork)
     ASSERT_EQ(status, 0);
 }
 
+/// Another: a program whose first question has come up. The database is a copy for travelling, which is told at the start.
+TEST(EndedProgram, asksWhileItStarts)
+{
+    if (!qEnvironmentVariableIsSet("VENDARO_TEST_HOME"))
+        GTEST_SKIP() << "runs only as the second program of the tests below";
+    QApplication::setQuitOnLastWindowClosed(false);
+    const QString database = QDir::homePath() + "/Library/Application Support/Vendaro/vendarodatabase.vendb";
+    ASSERT_TRUE(QDir().mkpath(database));
+    QFile lock(database + "/lock.xml");
+    ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+    lock.write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>datetime</key>"
+               "<string>2024-03-01 10:15:30 +0000</string><key>reason</key><string>offline browsing</string>"
+               "<key>user</key><string>bob</string></dict></plist>\n");
+    lock.close();
+    Ending ending;
+    Program program;
+    QTimer asked;
+    QObject::connect(&asked, &QTimer::timeout, &asked, [&asked] {
+        if (!SheetStack::instance().top())
+            return;
+        asked.stop();
+        std::fputs(ready, stdout);
+        std::fflush(stdout);
+    });
+    asked.start(20);
+    ASSERT_EQ(program.run(), 0);
+}
+
 namespace {
 
 class Ended : public testing::TestWithParam<int> {
 protected:
     void start(const QStringList& environment = {})
     {
+        startOther("waitsWithUnwrittenWork", environment);
+        ASSERT_TRUE(QFile::exists(database() + "/lock.xml"));
+        ASSERT_FALSE(contentsOf(database() + "/orders.xml").contains("Three stools"));
+    }
+    void startOther(const QString& name, const QStringList& environment = {})
+    {
         QStringList variables = QProcess::systemEnvironment();
         variables += "VENDARO_TEST_HOME=" + m_home.path();
         m_program.setEnvironment(variables + environment);
         m_program.setProcessChannelMode(QProcess::MergedChannels);
-        m_program.start(QApplication::applicationFilePath(), {"--gtest_filter=EndedProgram.waitsWithUnwrittenWork"});
+        m_program.start(QApplication::applicationFilePath(), {"--gtest_filter=EndedProgram." + name});
         QByteArray said;
         while (!said.contains(ready)) {
             ASSERT_TRUE(m_program.waitForReadyRead(20'000)) << said.toStdString();
             said += m_program.readAll();
         }
-        ASSERT_TRUE(QFile::exists(database() + "/lock.xml"));
-        ASSERT_FALSE(contentsOf(database() + "/orders.xml").contains("Three stools"));
     }
     void end(int signal)
     {
@@ -101,6 +134,13 @@ TEST_P(Ended, anOpenEditorDoesNotHoldItUpAndTheOrderStaysAsItWasSaved)
     EXPECT_TRUE(orders.contains("<string>Three stools</string>"));
     EXPECT_FALSE(orders.contains("Half typed"));
     EXPECT_FALSE(QFile::exists(database() + "/lock.xml"));
+}
+
+TEST_P(Ended, isHeardWhileTheProgramAsksSomethingAtItsStart)
+{
+    startOther("asksWhileItStarts");
+    end(GetParam());
+    EXPECT_TRUE(contentsOf(database() + "/lock.xml").contains("offline browsing"));
 }
 
 INSTANTIATE_TEST_SUITE_P(BySignal, Ended, testing::Values(SIGTERM, SIGHUP, SIGINT),

@@ -3,6 +3,7 @@
 
 #include "UiTest.h"
 #include "ui/kit/Fields.h"
+#include "ui/kit/FormGrid.h"
 #include "ui/kit/SegmentedChoice.h"
 
 #include <QCheckBox>
@@ -254,6 +255,7 @@ TEST_F(BoundForm, cannotBeTypedIntoWhereTheFormSaysSo)
     QTest::keyClicks(m_name, "x");
     EXPECT_EQ(m_name->text(), QString("fixed"));
     m_form.name.setReadOnly(false);
+    m_name->end(false);
     QTest::keyClicks(m_name, "x");
     EXPECT_EQ(m_form.name.text(), QString("fixedx"));
 }
@@ -336,4 +338,183 @@ TEST_F(BoundForm, aFieldThatTheWindowLacksKeepsItsValue)
     bind();
     m_form.absent.setText("still kept");
     EXPECT_EQ(m_form.absent.text(), QString("still kept"));
+}
+
+TEST_F(BoundForm, oneLetterLeavesTheRestOfAPageAsItWasStored)
+{
+    const QString stored = QString("Recurrence of Order 7\r\nfor 10") + QChar(QChar::Nbsp) + "kg\rby hand";
+    m_form.notes.setText(stored);
+    bind();
+    m_notes->setFocus();
+    m_notes->moveCursor(QTextCursor::End);
+    QTest::keyClicks(m_notes, "!");
+    EXPECT_EQ(m_form.notes.text(), stored + "!");
+    QTest::keyClick(m_notes, Qt::Key_Backspace);
+    EXPECT_EQ(m_form.notes.text(), stored);
+}
+
+TEST_F(BoundForm, theCursorStaysInAPageWithUnusualBreaks)
+{
+    m_form.notes.setText("one\rtwo");
+    bind();
+    m_notes->setFocus();
+    m_notes->moveCursor(QTextCursor::Start);
+    QTest::keyClicks(m_notes, "ab");
+    EXPECT_EQ(m_form.notes.text(), QString("abone\rtwo"));
+    EXPECT_EQ(m_notes->textCursor().position(), 2);
+}
+
+TEST_F(BoundForm, aLineLongerThanFieldsUsuallyAllowKeepsItsEnd)
+{
+    const QString longName(40'000, 'x');
+    m_form.name.setText(longName + "end");
+    bind();
+    m_name->setFocus();
+    m_name->setCursorPosition(0);
+    QTest::keyClicks(m_name, "a");
+    EXPECT_EQ(m_form.name.text().size(), 40'004);
+    EXPECT_TRUE(m_form.name.text().endsWith("xend"));
+}
+
+TEST_F(BoundForm, tellsOfWhatThePersonEditsOnly)
+{
+    bind();
+    QStringList edited;
+    QObject::connect(m_binder, &FormBinder::edited, &m_window, [&edited](const FormField* field) { edited += field->name(); });
+    m_form.name.setText("Ada");
+    m_form.notes.setText("one");
+    m_form.kind.setIndex(1);
+    m_form.paid.setOn(true);
+    EXPECT_EQ(edited, QStringList());
+    QTest::keyClicks(m_name, "x");
+    QTest::keyClicks(m_notes, "y");
+    m_paid->click();
+    QTest::keyClick(m_kind, Qt::Key_Up);
+    EXPECT_EQ(edited, QStringList({"name", "notes", "paid", "kind"}));
+}
+
+TEST_F(BoundForm, aLongTextIsSeenFromItsBeginningUnlessItIsBeingTyped)
+{
+    const QString longName = QString("Donaudampfschifffahrtsgesellschaft ").repeated(20);
+    bind();
+    m_notes->setFocus();
+    m_form.name.setText(longName);
+    EXPECT_EQ(m_name->cursorPosition(), 0);
+    m_name->setFocus();
+    m_name->end(false);
+    QTest::keyClicks(m_name, "x");
+    EXPECT_EQ(m_name->cursorPosition(), longName.size() + 1);
+    m_notes->setFocus();
+    settle();
+    EXPECT_EQ(m_name->cursorPosition(), 0);
+}
+
+TEST_F(BoundForm, anotherWindowInFrontLeavesThePlaceWhereOneTyped)
+{
+    bind();
+    m_name->setFocus();
+    QTest::keyClicks(m_name, "Ada");
+    QWidget other;
+    show(other);
+    settle();
+    EXPECT_EQ(m_name->cursorPosition(), 3);
+}
+
+// Values that cannot be used
+
+namespace {
+
+/// A form of two rows, as the editors lay them out.
+class FaultyForm : public testing::Test {
+protected:
+    FaultyForm()
+    {
+        m_grid = new FormGrid;
+        m_name = new QLineEdit;
+        m_name->setObjectName("name");
+        m_total = new QLineEdit;
+        m_total->setObjectName("total");
+        m_grid->addRow("Name", m_name);
+        m_grid->addRow("Total", {new QPushButton("Work out"), m_total});
+        auto* column = new QVBoxLayout(&m_window);
+        column->addLayout(m_grid);
+        column->addStretch(1);
+        m_window.resize(420, 300);
+        m_binder = new FormBinder(m_form, &m_window);
+        show(m_window);
+    }
+    /// The notes that can be seen.
+    QList<QLabel*> notes() const
+    {
+        QList<QLabel*> seen = m_window.findChildren<QLabel*>();
+        seen.removeIf([](const QLabel* label) { return !label->isVisible() || label->property("tone") != "error"; });
+        return seen;
+    }
+
+    EveryField m_form;
+    QWidget m_window;
+    FormGrid* m_grid;
+    QLineEdit* m_name;
+    QLineEdit* m_total;
+    FormBinder* m_binder;
+};
+
+} // namespace
+
+TEST_F(FaultyForm, aFaultIsSeenBelowItsFieldPointedAtAndReadAloud)
+{
+    m_form.total.setFault("This is no total.");
+    settle();
+    EXPECT_EQ(m_total->property("error").toString(), QString("true"));
+    EXPECT_EQ(m_total->toolTip(), QString("This is no total."));
+    EXPECT_EQ(m_total->accessibleDescription(), QString("This is no total."));
+    ASSERT_EQ(notes().size(), 1);
+    EXPECT_EQ(notes()[0]->text(), QString("This is no total."));
+    EXPECT_GE(notes()[0]->mapTo(&m_window, QPoint()).y(), m_total->mapTo(&m_window, QPoint(0, m_total->height())).y());
+    EXPECT_EQ(m_name->property("error").toString(), QString());
+}
+
+TEST_F(FaultyForm, aFaultThatIsMendedLeavesNothingBehind)
+{
+    m_form.name.setFault("Nobody is called that.");
+    settle();
+    const int totalBelowNote = m_total->mapTo(&m_window, QPoint()).y();
+    m_form.name.setFault({});
+    settle();
+    EXPECT_EQ(m_name->property("error").toString(), QString("false"));
+    EXPECT_EQ(m_name->toolTip(), QString());
+    EXPECT_EQ(m_name->accessibleDescription(), QString());
+    EXPECT_TRUE(notes().isEmpty());
+    EXPECT_LT(m_total->mapTo(&m_window, QPoint()).y(), totalBelowNote);
+    // Two rows as near to each other as if there had never been a note.
+    EXPECT_EQ(m_total->mapTo(&m_window, QPoint()).y(), m_name->mapTo(&m_window, QPoint(0, m_name->height())).y() + 8);
+}
+
+TEST_F(FaultyForm, theSentenceFollowsAndOneNoteIsEnough)
+{
+    m_form.name.setFault("Too long.");
+    m_form.name.setFault("Far too long.");
+    ASSERT_EQ(notes().size(), 1);
+    EXPECT_EQ(notes()[0]->text(), QString("Far too long."));
+    m_form.total.setFault("Too much.");
+    EXPECT_EQ(notes().size(), 2);
+}
+
+TEST_F(FaultyForm, theNoteComesAndGoesWithItsField)
+{
+    m_form.name.setFault("Too long.");
+    m_form.name.setVisible(false);
+    EXPECT_TRUE(notes().isEmpty());
+    m_form.name.setVisible(true);
+    EXPECT_EQ(notes().size(), 1);
+}
+
+TEST_F(BoundForm, outsideAFormsRowsAFaultIsStillMarkedAndPointedAt)
+{
+    bind();
+    m_form.name.setFault("Nobody is called that.");
+    m_form.notes.setFault("Too much to say.");
+    EXPECT_EQ(m_name->property("error").toString(), QString("true"));
+    EXPECT_EQ(m_name->toolTip(), QString("Nobody is called that."));
+    EXPECT_EQ(m_notes->accessibleDescription(), QString("Too much to say."));
 }

@@ -88,6 +88,7 @@ TEST_F(BoundList, givesEveryColumnItsWidth)
 {
     const int title = columnOf("title");
     ASSERT_GE(title, 0);
+    m_table->resize(2000, 300);
     EXPECT_EQ(m_table->columnWidth(title), orders().list.column("title")->width);
 }
 
@@ -102,6 +103,7 @@ TEST_F(BoundList, leavesOutAColumnThatIsHiddenAndShowsItAgain)
     orders().list.column("status")->visible = false;
     orders().columnsChanged();
     EXPECT_EQ(columnOf("status"), -1);
+    m_table->resize(2000, 300);
     EXPECT_EQ(m_table->columnWidth(columnOf("title")), orders().list.column("title")->width);
     orders().list.column("status")->visible = true;
     orders().columnsChanged();
@@ -325,4 +327,21 @@ TEST_F(BoundLines, tabLeavesTheTableWhenNoCellIsBeingEdited)
     QTest::keyClick(m_table, Qt::Key_Tab);
     EXPECT_TRUE(after->hasFocus());
     m_table->setParent(nullptr);
+}
+
+TEST_F(BoundList, aCellThatDoesNotReadIsMarkedAndSaysWhy)
+{
+    Order& bench = order("Paid bench");
+    payment(bench, "5.00", "yesterday");
+    payment(bench, "5.00", "01/03/24");
+    orders().paymentTable.setOrder(&bench);
+    RecordTable payments(RecordTable::Place::card);
+    payments.setUnit(RowDelegate::Unit::cells);
+    auto* binder = new ListBinder(orders().paymentTable, &payments);
+    const auto cell = [&](int row, int role) { return binder->model().index(row, 0).data(role); };
+    EXPECT_TRUE(cell(0, payments.rowDelegate()->roles().fault).toBool());
+    EXPECT_EQ(cell(0, Qt::ToolTipRole).toString(), QString("This is not a date like 25/12/24; it counts as 01/01/00."));
+    EXPECT_EQ(cell(0, Qt::AccessibleDescriptionRole), cell(0, Qt::ToolTipRole));
+    EXPECT_FALSE(cell(1, payments.rowDelegate()->roles().fault).toBool());
+    EXPECT_EQ(cell(1, Qt::ToolTipRole).toString(), QString());
 }

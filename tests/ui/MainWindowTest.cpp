@@ -461,3 +461,47 @@ TEST_F(MainOnScreen, companiesOpenToShowTheirPeople)
     QTest::keyClick(tree, Qt::Key_Return);
     EXPECT_TRUE(desktop->getContactManager().companyContactEditor.form.isOpen());
 }
+
+TEST_F(MainOnScreen, commandsWithoutASelectionSayWhatIsMissing)
+{
+    haveRecords();
+    launch();
+    list("Orders")->clearSelection();
+    for (const char* name : {"edit", "delete"}) {
+        EXPECT_TRUE(command(name)->isEnabled());
+        command(name)->trigger();
+        EXPECT_EQ(status(), QString("Nothing is selected. Choose a row of the list first.")) << name;
+    }
+    EXPECT_TRUE(alerts.asked().empty());
+    EXPECT_FALSE(desktop->getOrderManager().form.isOpen());
+    QTest::keyClick(list("Orders"), Qt::Key_Down);
+    EXPECT_EQ(status(), QString("2 orders, 1 selected"));
+    command("edit")->trigger();
+    EXPECT_TRUE(desktop->getOrderManager().form.isOpen());
+}
+
+TEST_F(MainOnScreen, afterTheFirstOrderTheKeyboardIsOnTheListAndAfterTheLastOneOnTheWayOut)
+{
+    chooseDates();
+    launch();
+    command("newOrder")->trigger();
+    OrderManager& orders = desktop->getOrderManager();
+    orders.form.orderTitle.edit("Three stools");
+    orders.form.save.trigger();
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    settle();
+    EXPECT_EQ(keyboard(), list("Orders"));
+    orders.setSelectedRows({0});
+    alerts.answer("OK");
+    command("delete")->trigger();
+    settle();
+    EXPECT_EQ(orders.getCount(), 0);
+    auto* button = qobject_cast<QAbstractButton*>(keyboard());
+    ASSERT_NE(button, nullptr) << keyboard()->metaObject()->className();
+    EXPECT_TRUE(button->isVisible());
+    command("undo")->trigger();
+    settle();
+    EXPECT_EQ(orders.getCount(), 1);
+    EXPECT_EQ(keyboard(), list("Orders"));
+}

@@ -114,6 +114,8 @@ TEST_F(OrderOnScreen, escapeDropsANewOrder)
     open();
     type(*field("title"), "Three stools");
     QTest::keyClick(field("title"), Qt::Key_Escape);
+    EXPECT_TRUE(editor->isVisible()) << "something was typed, so it asks for another";
+    QTest::keyClick(field("title"), Qt::Key_Escape);
     EXPECT_FALSE(editor->isVisible());
     EXPECT_EQ(orders().getCount(), 0);
 }
@@ -467,4 +469,52 @@ TEST_F(TenderOnScreen, escapeTakesNothingAndItOpensAfresh)
     EXPECT_TRUE(tender->isOpen());
     EXPECT_EQ(tendered()->text(), QString());
     EXPECT_FALSE(ok()->isEnabled());
+}
+
+// What does not read
+
+TEST_F(OrderOnScreen, aFigureThatDoesNotReadSaysSoBelowIt)
+{
+    open();
+    const QString sentence = "This does not read as an amount; it counts as 0.";
+    EXPECT_FALSE(shows(sentence));
+    type(*field("shipping"), "five");
+    settle();
+    EXPECT_TRUE(shows(sentence));
+    EXPECT_EQ(field("shipping")->property("error").toString(), QString("true"));
+    type(*field("shipping"), "5");
+    settle();
+    EXPECT_FALSE(shows(sentence));
+    EXPECT_EQ(field("shipping")->property("error").toString(), QString("false"));
+}
+
+TEST_F(OrderOnScreen, anEditorWithManyFaultsKeepsItsControlsApart)
+{
+    open();
+    editor->resize(editor->minimumSize());
+    form().applyDiscount.edit(true);
+    for (const char* name : {"date", "discount", "shipping", "net", "taxAmount"})
+        form().field(name)->setFault("This does not read as an amount; it counts as 0.");
+    settle();
+    const std::vector<const char*> down {"date", "discount", "shipping", "net", "taxAmount"};
+    for (std::size_t i = 1; i < down.size(); ++i) {
+        const QLineEdit* above = field(down[i - 1]);
+        const QLineEdit* below = field(down[i]);
+        EXPECT_LT(above->mapTo(editor.get(), QPoint(0, above->height())).y(), below->mapTo(editor.get(), QPoint()).y()) << down[i];
+        EXPECT_EQ(below->height(), above->height()) << down[i];
+    }
+}
+
+TEST_F(OrderOnScreen, theTenderPanelSaysSoToo)
+{
+    open();
+    form().tender.trigger();
+    settle();
+    QLineEdit* tendered = child<QLineEdit>(*tender, "amountTendered");
+    type(*tendered, "lots");
+    settle();
+    EXPECT_EQ(tendered->toolTip(), QString("This does not read as an amount; it counts as 0."));
+    EXPECT_FALSE(child<QAbstractButton>(*tender, "ok")->isEnabled());
+    type(*tendered, "5");
+    EXPECT_EQ(tendered->toolTip(), QString());
 }

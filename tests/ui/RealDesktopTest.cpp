@@ -4,6 +4,7 @@
 #include "UiTest.h"
 #include "desktop/AlertTexts.h"
 #include "ui/kit/AlertCard.h"
+#include "ui/kit/IconLabel.h"
 
 #include <QDir>
 #include <QFile>
@@ -132,6 +133,25 @@ TEST(RealAlerts, answerTheIndexOfTheButtonAndCancelledForEscape)
     EXPECT_EQ(alerts.ask(alert), 1);
     QTimer::singleShot(50, &window, [] { SheetStack::instance().top()->cancel(); });
     EXPECT_EQ(alerts.ask(alert), -1);
+}
+
+TEST(RealAlerts, onlyQuestionsCarryTheSignOfWarning)
+{
+    QWidget window;
+    window.resize(800, 600);
+    show(window);
+    RealAlerts alerts;
+    const auto iconOf = [&](const AlertText& wording) {
+        QString name;
+        QTimer::singleShot(50, &window, [&name] {
+            name = SheetStack::instance().top()->findChild<IconLabel*>()->iconName();
+            SheetStack::instance().top()->cancel();
+        });
+        alerts.ask(makeAlert(wording));
+        return name;
+    };
+    EXPECT_EQ(iconOf(alerts::pdfSaved), QString("data-information"));
+    EXPECT_EQ(iconOf(alerts::deleteOrder), QString("data-warning"));
 }
 
 TEST(RealAlerts, whatCanLoseDataIsNotWhatReturnPresses)

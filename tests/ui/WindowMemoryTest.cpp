@@ -15,6 +15,16 @@ TEST(WindowMemory, aWindowNobodyRememberedKeepsItsOwnSize)
     EXPECT_EQ(window.size(), QSize(321, 234));
 }
 
+TEST(WindowMemory, aWindowTooLargeForTheScreenComesUpWithinIt)
+{
+    QWidget window;
+    const QSize room = window.screen()->availableSize();
+    window.resize(room + QSize(300, 200));
+    WindowMemory::restore(window, "too large");
+    // 16 and 48 points are left for the frame.
+    EXPECT_EQ(window.size(), room - QSize(16, 48));
+}
+
 TEST(WindowMemory, sizeAndPlaceComeBack)
 {
     QWidget first;

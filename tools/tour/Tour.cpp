@@ -1,6 +1,7 @@
 #include "Tour.h"
 
 #include "documents/CustomInvoiceController.h"
+#include "foundation/SafeFile.h"
 #include "storage/Settings.h"
 #include "ui/Program.h"
 #include "ui/contacts/ContactEditor.h"
@@ -36,7 +37,7 @@ void settle(int milliseconds = 120)
         QApplication::processEvents(QEventLoop::AllEvents, 20);
 }
 
-/// An order that has something of everything to show: lines, a payment, a contact with an address.
+/// An order that has something of everything to show: lines, a payment, a contact with an address. None when no sale has.
 Order* fullestOrder(Vendaro& vendaro)
 {
     Order* best = nullptr;
@@ -86,6 +87,8 @@ QStringList Tour::go()
     settle();
     if (m_program.vendaro().getOrderManager().numberOfRows() == 0)
         fail("The sample business has no orders.");
+    else if (!fullestOrder(m_program.vendaro()))
+        fail("The sample business has no sale with a contact and a payment.");
     else {
         inBothShades(&Tour::lists);
         inBothShades(&Tour::orderEditor);
@@ -93,6 +96,8 @@ QStringList Tour::go()
         inBothShades(&Tour::contactEditors);
         inBothShades(&Tour::document);
         checkInvoice();
+        makeMishaps();
+        inBothShades(&Tour::recovery);
     }
     return m_failures;
 }
@@ -217,8 +222,24 @@ void Tour::orderEditor()
     m_program.vendaro().chooseDateFormat(PrefsForm::dayFirst);
     orders.create();
     take(&editor, "new-order");
+    showFaults();
     orders.form.cancel.trigger();
     settle();
+}
+
+void Tour::showFaults()
+{
+    OrderManager& orders = m_program.vendaro().getOrderManager();
+    orders.form.date.edit("next week");
+    orders.form.applyDiscount.edit(true);
+    for (TextField* amount : {&orders.form.discount, &orders.form.shipping, &orders.form.taxAmount})
+        amount->edit("a little");
+    take(&m_program.windows().order(), "order-faults");
+    orders.form.tender.trigger();
+    orders.tender.form.amountTendered.edit("all of it");
+    orders.tender.form.datePaid.edit("tomorrow");
+    takeSheet(&m_program.windows().order(), "tender-faults");
+    SheetStack::instance().cancelAll();
 }
 
 void Tour::itemEditor()
@@ -239,6 +260,14 @@ void Tour::itemEditor()
         tabs->setCurrentIndex(tab);
         take(&editor, names[tab]);
     }
+    items.form.cancel.trigger();
+    items.setSelectedRows({0});
+    items.edit();
+    settle();
+    tabs->setCurrentIndex(0);
+    items.form.price.edit("dear");
+    items.form.warnlevel.edit("2 or 3");
+    take(&editor, "item-faults");
     items.form.cancel.trigger();
     settle();
 }
@@ -277,6 +306,34 @@ void Tour::document()
     if (window)
         window->close();
     orders.form.cancel.trigger();
+    settle();
+}
+
+void Tour::makeMishaps()
+{
+    Vendaro& vendaro = m_program.vendaro();
+    const QString damaged = vendaro.supportFolder() + "/bills.xml";
+    if (!writeFileSafely(damaged.toStdString(), "<plist>") || !vendaro.recovery().keepCopy(damaged, KeptFor::unreadable)
+        || !vendaro.folder().keepGeneration())
+        fail("Nothing could be put into the recovery store.");
+    vendaro.getOrderManager().deleteItem(*fullestOrder(vendaro));
+    vendaro.getContactManager().getnthItem(0)->setPhone("020 7946 0018");
+}
+
+void Tour::recovery()
+{
+    m_program.windows().main().findChild<QAction*>("recovery")->trigger();
+    QWidget* window = windowNamed("RecoveryWindow");
+    if (!window) {
+        fail("The recovery window did not come up.");
+        return;
+    }
+    auto* tabs = window->findChild<UnderlineTabs*>();
+    tabs->setCurrentIndex(0);
+    take(window, "kept-files");
+    tabs->setCurrentIndex(1);
+    take(window, "earlier-states");
+    window->close();
     settle();
 }
 

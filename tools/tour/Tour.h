@@ -20,10 +20,15 @@ private:
     void inBothShades(void (Tour::*part)());
     void lists();
     void orderEditor();
+    /// Fields whose values do not read, in the editor and on the tender sheet.
+    void showFaults();
     void itemEditor();
     void contactEditors();
     void document();
     void sheets();
+    /// Something to bring back: an order is deleted, a contact changed, a file did not read.
+    void makeMishaps();
+    void recovery();
     void checkInvoice();
 
     /// Saves the window as a numbered picture.

@@ -33,6 +33,22 @@ bool isEscaped(char character)
     return character == '&' || character == '<' || character == '>' || character == '\r';
 }
 
+/// Marks what stands in the file as it is: visible ASCII that needs no escaping.
+constexpr std::array<bool, 256> plainBytes = [] {
+    std::array<bool, 256> plain {};
+    for (std::size_t byte = 0x20; byte < 0x7f; ++byte)
+        plain[byte] = byte != '&' && byte != '<' && byte != '>';
+    return plain;
+}();
+
+bool isPlain(std::string_view text)
+{
+    bool plain = true;
+    for (const char byte : text)
+        plain &= plainBytes[static_cast<unsigned char>(byte)];
+    return plain;
+}
+
 const char* elementFor(PlistValue::Kind kind)
 {
     return kind == PlistValue::Kind::integer ? "integer" : kind == PlistValue::Kind::real ? "real" : "date";
@@ -62,13 +78,18 @@ void PlistWriter::flushWhenFull()
 /// Something comes next: a list or dictionary that was held back because it might be empty is not.
 void PlistWriter::begin()
 {
+    beginLine();
+    indent();
+}
+
+void PlistWriter::beginLine()
+{
     if (m_pending) {
         m_buffer.append("<").append(m_pending).append(">\n");
         m_pending = nullptr;
         ++m_depth;
     }
     flushWhenFull();
-    indent();
 }
 
 void PlistWriter::open(const char* element)
@@ -91,6 +112,10 @@ void PlistWriter::close(const char* element)
 
 void PlistWriter::appendEscaped(std::string_view text)
 {
+    if (isPlain(text)) {
+        m_buffer += text;
+        return;
+    }
     if (!isCleanUtf8(text))
         return appendEscaped(cleanUtf8(text));
     for (std::size_t at = 0; at < text.size();) {
@@ -117,6 +142,20 @@ void PlistWriter::text(std::string_view text)
 {
     begin();
     m_buffer += "<string>";
+    appendEscaped(text);
+    m_buffer += "</string>\n";
+}
+
+std::string PlistWriter::opening(std::string_view key, std::size_t depth)
+{
+    const std::string indent(depth, '\t');
+    return indent + "<key>" + std::string(key) + "</key>\n" + indent + "<string>";
+}
+
+void PlistWriter::textAfter(std::string_view opening, std::string_view text)
+{
+    beginLine();
+    m_buffer += opening;
     appendEscaped(text);
     m_buffer += "</string>\n";
 }

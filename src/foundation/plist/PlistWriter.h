@@ -23,6 +23,10 @@ public:
     void closeArray() { close("array"); }
     void key(std::string_view name);
     void text(std::string_view text);
+    /// What stands before the text of a key at this depth; for textAfter().
+    static std::string opening(std::string_view key, std::size_t depth);
+    /// A key and its text in one go; opening was made for the depth that is written at.
+    void textAfter(std::string_view opening, std::string_view text);
     void boolean(bool value);
     /// Base64 in lines at the indent of the value.
     void data(std::string_view bytes);
@@ -37,6 +41,7 @@ private:
     void open(const char* element);
     void close(const char* element);
     void begin();
+    void beginLine();
     void indent();
     void flushWhenFull();
     void appendEscaped(std::string_view text);

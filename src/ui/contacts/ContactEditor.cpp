@@ -94,7 +94,7 @@ QWidget* ContactWindow::makeFields(Kind kind)
 void ContactWindow::addName(FormGrid& grid, Kind kind)
 {
     if (kind != Kind::company)
-        grid.addRow(tr("Title"), fieldNamed<QLineEdit>("title"), 64);
+        grid.addRow(tr("Title"), fieldNamed<QLineEdit>("title"), 84);
     grid.addRow(tr("Name"), fieldNamed<QLineEdit>("name"));
     grid.addRow(tr("Salutation"), fieldNamed<QLineEdit>("salutation"));
     if (kind == Kind::companyContact) {

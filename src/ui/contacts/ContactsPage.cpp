@@ -36,12 +36,9 @@ ContactsPage::ContactsPage(ContactManager& contacts, QWidget* parent)
     m_tree->setAccessibleName(tr("Contacts"));
     m_tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
     auto* widths = new ColumnMemory(contacts.list, m_tree->tableHeader(), "contacts");
-    widths->setPaused(true);
-    for (int section = 0; section < m_model->columnCount(); ++section)
-        m_tree->setColumnWidth(section, m_model->column(section).width);
     m_tree->tableHeader()->setSectionsClickable(true);
     m_tree->tableHeader()->setStretchLastSection(true);
-    widths->setPaused(false);
+    widths->show();
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -146,7 +143,12 @@ void ContactsPage::takeKeyboard()
 
 void ContactsPage::showEmptiness()
 {
+    // What is hidden loses the keyboard to whatever comes next; the list, or the way out of its emptiness, is meant.
+    const QWidget* keyboard = window()->focusWidget();
+    const bool hadKeyboard = keyboard && (keyboard == m_tree || m_empty->isAncestorOf(keyboard));
     const int rows = m_model->rowCount();
     m_empty->tell(rows, m_contacts.getCount());
     m_tree->setVisible(rows > 0);
+    if (hadKeyboard)
+        takeKeyboard();
 }

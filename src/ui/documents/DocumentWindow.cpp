@@ -4,12 +4,14 @@
 #include "ui/WindowMemory.h"
 #include "ui/documents/BackgroundImageTextView.h"
 #include "ui/kit/Icons.h"
+#include "ui/kit/MessageBar.h"
 #include "ui/kit/ToolBar.h"
 
 #include <QAction>
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QScrollArea>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -62,6 +64,21 @@ void DocumentWindow::makeToolBar()
     addAction(closeWindow);
 }
 
+/// The desk, below what is wrong with the template when something is.
+QWidget* DocumentWindow::withDamage(QWidget* desk)
+{
+    if (m_document->templateDamage().isEmpty())
+        return desk;
+    auto* page = new QWidget;
+    auto* bar = new MessageBar(MessageBar::Kind::warning, m_document->templateDamage().join(' '), page);
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(bar);
+    column->addWidget(desk, 1);
+    return page;
+}
+
 void DocumentWindow::makePaper()
 {
     auto* desk = new QWidget;
@@ -74,7 +91,7 @@ void DocumentWindow::makePaper()
     m_desk->setWidgetResizable(true);
     m_desk->setFocusPolicy(Qt::NoFocus);
     m_desk->setWidget(desk);
-    setCentralWidget(m_desk);
+    setCentralWidget(withDamage(m_desk));
     m_paper->show(m_document->document(), m_document->pageSetup(), m_document->background());
     m_paper->setFocus();
     connect(m_paper, &BackgroundImageTextView::caretMoved, this, [this](const QRect& caret) {

@@ -19,6 +19,7 @@ protected:
 private:
     void makeToolBar();
     void makePaper();
+    QWidget* withDamage(QWidget* desk);
 
     CustomInvoiceController* m_document;
     QScrollArea* m_desk;

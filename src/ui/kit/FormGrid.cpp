@@ -10,6 +10,8 @@ namespace {
 
 /// Where the first line of a tall field stands.
 constexpr int firstLineTop = 7;
+/// A note stands nearer to its own field than to the next.
+constexpr int noteBottom = 6;
 
 bool isTall(const QWidget* field)
 {
@@ -66,10 +68,11 @@ Label* FormGrid::addRow(const QString& label, QWidget* field, int width)
     Label* words = makeLabel(label, field);
     if (width > 0) {
         field->setFixedWidth(width);
-        addWidget(field, m_row++, 1, Qt::AlignLeft);
+        addWidget(field, m_row, 1, Qt::AlignLeft);
     } else {
-        addWidget(field, m_row++, 1);
+        addWidget(field, m_row, 1);
     }
+    m_row += rowsForOne;
     return words;
 }
 
@@ -94,19 +97,57 @@ QHBoxLayout* FormGrid::line(const QList<QWidget*>& controls)
 Label* FormGrid::addRow(const QString& label, const QList<QWidget*>& controls)
 {
     Label* words = makeLabel(label, labelledControl(controls));
-    addLayout(line(controls), m_row++, 1);
+    addLayout(line(controls), m_row, 1);
+    m_row += rowsForOne;
     return words;
 }
 
 void FormGrid::addLabelledBy(QWidget* control, const QList<QWidget*>& controls)
 {
     addWidget(control, m_row, 0);
-    addLayout(line(controls), m_row++, 1);
+    addLayout(line(controls), m_row, 1);
+    m_row += rowsForOne;
 }
 
 void FormGrid::addWide(QWidget* control)
 {
     addWidget(control, m_row++, 0, 1, 2);
+}
+
+int FormGrid::rowOf(QWidget* field) const
+{
+    for (int i = 0; i < count(); ++i) {
+        const QLayoutItem* item = itemAt(i);
+        if (item->widget() != field
+            && !(const_cast<QLayoutItem*>(item)->layout() && const_cast<QLayoutItem*>(item)->layout()->indexOf(field) >= 0))
+            continue;
+        int row = -1, column = 0, rows = 0, columns = 0;
+        getItemPosition(i, &row, &column, &rows, &columns);
+        return row;
+    }
+    return -1;
+}
+
+bool FormGrid::setNote(QWidget* field, const QString& sentence)
+{
+    const int row = rowOf(field);
+    if (row < 0)
+        return false;
+    QLayoutItem* below = itemAtPosition(row + 1, 1);
+    auto* note = below ? qobject_cast<Label*>(below->widget()) : nullptr;
+    if (!note && sentence.isEmpty())
+        return true;
+    if (!note) {
+        note = new Label({}, LabelSize::small, LabelTone::error);
+        note->setWordWrap(true);
+        note->setContentsMargins(0, 0, 0, noteBottom);
+        // Side panels are narrow: there a note has the whole row.
+        const bool wide = m_labels == Labels::left;
+        addWidget(note, row + 1, wide ? 0 : 1, 1, wide ? 2 : 1);
+    }
+    note->setText(sentence);
+    note->setVisible(!sentence.isEmpty());
+    return true;
 }
 
 void FormGrid::addGap(int height)

@@ -21,6 +21,9 @@ public:
     void addLabelledBy(QWidget* control, const QList<QWidget*>& controls);
     /// A control over both columns.
     void addWide(QWidget* control);
+    /// One sentence about the field, in error colour, in a line of its own below it; an empty one takes the line away. Answers whether
+    /// the field stands in this form.
+    bool setNote(QWidget* field, const QString& sentence);
     /// Extra room before the next row, in pixels.
     void addGap(int height);
     /// The column of labels is at least this wide, so that forms above each other line up.
@@ -30,6 +33,11 @@ private:
     Label* makeLabel(const QString& text, QWidget* buddy);
     QHBoxLayout* line(const QList<QWidget*>& controls);
 
+    /// The row the field stands in, -1 when it stands in none.
+    int rowOf(QWidget* field) const;
+
+    /// Every row of controls is followed by one for its note, which takes no room while it is empty.
+    static constexpr int rowsForOne = 2;
     Labels m_labels;
     int m_row = 0;
 };

@@ -10,6 +10,7 @@ class IconLabel : public QWidget {
 public:
     IconLabel(const QString& iconName, IconRole role, int size, QWidget* parent = nullptr);
     void setIcon(const QString& iconName, IconRole role);
+    const QString& iconName() const { return m_name; }
     /// Puts the icon on a tinted tile of this many pixels a side.
     void setTile(int side);
 

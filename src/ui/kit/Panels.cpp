@@ -3,7 +3,9 @@
 #include "ui/kit/Hairline.h"
 #include "ui/kit/Look.h"
 
+#include <QAccessible>
 #include <QHBoxLayout>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 SidePanel::SidePanel(Width width, QWidget* parent) : QWidget(parent), m_column(new QVBoxLayout)
@@ -15,7 +17,17 @@ SidePanel::SidePanel(Width width, QWidget* parent) : QWidget(parent), m_column(n
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     row->addWidget(new Hairline(Qt::Vertical));
-    row->addLayout(m_column);
+    // A window too low for all of it scrolls the panel rather than pressing its controls together.
+    auto* content = new QWidget;
+    look::setKind(content, "plain");
+    content->setLayout(m_column);
+    auto* scrolled = new QScrollArea;
+    scrolled->setWidgetResizable(true);
+    scrolled->setFocusPolicy(Qt::NoFocus);
+    scrolled->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scrolled->setWidget(content);
+    content->setAutoFillBackground(false);
+    row->addWidget(scrolled);
     const int side = width == Width::checkout ? 28 : 20;
     m_column->setContentsMargins(side, width == Width::checkout ? 18 : 20, side, width == Width::checkout ? 20 : 16);
     m_column->setSpacing(0);
@@ -57,7 +69,13 @@ void FooterBar::addRight(QWidget* widget)
 
 void FooterBar::setNote(const QString& note)
 {
+    if (note == m_note->text())
+        return;
     m_note->setText(note);
+    if (note.isEmpty() || !QAccessible::isActive())
+        return;
+    QAccessibleEvent told(m_note, QAccessible::Alert);
+    QAccessible::updateAccessibility(&told);
 }
 
 RecordHeader::RecordHeader(const QString& title, const QString& subtitle, QWidget* parent)

@@ -34,7 +34,7 @@ public:
     void setSideMargins(int left, int right);
     void addLeft(QWidget* widget);
     void addRight(QWidget* widget);
-    /// A small note behind what stands left.
+    /// A small note behind what stands left; screen readers are told of it.
     void setNote(const QString& note);
 
 private:

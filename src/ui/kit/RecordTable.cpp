@@ -90,7 +90,7 @@ void RecordTable::paintEmptyText()
     QPainter painter(viewport());
     painter.setPen(themeColour(Colour::secondaryText));
     const QRect row(0, 0, viewport()->width(), m_delegate->rowHeight());
-    painter.drawText(row.adjusted(RowDelegate::inset, 0, -RowDelegate::inset, 0), Qt::AlignLeft | Qt::AlignVCenter, m_emptyText);
+    painter.drawText(row.adjusted(m_delegate->firstInset(), 0, -RowDelegate::inset, 0), Qt::AlignLeft | Qt::AlignVCenter, m_emptyText);
 }
 
 void RecordTable::keyPressEvent(QKeyEvent* event)

@@ -9,9 +9,11 @@
 #include <QApplication>
 #include <QEvent>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QTableView>
+#include <QToolTip>
 #include <QTreeView>
 
 namespace {
@@ -225,4 +227,15 @@ void RowDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewIt
 {
     // The hairline below the row stays visible, as under the frame of the current cell.
     editor->setGeometry(option.rect.adjusted(0, 0, 0, -1));
+}
+
+bool RowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option, const QModelIndex& index)
+{
+    if (!index.isValid() || event->type() != QEvent::ToolTip || !index.data(Qt::ToolTipRole).toString().isEmpty())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QStyleOptionViewItem cell(option);
+    initStyleOption(&cell, index);
+    const bool isCut = cell.fontMetrics.horizontalAdvance(cell.text) > textRect(option.rect, index).width();
+    QToolTip::showText(event->globalPos(), isCut ? cell.text.toHtmlEscaped() : QString(), view->viewport(), option.rect);
+    return true;
 }

@@ -41,6 +41,7 @@ public:
     void setRowHeight(int height) { m_rowHeight = height; }
     int rowHeight() const { return m_rowHeight; }
     void setFirstInset(int distance) { m_firstInset = distance; }
+    int firstInset() const { return m_firstInset; }
     /// A field that steers the list: while it has the keyboard the selection is shown as if the list had.
     void setSteeredBy(QWidget* field);
 
@@ -61,6 +62,8 @@ public:
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    /// The whole text of a cell that is too narrow for it.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option, const QModelIndex& index) override;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -4,7 +4,9 @@
 #include "ui/kit/Theme.h"
 #include "ui/kit/Type.h"
 
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 namespace {
 
@@ -81,6 +83,24 @@ QRect TableHeader::sortMarkRect(int section) const
     return {left, place.center().y() - 2, markWidth, markWidth / 2 + 2};
 }
 
+QRect TableHeader::wordsRect(int section) const
+{
+    const bool right = alignmentOf(section) & Qt::AlignRight;
+    return headingRect(section).adjusted(right ? -overrun : 0, 0, right ? 0 : overrun, 0);
+}
+
+bool TableHeader::viewportEvent(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QHeaderView::viewportEvent(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const int section = logicalIndexAt(help->pos());
+    const QString heading = section < 0 ? QString() : headingOf(section);
+    const bool isCut = !heading.isEmpty() && QFontMetrics(font()).horizontalAdvance(heading) > wordsRect(section).width();
+    QToolTip::showText(help->globalPos(), isCut ? heading.toHtmlEscaped() : QString(), viewport());
+    return true;
+}
+
 void TableHeader::paintEvent(QPaintEvent* event)
 {
     QHeaderView::paintEvent(event);
@@ -97,9 +117,7 @@ void TableHeader::paintSection(QPainter* painter, const QRect& rect, int section
     painter->setFont(font());
     const bool lit = isSorted(section) || section == logicalIndexAt(viewport()->mapFromGlobal(QCursor::pos()));
     painter->setPen(themeColour(isSorted(section) || (lit && underMouse()) ? Colour::text : Colour::secondaryText));
-    // A heading a little too long for its column may use the room beside it.
-    const bool right = alignmentOf(section) & Qt::AlignRight;
-    const QRect place = headingRect(section).adjusted(right ? -overrun : 0, 0, right ? 0 : overrun, 0);
+    const QRect place = wordsRect(section);
     const QString words = QFontMetrics(font()).elidedText(headingOf(section), Qt::ElideRight, place.width());
     painter->drawText(place, int(alignmentOf(section)) | Qt::TextSingleLine, words);
     if (const QRectF mark = sortMarkRect(section); !mark.isEmpty()) {

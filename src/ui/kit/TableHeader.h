@@ -20,6 +20,8 @@ public:
     static constexpr int rowHeight = 32;
 
 protected:
+    /// The whole heading as a tool tip, where it is cut.
+    bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void paintSection(QPainter* painter, const QRect& rect, int section) const override;
     QSize sectionSizeFromContents(int section) const override;
@@ -30,6 +32,8 @@ private:
     Qt::Alignment alignmentOf(int section) const;
     QString headingOf(int section) const;
     QRect sectionRect(int section) const;
+    /// The room the words may use: a little more than their section.
+    QRect wordsRect(int section) const;
 
     int m_firstInset;
 };

@@ -27,7 +27,7 @@ ContactSummary::ContactSummary(OrderForm& form, const QString& prefix, QWidget* 
     , m_form(form)
     , m_name(prefix == "contact" ? form.contactName : form.contact2Name)
     , m_details(prefix == "contact" ? form.contactDetails : form.contact2Details)
-    , m_title(new Label({}, LabelSize::heading))
+    , m_title(new ElidedLabel({}, LabelSize::heading))
     , m_column(new QVBoxLayout(this))
 {
     m_column->setContentsMargins(0, 0, 0, 0);
@@ -39,10 +39,9 @@ ContactSummary::ContactSummary(OrderForm& form, const QString& prefix, QWidget* 
         auto* made = new Button(text);
         made->setObjectName(name);
         row->addWidget(made);
-        return made;
     };
     button("newContact", tr("New Contact"));
-    m_edit = button("editContact", tr("Edit…"));
+    button("editContact", tr("Edit…"));
     button("pickContact", tr("Select Contact…"));
     m_column->addLayout(row);
     auto* note = new Label({}, LabelSize::body, LabelTone::secondary);
@@ -64,7 +63,6 @@ void ContactSummary::showDetails()
     const bool none = m_name.text().isEmpty();
     m_title->setText(none ? tr("No contact") : m_name.text());
     m_title->setTone(none ? LabelTone::secondary : LabelTone::normal);
-    m_edit->setEnabled(!none);
     delete m_grid;
     m_grid = new QWidget(this);
     auto* grid = new FormGrid;
@@ -76,9 +74,8 @@ void ContactSummary::showDetails()
     for (const QString& line : m_details.text().split('\n', Qt::SkipEmptyParts)) {
         const QString field = line.section('\t', 0, 0);
         auto* value = new Label(line.section('\t', 1));
+        value->setWordWrap(true);
         value->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-        if (field == "email")
-            value->setTone(LabelTone::accent);
         grid->addRow(wordForContactField(field), value);
     }
     m_column->addWidget(m_grid);

@@ -20,8 +20,7 @@ private:
     OrderForm& m_form;
     TextField& m_name;
     TextField& m_details;
-    class Label* m_title;
+    class ElidedLabel* m_title;
     QVBoxLayout* m_column;
-    class Button* m_edit = nullptr;
     QWidget* m_grid = nullptr;
 };

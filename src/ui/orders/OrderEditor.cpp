@@ -88,6 +88,7 @@ OrderEditor::OrderEditor(OrderManager& orders, BOMManager& lines)
 
     FormBinder& binder = bindForm();
     setFirstField("title");
+    setPassing("stationery");
     for (const char* name : {"taxAmount", "sent"})
         binder.bindCaption(name, findChild<QWidget*>(QString::fromLatin1(name) + "Label"));
     binder.bindVisibility("balancePaid", findChild<QWidget*>("balancePaidLabel"));
@@ -300,6 +301,12 @@ QWidget* OrderEditor::makeFooter()
     footer->addRight(named<Button>("cancel", tr("Cancel")));
     footer->addRight(named<PrimaryButton>("save", tr("Save")));
     return footer;
+}
+
+bool OrderEditor::hasSomethingToLose() const
+{
+    const bool filled = m_lines.numberOfRows() > 0 || m_orders.paymentTable.numberOfRows() > 0;
+    return EditorWindow::hasSomethingToLose() || (m_orders.isCreating() && filled);
 }
 
 void OrderEditor::connectTabs()

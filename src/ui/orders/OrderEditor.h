@@ -20,6 +20,10 @@ public:
     /// The words the user has for an item and for the lines.
     void setWords(const QString& items, const QString& lines);
 
+protected:
+    /// A new order's lines and payments go with it.
+    bool hasSomethingToLose() const override;
+
 private:
     QWidget* makeOrderTab();
     QWidget* makeContactTab(const QString& prefix);

@@ -70,7 +70,12 @@ void ListPage::takeKeyboard()
 
 void ListPage::showEmptiness()
 {
+    // What is hidden loses the keyboard to whatever comes next; the list, or the way out of its emptiness, is meant.
+    const QWidget* keyboard = window()->focusWidget();
+    const bool hadKeyboard = keyboard && (keyboard == m_table || m_empty->isAncestorOf(keyboard));
     const int rows = m_binder->model().rowCount();
     m_empty->tell(rows, m_source.getCount());
     m_table->setVisible(rows > 0);
+    if (hadKeyboard)
+        takeKeyboard();
 }

@@ -7,6 +7,7 @@
 #include "ui/shell/ListPage.h"
 #include "ui/shell/MainToolBar.h"
 #include "ui/shell/MainWindow.h"
+#include "ui/shell/SortMenu.h"
 
 #include <QAbstractItemView>
 #include <QActionGroup>
@@ -76,35 +77,42 @@ void MainWindow::makeCommands()
     addCommand("newOrder", tr("New Order"), "document-new", QKeySequence::New, [this] { m_vendaro.getOrderManager().create(); });
     addCommand("newPurchaseOrder", tr("New Purchase Order"), {}, {}, [this] { m_vendaro.getOrderManager().createPurchaseOrder(); });
     addCommand("newItem", tr("New Item"), "archive-insert", QKeySequence("Ctrl+Shift+I"), [this] { m_vendaro.getItemManager().create(); });
-    addCommand("delete", tr("Delete"), "edit-delete", QKeySequence::Delete, [this] { m_vendaro.deleteMenuItem(); });
-    addCommand("edit", tr("Edit"), "document-edit", QKeySequence("Ctrl+E"), [this] { m_vendaro.editMenuItem(); });
-    addCommand("undo", tr("Undo"), {}, QKeySequence::Undo, [this] {
+    addCommand("delete", tr("Delete"), "edit-delete", QKeySequence::Delete, [this] {
+        if (somethingSelected())
+            m_vendaro.deleteMenuItem();
+    });
+    addCommand("edit", tr("Edit"), "document-edit", QKeySequence("Ctrl+E"), [this] {
+        if (somethingSelected())
+            m_vendaro.editMenuItem();
+    });
+    addCommand("undo", tr("&Undo"), {}, QKeySequence::Undo, [this] {
         // A field being typed in undoes its typing; otherwise the list brings back what was deleted.
         if (!passToKeyboard("undo"))
             m_vendaro.undoMenuItem();
     });
-    addCommand("redo", tr("Redo"), {}, QKeySequence::Redo, [] { passToKeyboard("redo"); });
-    addCommand("cut", tr("Cut"), {}, QKeySequence::Cut, [] { passToKeyboard("cut"); });
-    addCommand("copyText", tr("Copy"), {}, QKeySequence::Copy, [] {
+    addCommand("redo", tr("&Redo"), {}, QKeySequence::Redo, [] { passToKeyboard("redo"); });
+    addCommand("cut", tr("Cu&t"), {}, QKeySequence::Cut, [] { passToKeyboard("cut"); });
+    addCommand("copyText", tr("&Copy"), {}, QKeySequence::Copy, [] {
         if (!passToKeyboard("copy"))
             copyRows();
     });
-    addCommand("paste", tr("Paste"), {}, QKeySequence::Paste, [] { passToKeyboard("paste"); });
-    addCommand("selectAll", tr("Select All"), {}, QKeySequence::SelectAll, [] { passToKeyboard("selectAll"); });
-    addCommand("find", tr("Find"), {}, QKeySequence::Find, [this] {
+    addCommand("paste", tr("&Paste"), {}, QKeySequence::Paste, [] { passToKeyboard("paste"); });
+    addCommand("selectAll", tr("Select &All"), {}, QKeySequence::SelectAll, [] { passToKeyboard("selectAll"); });
+    addCommand("find", tr("&Find"), {}, QKeySequence::Find, [this] {
         if (page() == Page::contacts)
             m_contactsPage->search();
         else
             (page() == Page::items ? m_itemsPage : m_ordersPage)->search();
     });
-    addCommand("showContacts", tr("Contacts"), {}, QKeySequence("Ctrl+1"), [this] { showPage(Page::contacts); });
-    addCommand("showOrders", tr("Orders"), {}, QKeySequence("Ctrl+2"), [this] { showPage(Page::orders); });
-    addCommand("showItems", tr("Items"), {}, QKeySequence("Ctrl+3"), [this] { showPage(Page::items); });
-    addCommand("customiseToolBar", tr("Customise Tool Bar…"), {}, {}, [this] { m_toolBar->customise(); });
-    addCommand("sample", tr("Open Sample Business"), {}, {}, [this] { m_vendaro.openSampleBusiness(); });
-    addCommand("copy", tr("Copy Database…"), {}, {}, [this] { m_vendaro.session().copyDatabase(); });
-    addCommand("unlock", tr("Unlock Database…"), {}, {}, [this] { m_vendaro.session().unlockDatabase(); });
-    addCommand("quit", tr("Quit"), {}, QKeySequence::Quit, [this] { Q_EMIT quitWanted(); });
+    addCommand("showContacts", tr("&Contacts"), {}, QKeySequence("Ctrl+1"), [this] { showPage(Page::contacts); });
+    addCommand("showOrders", tr("&Orders"), {}, QKeySequence("Ctrl+2"), [this] { showPage(Page::orders); });
+    addCommand("showItems", tr("&Items"), {}, QKeySequence("Ctrl+3"), [this] { showPage(Page::items); });
+    addCommand("customiseToolBar", tr("Customise &Tool Bar…"), {}, {}, [this] { m_toolBar->customise(); });
+    addCommand("sample", tr("Open &Sample Business"), {}, {}, [this] { m_vendaro.openSampleBusiness(); });
+    addCommand("copy", tr("Copy &Database…"), {}, {}, [this] { m_vendaro.session().copyDatabase(); });
+    addCommand("unlock", tr("&Unlock Database…"), {}, {}, [this] { m_vendaro.session().unlockDatabase(); });
+    addCommand("recovery", tr("&Recovery…"), {}, {}, [this] { showRecovery(); });
+    addCommand("quit", tr("&Quit"), {}, QKeySequence::Quit, [this] { Q_EMIT quitWanted(); });
 }
 
 void MainWindow::makeMenus()
@@ -113,7 +121,7 @@ void MainWindow::makeMenus()
     for (const char* name : {"newContact", "newCompany", "newOrder", "newPurchaseOrder", "newItem"})
         file->addAction(command(name));
     file->addSeparator();
-    for (const char* name : {"sample", "copy", "unlock"})
+    for (const char* name : {"sample", "copy", "unlock", "recovery"})
         file->addAction(command(name));
     file->addSeparator();
     file->addAction(command("quit"));
@@ -128,13 +136,17 @@ void MainWindow::makeMenus()
     for (const char* name : {"showContacts", "showOrders", "showItems"})
         view->addAction(command(name));
     view->addSeparator();
+    auto* sortMenu = new SortMenu(tr("Sort &By"), view);
+    view->addMenu(sortMenu);
+    connect(view, &QMenu::aboutToShow, this, [this, sortMenu] { sortMenu->showColumnsOf(shownList()); });
+    view->addSeparator();
     view->addAction(command("customiseToolBar"));
     addLookMenu(*view);
 }
 
 void MainWindow::addLookMenu(QMenu& menu)
 {
-    QMenu* look = menu.addMenu(tr("Look"));
+    QMenu* look = menu.addMenu(tr("&Look"));
     auto* group = new QActionGroup(look);
     const auto add = [&](const QString& text, Theme::Mode mode) {
         QAction* action = look->addAction(text);
@@ -146,9 +158,9 @@ void MainWindow::addLookMenu(QMenu& menu)
             WindowMemory::rememberState("look", Theme::nameOf(mode).toUtf8());
         });
     };
-    add(tr("Light"), Theme::Mode::light);
-    add(tr("Dark"), Theme::Mode::dark);
-    add(tr("As the Desktop"), Theme::Mode::asDesktop);
+    add(tr("&Light"), Theme::Mode::light);
+    add(tr("&Dark"), Theme::Mode::dark);
+    add(tr("&As the Desktop"), Theme::Mode::asDesktop);
 }
 
 void MainWindow::makeToolBar()

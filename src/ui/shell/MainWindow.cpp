@@ -11,6 +11,7 @@
 #include "ui/kit/SideBar.h"
 #include "ui/shell/ListPage.h"
 #include "ui/shell/MainToolBar.h"
+#include "ui/shell/RecoveryWindow.h"
 #include "ui/shell/Sheets.h"
 #include "ui/shell/WelcomeView.h"
 
@@ -18,7 +19,6 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLineEdit>
-#include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTime>
@@ -42,8 +42,7 @@ QString countLine(int shown, int all, const QString& one, const QString& many)
 MainWindow::MainWindow(Vendaro& vendaro) : m_vendaro(vendaro)
 {
     setObjectName("MainWindow");
-    // The desktop's own frame needs some room around it.
-    resize(QSize(1400, 900).boundedTo(screen()->availableSize() - QSize(16, 48)));
+    resize(1400, 900);
     setMinimumSize(960, 560);
     makeCommands();
     makeMenus();
@@ -72,6 +71,7 @@ void MainWindow::makePages()
     m_readOnlyBar->setAction(tr("Unlock…"));
     m_readOnlyBar->setText({});
     m_damageBar = new MessageBar(MessageBar::Kind::warning);
+    m_damageBar->setAction(tr("Recovery…"));
     m_damageBar->setText({});
     column->addWidget(m_readOnlyBar);
     column->addWidget(m_damageBar);
@@ -162,8 +162,10 @@ void MainWindow::connectVendaro()
     connect(&session, &DatabaseSession::readOnlyChanged, this, &MainWindow::showReadOnly);
     connect(&session, &DatabaseSession::locked, this, &MainWindow::showLockSheet, Qt::QueuedConnection);
     connect(&session, &DatabaseSession::databaseRead, this, &MainWindow::showCounts);
+    connect(&session, &DatabaseSession::savedStateChanged, this, &MainWindow::showSaved);
     connect(
         &session, &DatabaseSession::damageFound, this, [this](const QStringList& sentences) { m_damageBar->setText(sentences.join(' ')); });
+    connect(m_damageBar, &MessageBar::actionPressed, this, &MainWindow::showRecovery);
     connect(m_readOnlyBar, &MessageBar::actionPressed, this, [this] { m_vendaro.session().unlockDatabase(); });
     connect(&m_vendaro, &Vendaro::splashChanged, this, &MainWindow::showSplash);
     connect(&m_vendaro, &Vendaro::pageWanted, this, [this](Page page) {
@@ -183,7 +185,15 @@ void MainWindow::connectVendaro()
     connect(m_welcome, &WelcomeView::newItem, this, [this] { m_vendaro.getItemManager().create(); });
     connect(m_welcome, &WelcomeView::sampleBusiness, this, [this] { m_vendaro.openSampleBusiness(); });
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { followFocus(now); });
-    m_vendaro.folder().onSavedStateChanged = [this] { QMetaObject::invokeMethod(this, &MainWindow::showSaved, Qt::QueuedConnection); };
+}
+
+void MainWindow::showRecovery()
+{
+    if (!m_recovery)
+        m_recovery = new RecoveryWindow(m_vendaro);
+    m_recovery->show();
+    m_recovery->raise();
+    m_recovery->activateWindow();
 }
 
 void MainWindow::followFocus(QWidget* now)
@@ -222,30 +232,43 @@ void MainWindow::showReadOnly()
     m_readOnlyBar->setText(m_vendaro.session().isReadOnly() ? tr("This database is open for reading only.") + by : QString());
 }
 
+qvDataSource& MainWindow::shownList() const
+{
+    switch (page()) {
+    case Page::contacts: return m_vendaro.getContactManager();
+    case Page::items: return m_vendaro.getItemManager();
+    default: return m_vendaro.getOrderManager();
+    }
+}
+
+bool MainWindow::somethingSelected()
+{
+    const qvDataSource* list = m_vendaro.focusedList();
+    const bool selected = list && !list->selectedRecords().empty();
+    if (!selected)
+        m_counts->setText(tr("Nothing is selected. Choose a row of the list first."));
+    return selected;
+}
+
 void MainWindow::showCounts()
 {
-    const qvDataSource* list = nullptr;
+    const qvDataSource& list = shownList();
     QString one;
     QString many;
     const PrefsForm& words = m_vendaro.getPrefsController().form;
     switch (page()) {
     case Page::contacts:
-        list = &m_vendaro.getContactManager();
         one = tr("contact");
         many = tr("contacts");
         break;
     case Page::items:
-        list = &m_vendaro.getItemManager();
         one = words.termItem.text().toLower();
         many = words.termItems.text().toLower();
         break;
-    default:
-        list = &m_vendaro.getOrderManager();
-        one = words.termOrder.text().toLower();
-        many = words.termOrders.text().toLower();
+    default: one = words.termOrder.text().toLower(); many = words.termOrders.text().toLower();
     }
-    QString line = countLine(list->numberOfRows(), list->getCount(), one, many);
-    if (const std::size_t selected = list->selectedRecords().size(); selected > 0)
+    QString line = countLine(list.numberOfRows(), list.getCount(), one, many);
+    if (const std::size_t selected = list.selectedRecords().size(); selected > 0)
         line += tr(", %1 selected").arg(selected);
     m_counts->setText(line);
 }

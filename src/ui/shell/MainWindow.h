@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <array>
 
@@ -11,10 +12,12 @@ class ListPage;
 class MainToolBar;
 class MessageBar;
 class QAbstractItemView;
+class RecoveryWindow;
 class QStackedWidget;
 class SideBar;
 class Vendaro;
 class WelcomeView;
+class qvDataSource;
 enum class Page;
 
 class MainWindow : public QMainWindow {
@@ -34,7 +37,6 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    struct Command;
     void makeCommands();
     void makeMenus();
     void makeToolBar();
@@ -45,6 +47,10 @@ private:
     void addLookMenu(QMenu& menu);
     /// The lists of the pages, in the side bar's order.
     std::array<QAbstractItemView*, 3> lists() const;
+    /// The list of the page, also while the welcome view stands in for it.
+    qvDataSource& shownList() const;
+    /// Whether the list with the keyboard has selected rows; if not, the status line says what is missing.
+    bool somethingSelected();
     void connectVendaro();
     void followFocus(QWidget* now);
     void showTerms();
@@ -54,6 +60,7 @@ private:
     void showSplash(bool shown);
     void chooseDateFormat();
     void showLockSheet();
+    void showRecovery();
 
     Vendaro& m_vendaro;
     SideBar* m_sideBar = nullptr;
@@ -67,5 +74,6 @@ private:
     MessageBar* m_damageBar = nullptr;
     Label* m_counts = nullptr;
     Label* m_saved = nullptr;
+    QPointer<RecoveryWindow> m_recovery;
     QHash<QString, QAction*> m_commands;
 };

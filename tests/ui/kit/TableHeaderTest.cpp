@@ -4,6 +4,9 @@
 #include "ui/kit/RecordTable.h"
 #include "ui/kit/TableHeader.h"
 
+#include <QHelpEvent>
+#include <QToolTip>
+
 using namespace kittest;
 
 namespace {
@@ -115,4 +118,23 @@ TEST_F(TableHeaderInTable, aColumnFittedToItsHeadingHasRoomForTheMark)
     m_model.setRowCount(0);
     m_table.resizeColumnToContents(1);
     EXPECT_GE(m_table.columnWidth(1), header().sortMarkRect(1).right() - header().sectionViewportPosition(1));
+}
+
+TEST_F(TableHeaderInTable, aHeadingThatIsCutShowsItselfWholeAsToolTip)
+{
+    const auto tipAt = [this](int section) {
+        // A tip goes a moment after it was told to.
+        QToolTip::hideText();
+        EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }, 5000));
+        const QPoint place(header().sectionViewportPosition(section) + 12, 16);
+        QHelpEvent asked(QEvent::ToolTip, place, header().viewport()->mapToGlobal(place));
+        QApplication::sendEvent(header().viewport(), &asked);
+        return QToolTip::text();
+    };
+    EXPECT_EQ(tipAt(1), QString());
+    m_model.setHeaderData(1, Qt::Horizontal, "Title & <description> of the order");
+    m_table.setColumnWidth(1, 60);
+    EXPECT_EQ(tipAt(1), QString("Title &amp; &lt;description&gt; of the order"));
+    m_table.setColumnWidth(1, 400);
+    EXPECT_EQ(tipAt(1), QString());
 }

@@ -1,0 +1,124 @@
+#include "storage/Generations.h"
+
+#include "desktop/Desktop.h"
+#include "foundation/Dates.h"
+#include "foundation/Folders.h"
+#include "foundation/Log.h"
+#include "foundation/SafeFile.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <set>
+
+namespace {
+
+constexpr int mostGenerations = 50;
+constexpr qint64 daysOfAll = 14;
+constexpr qint64 daysOfWeeks = 91;
+
+/// The stretch of time that an older generation stands for alone.
+std::pair<int, int> stretchOf(const QDate& date, qint64 age)
+{
+    if (age > daysOfWeeks)
+        return {date.year(), date.month()};
+    int year = 0;
+    const int week = date.weekNumber(&year);
+    // Weeks and months are counted apart.
+    return {-year, week};
+}
+
+} // namespace
+
+QString Generations::placeOf(const QString& database) const
+{
+    const QByteArray hash = QCryptographicHash::hash(database.toUtf8(), QCryptographicHash::Sha1).toHex().left(8);
+    return m_folder + '/' + QFileInfo(database).completeBaseName() + '-' + QString::fromLatin1(hash);
+}
+
+Result<void> Generations::keepOncePerDay(const QString& database, const QStringList& fileNames) const
+{
+    const std::vector<Generation> kept = of(database);
+    const bool hasToday =
+        std::any_of(kept.begin(), kept.end(), [&](const Generation& generation) { return generation.since.date() == m_clock.today(); });
+    return hasToday ? Result<void>() : keep(database, fileNames);
+}
+
+Result<void> Generations::keep(const QString& database, const QStringList& fileNames) const
+{
+    const QString stamp = QString::fromStdString(dates::write(m_clock.now(), dates::stamp));
+    const QString place = placeOf(database);
+    // Under a hidden name until it is whole.
+    const QString unfinished = place + "/." + stamp;
+    QDir(unfinished).removeRecursively();
+    int files = 0;
+    for (const QString& name : fileNames) {
+        const QString source = database + '/' + name;
+        if (!QFileInfo(source).isFile())
+            continue;
+        if (Result<void> made = folders::make(unfinished); !made)
+            return made;
+        if (Result<void> kept = folders::linkOrCopy(source, unfinished + '/' + name); !kept)
+            return kept;
+        ++files;
+    }
+    if (files == 0)
+        return {};
+    if (Result<void> flushed = flushFolder(unfinished.toStdString()); !flushed)
+        return flushed;
+    QString target = place + '/' + stamp;
+    for (int n = 1; QFileInfo::exists(target); ++n)
+        target = place + '/' + stamp + '-' + QString::number(n);
+    if (Result<void> moved = folders::move(unfinished, target); !moved)
+        return moved;
+    thin(database);
+    return {};
+}
+
+std::vector<Generation> Generations::of(const QString& database) const
+{
+    constexpr int stampLength = 15;
+    std::vector<Generation> found;
+    const QDir place(placeOf(database));
+    for (const QString& entry : place.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        if (const std::optional<QDateTime> since = dates::read(entry.left(stampLength).toStdString(), dates::stamp))
+            found.push_back({place.filePath(entry), *since});
+    }
+    std::stable_sort(found.begin(), found.end(),
+        [](const Generation& a, const Generation& b) { return a.since != b.since ? a.since > b.since : a.folder > b.folder; });
+    return found;
+}
+
+std::vector<std::size_t> Generations::superfluous(std::span<const QDateTime> newestFirst, const QDateTime& now)
+{
+    std::vector<std::size_t> given;
+    std::set<std::pair<int, int>> stretches;
+    std::vector<std::size_t> staying;
+    // From the oldest on: the first of each stretch stays.
+    for (std::size_t i = newestFirst.size(); i-- > 0;) {
+        const qint64 age = newestFirst[i].daysTo(now);
+        if (age <= daysOfAll || stretches.insert(stretchOf(newestFirst[i].date(), age)).second)
+            staying.push_back(i);
+        else
+            given.push_back(i);
+    }
+    const std::size_t tooMany = staying.size() - std::min<std::size_t>(staying.size(), mostGenerations);
+    given.insert(given.end(), staying.begin(), staying.begin() + static_cast<std::ptrdiff_t>(tooMany));
+    std::sort(given.begin(), given.end());
+    return given;
+}
+
+void Generations::thin(const QString& database) const
+{
+    const std::vector<Generation> kept = of(database);
+    std::vector<QDateTime> times;
+    for (const Generation& generation : kept)
+        times.push_back(generation.since);
+    for (const std::size_t index : superfluous(times, m_clock.now())) {
+        if (!QDir(kept[index].folder).removeRecursively())
+            logLine("an earlier state could not be removed: " + kept[index].folder.toStdString());
+    }
+}

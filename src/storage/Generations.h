@@ -1,0 +1,51 @@
+// Earlier states of databases: once a day, before everything is written, the record files as they are go into the recovery store.
+//
+// Files are kept as hard links where the disk allows it, which costs nothing: a record file is always replaced, never written into.
+// At most fifty states of a database are kept, the fewer the older they are.
+#pragma once
+
+#include "foundation/Result.h"
+
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+
+#include <span>
+#include <vector>
+
+class Clock;
+
+struct Generation {
+    /// Holds the record files under their own names.
+    QString folder;
+    /// Local time.
+    QDateTime since;
+};
+
+class Generations {
+public:
+    /// What the folder is called in the recovery store.
+    static constexpr char folderName[] = "Generations";
+
+    /// folder: the recovery store's.
+    Generations(const QString& recoveryFolder, const Clock& clock) : m_folder(recoveryFolder + '/' + folderName), m_clock(clock) { }
+
+    /// Keeps those of the files that the database has, unless the day has a generation already.
+    Result<void> keepOncePerDay(const QString& database, const QStringList& fileNames) const;
+    /// The same whatever was kept before.
+    Result<void> keep(const QString& database, const QStringList& fileNames) const;
+    /// The newest first.
+    std::vector<Generation> of(const QString& database) const;
+
+    /// Which to give up, as places in newestFirst: every one of the last fourteen days stays, then the first of each week for a quarter
+    /// of a year, then the first of each month; fifty at most.
+    static std::vector<std::size_t> superfluous(std::span<const QDateTime> newestFirst, const QDateTime& now);
+
+private:
+    /// Databases of one name in different places have different folders.
+    QString placeOf(const QString& database) const;
+    void thin(const QString& database) const;
+
+    QString m_folder;
+    const Clock& m_clock;
+};

@@ -1,0 +1,236 @@
+// Bringing records back from an earlier state of the database.
+#include "app/Restoring.h"
+
+#include "support/Business.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace {
+
+class RestoringTest : public Business {
+protected:
+    /// A business whose state of this morning is kept: an order with two lines and a payment, a contact, an item, a task with its goal.
+    void beginWithHistory()
+    {
+        begin();
+        Contact& ada = contact("Ada Hill");
+        Item& mug = item("Mug");
+        mug.setCode("MUG");
+        Order& stools = order("Three stools");
+        stools.setOrderNum("S1");
+        orders().connectContact(ada, stools);
+        Material& line = this->line(stools, "10.00");
+        line.setItem("Stool");
+        line.setProduct(mug.getID());
+        this->line(stools, "5.00").setItem("Cushion");
+        payment(stools, "4.00");
+        restart(); // the day's first full write keeps the empty state
+        tomorrow();
+        restart(); // and this one keeps what was made
+    }
+    void tomorrow() { clock.moment = clock.moment.addDays(1); }
+    std::unique_ptr<Restoring> lookAtNewest()
+    {
+        auto restoring = app().makeRestoring();
+        const std::vector<Generation> states = restoring->generations();
+        EXPECT_FALSE(states.empty());
+        const QStringList troubles = states.empty() ? QStringList() : restoring->look(states.front());
+        EXPECT_TRUE(troubles.isEmpty()) << troubles.join('\n').toStdString();
+        return restoring;
+    }
+    static std::vector<std::string> rowsOf(const Restoring& restoring)
+    {
+        std::vector<std::string> rows;
+        for (int row = 0; row < restoring.numberOfRows(); ++row)
+            rows.push_back(restoring.objectValue("field1", row) + " | " + restoring.objectValue("field2", row) + " | "
+                + restoring.objectValue("field3", row));
+        return rows;
+    }
+    void deleteTheOrder()
+    {
+        orders().selectRow(0);
+        alerts.answer(0);
+        orders().deleteKey();
+    }
+};
+
+} // namespace
+
+TEST_F(RestoringTest, listsWhatIsGoneAndWhatWasChanged)
+{
+    beginWithHistory();
+    contacts().getnthItem(0)->setPhone("01234");
+    deleteTheOrder();
+
+    EXPECT_EQ(rowsOf(*lookAtNewest()),
+        (std::vector<std::string> {"Contact | Ada Hill | Changed: phone", "Order | S1 Three stools | Deleted",
+            "Line | Stool, of order 1 | Deleted", "Line | Cushion, of order 1 | Deleted"}));
+}
+
+TEST_F(RestoringTest, anUnchangedBusinessHasNothingToBringBack)
+{
+    beginWithHistory();
+
+    EXPECT_EQ(lookAtNewest()->numberOfRows(), 0);
+}
+
+TEST_F(RestoringTest, anOrderComesBackWithItsLinesAndPaymentsAndIsSaved)
+{
+    beginWithHistory();
+    const QByteArray ordersBefore = readFile("orders.xml");
+    const QByteArray linesBefore = readFile("itemsordered.xml");
+    deleteTheOrder();
+    app().session().writeDatabase(orders());
+    ASSERT_FALSE(readFile("orders.xml").contains("Three stools"));
+    const auto restoring = lookAtNewest();
+
+    restoring->selectRow(0);
+    ASSERT_EQ(restoring->objectValue("field1", 0), "Order");
+    ASSERT_TRUE(restoring->bringBackSelected().ok());
+
+    Order* const back = presentItem(orders(), 1);
+    ASSERT_NE(back, nullptr);
+    EXPECT_EQ(back->getTotalPayments(), 4.0F);
+    EXPECT_EQ(lines().linesOfOrder(1).size(), 2U);
+    EXPECT_EQ(shown(orders(), "title"), std::vector<std::string> {"Three stools"});
+    ASSERT_NE(back->getContact(), nullptr);
+    EXPECT_EQ(back->getContact()->getName(), "Ada Hill");
+    EXPECT_EQ(readFile("orders.xml"), ordersBefore);
+    EXPECT_EQ(readFile("itemsordered.xml"), linesBefore);
+    EXPECT_EQ(restoring->numberOfRows(), 0);
+}
+
+TEST_F(RestoringTest, aChangedOrderGetsThePaymentsItHad)
+{
+    beginWithHistory();
+    Order& stools = *orders().getnthItem(0);
+    payment(stools, "6.00");
+    stools.setTitle("Four stools");
+    app().session().writeDatabase(orders());
+    const auto restoring = lookAtNewest();
+    ASSERT_EQ(rowsOf(*restoring), std::vector<std::string> {"Order | S1 Three stools | Changed: paymentarray, title"});
+
+    ASSERT_TRUE(restoring->bringBackAll().ok());
+
+    EXPECT_EQ(stools.getTitle(), "Three stools");
+    EXPECT_EQ(stools.getTotalPayments(), 4.0F);
+    EXPECT_EQ(app().getPaymentManager().getCount(), 1);
+}
+
+TEST_F(RestoringTest, whatWasAddedSinceStays)
+{
+    beginWithHistory();
+    contact("Bert Rivers");
+    contacts().getnthItem(0)->setName("Ada Vale");
+    const auto restoring = lookAtNewest();
+
+    ASSERT_TRUE(restoring->bringBackAll().ok());
+
+    EXPECT_EQ(contacts().getCount(), 2);
+    EXPECT_EQ(contacts().getnthItem(0)->getName(), "Ada Hill");
+    EXPECT_TRUE(readFile("contacts.xml").contains("Bert Rivers"));
+}
+
+TEST_F(RestoringTest, howThingsStoodBeforeIsKeptFirst)
+{
+    beginWithHistory();
+    contacts().getnthItem(0)->setName("Ada Vale");
+    const auto restoring = lookAtNewest();
+    const std::size_t before = restoring->generations().size();
+
+    ASSERT_TRUE(restoring->bringBackAll().ok());
+
+    const std::vector<Generation> states = restoring->generations();
+    ASSERT_EQ(states.size(), before + 1);
+    restoring->look(states.front());
+    EXPECT_EQ(rowsOf(*restoring), std::vector<std::string> {"Contact | Ada Vale | Changed: name"});
+}
+
+TEST_F(RestoringTest, nothingComesBackWhileAnEditorHoldsARecord)
+{
+    beginWithHistory();
+    contacts().getnthItem(0)->setName("Ada Vale");
+    const auto restoring = lookAtNewest();
+    orders().editThisOrder(*orders().getnthItem(0));
+
+    const Result<void> done = restoring->bringBackAll();
+
+    ASSERT_FALSE(done.ok());
+    EXPECT_EQ(done.error().message, "Close the editors that are open first.");
+    EXPECT_EQ(contacts().getnthItem(0)->getName(), "Ada Vale");
+}
+
+TEST_F(RestoringTest, aDatabaseForReadingOnlyStaysAsItIs)
+{
+    beginWithHistory();
+    contacts().getnthItem(0)->setName("Ada Vale");
+    quit();
+    writeFile("lock.xml", document("<dict><key>reason</key><string>database open</string></dict>"));
+    start();
+    const auto restoring = lookAtNewest();
+
+    alerts.answer(0);
+    EXPECT_TRUE(restoring->bringBackAll().ok());
+
+    EXPECT_EQ(lastAlert().text, "Database is in read-only mode.");
+    EXPECT_EQ(contacts().getnthItem(0)->getName(), "Ada Vale");
+}
+
+TEST_F(RestoringTest, nothingComesBackWhenThePresentStateCannotBeKept)
+{
+    beginWithHistory();
+    contacts().getnthItem(0)->setName("Ada Vale");
+    const auto restoring = lookAtNewest();
+    QFile::remove(databaseFolder() + "/items.xml");
+    ASSERT_TRUE(QDir().mkpath(databaseFolder() + "/items.xml/in the way"));
+
+    EXPECT_FALSE(restoring->bringBackAll().ok());
+
+    EXPECT_EQ(contacts().getnthItem(0)->getName(), "Ada Vale");
+}
+
+TEST_F(RestoringTest, aFileOfThatTimeThatDoesNotReadIsTold)
+{
+    beginWithHistory();
+    contacts().getnthItem(0)->setName("Ada Vale");
+    const auto restoring = app().makeRestoring();
+    const Generation newest = restoring->generations().front();
+    QFile::remove(newest.folder + "/orders.xml");
+    QFile damaged(newest.folder + "/orders.xml");
+    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
+    damaged.write("not a list");
+    damaged.close();
+
+    const QStringList troubles = restoring->look(newest);
+
+    ASSERT_EQ(troubles.size(), 1);
+    EXPECT_TRUE(troubles[0].startsWith("orders.xml of that time could not be read (")) << troubles[0].toStdString();
+    EXPECT_EQ(rowsOf(*restoring), std::vector<std::string> {"Contact | Ada Hill | Changed: name"});
+}
+
+TEST_F(RestoringTest, goalsGetTheTasksTheyHad)
+{
+    begin();
+    ActionManager& tasks = app().getActionManager();
+    GoalManager& goals = app().getGoalManager();
+    Action& first = tasks.add(std::make_unique<Action>());
+    Action& second = tasks.add(std::make_unique<Action>());
+    first.setFieldByName("title", "Call");
+    second.setFieldByName("title", "Write");
+    Goal& goal = goals.add(std::make_unique<Goal>());
+    goal.setName("Grow");
+    goal.addAction(first);
+    goal.addAction(second);
+    restart();
+    tomorrow();
+    restart();
+    Goal& now = *app().getGoalManager().getnthItem(0);
+    now.removeActionAtIndex(0);
+    const auto restoring = lookAtNewest();
+    ASSERT_EQ(rowsOf(*restoring), std::vector<std::string> {"Goal | Grow | Changed: actions"});
+
+    ASSERT_TRUE(restoring->bringBackAll().ok());
+
+    EXPECT_EQ(now.getActionsAsID(), (std::vector<int> {1, 2}));
+}

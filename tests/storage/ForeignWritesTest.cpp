@@ -1,0 +1,148 @@
+// What becomes of files that somebody else writes while the database is open here, and of the state before a day's first full write.
+#include "DatabaseFolderTest.h"
+
+#include <sys/stat.h>
+
+namespace {
+
+class ForeignWritesTest : public DatabaseFolderTest {
+protected:
+    QStringList kept(const QString& name) const { return QDir(recoveryFolder()).entryList({"* " + name}, QDir::Files, QDir::Name); }
+    std::vector<Generation> states() const { return folder.generations().of(location()); }
+};
+
+} // namespace
+
+TEST_F(ForeignWritesTest, whatSomebodyElseWroteIsKeptBeforeItIsWrittenOverAndThePersonIsTold)
+{
+    put("mugs.xml", document("ours"));
+    load();
+    put("mugs.xml", document("theirs longer"));
+
+    write({&mugFile});
+
+    const QString copy = recoveryFolder() + "/20240301-101530 mugs.xml";
+    EXPECT_EQ(contents(copy), document("theirs longer"));
+    EXPECT_TRUE(contents("mugs.xml").contains(">ours<"));
+    EXPECT_EQ(folder.takeNews(),
+        QStringList {"mugs.xml was changed by somebody else and is written over now. What they wrote is kept as " + copy + "."});
+    EXPECT_TRUE(folder.takeNews().isEmpty());
+    EXPECT_EQ(recovery.things().at(0).reason, KeptFor::foreign);
+    EXPECT_EQ(recovery.things().at(0).origin, location() + "/mugs.xml");
+}
+
+TEST_F(ForeignWritesTest, aFileThatAppearedMeanwhileIsKeptToo)
+{
+    load();
+    put("mugs.xml", document("theirs"));
+
+    write({&mugFile});
+
+    EXPECT_EQ(kept("mugs.xml").size(), 1);
+}
+
+TEST_F(ForeignWritesTest, ourOwnWritesAreNobodyElses)
+{
+    put("mugs.xml", document("a b"));
+    load();
+    for (int times = 0; times < 3; ++times) {
+        mugs.articles.addNamed("another");
+        write({&mugFile, &orderFile, &lineFile});
+    }
+    folder.writeEverything();
+    write({&mugFile});
+
+    EXPECT_TRUE(recovery.things().empty());
+    EXPECT_TRUE(folder.takeNews().isEmpty());
+    EXPECT_FALSE(folder.changedSinceRead());
+}
+
+TEST_F(ForeignWritesTest, anInterruptedWriteThatIsPutRightIsNobodyElses)
+{
+    load();
+    interruptWriting();
+    ArticleShop otherMugs;
+    ArticleShop otherOrders;
+    ArticleShop otherLines;
+    ArticleFile otherMugFile {otherMugs.articles, "mugs.xml", "mugs"};
+    ArticleFile otherOrderFile {otherOrders.articles, "orders.xml", "orders"};
+    ArticleFile otherLineFile {otherLines.articles, "itemsordered.xml", "materials"};
+    DatabaseFolder next(recovery, clock, user);
+    for (RecordFile* file : std::initializer_list<RecordFile*> {&otherMugFile, &otherOrderFile, &otherLineFile})
+        next.registerFile(*file);
+    next.load(location(), [](RecordFile&, bool) {});
+    RecordFile* const all[] {&otherMugFile, &otherOrderFile, &otherLineFile};
+
+    next.write(all, DatabaseFolder::When::now);
+
+    EXPECT_TRUE(contents("itemsordered.xml").contains(">line<"));
+    EXPECT_TRUE(kept("orders.xml").isEmpty());
+    EXPECT_TRUE(kept("itemsordered.xml").isEmpty());
+}
+
+TEST_F(ForeignWritesTest, whatCannotBeKeptIsNotWrittenOver)
+{
+    put("mugs.xml", document("ours"));
+    load();
+    put("mugs.xml", document("theirs longer"));
+    QFile inTheWay(recoveryFolder());
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+
+    write({&mugFile});
+
+    EXPECT_EQ(contents("mugs.xml"), document("theirs longer"));
+    EXPECT_FALSE(folder.unsavedReason().isEmpty());
+}
+
+// Generations
+
+TEST_F(ForeignWritesTest, aDaysFirstFullWriteKeepsWhatTheFilesHeldBefore)
+{
+    put("mugs.xml", document("before"));
+    load();
+    mugs.articles.addNamed("new");
+    folder.writeEverything();
+    mugs.articles.addNamed("newer");
+    folder.writeEverything();
+
+    ASSERT_EQ(states().size(), 1U);
+    EXPECT_EQ(contents(states()[0].folder + "/mugs.xml"), document("before"));
+    EXPECT_TRUE(recovery.things().empty()) << "a second name for our file is nobody else's write";
+}
+
+TEST_F(ForeignWritesTest, aWriteOfSomeFilesKeepsNoGeneration)
+{
+    put("mugs.xml", document("before"));
+    load();
+
+    write({&mugFile});
+
+    EXPECT_TRUE(states().empty());
+}
+
+TEST_F(ForeignWritesTest, aGenerationThatCannotBeKeptHoldsNoWriteUp)
+{
+    put("mugs.xml", document("before"));
+    load();
+    mugs.articles.addNamed("new");
+    QFile inTheWay(recoveryFolder());
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+
+    folder.writeEverything();
+
+    EXPECT_TRUE(contents("mugs.xml").contains(">new<"));
+    EXPECT_TRUE(folder.unsavedReason().isEmpty());
+}
+
+TEST_F(ForeignWritesTest, oneIsKeptWhenAskedForToo)
+{
+    put("mugs.xml", document("before"));
+    load();
+
+    ASSERT_TRUE(folder.keepGeneration().ok());
+    ASSERT_TRUE(folder.keepGeneration().ok());
+    write({&mugFile});
+
+    EXPECT_EQ(states().size(), 2U);
+    EXPECT_TRUE(recovery.things().empty());
+}

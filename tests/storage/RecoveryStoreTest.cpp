@@ -1,0 +1,174 @@
+#include "storage/RecoveryStore.h"
+
+#include "foundation/Log.h"
+#include "support/FakeDesktop.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+class RecoveryStoreTest : public testing::Test {
+protected:
+    RecoveryStoreTest()
+    {
+        setLogSink([](std::string_view) {});
+    }
+    ~RecoveryStoreTest() override { setLogSink({}); }
+
+    QString store() const { return user.home() + "/Recovery"; }
+    QString path() const { return user.home() + "/shop.vendb/orders.xml"; }
+    static QByteArray contents(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
+    }
+    static void put(const QString& path, const QByteArray& bytes)
+    {
+        ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+
+    FakeClock clock;
+    FakeUser user;
+    RecoveryStore recovery {store(), clock};
+};
+
+TEST_F(RecoveryStoreTest, copiesOfOneSecondGetNamesOfTheirOwn)
+{
+    put(path(), "first");
+    const Result<QString> first = recovery.keepCopy(path(), KeptFor::unreadable);
+    put(path(), "second");
+    const Result<QString> second = recovery.keepCopy(path(), KeptFor::unreadable);
+
+    ASSERT_TRUE(first.ok() && second.ok());
+    EXPECT_EQ(first.value(), store() + "/20240301-101530 orders.xml");
+    EXPECT_EQ(second.value(), store() + "/20240301-101530-1 orders.xml");
+    EXPECT_EQ(contents(first.value()), "first");
+    EXPECT_EQ(contents(second.value()), "second");
+    EXPECT_EQ(contents(path()), "second");
+}
+
+TEST_F(RecoveryStoreTest, onlyTheUserCanLookIntoIt)
+{
+    ASSERT_TRUE(recovery.keepBytes("draft.txt", "text", KeptFor::unsaved).ok());
+
+    const QFile::Permissions others =
+        QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    EXPECT_EQ(QFileInfo(store()).permissions() & others, QFile::Permissions());
+    EXPECT_EQ(contents(store() + "/20240301-101530 draft.txt"), "text");
+}
+
+TEST_F(RecoveryStoreTest, foldersAreMovedIntoItWhole)
+{
+    put(user.home() + "/Attachments/7/letter.txt", "letter");
+
+    ASSERT_TRUE(recovery.moveIn(user.home() + "/Attachments/7", KeptFor::attachments).ok());
+
+    EXPECT_FALSE(QFileInfo::exists(user.home() + "/Attachments/7"));
+    EXPECT_EQ(contents(store() + "/20240301-101530 7/letter.txt"), "letter");
+}
+
+TEST_F(RecoveryStoreTest, whatIsNotThereCannotBeKept)
+{
+    EXPECT_FALSE(recovery.keepCopy(user.home() + "/missing", KeptFor::unreadable).ok());
+    EXPECT_FALSE(recovery.moveIn(user.home() + "/missing", KeptFor::attachments).ok());
+    EXPECT_TRUE(recovery.things().empty());
+}
+
+TEST_F(RecoveryStoreTest, tellsOfEachThingWhatItIsTheNewestFirst)
+{
+    put(path(), "not a list");
+    put(user.home() + "/Attachments/7/letter.txt", "letter");
+    clock.moment = QDateTime(QDate(2024, 3, 1), QTime(10, 0));
+    ASSERT_TRUE(recovery.keepCopy(path(), KeptFor::unreadable).ok());
+    clock.moment = QDateTime(QDate(2024, 3, 2), QTime(11, 0));
+    ASSERT_TRUE(recovery.moveIn(user.home() + "/Attachments/7", KeptFor::attachments).ok());
+    clock.moment = QDateTime(QDate(2024, 2, 1), QTime(9, 0));
+    ASSERT_TRUE(recovery.keepBytes(path(), "unsaved", KeptFor::unsaved).ok());
+
+    const std::vector<KeptThing> things = recovery.things();
+
+    ASSERT_EQ(things.size(), 3U);
+    EXPECT_EQ(things[0].name, "7");
+    EXPECT_EQ(things[0].origin, user.home() + "/Attachments/7");
+    EXPECT_EQ(things[0].reason, KeptFor::attachments);
+    EXPECT_EQ(things[0].since, QDateTime(QDate(2024, 3, 2), QTime(11, 0)));
+    EXPECT_EQ(things[1].name, "orders.xml");
+    EXPECT_EQ(things[1].origin, path());
+    EXPECT_EQ(things[1].reason, KeptFor::unreadable);
+    EXPECT_EQ(things[2].reason, KeptFor::unsaved);
+    EXPECT_EQ(things[2].since, QDateTime(QDate(2024, 2, 1), QTime(9, 0)));
+}
+
+TEST_F(RecoveryStoreTest, listsWhatNothingIsKnownOfAndLeavesEarlierStatesOut)
+{
+    put(store() + "/20240301-101530-2 an old file.txt", "old");
+    put(store() + "/put here by hand", "by hand");
+    put(store() + "/Generations/shop-12345678/20240301-101530/orders.xml", "orders");
+
+    const std::vector<KeptThing> things = recovery.things();
+
+    ASSERT_EQ(things.size(), 2U);
+    const KeptThing& old = things[0].name == "put here by hand" ? things[1] : things[0];
+    const KeptThing& byHand = things[0].name == "put here by hand" ? things[0] : things[1];
+    EXPECT_EQ(old.name, "an old file.txt");
+    EXPECT_EQ(old.since, QDateTime(QDate(2024, 3, 1), QTime(10, 15, 30)));
+    EXPECT_EQ(old.reason, KeptFor::unknown);
+    EXPECT_EQ(old.origin, "");
+    EXPECT_EQ(byHand.name, "put here by hand");
+    EXPECT_EQ(byHand.since.date(), QDate::currentDate());
+}
+
+TEST_F(RecoveryStoreTest, aCopyOfAThingNeverTakesThePlaceOfAnything)
+{
+    put(user.home() + "/Attachments/7/letter.txt", "letter");
+    ASSERT_TRUE(recovery.moveIn(user.home() + "/Attachments/7", KeptFor::attachments).ok());
+    put(user.home() + "/there", "there before");
+
+    EXPECT_TRUE(RecoveryStore::copyOut(recovery.things()[0], user.home() + "/copy").ok());
+    EXPECT_FALSE(RecoveryStore::copyOut(recovery.things()[0], user.home() + "/there").ok());
+
+    EXPECT_EQ(contents(user.home() + "/copy/letter.txt"), "letter");
+    EXPECT_EQ(contents(user.home() + "/there"), "there before");
+    EXPECT_EQ(contents(recovery.things()[0].path + "/letter.txt"), "letter");
+}
+
+TEST_F(RecoveryStoreTest, whatIsOlderThanNinetyDaysGoesIntoTheTrash)
+{
+    const QByteArray before = qgetenv("XDG_DATA_HOME");
+    ASSERT_TRUE(QDir().mkpath(user.home() + "/data"));
+    qputenv("XDG_DATA_HOME", (user.home() + "/data").toUtf8());
+    clock.moment = QDateTime(QDate(2024, 3, 1), QTime(12, 0));
+    ASSERT_TRUE(recovery.keepBytes("old.xml", "old", KeptFor::unsaved).ok());
+    clock.moment = QDateTime(QDate(2024, 3, 2), QTime(12, 0));
+    ASSERT_TRUE(recovery.keepBytes("younger.xml", "younger", KeptFor::unsaved).ok());
+
+    clock.moment = QDateTime(QDate(2024, 5, 30), QTime(12, 0)); // 90 days after the first of March
+    EXPECT_EQ(recovery.cleanUp(), 0);
+    clock.moment = QDateTime(QDate(2024, 5, 31), QTime(0, 1));
+    EXPECT_EQ(recovery.cleanUp(), 1);
+
+    const std::vector<KeptThing> things = recovery.things();
+    ASSERT_EQ(things.size(), 1U);
+    EXPECT_EQ(things[0].name, "younger.xml");
+    EXPECT_EQ(contents(user.home() + "/data/Trash/files/20240301-120000 old.xml"), "old");
+    EXPECT_FALSE(QFileInfo::exists(store() + "/.about/20240301-120000 old.xml.plist"));
+    before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
+}
+
+TEST_F(RecoveryStoreTest, aNoteIsTakenOnceAndLongerOnesAddUp)
+{
+    recovery.leaveNote({});
+    EXPECT_FALSE(QDir(store()).exists());
+    recovery.leaveNote({"One.", "Two\nlines."});
+    recovery.leaveNote({"Three."});
+    EXPECT_TRUE(recovery.things().empty());
+
+    EXPECT_EQ(recovery.takeNote(), QStringList({"One.", "Two lines.", "Three."}));
+    EXPECT_EQ(recovery.takeNote(), QStringList());
+    EXPECT_TRUE(QDir(store()).isEmpty());
+}
