@@ -24,7 +24,7 @@ const char* wordsFor(KeptFor reason)
 
 std::vector<TextRows::Column> keptColumns()
 {
-    return {{localText("When"), 150}, {localText("Name"), 200}, {localText("Why it is here"), 300}, {localText("Where it came from"), 320}};
+    return {{localText("When"), 180}, {localText("Name"), 180}, {localText("Why it is here"), 280}, {localText("Where it came from"), 320}};
 }
 
 } // namespace

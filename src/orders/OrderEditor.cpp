@@ -60,7 +60,7 @@ QDate plusOnePeriodAsShown(const QDate& last, const QString& frequency)
 std::vector<CheckedField> OrderManager::valueFields()
 {
     const ValueCheck amount = values::amount(m_needs.rules.money);
-    const ValueCheck date = values::date([this] { return recordDateFormat(m_needs.settings); });
+    const ValueCheck date = recordDateCheck(m_needs.settings);
     return {
         // The program's own word is nothing to find fault with.
         {&form.date, [date](std::string_view text) { return text == dateOfNewPurchaseOrder ? QString() : date(text); }},

@@ -20,6 +20,15 @@ const char* recordDateFormat(const SettingsStore& settings)
     return settings.text(settings::dateFormat).value_or("1") == "1" ? dates::monthFirst : dates::dayFirst;
 }
 
+ValueCheck recordDateCheck(const SettingsStore& settings)
+{
+    const ValueCheck asRead = values::date([&settings] { return recordDateFormat(settings); });
+    return [&settings, asRead](std::string_view text) {
+        const bool mayBeDayFirst = !settings.text(settings::dateFormat);
+        return mayBeDayFirst && dates::readDate(text, dates::dayFirst) ? QString() : asRead(text);
+    };
+}
+
 std::span<const DerivedField<Payment>> Payment::derivedFields()
 {
     return paymentDerivedFields;

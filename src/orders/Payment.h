@@ -2,6 +2,7 @@
 #pragma once
 
 #include "foundation/plist/PlistValue.h"
+#include "desktop/ValueCheck.h"
 #include "storage/Record.h"
 
 #include <array>
@@ -79,3 +80,6 @@ private:
 
 /// The pattern that record dates are read with: month first for "1" and while no format was chosen, else day first.
 const char* recordDateFormat(const SettingsStore& settings);
+/// Says what is wrong with the text of a record's date. Until the person chose how to write dates, day first is no fault, though it is read
+/// month first. The settings outlive the check.
+ValueCheck recordDateCheck(const SettingsStore& settings);

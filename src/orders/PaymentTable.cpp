@@ -63,6 +63,6 @@ bool PaymentTable::setObjectValue(std::string_view identifier, int row, std::str
 QString PaymentTable::cellFault(std::string_view identifier, int row) const
 {
     if (identifier == "datepaid")
-        return values::date([this] { return recordDateFormat(m_rules.settings); })(objectValue(identifier, row));
+        return recordDateCheck(m_rules.settings)(objectValue(identifier, row));
     return identifier == "amount" ? values::amount(m_rules.money)(objectValue(identifier, row)) : QString();
 }

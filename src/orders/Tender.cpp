@@ -16,9 +16,8 @@
 Tender::Tender(TenderNeeds needs) : m_needs(needs)
 {
     form.setTitle(localText("Tender"));
-    checkFields(form,
-        {{&form.datePaid, values::date([this] { return recordDateFormat(m_needs.rules.settings); })},
-            {&form.amountTendered, values::amount(m_needs.rules.money)}});
+    checkFields(
+        form, {{&form.datePaid, recordDateCheck(m_needs.rules.settings)}, {&form.amountTendered, values::amount(m_needs.rules.money)}});
     form.amountTendered.onEdited = [this] { updateTender(); };
     form.ok.run = [this] { tenderOK(); };
     form.cancel.run = [this] { tenderCancel(); };

@@ -86,7 +86,8 @@ DatabaseFolder::~DatabaseFolder()
 std::optional<DatabaseFolder::Identity> DatabaseFolder::identityOf(const QString& folder)
 {
     struct stat status { };
-    if (::stat(folder.toStdString().c_str(), &status) != 0)
+    // A file in the folder's place is no folder that could come loose.
+    if (::stat(folder.toStdString().c_str(), &status) != 0 || !S_ISDIR(status.st_mode))
         return std::nullopt;
     return Identity {status.st_dev, status.st_ino};
 }

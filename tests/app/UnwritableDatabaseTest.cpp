@@ -75,6 +75,9 @@ TEST_F(UnwritableDatabaseTest, workIsWrittenOnceTheFolderCanBe)
     addContact("Ada Quill");
     app().session().writeDatabase(app().getContactManager());
     ASSERT_TRUE(inTheWay.remove());
+    // Takes the number that the file in the way had.
+    QFile another(supportFolder() + "/another");
+    ASSERT_TRUE(another.open(QIODevice::WriteOnly));
 
     app().folder().retry();
     app().folder().drain();

@@ -7,7 +7,6 @@ to every list, saves and quits.
 Afterwards the damaged file lies in the recovery store byte for byte, or every record that stands in it stands in the folder: texts letter
 for letter, numbers and flags as a reader of the format takes them.
 """
-import argparse
 import multiprocessing
 import os
 import random
@@ -19,7 +18,7 @@ import time
 import home_reader
 from fault_driver import DEFAULT, SETTINGS, prepare
 from home_reader import records_of
-from shop_runner import Shop, fresh
+from shop_runner import MEMORY, Shop, arguments, fresh
 
 KINDS = ['flip', 'replace', 'cut']
 NUMBERS = {'id', 'contact', 'contact2', 'bill', 'newcustomer', 'company', 'order', 'product', 'material'}
@@ -121,17 +120,12 @@ def work_on(options, work, home, cases, results, deadline):
 
 
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument('--shop', required=True)
-    parser.add_argument('--library', required=True)
-    parser.add_argument('--seconds', type=float)
-    parser.add_argument('--seed', type=int, default=1)
+    parser = arguments()
     parser.add_argument('--workers', type=int, default=2)
     parser.add_argument('--shown', type=int, default=20)
     options = parser.parse_args()
     begin = time.monotonic()
-    memory = '/dev/shm' if os.path.isdir('/dev/shm') else None
-    with tempfile.TemporaryDirectory(prefix='vendaro-damage-', dir=memory) as work:
+    with tempfile.TemporaryDirectory(prefix='vendaro-damage-', dir=MEMORY) as work:
         shop = Shop(options.shop, options.library)
         home = prepare(shop, work)['business']
         shop.close()

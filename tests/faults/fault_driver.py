@@ -11,7 +11,6 @@ Without --seconds every case is run; with it, cases in a random order of the see
  - a fault that did not kill and cost something was shown;
  - the program opens the folder again, quits, and then the folder holds exactly its usual files, and the above.
 """
-import argparse
 import multiprocessing
 import os
 import queue
@@ -23,7 +22,7 @@ import time
 
 import home_reader
 from home_reader import is_leftover, units
-from shop_runner import Shop, fresh
+from shop_runner import MEMORY, Shop, arguments, fresh
 
 CHANGING = ['kill-before', 'kill-after', 'power-before', 'power-after']
 FAILING_CHANGES = ['ENOSPC', 'EDQUOT', 'EROFS']
@@ -380,11 +379,7 @@ def one_case(options, work, stories):
 
 
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument('--shop', required=True)
-    parser.add_argument('--library', required=True)
-    parser.add_argument('--seconds', type=float)
-    parser.add_argument('--seed', type=int, default=1)
+    parser = arguments()
     parser.add_argument('--workers', type=int, default=2)
     parser.add_argument('--commands')
     parser.add_argument('--shown', type=int, default=20)
@@ -392,8 +387,7 @@ def main():
     parser.add_argument('--keep')
     options = parser.parse_args()
     begin = time.monotonic()
-    memory = '/dev/shm' if os.path.isdir('/dev/shm') else None
-    with tempfile.TemporaryDirectory(prefix='vendaro-faults-', dir=memory) as work:
+    with tempfile.TemporaryDirectory(prefix='vendaro-faults-', dir=MEMORY) as work:
         shop = Shop(options.shop, options.library)
         homes = prepare(shop, work)
         names = shop.run('list', work).texts('command')

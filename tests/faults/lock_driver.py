@@ -6,14 +6,15 @@ import subprocess
 import sys
 import tempfile
 
+from shop_runner import MEMORY
+
 
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument('--race', required=True)
     parser.add_argument('--rounds', type=int, default=100_000)
     options = parser.parse_args()
-    memory = '/dev/shm' if os.path.isdir('/dev/shm') else None
-    with tempfile.TemporaryDirectory(prefix='vendaro-lock-', dir=memory) as folder:
+    with tempfile.TemporaryDirectory(prefix='vendaro-lock-', dir=MEMORY) as folder:
         return subprocess.run([options.race, str(options.rounds), '4', folder], check=False).returncode
 
 

@@ -5,7 +5,6 @@
 
 Each case leaves so many blocks free, from none to enough. What is left is judged as after any other fault; see fault_driver.
 """
-import argparse
 import os
 import random
 import shutil
@@ -16,7 +15,7 @@ import time
 
 import home_reader
 from fault_driver import EXTRA, NOT_RUN, OPENED_AGAIN, SETTINGS, Judge, command_of, prepare, tell_story
-from shop_runner import Shop
+from shop_runner import Shop, arguments
 
 BLOCK = 4096
 INSIDE = 'VENDARO_FAULTS_INSIDE'
@@ -128,11 +127,7 @@ def run_cases(options, work):
 
 
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument('--shop', required=True)
-    parser.add_argument('--library', required=True)
-    parser.add_argument('--seconds', type=float)
-    parser.add_argument('--seed', type=int, default=1)
+    parser = arguments()
     options = parser.parse_args()
     if os.environ.get(INSIDE):
         return run_inside(options)

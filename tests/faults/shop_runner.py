@@ -1,10 +1,23 @@
 """Runs commands of the fault shop on copies of homes, with or without a fault."""
+import argparse
 import os
 import shutil
 import struct
 import subprocess
 
 NO_FAULT = (0, 'kill-before', 'once')
+# Where homes are made: in memory, when there is such a folder.
+MEMORY = '/dev/shm' if os.path.isdir('/dev/shm') else None
+
+
+def arguments():
+    """A parser that knows the options every driver has."""
+    parser = argparse.ArgumentParser()
+    parser.add_argument('--shop', required=True, help='the fault_shop program')
+    parser.add_argument('--library', required=True, help='the library that makes calls fail')
+    parser.add_argument('--seconds', type=float, help='how long to go on; everything when not given')
+    parser.add_argument('--seed', type=int, default=1)
+    return parser
 
 
 class Shop:

@@ -70,6 +70,18 @@ TEST_F(PaymentTest, TheDateIsMonthFirstForOneAndWhileNoFormatWasChosen)
     EXPECT_EQ(payment.getDatepaidasdate(), QDate(2000, 1, 1));
 }
 
+TEST_F(PaymentTest, UntilTheWayToWriteDatesIsChosenNeitherWayIsAFault)
+{
+    const ValueCheck check = recordDateCheck(memory);
+    for (const char* right : {"25/12/24", "12/25/24", "01/02/24", ""})
+        EXPECT_EQ(check(right), "") << right;
+    EXPECT_EQ(check("25/25/24"), "This is not a date like 12/25/24; it counts as 01/01/00.");
+
+    memory.setText(settings::dateFormat, "1");
+    EXPECT_EQ(check("25/12/24"), "This is not a date like 12/25/24; it counts as 01/01/00.");
+    EXPECT_EQ(check("12/25/24"), "");
+}
+
 TEST_F(PaymentTest, SearchingLooksIntoAmountMethodAndTheOrder)
 {
     payment.setAmount("1,250.00");

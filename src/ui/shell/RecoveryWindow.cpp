@@ -122,6 +122,7 @@ QWidget* RecoveryWindow::makeKeptTab()
     connect(m_show, &QPushButton::clicked, this, [this] { m_kept->show(); });
     connect(m_saveCopy, &QPushButton::clicked, this, [this] { m_kept->saveCopy(); });
     connect(table, &QAbstractItemView::activated, this, [this] { m_kept->show(); });
+    table->setFocus();
     auto* column = plainColumn(page);
     column->addWidget(list, 1);
     column->addWidget(foot);
@@ -139,7 +140,7 @@ QWidget* RecoveryWindow::makeEarlierTab()
     m_trouble = new MessageBar(MessageBar::Kind::warning);
     m_trouble->setText({});
     auto* row = new QHBoxLayout;
-    row->setContentsMargins(16, 16, 0, 0);
+    row->setContentsMargins(16, 16, 0, 16);
     row->setSpacing(16);
     row->addWidget(m_generations);
     row->addWidget(list, 1);
