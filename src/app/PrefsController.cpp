@@ -317,7 +317,7 @@ void PrefsController::populateLists()
 
 void PrefsController::makeDefaultFolders()
 {
-    if (!QDir().mkpath(expanded(places::defaultDatabase)))
+    if (!folders::make(expanded(places::defaultDatabase)))
         logLine("couldn't create the default database's folder");
 }
 

@@ -85,6 +85,32 @@ Result<void> copyWhole(const fs::path& source, const fs::path& target, CopyFor p
     return copied;
 }
 
+/// A folder that went with a power cut would take along what was flushed into it.
+Result<void> makeFolder(const fs::path& path)
+{
+    std::error_code code;
+    if (fs::is_directory(path, code))
+        return {};
+    if (path.has_relative_path()) {
+        if (Result<void> made = makeFolder(path.parent_path()); !made)
+            return made;
+    }
+    fs::create_directory(path, code);
+    if (code || !fs::is_directory(path, code))
+        return folderError("cannot make the folder", path, code);
+    return flushFolder(path.parent_path());
+}
+
+/// After a rename. What cannot be flushed goes back.
+Result<void> settleMoved(const fs::path& source, const fs::path& target)
+{
+    Result<void> flushed = flushFolder(target.parent_path());
+    std::error_code code;
+    if (!flushed)
+        fs::rename(target, source, code);
+    return flushed;
+}
+
 /// The source goes only when the copy would outlast a power cut.
 Result<void> moveAcross(const fs::path& source, const fs::path& target)
 {
@@ -130,11 +156,7 @@ QString resolveIgnoringCase(const QString& parent, const QString& name)
 
 Result<void> make(const QString& path)
 {
-    std::error_code code;
-    fs::create_directories(nativePath(path), code);
-    if (code || !fs::is_directory(nativePath(path), code))
-        return folderError("cannot make the folder", nativePath(path), code);
-    return {};
+    return makeFolder(nativePath(QDir(path).absolutePath()));
 }
 
 Result<void> copyTree(const QString& source, const QString& target)
@@ -161,7 +183,7 @@ Result<void> move(const QString& source, const QString& target)
     std::error_code code;
     fs::rename(nativePath(source), nativePath(target), code);
     if (!code)
-        return {};
+        return settleMoved(nativePath(source), nativePath(target));
     return code == std::errc::cross_device_link ? moveAcross(nativePath(source), nativePath(target))
                                                 : Result<void>(folderError("cannot move", nativePath(source), code));
 }

@@ -13,14 +13,14 @@ QString expandHome(const QString& path, const QString& home);
 bool isSingleComponent(const QString& name);
 /// parent/name, with the name spelled as an existing entry spells it, whatever the case; as given when there is none.
 QString resolveIgnoringCase(const QString& parent, const QString& name);
-/// Makes the folder and those above it.
+/// Makes the folder and those above it, and flushes what it made.
 Result<void> make(const QString& path);
 /// Copies a file or a folder with everything in it, and flushes the copies. Links are copied as links, devices and pipes left out; target
 /// must not exist. What was copied until something failed is taken away again.
 Result<void> copyTree(const QString& source, const QString& target);
 /// A second name for the file, or a flushed copy where there can be none; target must not exist.
 Result<void> linkOrCopy(const QString& source, const QString& target);
-/// Moves a file or folder, across file systems too; target must not exist. When it fails, the source stays as it is. Devices and
+/// Moves a file or folder, across file systems too, and flushes that; target must not exist. When it fails, the source stays as it is. Devices and
 /// pipes do not cross file systems: what holds one stays where it is, and that is an error.
 Result<void> move(const QString& source, const QString& target);
 

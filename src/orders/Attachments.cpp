@@ -34,11 +34,11 @@ Result<void> copyIntoFolder(const QString& source, const QString& target)
         QFile::remove(unfinished);
         return attachmentError(source, "it could not be copied into the database folder.");
     }
-    if (!QFile::rename(unfinished, target)) {
+    if (!folders::move(unfinished, target)) {
         QFile::remove(unfinished);
         return attachmentError(source, "the copy could not be put into its place.");
     }
-    return flushFolder(folder.toStdString());
+    return {};
 }
 
 } // namespace
@@ -65,7 +65,7 @@ Result<void> Attachments::file(int orderId, const QString& path) const
     if (isUnfinishedName(source.fileName()))
         return attachmentError(path, "names like this one are kept for copies on their way.");
     const QString target = folder(orderId);
-    if (!QDir().mkpath(target))
+    if (!folders::make(target))
         return attachmentError(path, "the folder for this order's files could not be made.");
     const QString copy = target + '/' + source.fileName();
     if (QFileInfo::exists(copy) || QFileInfo(copy).isSymLink())

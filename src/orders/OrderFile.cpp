@@ -38,8 +38,9 @@ void writeKnownPayment(const PaymentValues& payment, PlistWriter& writer)
 
 void writePayments(const StoredRecord<Order>& stored, PlistWriter& writer)
 {
-    static const ForeignPaymentEntries none;
-    const ForeignPaymentEntries& foreign = stored.nested.foreignPayments ? *stored.nested.foreignPayments : none;
+    std::span<const ForeignPaymentEntry> foreign;
+    if (stored.nested.foreignPayments)
+        foreign = *stored.nested.foreignPayments;
     auto next = foreign.begin();
     std::size_t place = 0;
     const auto writeForeign = [&] {

@@ -168,13 +168,15 @@ LoadReport DatabaseFolder::readAgain(const AfterFile& afterFile)
             next = startReading(*m_files[i + 1]);
         const ReadFile read = current.get();
         RecordFile& file = *m_files[i];
-        if (read.parsed)
+        if (read.parsed) {
             read.parsed->adopt();
-        else if (read.exists)
+            tellLeftOut(file, report);
+        } else if (read.exists)
             tellDamaged(file, read.path, read.reason, report);
         file.loaded();
         afterFile(file, read.exists);
     }
+    m_keepStateFirst = !report.damaged.isEmpty();
     return report;
 }
 
@@ -188,6 +190,20 @@ void DatabaseFolder::tellDamaged(RecordFile& file, const std::string& path, cons
         m_damaged.insert(&file);
     }
     const std::string sentence = std::string(file.fileName()) + " could not be read (" + reason + "). " + where;
+    logLine(sentence);
+    report.damaged += QString::fromStdString(sentence);
+}
+
+void DatabaseFolder::tellLeftOut(const RecordFile& file, LoadReport& report)
+{
+    const std::string what = file.leftOut();
+    if (what.empty())
+        return;
+    {
+        const std::lock_guard guard(m_mutex);
+        m_damaged.insert(&file);
+    }
+    const std::string sentence = std::string(file.fileName()) + ": " + what + ". The file is kept before it is written over.";
     logLine(sentence);
     report.damaged += QString::fromStdString(sentence);
 }
@@ -343,11 +359,8 @@ void DatabaseFolder::perform(const Job& job)
     }
     if (!isWhereItWas(job.folder))
         std::for_each(job.pieces.begin(), job.pieces.end(), [this](const Piece& piece) { keepElsewhere(piece); });
-    if (job.isEverything && job.folder == m_location) {
-        const auto keep = [this] { return m_generations.keepOncePerDay(m_location, fileNames()); };
-        if (const Result<void> kept = keepingStamps(keep); !kept)
-            logLine(kept.error().message);
-    }
+    if (job.folder == m_location)
+        keepState(job);
     std::vector<Piece> pieces;
     for (const Piece& piece : job.pieces) {
         if (Result<void> kept = keepWhatIsThere(job.folder, *piece.file); !kept)
@@ -362,6 +375,20 @@ void DatabaseFolder::perform(const Job& job)
         return;
     }
     writeAlone({job.folder, std::move(pieces)});
+}
+
+/// What refers to a file that did not read is written without it: then all files are kept as they were, whatever is written first.
+void DatabaseFolder::keepState(const Job& job)
+{
+    if (!m_keepStateFirst && !job.isEverything)
+        return;
+    const Result<void> kept = keepingStamps([this] {
+        return m_keepStateFirst ? m_generations.keep(m_location, fileNames()) : m_generations.keepOncePerDay(m_location, fileNames());
+    });
+    if (kept)
+        m_keepStateFirst = false;
+    else
+        logLine(kept.error().message);
 }
 
 /// After a failed group: orders and their lines stay together, every other file goes by itself.
@@ -512,8 +539,8 @@ Result<void> DatabaseFolder::copyTo(const QString& target)
     Result<void> copied = folders::copyTree(m_location, unfinished);
     if (copied)
         copied = writeFileSafely((unfinished + "/lock.xml").toStdString(), m_lock.contents(DatabaseLock::offlineReason));
-    if (copied && !QFile::rename(unfinished, target))
-        copied = Error {target.toStdString() + " could not be put into its place"};
+    if (copied)
+        copied = folders::move(unfinished, target);
     if (!copied)
         QDir(unfinished).removeRecursively();
     return copied;

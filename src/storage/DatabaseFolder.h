@@ -104,10 +104,12 @@ private:
     QStringList fileNames() const;
     void forgetState();
     void tellDamaged(RecordFile& file, const std::string& path, const std::string& reason, LoadReport& report);
+    void tellLeftOut(const RecordFile& file, LoadReport& report);
     void tellUnreadable(const std::string& reason, LoadReport& report);
     void enqueue(Job job);
     void work();
     void perform(const Job& job);
+    void keepState(const Job& job);
     Result<void> writeGroup(const QString& folder, std::span<const Piece> pieces);
     void writeAlone(const Job& job);
     void settled(const Piece& piece, const Result<void>& result);
@@ -133,13 +135,15 @@ private:
     std::deque<Job> m_jobs;
     /// With the reason of each.
     std::map<RecordFile*, QString> m_unsaved;
-    /// Files of the loaded folder that did not read and whose originals are not kept yet.
+    /// Files of the loaded folder that did not read, or not with everything in them, and whose originals are not kept yet.
     std::set<const RecordFile*> m_damaged;
     /// Of the loaded folder; none until there is one.
     std::optional<Identity> m_identity;
     /// The newest copy of each file that was written while the folder was another one.
     std::map<const RecordFile*, QString> m_keptElsewhere;
     QStringList m_news;
+    /// Something of the loaded folder did not read, and nothing was written there since. As m_stamps.
+    bool m_keepStateFirst = false;
     bool m_folderGone = false;
     bool m_busy = false;
     bool m_stopping = false;

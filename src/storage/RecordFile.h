@@ -87,6 +87,8 @@ public:
     virtual void forget() = 0;
     /// After the records of this file were adopted: sort preference, sort, filter. Called when the file was missing too.
     virtual void loaded() { }
+    /// What the file read last says that its collection cannot hold, in words for the person; empty when it holds everything.
+    virtual std::string leftOut() const { return {}; }
 
 private:
     const char* m_fileName;

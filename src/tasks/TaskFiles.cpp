@@ -7,6 +7,9 @@
 
 namespace {
 
+/// Stands for what is no id at all.
+constexpr int noTask = 0;
+
 void writeTaskIds(const StoredRecord<Goal>& stored, PlistWriter& writer)
 {
     writer.openArray();
@@ -19,10 +22,8 @@ bool readTaskIds(StoredRecord<Goal>& stored, const PlistValue& value, TextStore&
 {
     if (!value.isArray())
         return false;
-    for (const PlistValue& id : value.array()) {
-        if (id.hasText())
-            stored.nested.actions.push_back(numbers::leadingInt(id.asText()));
-    }
+    for (const PlistValue& id : value.array())
+        stored.nested.actions.push_back(id.hasText() ? numbers::leadingInt(id.asText()) : noTask);
     return true;
 }
 
@@ -57,5 +58,13 @@ void GoalFile::added(Goal& goal, const StoredRecord<Goal>& stored)
     for (const int id : stored.nested.actions) {
         if (Action* task = presentItem(m_tasks, id))
             goal.addAction(*task);
+        else if (id == noTask && m_leftOut.empty())
+            m_leftOut = "an entry among the tasks of \"" + std::string(goal.getName()) + "\" is no number of a task";
     }
+}
+
+void GoalFile::forget()
+{
+    CollectionFile::forget();
+    m_leftOut.clear();
 }

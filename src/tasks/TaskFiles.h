@@ -40,11 +40,13 @@ public:
     }
 
     const char* recordName() const override { return "Goal"; }
+    void forget() override;
+    std::string leftOut() const override { return m_leftOut; }
 
 protected:
     std::span<const NestedKey<Goal>> nestedKeys() const override;
     std::unique_ptr<Goal> make() const override { return std::make_unique<Goal>(); }
-    /// Ids that name no task are skipped.
+    /// Ids that name no task are skipped; what is no id at all is told.
     void added(Goal& goal, const StoredRecord<Goal>& stored) override;
     void replaced(Goal& goal, const StoredRecord<Goal>& stored) override;
     Goal::Nested nestedOf(const Goal& goal) const override { return {goal.getActionsAsID()}; }
@@ -57,4 +59,5 @@ private:
 
     GoalManager& m_goals;
     ActionManager& m_tasks;
+    std::string m_leftOut;
 };

@@ -10,9 +10,9 @@
 #include "ui/kit/RecordTable.h"
 #include "ui/kit/SearchField.h"
 #include "ui/kit/Sheet.h"
+#include "ui/kit/SheetStack.h"
 #include "ui/kit/TableHeader.h"
 
-#include <QApplication>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -119,6 +119,6 @@ PickerPresenter::PickerPresenter(qvPicker& picker, QObject* parent) : QObject(pa
 
 void PickerPresenter::present()
 {
-    auto* sheet = new PickerSheet(m_picker, QApplication::activeWindow());
+    auto* sheet = new PickerSheet(m_picker, SheetStack::frontWindow());
     sheet->open();
 }

@@ -1,10 +1,13 @@
 #include "ui/Program.h"
 
+#include "foundation/Log.h"
 #include "ui/kit/SheetStack.h"
 #include "ui/shell/MainWindow.h"
 
 #include <QApplication>
 #include <QDir>
+
+#include <cstdlib>
 
 namespace {
 
@@ -12,6 +15,15 @@ namespace {
 constexpr int settingsInterval = 2'000;
 /// How often files that could not be written are tried again.
 constexpr int retryInterval = 20'000;
+
+Program* running = nullptr;
+
+/// When the display goes away, the toolkit exits from within the event loop.
+void endBeforeExit()
+{
+    if (running)
+        running->endWithoutDisplay();
+}
 
 } // namespace
 
@@ -41,6 +53,7 @@ Program::Program() : m_vendaro(desktop())
 Program::~Program()
 {
     end();
+    running = nullptr;
 }
 
 void Program::start()
@@ -53,6 +66,9 @@ void Program::start()
     m_windows->main().show();
     m_vendaro.finishLaunching();
     m_retryTimer.start(retryInterval);
+    // As late as can be: at exit, what came up after this is taken down before it is called.
+    if (!std::exchange(running, this))
+        std::atexit(endBeforeExit);
 }
 
 int Program::run()
@@ -78,5 +94,14 @@ void Program::end()
     m_settingsTimer.stop();
     m_retryTimer.stop();
     SheetStack::instance().cancelAll();
+    m_vendaro.quit();
+}
+
+void Program::endWithoutDisplay()
+{
+    if (std::exchange(m_ended, true))
+        return;
+    logLine("the display is gone");
+    m_vendaro.settingsStore().onDirty = nullptr;
     m_vendaro.quit();
 }

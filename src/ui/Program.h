@@ -19,6 +19,8 @@ public:
     void start();
     /// Everything is written; the windows are still there, empty.
     void end();
+    /// The same when there is no display any more and the process is about to exit: everything is written, no window is touched.
+    void endWithoutDisplay();
 
     Vendaro& vendaro() { return m_vendaro; }
     Windows& windows() { return *m_windows; }

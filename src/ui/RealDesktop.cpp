@@ -2,6 +2,7 @@
 
 #include "foundation/Log.h"
 #include "ui/kit/AlertCard.h"
+#include "ui/kit/SheetStack.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -25,7 +26,7 @@ bool mayReplace(const QString& path)
     options.destructive = 1;
     const QString title = QCoreApplication::translate("RealFilePanels", "Replace File");
     const QString text = QCoreApplication::translate("RealFilePanels", "\"%1\" is there already. What it holds will be lost.");
-    return AlertCard::ask(QApplication::activeWindow(), title, text.arg(QFileInfo(path).fileName()),
+    return AlertCard::ask(SheetStack::frontWindow(), title, text.arg(QFileInfo(path).fileName()),
                {QCoreApplication::translate("RealFilePanels", "Cancel"), QCoreApplication::translate("RealFilePanels", "Replace")}, options)
         == options.destructive;
 }
@@ -38,19 +39,19 @@ int RealAlerts::ask(const Alert& alert)
     options.destructive = alert.destructive;
     // What only tells something is no warning.
     options.icon = alert.buttons.size() > 1 ? AlertCard::Icon::warning : AlertCard::Icon::information;
-    return AlertCard::ask(QApplication::activeWindow(), alert.title, alert.text, alert.buttons, options);
+    return AlertCard::ask(SheetStack::frontWindow(), alert.title, alert.text, alert.buttons, options);
 }
 
 std::optional<QString> RealFilePanels::openFile(const QString& title)
 {
-    const QString path = QFileDialog::getOpenFileName(QApplication::activeWindow(), title, QDir::homePath());
+    const QString path = QFileDialog::getOpenFileName(SheetStack::frontWindow(), title, QDir::homePath());
     return path.isEmpty() ? std::nullopt : std::optional(path);
 }
 
 std::optional<QString> RealFilePanels::saveFile(const SavePanel& panel)
 {
     const QString ending = panel.fileType.isEmpty() ? QString() : '.' + panel.fileType;
-    QFileDialog dialog(QApplication::activeWindow(), panel.title, panel.folder.isEmpty() ? QDir::homePath() : panel.folder,
+    QFileDialog dialog(SheetStack::frontWindow(), panel.title, panel.folder.isEmpty() ? QDir::homePath() : panel.folder,
         ending.isEmpty() ? QString() : '*' + ending);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(panel.fileType);
@@ -90,7 +91,7 @@ bool RealPrinting::print(const QString& title, const std::function<bool(QPagedPa
 {
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(title);
-    QPrintDialog dialog(&printer, QApplication::activeWindow());
+    QPrintDialog dialog(&printer, SheetStack::frontWindow());
     dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange);
     if (dialog.exec() != QDialog::Accepted)
         return true;

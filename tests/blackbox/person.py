@@ -94,6 +94,11 @@ def _descendants(node):
         yield from _descendants(child)
 
 
+def _place_of(node):
+    extents = _quietly(lambda: node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS), None)
+    return extents and (extents.x, extents.y, extents.width, extents.height)
+
+
 class Person:
     """Runs the program on a home of its own and uses it."""
 
@@ -101,14 +106,17 @@ class Person:
         self.program = str(Path(program).resolve())
         self.home = Path(tempfile.mkdtemp(prefix="vendaro-home-"))
         self.process = None
+        # Where failures leave their pictures, and stories what is worth looking at.
+        self.pictures = None
 
     # The program
 
-    def start(self):
+    def start(self, *before):
+        """Starts the program and waits for its window; with words before it, through that command."""
         environment = {key: value for key, value in os.environ.items() if not key.startswith("XDG_") or key == "XDG_RUNTIME_DIR"}
         environment |= {"HOME": str(self.home), "LC_ALL": "C.UTF-8", "TZ": "UTC", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
         environment.pop("QT_QPA_PLATFORM", None)
-        self.process = subprocess.Popen([self.program], env=environment)
+        self.process = subprocess.Popen([*before, self.program], env=environment)
         self.window("Vendaro")
 
     def has_ended(self):
@@ -169,7 +177,16 @@ class Person:
         return found[0]
 
     def window(self, title):
-        return self.wait_for(lambda: self._window_now(title), f'The window "{title}"')
+        """The window, once the window manager has put it where it stays."""
+        window = self.wait_for(lambda: self._window_now(title), f'The window "{title}"')
+        places = []
+
+        def rests():
+            places.append(_place_of(window))
+            return len(places) > 3 and len(set(places[-3:])) == 1
+
+        self.wait_for(rests, f'The place of the window "{title}"')
+        return window
 
     def _window_now(self, title):
         application = self._application()
@@ -268,8 +285,9 @@ class Person:
 
     # Telling
 
-    def picture(self, path):
-        subprocess.run(["import", "-window", "root", str(path)], check=False)
+    def picture(self, name):
+        self.pictures.mkdir(parents=True, exist_ok=True)
+        subprocess.run(["import", "-window", "root", str(self.pictures / f"{name}.png")], check=False)
 
     def tree(self):
         """What shows, for the report of a failure."""
@@ -293,17 +311,15 @@ def run(story):
 
     usage: STORY PROGRAM [FOLDER FOR PICTURES]
     """
-    program = sys.argv[1]
-    pictures = Path(sys.argv[2] if len(sys.argv) > 2 else ".")
-    person = Person(program)
+    person = Person(sys.argv[1])
+    person.pictures = pictures = Path(sys.argv[2] if len(sys.argv) > 2 else ".")
     signal.signal(signal.SIGTERM, lambda *_: sys.exit("stopped"))
     try:
         story(person)
     except BaseException:
         traceback.print_exc()
-        pictures.mkdir(parents=True, exist_ok=True)
         name = Path(sys.argv[0]).stem
-        person.picture(pictures / f"{name}-failed.png")
+        person.picture(f"{name}-failed")
         if person.process:
             (pictures / f"{name}-failed.txt").write_text(person.tree())
         print(f"Picture and tree lie in {pictures.resolve()}.", file=sys.stderr)

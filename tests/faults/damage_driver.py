@@ -2,7 +2,7 @@
 """Every byte of a small database flipped, replaced or the end of the file from there on cut off; then the program opens it, adds a record
 to every list, saves and quits.
 
-  damage_driver.py --shop PROGRAM --library LIBRARY [--seconds N] [--seed S] [--workers N]
+  damage_driver.py --shop PROGRAM --library LIBRARY [--seconds N] [--seed S] [--workers N] [--case "goals.xml flip 252"]
 
 Afterwards the damaged file lies in the recovery store byte for byte, or every record that stands in it stands in the folder: texts letter
 for letter, numbers and flags as a reader of the format takes them.
@@ -25,6 +25,9 @@ NUMBERS = {'id', 'contact', 'contact2', 'bill', 'newcustomer', 'company', 'order
 FLAGS = {'applydiscount', 'discountispercentage', 'includeBOM', 'sent', 'stockadded', 'repeats', 'decreaseQty', 'exportbrevand',
          'exportgoogle', 'hidebuttoncode', 'complete', 'alarm', 'alarmacknowledged'}
 
+# The ids of the home's tasks.
+TASKS = {'1', '2'}
+
 
 def damage(data, kind, at, chance):
     if kind == 'cut':
@@ -38,19 +41,29 @@ def leading_number(text):
     return int(found.group()) if found else 0
 
 
+def in_order(value):
+    """A value whose dictionaries have their keys in order: it is the same whichever order they are written in."""
+    if isinstance(value, dict):
+        return {key: in_order(value[key]) for key in sorted(value)}
+    return [in_order(entry) for entry in value] if isinstance(value, list) else value
+
+
 def plain(record):
     """A record as any reader of the format takes it."""
     result = {}
-    for key, value in record.items():
+    for key, value in in_order(record).items():
         if key in NUMBERS and isinstance(value, str):
             value = leading_number(value)
         elif key in FLAGS and isinstance(value, str):
             value = value == 'YES'
         elif key == 'paymentarray' and isinstance(value, list):
             # An empty text and none are the same.
-            value = [{name: entry[name] for name in sorted(entry) if entry[name] != ''} if isinstance(entry, dict) else entry for entry in value]
-        # An id that is no number is given anew.
-        if value != '' and (key, value) != ('id', 0):
+            value = [{name: entry[name] for name in entry if entry[name] != ''} if isinstance(entry, dict) else entry for entry in value]
+        elif key == 'actions' and isinstance(value, list):
+            # A task may be gone, and a goal then skips it.
+            value = [id for id in value if id in TASKS or not leading_number(id)]
+        # An id that is no number is given anew; a line whose contact is none gets its order's.
+        if value != '' and (key, value) not in (('id', 0), ('contact', 0)):
             result[key] = repr(value)
     return result
 
@@ -123,6 +136,7 @@ def main():
     parser = arguments()
     parser.add_argument('--workers', type=int, default=2)
     parser.add_argument('--shown', type=int, default=20)
+    parser.add_argument('--case', help='only this one')
     options = parser.parse_args()
     begin = time.monotonic()
     with tempfile.TemporaryDirectory(prefix='vendaro-damage-', dir=MEMORY) as work:
@@ -133,6 +147,8 @@ def main():
         paths = [path for path in files if path == SETTINGS or (os.path.dirname(path) == DEFAULT and path.endswith(('.xml', '.plist')))]
         cases = [(path, kind, at) for path in sorted(paths) for kind in KINDS for at in range(len(files[path]))]
         random.Random(options.seed).shuffle(cases)
+        if options.case:
+            cases = [case for case in cases if options.case == f'{os.path.basename(case[0])} {case[1]} {case[2]}']
         deadline = begin + options.seconds if options.seconds else float('inf')
         context = multiprocessing.get_context('fork')
         results = context.Queue()

@@ -278,15 +278,20 @@ class Worker:
     def run(self, name, kind, last, at):
         """Answers the judge of the case, or none when the fault did not come up."""
         story = self.stories[name]
-        home = os.path.join(self.place, 'home')
         fresh(self.place, story.home)
         run = self.shop.run(command_of(name), self.place, (at, kind, last))
-        judge = Judge(story, run)
         if not run.given:
             return None
+        judge = Judge(story, run)
         dies = 'kill' in kind or 'power' in kind
         if run.killed != dies or run.status != (9 if dies else 0):
             judge.say(f'the program ended with {run.status}')
+        self.judge_home(judge, name)
+        return judge
+
+    def judge_home(self, judge, name):
+        """What the case left in the home, and what that is after it was opened again."""
+        home = os.path.join(self.place, 'home')
         files = home_reader.files_below(home)
         interrupted = any(path.endswith('.vendaro-commit') for path in files)
         found = units(files, [])
@@ -297,7 +302,6 @@ class Worker:
         self.open_again(judge, name, files, home)
         if not judge.problems:
             judge.judge_silence(found)
-        return judge
 
     def open_again(self, judge, name, files, home):
         key = (name, home_reader.shape(files))

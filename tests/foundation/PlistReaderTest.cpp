@@ -316,3 +316,30 @@ TEST(PlistReader, aBinaryListOfAnotherVersionIsRefused)
 {
     EXPECT_EQ(errorOf("bplist15 whatever follows"), "the file is a binary list of an unknown version");
 }
+
+// Elements that say what they do not hold
+
+TEST(PlistReader, aNumberOrDateThatReadsIsKeptAsItIsWritten)
+{
+    const std::pair<const char*, Kind> elements[] = {{"<integer>42</integer>", Kind::integer}, {"<integer> -7\n</integer>", Kind::integer},
+        {"<integer>+7</integer>", Kind::integer}, {"<integer>0x1F</integer>", Kind::integer},
+        {"<integer>99999999999999999999</integer>", Kind::integer}, {"<real>3.50</real>", Kind::real}, {"<real>-1e-7</real>", Kind::real},
+        {"<real>nan</real>", Kind::real}, {"<date>2024-02-29T23:59:59Z</date>", Kind::date}};
+    for (const auto& [element, kind] : elements)
+        EXPECT_EQ(parsed("<plist>" + std::string(element) + "</plist>").kind(), kind) << element;
+}
+
+TEST(PlistReader, aNumberOrDateThatDoesNotReadIsAText)
+{
+    // Another reader would refuse the whole file over one of them, if it were written back as it is.
+    const std::pair<const char*, const char*> elements[] = {{"<integer>\\</integer>", "\\"}, {"<integer>4 2</integer>", "4 2"},
+        {"<integer/>", ""}, {"<integer>-</integer>", "-"}, {"<integer>-0x1F</integer>", "-0x1F"}, {"<integer>--1</integer>", "--1"},
+        {"<integer>3.5</integer>", "3.5"}, {"<real>3,50</real>", "3,50"}, {"<real/>", ""}, {"<date>yesterday</date>", "yesterday"},
+        {"<date>2023-02-29T10:00:00Z</date>", "2023-02-29T10:00:00Z"}, {"<date>2024-01-01T24:00:00Z</date>", "2024-01-01T24:00:00Z"},
+        {"<date>0000-01-01T00:00:00Z</date>", "0000-01-01T00:00:00Z"}};
+    for (const auto& [element, text] : elements) {
+        const PlistValue value = parsed("<plist>" + std::string(element) + "</plist>");
+        EXPECT_EQ(value.kind(), Kind::text) << element;
+        EXPECT_EQ(value.asText(), text) << element;
+    }
+}

@@ -143,3 +143,55 @@ TEST_F(DatabaseFolderTest, aCopyIsNeverMadeOverSomethingOrIntoItself)
     EXPECT_FALSE(QFileInfo::exists(taken + ".unfinished"));
     EXPECT_FALSE(QFileInfo::exists(location() + ".unfinished"));
 }
+
+// What did not read
+
+TEST_F(DatabaseFolderTest, afterDamageAllFilesAreKeptAsTheyWereBeforeAnyIsWritten)
+{
+    put("mugs.xml", "damaged");
+    put("orders.xml", document("old"));
+    load();
+    const auto states = [this] { return Generations(recoveryFolder(), clock).of(location()); };
+    ASSERT_TRUE(states().empty());
+
+    // Not a full write, and the second of the day.
+    write({&orderFile});
+    ASSERT_EQ(states().size(), 1U);
+    orders.articles.addNamed("new");
+    write({&orderFile});
+
+    ASSERT_EQ(states().size(), 1U);
+    EXPECT_EQ(contents(states()[0].folder + "/orders.xml"), document("old"));
+    EXPECT_EQ(contents(states()[0].folder + "/mugs.xml"), "damaged");
+}
+
+TEST_F(DatabaseFolderTest, withoutDamageAPartialWriteKeepsNoState)
+{
+    put("orders.xml", document("old"));
+    load();
+
+    write({&orderFile});
+
+    EXPECT_TRUE(Generations(recoveryFolder(), clock).of(location()).empty());
+}
+
+TEST_F(DatabaseFolderTest, aFileThatHoldsMoreThanItsCollectionIsToldAndKeptBeforeItIsReplaced)
+{
+    class ForgetfulFile : public ArticleFile {
+    public:
+        using ArticleFile::ArticleFile;
+        std::string leftOut() const override { return "a handle belongs to no mug"; }
+    };
+    ForgetfulFile handles(mugs.articles, "handles.xml", "handles");
+    folder.registerFile(handles);
+    put("handles.xml", document("old"));
+
+    const LoadReport report = load();
+    EXPECT_EQ(report.damaged, QStringList("handles.xml: a handle belongs to no mug. The file is kept before it is written over."));
+    EXPECT_FALSE(QDir(recoveryFolder()).exists());
+    mugs.articles.addNamed("new");
+    write({&handles});
+
+    EXPECT_EQ(contents(recoveryFolder() + "/20240301-101530 handles.xml"), document("old"));
+    EXPECT_TRUE(contents("handles.xml").contains("<string>new</string>"));
+}

@@ -117,6 +117,26 @@ TEST_F(TaskFiles, aGoalFindsItsTasksAndSkipsIdsOfNone)
     EXPECT_EQ(goals.at(0).getActionsAsID(), (std::vector<int> {2, 1}));
 }
 
+TEST_F(TaskFiles, whatIsNoIdAmongAGoalsTasksIsToldUntilTheNextReading)
+{
+    tasks.add(std::make_unique<Action>());
+    const auto goalWith = [](const std::string& entries) {
+        return document("goals", "<key>actions</key><array>" + entries + "</array>" + text("id", "1") + text("name", "Spring fair"));
+    };
+    const std::string told = "an entry among the tasks of \"Spring fair\" is no number of a task";
+
+    for (const char* entry : {"<string>q</string>", "<dict/>", "<string/>"}) {
+        goalFile.forget();
+        load(goalFile, goalWith("<string>1</string>" + std::string(entry)));
+        EXPECT_EQ(goalFile.leftOut(), told) << entry;
+    }
+    goalFile.forget();
+    EXPECT_EQ(goalFile.leftOut(), "");
+    // A task that was deleted since is no damage.
+    load(goalFile, goalWith("<string>1</string><string>99</string>"));
+    EXPECT_EQ(goalFile.leftOut(), "");
+}
+
 TEST_F(TaskFiles, aDeletedTaskStaysKnownToItsGoal)
 {
     Action& task = tasks.add(std::make_unique<Action>());

@@ -80,7 +80,7 @@ TEST(EndedProgram, asksWhileItStarts)
 
 namespace {
 
-class Ended : public testing::TestWithParam<int> {
+class Ended : public testing::Test {
 protected:
     void start(const QStringList& environment = {})
     {
@@ -115,9 +115,11 @@ protected:
     QProcess m_program;
 };
 
+class EndedBySignal : public Ended, public testing::WithParamInterface<int> { };
+
 } // namespace
 
-TEST_P(Ended, writesEverythingAndGivesTheDatabaseFree)
+TEST_P(EndedBySignal, writesEverythingAndGivesTheDatabaseFree)
 {
     start();
     end(GetParam());
@@ -126,7 +128,7 @@ TEST_P(Ended, writesEverythingAndGivesTheDatabaseFree)
     EXPECT_FALSE(QFile::exists(database() + "/lock.xml"));
 }
 
-TEST_P(Ended, anOpenEditorDoesNotHoldItUpAndTheOrderStaysAsItWasSaved)
+TEST_P(EndedBySignal, anOpenEditorDoesNotHoldItUpAndTheOrderStaysAsItWasSaved)
 {
     start({"VENDARO_TEST_EDITING=1"});
     end(GetParam());
@@ -136,12 +138,33 @@ TEST_P(Ended, anOpenEditorDoesNotHoldItUpAndTheOrderStaysAsItWasSaved)
     EXPECT_FALSE(QFile::exists(database() + "/lock.xml"));
 }
 
-TEST_P(Ended, isHeardWhileTheProgramAsksSomethingAtItsStart)
+TEST_P(EndedBySignal, isHeardWhileTheProgramAsksSomethingAtItsStart)
 {
     startOther("asksWhileItStarts");
     end(GetParam());
     EXPECT_TRUE(contentsOf(database() + "/lock.xml").contains("offline browsing"));
 }
 
-INSTANTIATE_TEST_SUITE_P(BySignal, Ended, testing::Values(SIGTERM, SIGHUP, SIGINT),
+TEST_F(Ended, aLostDisplayLosesNothingElse)
+{
+    QProcess display;
+    display.setStandardErrorFile(QProcess::nullDevice());
+    display.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1024x768x24", "-nolisten", "tcp"});
+    ASSERT_TRUE(display.waitForStarted()) << "Xvfb is not installed";
+    ASSERT_TRUE(display.waitForReadyRead(20'000));
+    const QString number = QString::fromLatin1(display.readLine().trimmed());
+    start({"QT_QPA_PLATFORM=xcb", "DISPLAY=:" + number});
+
+    display.kill();
+
+    ASSERT_TRUE(m_program.waitForFinished(20'000)) << "it goes on";
+    EXPECT_EQ(m_program.exitStatus(), QProcess::NormalExit);
+    EXPECT_NE(m_program.exitCode(), 0);
+    EXPECT_TRUE(contentsOf(database() + "/orders.xml").contains("<string>Three stools</string>"));
+    EXPECT_TRUE(contentsOf(settings()).contains("VendaroTestOfEnding"));
+    EXPECT_FALSE(QFile::exists(database() + "/lock.xml"));
+    display.waitForFinished();
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, EndedBySignal, testing::Values(SIGTERM, SIGHUP, SIGINT),
     [](const testing::TestParamInfo<int>& signal) { return std::string(sigabbrev_np(signal.param)); });

@@ -164,7 +164,7 @@ TEST(RealAlerts, whatCanLoseDataIsNotWhatReturnPresses)
         auto* card = qobject_cast<AlertCard*>(SheetStack::instance().top());
         ASSERT_NE(card, nullptr);
         EXPECT_TRUE(card->buttons()[1]->hasFocus());
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTest::keyClick(keyboard(), Qt::Key_Return);
     });
     EXPECT_EQ(alerts.ask(makeAlert(alerts::deleteOrder)), 1);
 }

@@ -1,6 +1,7 @@
 // What the window tests share: the whole application on a temporary home with its windows, and ways to use them as a person does.
 #pragma once
 
+#include "kit/KitTest.h"
 #include "support/Scenario.h"
 #include "ui/kit/Sheet.h"
 #include "ui/kit/SheetStack.h"
@@ -11,20 +12,10 @@
 #include <QTest>
 #include <QWidget>
 
-inline void PrintTo(const QString& text, std::ostream* out)
-{
-    *out << '"' << text.toStdString() << '"';
-}
-
 namespace uitest {
 
-/// Shows the window and waits until it has the keyboard.
-inline void show(QWidget& window)
-{
-    window.show();
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-}
+using kittest::keyboard;
+using kittest::show;
 
 /// The child of that name; a missing one fails the test and ends it at the first use.
 template <class Widget>
@@ -45,16 +36,6 @@ Widget* seenChild(const QWidget& window, const char* name)
     }
     ADD_FAILURE() << "no \"" << name << "\" is seen";
     return nullptr;
-}
-
-/// What has the keyboard, once a window has it.
-inline QWidget* keyboard()
-{
-    if (QTest::qWaitFor([] { return QApplication::focusWidget() != nullptr; }, 2'000))
-        return QApplication::focusWidget();
-    ADD_FAILURE() << "nothing has the keyboard";
-    static QWidget nobody;
-    return &nobody;
 }
 
 /// Replaces what the field holds, key by key.

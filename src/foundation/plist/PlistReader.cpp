@@ -3,6 +3,8 @@
 #include "foundation/Text.h"
 
 #include <array>
+#include <charconv>
+#include <chrono>
 #include <optional>
 
 namespace {
@@ -44,13 +46,71 @@ bool opensContainer(Token token)
     return token == Token::dictOpen || token == Token::arrayOpen;
 }
 
+bool isInteger(std::string_view text)
+{
+    std::int64_t number = 0;
+    const bool isHex = text.starts_with("0x") || text.starts_with("0X");
+    if (isHex)
+        text.remove_prefix(2);
+    else if (text.starts_with('-') || text.starts_with('+'))
+        text.remove_prefix(1);
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number, isHex ? 16 : 10);
+    // A number that is too large is still one.
+    return !text.empty() && read.ec != std::errc::invalid_argument && read.ptr == text.data() + text.size() && text.front() != '-';
+}
+
+bool isReal(std::string_view text)
+{
+    if (text.starts_with('+'))
+        text.remove_prefix(1);
+    double number = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+    return !text.empty() && read.ec != std::errc::invalid_argument && read.ptr == text.data() + text.size();
+}
+
+/// "2020-05-05T10:39:44Z", and a day and time that there are.
+bool isDate(std::string_view text)
+{
+    constexpr std::string_view shape = "0000-00-00T00:00:00Z";
+    if (text.size() != shape.size())
+        return false;
+    for (std::size_t i = 0; i < shape.size(); ++i) {
+        const bool isDigit = text[i] >= '0' && text[i] <= '9';
+        if (shape[i] == '0' ? !isDigit : text[i] != shape[i])
+            return false;
+    }
+    const auto number = [text](std::size_t from, std::size_t length) {
+        int value = 0;
+        std::from_chars(text.data() + from, text.data() + from + length, value);
+        return value;
+    };
+    const std::chrono::year_month_day day {std::chrono::year(number(0, 4)), std::chrono::month(static_cast<unsigned>(number(5, 2))),
+        std::chrono::day(static_cast<unsigned>(number(8, 2)))};
+    return day.ok() && number(0, 4) > 0 && number(11, 2) < 24 && number(14, 2) < 60 && number(17, 2) < 60;
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    constexpr char blanks[] = " \t\n\r";
+    const std::size_t first = text.find_first_not_of(blanks);
+    return first == std::string_view::npos ? std::string_view() : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+/// What does not read as its element says is taken as text: written back as it is, it would make the file unreadable for others.
+PlistValue scalarOrText(PlistValue::Kind kind, std::string_view text)
+{
+    const std::string_view bare = trimmed(text);
+    const bool reads = kind == PlistValue::Kind::integer ? isInteger(bare) : kind == PlistValue::Kind::real ? isReal(bare) : isDate(bare);
+    return reads ? PlistValue::makeScalar(kind, std::string(text)) : PlistValue(std::string(text));
+}
+
 std::optional<PlistValue> scalarValue(PlistTokens& tokens, Token token)
 {
     switch (token) {
     case Token::text: return PlistValue(std::string(tokens.text()));
-    case Token::integer: return PlistValue::makeScalar(PlistValue::Kind::integer, std::string(tokens.text()));
-    case Token::real: return PlistValue::makeScalar(PlistValue::Kind::real, std::string(tokens.text()));
-    case Token::date: return PlistValue::makeScalar(PlistValue::Kind::date, std::string(tokens.text()));
+    case Token::integer: return scalarOrText(PlistValue::Kind::integer, tokens.text());
+    case Token::real: return scalarOrText(PlistValue::Kind::real, tokens.text());
+    case Token::date: return scalarOrText(PlistValue::Kind::date, tokens.text());
     case Token::yes: return PlistValue::makeBoolean(true);
     case Token::no: return PlistValue::makeBoolean(false);
     case Token::data: break;

@@ -72,6 +72,14 @@ void SheetStack::cancelAll()
         sheet->cancel();
 }
 
+QWidget* SheetStack::frontWindow()
+{
+    QWidget* window = QApplication::activeWindow();
+    while (window && !window->isVisible())
+        window = window->parentWidget();
+    return window ? window->window() : nullptr;
+}
+
 bool SheetStack::isBlocked(const QWidget* widget) const
 {
     const QWidget* window = widget->window();

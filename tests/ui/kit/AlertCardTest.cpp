@@ -54,15 +54,15 @@ TEST_F(AlertCardOnWindow, answersTheIndexOfTheButtonPressedByMouse)
 
 TEST_F(AlertCardOnWindow, returnPressesTheFirst)
 {
-    later([] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); });
+    later([] { QTest::keyClick(keyboard(), Qt::Key_Return); });
     EXPECT_EQ(ask(three), 0);
-    later([] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Enter); });
+    later([] { QTest::keyClick(keyboard(), Qt::Key_Enter); });
     EXPECT_EQ(ask(two), 0);
 }
 
 TEST_F(AlertCardOnWindow, escapeAnswersMinusOne)
 {
-    later([] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape); });
+    later([] { QTest::keyClick(keyboard(), Qt::Key_Escape); });
     EXPECT_EQ(ask(two), -1);
 }
 
@@ -70,12 +70,12 @@ TEST_F(AlertCardOnWindow, returnAndSpacePressTheButtonThatHasTheKeyboard)
 {
     later([] {
         openAlert()->buttons()[1]->setFocus();
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTest::keyClick(keyboard(), Qt::Key_Return);
     });
     EXPECT_EQ(ask(two), 1);
     later([] {
         openAlert()->buttons()[2]->setFocus();
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        QTest::keyClick(keyboard(), Qt::Key_Space);
     });
     EXPECT_EQ(ask(three), 2);
 }
@@ -84,9 +84,9 @@ TEST_F(AlertCardOnWindow, aReturnStillHeldDownDoesNotAnswer)
 {
     later([] {
         QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
-        QApplication::sendEvent(QApplication::focusWidget(), &repeated);
+        QApplication::sendEvent(keyboard(), &repeated);
         EXPECT_TRUE(openAlert());
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        QTest::keyClick(keyboard(), Qt::Key_Escape);
     });
     EXPECT_EQ(ask(two), -1);
 }
@@ -108,7 +108,7 @@ TEST_F(AlertCardOnWindow, theFirstStandsRightmostAndTheThirdAtTheLeftEdge)
 TEST_F(AlertCardOnWindow, theFirstIsFilledAndHasTheKeyboard)
 {
     later([] {
-        EXPECT_EQ(QApplication::focusWidget(), openAlert()->buttons()[0]);
+        EXPECT_EQ(keyboard(), openAlert()->buttons()[0]);
         EXPECT_EQ(qobject_cast<Button*>(openAlert()->buttons()[0])->kind(), Button::Kind::primary);
         EXPECT_EQ(qobject_cast<Button*>(openAlert()->buttons()[1])->kind(), Button::Kind::normal);
         openAlert()->cancel();
@@ -122,8 +122,8 @@ TEST_F(AlertCardOnWindow, aDestructiveFirstButtonIsRedAndNeverTheDefault)
     options.destructive = 0;
     later([] {
         EXPECT_EQ(qobject_cast<Button*>(openAlert()->buttons()[0])->kind(), Button::Kind::danger);
-        EXPECT_EQ(QApplication::focusWidget(), openAlert()->buttons()[1]);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        EXPECT_EQ(keyboard(), openAlert()->buttons()[1]);
+        QTest::keyClick(keyboard(), Qt::Key_Return);
     });
     EXPECT_EQ(ask(two, options), 1);
 }
@@ -135,7 +135,7 @@ TEST_F(AlertCardOnWindow, aDestructiveSecondButtonLeavesTheFirstTheDefault)
     later([] {
         EXPECT_EQ(qobject_cast<Button*>(openAlert()->buttons()[0])->kind(), Button::Kind::primary);
         EXPECT_EQ(qobject_cast<Button*>(openAlert()->buttons()[1])->kind(), Button::Kind::danger);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTest::keyClick(keyboard(), Qt::Key_Return);
     });
     EXPECT_EQ(ask({QStringLiteral("No"), QStringLiteral("Yes")}, options), 0);
 }
@@ -146,11 +146,11 @@ TEST_F(AlertCardOnWindow, tabGoesRoundItsButtonsAndNowhereElse)
         const auto& buttons = openAlert()->buttons();
         // From the rightmost on: the left edge, then the middle, then the right again.
         for (const int expected : {2, 1, 0, 2}) {
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            EXPECT_EQ(QApplication::focusWidget(), buttons[expected]);
+            QTest::keyClick(keyboard(), Qt::Key_Tab);
+            EXPECT_EQ(keyboard(), buttons[expected]);
         }
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
-        EXPECT_EQ(QApplication::focusWidget(), buttons[0]);
+        QTest::keyClick(keyboard(), Qt::Key_Backtab);
+        EXPECT_EQ(keyboard(), buttons[0]);
         EXPECT_FALSE(m_field->hasFocus());
         openAlert()->cancel();
     });
@@ -177,7 +177,7 @@ TEST_F(AlertCardOnWindow, withoutButtonsThereIsOK)
     later([] {
         ASSERT_EQ(openAlert()->buttons().size(), 1);
         EXPECT_EQ(openAlert()->buttons()[0]->text(), QStringLiteral("OK"));
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTest::keyClick(keyboard(), Qt::Key_Return);
     });
     EXPECT_EQ(ask({}), 0);
 }
@@ -226,7 +226,7 @@ TEST(AlertCard, withoutAWindowItIsAWindowOfItsOwn)
         EXPECT_TRUE(openAlert()->isWindow());
         EXPECT_EQ(openAlert()->windowTitle(), title);
         EXPECT_EQ(QApplication::activeModalWidget(), openAlert());
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTest::keyClick(keyboard(), Qt::Key_Return);
     });
     EXPECT_EQ(AlertCard::ask(nullptr, title, text, two), 0);
 }

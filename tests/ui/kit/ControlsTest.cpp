@@ -237,7 +237,7 @@ TEST(SegmentedChoice, exactlyOneHoldsAndTheArrowsMoveIt)
     EXPECT_EQ(choice.index(), 0);
     QSignalSpy chosen(&choice, &SegmentedChoice::chosen);
     choice.findChildren<QToolButton*>()[0]->setFocus();
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+    QTest::keyClick(keyboard(), Qt::Key_Right);
     EXPECT_EQ(choice.index(), 1);
     ASSERT_EQ(chosen.count(), 1);
     EXPECT_EQ(chosen[0][0].toInt(), 1);
@@ -257,7 +257,7 @@ TEST(SegmentedChoice, isOneStopForTab)
     before->setFocus();
     QTest::keyClick(before, Qt::Key_Tab);
     EXPECT_TRUE(choice->isAncestorOf(QApplication::focusWidget()));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QTest::keyClick(keyboard(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), after);
 }
 

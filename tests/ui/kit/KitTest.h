@@ -37,6 +37,16 @@ inline void show(QWidget& window)
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
 }
 
+/// What has the keyboard, once a window has it.
+inline QWidget* keyboard()
+{
+    if (QTest::qWaitFor([] { return QApplication::focusWidget() != nullptr; }, 2'000))
+        return QApplication::focusWidget();
+    ADD_FAILURE() << "nothing has the keyboard";
+    static QWidget nobody;
+    return &nobody;
+}
+
 inline QImage picture(QWidget& widget)
 {
     return widget.grab().toImage().convertToFormat(QImage::Format_ARGB32);

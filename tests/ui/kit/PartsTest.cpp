@@ -165,7 +165,7 @@ TEST(ProgressCard, cancelAndEscapeAskToStopOnceAndTheCardStays)
     card.open();
     EXPECT_EQ(card.findChild<QProgressBar*>()->value(), 62);
     QSignalSpy cancelled(&card, &ProgressCard::cancelPressed);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QTest::keyClick(keyboard(), Qt::Key_Escape);
     QTest::keyClick(&card, Qt::Key_Escape);
     EXPECT_EQ(cancelled.count(), 1);
     EXPECT_TRUE(card.wasCancelled());

@@ -134,7 +134,7 @@ protected:
     }
     static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {
-        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+        QTest::keyClick(keyboard(), key, modifiers);
         QTest::qWait(20);
     }
 

@@ -93,7 +93,7 @@ TEST_F(SheetOnWindow, tabStaysInside)
     m_sheet->open();
     QSet<QWidget*> seen;
     for (int press = 0; press < 9; ++press) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QTest::keyClick(keyboard(), Qt::Key_Tab);
         seen << QApplication::focusWidget();
         EXPECT_TRUE(m_sheet->isAncestorOf(QApplication::focusWidget()));
     }
@@ -226,4 +226,29 @@ TEST_F(SheetOnWindow, canBeOpenedAgain)
     EXPECT_EQ(m_sheet->exec(), 7);
     later([this] { m_sheet->cancel(); });
     EXPECT_EQ(m_sheet->exec(), Sheet::cancelled);
+}
+
+TEST_F(SheetOnWindow, theNextDialogBelongsToTheActiveWindow)
+{
+    EXPECT_EQ(SheetStack::frontWindow(), &m_window);
+    QWidget other(&m_window, Qt::Dialog);
+    show(other);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return SheetStack::frontWindow() == &other; }));
+}
+
+TEST_F(SheetOnWindow, theNextDialogNeverBelongsToOneThatWasClosed)
+{
+    Sheet large(m_field);
+    large.card()->setFixedSize(1000, 700);
+    large.open();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&large));
+    large.accept();
+    // As under load, when the window system is late to tell who is active now.
+    QApplication::setActiveWindow(&large);
+    EXPECT_EQ(SheetStack::frontWindow(), &m_window);
+    Sheet alone(nullptr);
+    alone.open();
+    alone.accept();
+    QApplication::setActiveWindow(&alone);
+    EXPECT_EQ(SheetStack::frontWindow(), nullptr);
 }
