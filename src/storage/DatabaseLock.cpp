@@ -10,7 +10,28 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <array>
+
+#include <sys/xattr.h>
+
 namespace {
+
+constexpr char holderAttribute[] = "user.vendaro.holder";
+
+/// Where the file system keeps no attributes, nobody will know the holder, and nothing else hangs on it.
+void markAsOurs(const std::string& lock)
+{
+    const std::string mark = processMark::own();
+    if (!mark.empty())
+        ::setxattr(lock.c_str(), holderAttribute, mark.data(), mark.size(), 0);
+}
+
+processMark::Life lifeOfHolder(const std::string& lock)
+{
+    std::array<char, 1024> mark {};
+    const ssize_t size = ::getxattr(lock.c_str(), holderAttribute, mark.data(), mark.size());
+    return size <= 0 ? processMark::Life::unknown : processMark::lifeOf({mark.data(), static_cast<std::size_t>(size)});
+}
 
 std::string lockText(const PlistValue& contents, const char* key)
 {
@@ -46,9 +67,10 @@ LockInfo DatabaseLock::read() const
 {
     const FileBytes file = readWholeFile(path().toStdString());
     const Result<PlistValue> contents = plist::read(file.bytes);
-    if (!contents || !contents.value().isDict())
-        return {};
     LockInfo lock;
+    lock.holder = lifeOfHolder(path().toStdString());
+    if (!contents || !contents.value().isDict())
+        return lock;
     lock.contents = contents.value();
     lock.datetime = lockText(lock.contents, "datetime");
     lock.user = lockText(lock.contents, "user");
@@ -70,8 +92,10 @@ Result<bool> DatabaseLock::acquire()
 {
     const std::string bytes = contents(openReason);
     Result<bool> created = createExclusively(path().toStdString(), bytes);
-    if (created && created.value())
+    if (created && created.value()) {
         m_written = bytes;
+        markAsOurs(path().toStdString());
+    }
     return created;
 }
 

@@ -1,6 +1,10 @@
 // The lock file of a database folder: who has it open, and since when.
+//
+// The file says no more than that. Which process holds it stands beside its contents, as an attribute of the file, where the file system
+// keeps such; without it nobody can tell whether the holder still runs.
 #pragma once
 
+#include "foundation/ProcessMark.h"
 #include "foundation/Result.h"
 #include "foundation/plist/PlistValue.h"
 
@@ -18,6 +22,8 @@ struct LockInfo {
     /// Nothing when the lock gives no reason.
     std::optional<std::string> reason;
     std::string user;
+    /// Whether the program that wrote it still runs.
+    processMark::Life holder = processMark::Life::unknown;
     /// Everything in the file, for the copy that a forced unlock keeps.
     PlistValue contents = PlistValue::makeDict();
 };

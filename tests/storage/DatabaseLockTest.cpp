@@ -9,6 +9,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <sys/xattr.h>
+
 class DatabaseLockTest : public testing::Test {
 protected:
     DatabaseLockTest() { lock.setFolder(folder.path()); }
@@ -188,4 +190,32 @@ TEST_F(DatabaseLockTest, ofFourProgramsOnlyOneGetsTheLock)
         }
         ASSERT_EQ(winners, lock.read().user);
     }
+}
+
+TEST_F(DatabaseLockTest, aLockTellsWhetherItsHolderStillRuns)
+{
+    ASSERT_TRUE(lock.acquire().ok());
+    const std::string path = lock.path().toStdString();
+    if (::getxattr(path.c_str(), "user.vendaro.holder", nullptr, 0) < 0)
+        GTEST_SKIP() << "files have no attributes here";
+    EXPECT_EQ(lock.read().holder, processMark::Life::running);
+
+    // Of a process that had this number before.
+    std::string mark = processMark::own();
+    mark.replace(mark.rfind(' '), std::string::npos, " 1");
+    ASSERT_EQ(::setxattr(path.c_str(), "user.vendaro.holder", mark.data(), mark.size(), 0), 0);
+    EXPECT_EQ(lock.read().holder, processMark::Life::ended);
+}
+
+TEST_F(DatabaseLockTest, nothingIsKnownOfTheHolderOfALockThatCarriesNoMark)
+{
+    put(document(entry("reason", "database open") + entry("user", "bob")));
+    EXPECT_EQ(lock.read().holder, processMark::Life::unknown);
+    EXPECT_EQ(DatabaseLock(clock, user).read().holder, processMark::Life::unknown) << "without a lock";
+}
+
+TEST_F(DatabaseLockTest, theLockForReadingElsewhereNamesNoHolder)
+{
+    EXPECT_EQ(QByteArray::fromStdString(lock.contents(DatabaseLock::offlineReason)),
+        document(entry("datetime", "2024-03-01 10:15:30 +0000") + entry("reason", "offline browsing") + entry("user", "ada")));
 }

@@ -374,6 +374,37 @@ TEST_F(MainOnScreen, usesThePersonsWords)
     EXPECT_EQ(status(), QString("No jobs"));
 }
 
+TEST_F(MainOnScreen, theLockSheetSaysWhatIsKnownOfTheProgramThatHoldsIt)
+{
+    launch();
+    const auto sentenceFor = [&](processMark::Life holder) {
+        LockInfo lock;
+        lock.holder = holder;
+        const LockSheet sheet(lock, window.get());
+        return sheet.findChild<QLabel*>("holder")->text();
+    };
+
+    EXPECT_EQ(sentenceFor(processMark::Life::running), QString("The program that holds the lock is running on this computer."));
+    EXPECT_EQ(
+        sentenceFor(processMark::Life::ended), QString("The program that held the lock is no longer running: the lock was left behind."));
+    EXPECT_EQ(sentenceFor(processMark::Life::unknown),
+        QString("Whether the program that holds the lock is still running cannot be told from here."));
+}
+
+TEST_F(MainOnScreen, theLockSheetClosesWhenTheDatabaseIsUnlockedByOtherWays)
+{
+    haveRecords();
+    writeFile("lock.xml", document("<dict>\n<key>user</key>\n<string>bea</string>\n</dict>"));
+    launch();
+    ASSERT_NE(qobject_cast<LockSheet*>(SheetStack::instance().top()), nullptr);
+    alerts.answer("Yes");
+
+    desktop->session().unlockDatabase();
+
+    EXPECT_EQ(SheetStack::instance().top(), nullptr);
+    EXPECT_FALSE(desktop->session().isReadOnly());
+}
+
 TEST_F(MainOnScreen, aLockedDatabaseIsToldByASheetAndByABarThatStays)
 {
     haveRecords();

@@ -294,7 +294,11 @@ void MainWindow::chooseDateFormat()
 void MainWindow::showLockSheet()
 {
     auto* sheet = new LockSheet(m_vendaro.session().lockInfo(), this);
+    DatabaseSession& session = m_vendaro.session();
     connect(sheet, &LockSheet::unlockWanted, this, [this] { m_vendaro.session().unlockDatabase(); });
+    // By other ways, too: it says nothing true any more.
+    connect(&session, &DatabaseSession::unlocked, sheet, &Sheet::cancel);
+    connect(&session, &DatabaseSession::aboutToSwitch, sheet, &Sheet::cancel);
     connect(sheet, &Sheet::finished, sheet, &QObject::deleteLater);
     sheet->open();
 }

@@ -21,6 +21,16 @@ Label* wrapped(const QString& text)
     return label;
 }
 
+QString sentenceOn(processMark::Life holder)
+{
+    switch (holder) {
+    case processMark::Life::running: return LockSheet::tr("The program that holds the lock is running on this computer.");
+    case processMark::Life::ended: return LockSheet::tr("The program that held the lock is no longer running: the lock was left behind.");
+    case processMark::Life::unknown: break;
+    }
+    return LockSheet::tr("Whether the program that holds the lock is still running cannot be told from here.");
+}
+
 QHBoxLayout* buttonRow(std::initializer_list<QPushButton*> buttons)
 {
     auto* row = new QHBoxLayout;
@@ -53,6 +63,10 @@ LockSheet::LockSheet(const LockInfo& lock, QWidget* host) : Sheet(host)
         fact(tr("Reason"), toQString(*lock.reason));
     words->addSpacing(10);
     words->addLayout(facts);
+    words->addSpacing(10);
+    auto* holder = wrapped(sentenceOn(lock.holder));
+    holder->setObjectName("holder");
+    words->addWidget(holder);
     auto* row = new QHBoxLayout;
     row->setSpacing(16);
     row->addWidget(new IconLabel("object-locked", IconRole::warning, 32), 0, Qt::AlignTop);
