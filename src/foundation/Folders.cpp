@@ -5,7 +5,12 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <cerrno>
+#include <cstdio>
 #include <filesystem>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -16,41 +21,85 @@ fs::path nativePath(const QString& path)
     return path.toStdString();
 }
 
-Result<void> folderError(const char* what, const fs::path& path, const std::error_code& code)
+Error folderError(const char* what, const fs::path& path, const std::error_code& code)
 {
-    return Error {std::string(what) + " " + path.string() + ": " + code.message()};
+    return {std::string(what) + " " + path.string() + ": " + code.message()};
+}
+
+Error thereAlready(const fs::path& path)
+{
+    return {path.string() + " exists already"};
+}
+
+std::error_code lastError()
+{
+    return {errno, std::generic_category()};
 }
 
 /// Devices and pipes cannot be copied: a copy for reading leaves them out, a copy that takes the original's place is refused.
 enum class CopyFor { readingElsewhere, takingThePlace };
 
-Result<void> copyEntry(const fs::path& source, const fs::path& target, CopyFor purpose);
+/// Answers false, with nothing done, when something stands at the target. What was copied until something failed is taken away again,
+/// and nothing else.
+Result<bool> copyEntry(const fs::path& source, const fs::path& target, CopyFor purpose);
 
 /// Flushed: what counts as copied outlasts a power cut.
-Result<void> copyFile(const fs::path& source, const fs::path& target)
+Result<bool> copyFile(const fs::path& source, const fs::path& target)
 {
+    // The name is taken first: what has it already is never opened.
+    const int taken = ::open(target.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+    if (taken < 0)
+        return errno == EEXIST ? Result<bool>(false) : Result<bool>(folderError("cannot copy", source, lastError()));
+    ::close(taken);
     std::error_code code;
-    fs::copy_file(source, target, code);
-    if (code)
-        return folderError("cannot copy", source, code);
-    return flushFile(target);
+    fs::copy_file(source, target, fs::copy_options::overwrite_existing, code);
+    const Result<void> copied = code ? Result<void>(folderError("cannot copy", source, code)) : flushFile(target);
+    if (copied)
+        return true;
+    fs::remove(target, code);
+    return copied.error();
 }
 
-Result<void> copyFolder(const fs::path& source, const fs::path& target, CopyFor purpose)
+Result<void> copyContents(const fs::path& source, const fs::path& target, CopyFor purpose)
 {
     std::error_code code;
-    fs::create_directory(target, source, code);
-    for (auto entry = code ? fs::directory_iterator() : fs::directory_iterator(source, code); entry != fs::directory_iterator();
-         entry.increment(code)) {
-        if (Result<void> copied = copyEntry(entry->path(), target / entry->path().filename(), purpose); !copied)
-            return copied;
+    for (auto entry = fs::directory_iterator(source, code); entry != fs::directory_iterator(); entry.increment(code)) {
+        const fs::path to = target / entry->path().filename();
+        const Result<bool> copied = copyEntry(entry->path(), to, purpose);
+        if (!copied)
+            return copied.error();
+        if (!copied.value())
+            return thereAlready(to);
     }
     if (code)
         return folderError("cannot copy the folder", source, code);
     return flushFolder(target);
 }
 
-Result<void> copyEntry(const fs::path& source, const fs::path& target, CopyFor purpose)
+Result<bool> copyFolder(const fs::path& source, const fs::path& target, CopyFor purpose)
+{
+    std::error_code code;
+    if (!fs::create_directory(target, source, code)) {
+        const bool isTaken = !code || code == std::errc::file_exists;
+        return isTaken ? Result<bool>(false) : Result<bool>(folderError("cannot copy the folder", source, code));
+    }
+    const Result<void> copied = copyContents(source, target, purpose);
+    if (copied)
+        return true;
+    fs::remove_all(target, code);
+    return copied.error();
+}
+
+Result<bool> copyLink(const fs::path& source, const fs::path& target)
+{
+    std::error_code code;
+    fs::copy_symlink(source, target, code);
+    if (code == std::errc::file_exists)
+        return false;
+    return code ? Result<bool>(folderError("cannot copy", source, code)) : Result<bool>(true);
+}
+
+Result<bool> copyEntry(const fs::path& source, const fs::path& target, CopyFor purpose)
 {
     std::error_code code;
     const fs::file_status status = fs::symlink_status(source, code);
@@ -58,31 +107,19 @@ Result<void> copyEntry(const fs::path& source, const fs::path& target, CopyFor p
         return copyFile(source, target);
     if (fs::is_directory(status))
         return copyFolder(source, target, purpose);
-    if (fs::is_symlink(status)) {
-        fs::copy_symlink(source, target, code);
-        return code ? folderError("cannot copy", source, code) : Result<void>();
-    }
+    if (fs::is_symlink(status))
+        return copyLink(source, target);
     if (!fs::exists(status))
         return folderError("cannot copy", source, std::make_error_code(std::errc::no_such_file_or_directory));
-    return purpose == CopyFor::readingElsewhere ? Result<void>()
-                                                : Result<void>(Error {source.string() + " is neither a file nor a folder nor a link"});
+    if (purpose == CopyFor::readingElsewhere)
+        return true;
+    return Error {source.string() + " is neither a file nor a folder nor a link"};
 }
 
 bool isThere(const fs::path& path)
 {
     std::error_code code;
     return fs::exists(fs::symlink_status(path, code));
-}
-
-Result<void> copyWhole(const fs::path& source, const fs::path& target, CopyFor purpose)
-{
-    if (isThere(target))
-        return Error {target.string() + " exists already"};
-    Result<void> copied = copyEntry(source, target, purpose);
-    std::error_code ignored;
-    if (!copied)
-        fs::remove_all(target, ignored);
-    return copied;
 }
 
 /// A folder that went with a power cut would take along what was flushed into it.
@@ -102,27 +139,47 @@ Result<void> makeFolder(const fs::path& path)
 }
 
 /// After a rename. What cannot be flushed goes back.
-Result<void> settleMoved(const fs::path& source, const fs::path& target)
+Result<bool> settleMoved(const fs::path& source, const fs::path& target)
 {
-    Result<void> flushed = flushFolder(target.parent_path());
+    const Result<void> flushed = flushFolder(target.parent_path());
+    if (flushed)
+        return true;
     std::error_code code;
-    if (!flushed)
-        fs::rename(target, source, code);
-    return flushed;
+    fs::rename(target, source, code);
+    return flushed.error();
 }
 
 /// The source goes only when the copy would outlast a power cut.
-Result<void> moveAcross(const fs::path& source, const fs::path& target)
+Result<bool> moveAcross(const fs::path& source, const fs::path& target)
 {
-    if (Result<void> copied = copyWhole(source, target, CopyFor::takingThePlace); !copied)
+    Result<bool> copied = copyEntry(source, target, CopyFor::takingThePlace);
+    if (!copied || !copied.value())
         return copied;
     std::error_code code;
-    if (Result<void> flushed = flushFolder(target.parent_path()); !flushed) {
+    if (const Result<void> flushed = flushFolder(target.parent_path()); !flushed) {
         fs::remove_all(target, code);
-        return flushed;
+        return flushed.error();
     }
     fs::remove_all(source, code);
-    return code ? folderError("everything was copied, but the original cannot be removed:", source, code) : Result<void>();
+    return code ? Result<bool>(folderError("everything was copied, but the original cannot be removed:", source, code)) : copied;
+}
+
+/// Where the file system cannot keep a name from being replaced by itself.
+Result<bool> moveAfterLooking(const fs::path& source, const fs::path& target)
+{
+    if (isThere(target))
+        return false;
+    std::error_code code;
+    fs::rename(source, target, code);
+    return code ? Result<bool>(folderError("cannot move", source, code)) : settleMoved(source, target);
+}
+
+/// What comes of something that must not have been there.
+Result<void> unlessTaken(const Result<bool>& done, const QString& target)
+{
+    if (!done)
+        return done.error();
+    return done.value() ? Result<void>() : Result<void>(thereAlready(nativePath(target)));
 }
 
 } // namespace
@@ -161,7 +218,7 @@ Result<void> make(const QString& path)
 
 Result<void> copyTree(const QString& source, const QString& target)
 {
-    return copyWhole(nativePath(source), nativePath(target), CopyFor::readingElsewhere);
+    return unlessTaken(copyEntry(nativePath(source), nativePath(target), CopyFor::readingElsewhere), target);
 }
 
 Result<void> linkOrCopy(const QString& source, const QString& target)
@@ -173,19 +230,27 @@ Result<void> linkOrCopy(const QString& source, const QString& target)
         if (!code)
             return {};
     }
-    return copyFile(nativePath(source), nativePath(target));
+    return unlessTaken(copyFile(nativePath(source), nativePath(target)), target);
+}
+
+Result<bool> moveIfFree(const QString& source, const QString& target)
+{
+    const fs::path from = nativePath(source);
+    const fs::path to = nativePath(target);
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+        return settleMoved(from, to);
+    switch (errno) {
+    case EEXIST: return false;
+    case EXDEV: return moveAcross(from, to);
+    case EINVAL:
+    case ENOSYS: return moveAfterLooking(from, to);
+    default: return folderError("cannot move", from, lastError());
+    }
 }
 
 Result<void> move(const QString& source, const QString& target)
 {
-    if (isThere(nativePath(target)))
-        return Error {target.toStdString() + " exists already"};
-    std::error_code code;
-    fs::rename(nativePath(source), nativePath(target), code);
-    if (!code)
-        return settleMoved(nativePath(source), nativePath(target));
-    return code == std::errc::cross_device_link ? moveAcross(nativePath(source), nativePath(target))
-                                                : Result<void>(folderError("cannot move", nativePath(source), code));
+    return unlessTaken(moveIfFree(source, target), target);
 }
 
 } // namespace folders

@@ -23,5 +23,8 @@ Result<void> linkOrCopy(const QString& source, const QString& target);
 /// Moves a file or folder, across file systems too, and flushes that; target must not exist. When it fails, the source stays as it is. Devices and
 /// pipes do not cross file systems: what holds one stays where it is, and that is an error.
 Result<void> move(const QString& source, const QString& target);
+/// The same; answers false, with nothing done, when something stands at the target. What stands there is never touched, whatever a look
+/// at it said before.
+Result<bool> moveIfFree(const QString& source, const QString& target);
 
 } // namespace folders

@@ -20,6 +20,8 @@
 namespace {
 
 constexpr int daysToKeep = 90;
+/// Things of one name and second; more than that and something is wrong with the disk.
+constexpr int mostAlike = 1000;
 /// Of "20240301-101530".
 constexpr int stampLength = 15;
 constexpr char originKey[] = "origin";
@@ -62,16 +64,20 @@ Result<void> makePrivateFolder(const QString& folder)
 
 } // namespace
 
-Result<QString> RecoveryStore::placeFor(const QString& name)
+Result<QString> RecoveryStore::place(const QString& name, const Placing& put)
 {
     if (Result<void> made = makePrivateFolder(m_folder); !made)
         return made.error();
     const QString stamp = QString::fromStdString(dates::write(m_clock.now(), dates::stamp));
-    for (int n = 0;; ++n) {
+    for (int n = 0; n < mostAlike; ++n) {
         const QString place = m_folder + '/' + stamp + (n > 0 ? "-" + QString::number(n) : QString()) + ' ' + name;
-        if (!QFileInfo::exists(place))
+        const Result<bool> done = put(place);
+        if (!done)
+            return done.error();
+        if (done.value())
             return place;
     }
+    return Error {(m_folder + '/' + stamp + ' ' + name).toStdString() + " exists already, and so does every name like it"};
 }
 
 // Keeping
@@ -86,23 +92,19 @@ Result<QString> RecoveryStore::keepCopy(const QString& path, KeptFor reason)
 
 Result<QString> RecoveryStore::keepBytes(const QString& path, std::string_view bytes, KeptFor reason)
 {
-    const Result<QString> place = placeFor(QFileInfo(path).fileName());
-    if (!place)
-        return place;
-    if (Result<void> written = writeFileSafely(place.value().toStdString(), bytes); !written)
-        return written.error();
-    describe(place.value(), path, reason);
-    return place;
+    const Result<QString> kept =
+        place(QFileInfo(path).fileName(), [&](const QString& free) { return createExclusively(free.toStdString(), bytes); });
+    if (kept)
+        describe(kept.value(), path, reason);
+    return kept;
 }
 
 Result<void> RecoveryStore::moveIn(const QString& path, KeptFor reason)
 {
-    const Result<QString> place = placeFor(QFileInfo(path).fileName());
-    if (!place)
-        return place.error();
-    if (Result<void> moved = folders::move(path, place.value()); !moved)
-        return moved;
-    describe(place.value(), path, reason);
+    const Result<QString> kept = place(QFileInfo(path).fileName(), [&](const QString& free) { return folders::moveIfFree(path, free); });
+    if (!kept)
+        return kept.error();
+    describe(kept.value(), path, reason);
     return {};
 }
 

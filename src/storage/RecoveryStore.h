@@ -11,6 +11,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -66,8 +67,11 @@ public:
 
 private:
     QString notePath() const;
-    /// A new place for something of that name: the store's folder, then the time and the name.
-    Result<QString> placeFor(const QString& name);
+    /// Puts something at that place; answers false when the place is taken.
+    using Placing = std::function<Result<bool>(const QString& place)>;
+    /// Finds a place for something of that name, the store's folder, then the time and the name, and puts it there. A place counts as
+    /// free only when the putting itself says so: nothing that was kept is ever replaced.
+    Result<QString> place(const QString& name, const Placing& put);
     void describe(const QString& place, const QString& origin, KeptFor reason) const;
     QString aboutPath(const QString& place) const;
     KeptThing thingAt(const QString& place) const;

@@ -172,6 +172,35 @@ TEST_F(FoldersTest, nothingIsMovedOverWhatIsThere)
     EXPECT_TRUE(QFileInfo(in("link")).isSymLink());
 }
 
+TEST_F(FoldersTest, whatIsInTheWayOfAMoveIsAnAnswer)
+{
+    put("from", "new");
+    put("to", "old");
+    ASSERT_TRUE(QDir().mkpath(in("folder")));
+
+    for (const char* target : {"to", "folder"}) {
+        const Result<bool> moved = folders::moveIfFree(in("from"), in(target));
+        ASSERT_TRUE(moved.ok());
+        EXPECT_FALSE(moved.value());
+    }
+    EXPECT_EQ(contents("to"), "old");
+    EXPECT_TRUE(folders::moveIfFree(in("from"), in("free")).value());
+    EXPECT_EQ(contents("free"), "new");
+    EXPECT_FALSE(folders::moveIfFree(in("from"), in("anywhere")).ok()) << "it is not there any more";
+}
+
+TEST_F(FoldersTest, aCopyHasTheRightsOfItsOriginal)
+{
+    put("from", "text");
+    ASSERT_EQ(::chmod(in("from").toLocal8Bit().constData(), 0640), 0);
+    ASSERT_TRUE(folders::copyTree(in("from"), in("to")).ok());
+
+    struct stat status { };
+    ASSERT_EQ(::stat(in("to").toLocal8Bit().constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0640u);
+    EXPECT_EQ(contents("to"), "text");
+}
+
 namespace {
 
 /// What was flushed, by path; the path that fails to, if any.
@@ -236,6 +265,19 @@ TEST_F(MovingAcrossFileSystems, takesEverythingAlong)
     EXPECT_EQ(moved.readAll(), "2");
     EXPECT_TRUE(QFileInfo(there("/broken")).isSymLink());
     EXPECT_FALSE(QFileInfo::exists(in("from")));
+}
+
+TEST_F(MovingAcrossFileSystems, touchesNothingThatIsInTheWay)
+{
+    ASSERT_TRUE(QDir().mkpath(there("/mine")));
+    const Result<bool> folder = folders::moveIfFree(in("from"), there());
+    const Result<bool> file = folders::moveIfFree(in("from/one"), there("/mine"));
+
+    ASSERT_TRUE(folder.ok() && file.ok());
+    EXPECT_FALSE(folder.value());
+    EXPECT_FALSE(file.value());
+    EXPECT_EQ(QDir(there()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList("mine"));
+    expectSourceWhole();
 }
 
 TEST_F(MovingAcrossFileSystems, flushesEveryFileAndFolderOfTheCopy)

@@ -9,6 +9,44 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+/// What stands in this folder is not there for whoever looks; empty for none.
+std::string hiddenFolder;
+
+bool isHidden(const char* path)
+{
+    return !hiddenFolder.empty() && std::strncmp(path, hiddenFolder.c_str(), hiddenFolder.size()) == 0 && path[hiddenFolder.size()] == '/';
+}
+
+} // namespace
+
+/// The program's own looks at files pass through here.
+extern "C" int statx(int folder, const char* path, int flags, unsigned int mask, struct statx* found) noexcept
+{
+    if (isHidden(path)) {
+        errno = ENOENT;
+        return -1;
+    }
+    return static_cast<int>(syscall(SYS_statx, folder, path, flags, mask, found));
+}
+extern "C" int lstat(const char* path, struct stat* found) noexcept
+{
+    if (isHidden(path)) {
+        errno = ENOENT;
+        return -1;
+    }
+    return fstatat(AT_FDCWD, path, found, AT_SYMLINK_NOFOLLOW);
+}
+
 class RecoveryStoreTest : public testing::Test {
 protected:
     RecoveryStoreTest()
@@ -50,6 +88,38 @@ TEST_F(RecoveryStoreTest, copiesOfOneSecondGetNamesOfTheirOwn)
     EXPECT_EQ(contents(first.value()), "first");
     EXPECT_EQ(contents(second.value()), "second");
     EXPECT_EQ(contents(path()), "second");
+}
+
+TEST_F(RecoveryStoreTest, whatIsKeptIsNotReplacedWhenALookAtItSaysThatItIsNotThere)
+{
+    put(path(), "first");
+    put(user.home() + "/other/orders.xml", "moved");
+    const Result<QString> first = recovery.keepCopy(path(), KeptFor::unreadable);
+    ASSERT_TRUE(first.ok());
+
+    hiddenFolder = store().toStdString();
+    ASSERT_FALSE(QFileInfo::exists(first.value())) << "it looks as if it were not there";
+    const Result<QString> second = recovery.keepBytes(path(), "second", KeptFor::unsaved);
+    const Result<void> moved = recovery.moveIn(user.home() + "/other/orders.xml", KeptFor::attachments);
+    hiddenFolder.clear();
+
+    ASSERT_TRUE(second.ok());
+    EXPECT_TRUE(moved.ok());
+    EXPECT_EQ(contents(first.value()), "first");
+    EXPECT_EQ(contents(second.value()), "second");
+    EXPECT_EQ(contents(store() + "/20240301-101530-2 orders.xml"), "moved");
+}
+
+TEST_F(RecoveryStoreTest, aFolderIsNotMovedIntoAnotherOfItsNameAndSecond)
+{
+    put(user.home() + "/a/7/letter.txt", "first");
+    put(user.home() + "/b/7/letter.txt", "second");
+
+    ASSERT_TRUE(recovery.moveIn(user.home() + "/a/7", KeptFor::attachments).ok());
+    ASSERT_TRUE(recovery.moveIn(user.home() + "/b/7", KeptFor::attachments).ok());
+
+    EXPECT_EQ(contents(store() + "/20240301-101530 7/letter.txt"), "first");
+    EXPECT_EQ(contents(store() + "/20240301-101530-1 7/letter.txt"), "second");
 }
 
 TEST_F(RecoveryStoreTest, onlyTheUserCanLookIntoIt)
