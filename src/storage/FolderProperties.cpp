@@ -31,6 +31,9 @@ std::optional<std::string> FolderProperties::objectForKey(const QString& folder,
 
 void FolderProperties::setObjectForKey(const QString& folder, std::string_view value, std::string_view key)
 {
+    // A database that is not there yet gets its properties later.
+    if (readWholeFile(folder.toStdString()).trouble == ReadTrouble::missing)
+        return;
     const FileBytes file = readWholeFile(infoPath(folder).toStdString());
     if (file.trouble == ReadTrouble::unreadable)
         return tellNotWritten(folder, file.reason);
@@ -56,8 +59,6 @@ void FolderProperties::tellNotWritten(const QString& folder, const std::string& 
 {
     logLine("couldn't write database's properties");
     logLine(reason);
-    // A database that is not there yet gets its properties later.
-    const bool isMissing = readWholeFile(folder.toStdString()).trouble == ReadTrouble::missing;
-    if (onTrouble && !isMissing)
+    if (onTrouble)
         onTrouble(infoPath(folder) + " could not be written (" + QString::fromStdString(reason) + ").");
 }

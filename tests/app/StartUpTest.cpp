@@ -54,6 +54,16 @@ TEST_F(StartUpTest, theStartIsLoggedStepByStep)
         << log().join('\n').toStdString();
 }
 
+TEST_F(StartUpTest, theFirstStartLogsNoFailureOfADatabaseThatIsNotThereYet)
+{
+    start();
+    EXPECT_TRUE(log().filter("couldn't write").isEmpty()) << log().join('\n').toStdString();
+
+    quit();
+    EXPECT_TRUE(log().filter("couldn't write").isEmpty()) << log().join('\n').toStdString();
+    EXPECT_TRUE(readFile("info.plist").contains("GBP"));
+}
+
 TEST_F(StartUpTest, onlyAMissingContactsFileIsLogged)
 {
     start();
