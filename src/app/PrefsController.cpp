@@ -59,7 +59,8 @@ constexpr std::array words {&PrefsForm::termOrder, &PrefsForm::termOrders, &Pref
 
 constexpr std::array lists {&PrefsForm::invoiceCategories, &PrefsForm::statuses, &PrefsForm::contactTypes};
 
-const std::vector<TaxRate> initialTaxRates {{"S", "standard", "20"}, {"L", "lower", "5"}, {"Z", "zero", "0"}, {"E", "exempt", "0"}};
+const std::vector<TaxRate> initialTaxRates {{"S", "standard", "20", PlistValue::makeDict()}, {"L", "lower", "5", PlistValue::makeDict()},
+    {"Z", "zero", "0", PlistValue::makeDict()}, {"E", "exempt", "0", PlistValue::makeDict()}};
 
 void showColumn(qvDataSource& list, const char* identifier, bool visible)
 {
@@ -81,6 +82,14 @@ std::string entryText(const PlistValue& entry, const char* key)
 {
     const PlistValue* value = entry.find(key);
     return value ? value->asText() : std::string();
+}
+
+/// What stood there and could not be read as text stays until something takes its place.
+void setEntryText(PlistValue& entry, const char* key, const std::string& text)
+{
+    const PlistValue* stored = entry.find(key);
+    if (!stored || stored->hasText() || !text.empty())
+        entry.set(key, PlistValue(text));
 }
 
 } // namespace
@@ -192,7 +201,9 @@ void PrefsController::readTaxRates()
         m_taxRates.clear();
         for (const PlistValue& entry : stored->array()) {
             if (entry.isDict())
-                m_taxRates.push_back({entryText(entry, "code"), entryText(entry, "description"), entryText(entry, "rate")});
+                m_taxRates.push_back({entryText(entry, "code"), entryText(entry, "description"), entryText(entry, "rate"), entry});
+            else
+                m_store.keepUnusable(settings::taxRates);
         }
     } else {
         if (stored)
@@ -348,10 +359,10 @@ void PrefsController::writeTaxRates()
 {
     PlistValue rows = PlistValue::makeArray();
     for (const TaxRate& rate : m_taxRates) {
-        PlistValue row = PlistValue::makeDict();
-        row.set("code", PlistValue(rate.code));
-        row.set("description", PlistValue(rate.description));
-        row.set("rate", PlistValue(rate.rate));
+        PlistValue row = rate.stored;
+        setEntryText(row, "code", rate.code);
+        setEntryText(row, "description", rate.description);
+        setEntryText(row, "rate", rate.rate);
         rows.append(std::move(row));
     }
     m_store.set(settings::taxRates, std::move(rows));

@@ -23,6 +23,8 @@ struct TaxRate {
     std::string code;
     std::string description;
     std::string rate;
+    /// The row as it was stored, with what it holds beside these three.
+    PlistValue stored = PlistValue::makeDict();
 };
 
 struct PrefsNeeds {

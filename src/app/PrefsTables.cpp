@@ -28,7 +28,7 @@ bool isFor(const PlistValue& entry, const QString& status)
 void PrefsController::addTaxRate()
 {
     logLine("add tax rate");
-    m_taxRates.push_back({"", "Edit me", "0"});
+    m_taxRates.push_back({"", "Edit me", "0", PlistValue::makeDict()});
     Q_EMIT taxRatesChanged();
 }
 

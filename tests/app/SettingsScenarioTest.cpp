@@ -427,6 +427,42 @@ TEST_F(SettingsScenarioTest, theTaxTableIsCommittedRowByRow)
     EXPECT_EQ(rates->array()[1].find("rate")->asText(), "5");
 }
 
+TEST_F(SettingsScenarioTest, whatElseATaxRateHoldsOutlastsACommit)
+{
+    writeSettings("<key>VendaroTaxRates</key><array><dict><key>code</key><string>S</string><key>country</key><string>GB</string>"
+                  "<key>rate</key><string>20</string><key>description</key><array><string>a</string></array></dict>"
+                  "<dict><key>code</key><string>L</string></dict></array>");
+    start();
+    preferences().setTaxRateValue("rate", 0, "17.5");
+    preferences().addTaxRate();
+    quit();
+
+    const PlistValue settings = stored(settingsPath());
+    const PlistValue* rates = settings.find("VendaroTaxRates");
+    ASSERT_NE(rates, nullptr);
+    ASSERT_EQ(rates->array().size(), 3u);
+    const PlistValue& standard = rates->array()[0];
+    EXPECT_EQ(standard.find("rate")->asText(), "17.5");
+    ASSERT_NE(standard.find("country"), nullptr);
+    EXPECT_EQ(standard.find("country")->asText(), "GB");
+    EXPECT_TRUE(standard.find("description")->isArray()) << "nothing was written in its place";
+    EXPECT_EQ(rates->array()[1].find("rate")->asText(), "");
+    EXPECT_EQ(rates->array()[2].dict().size(), 3u);
+}
+
+TEST_F(SettingsScenarioTest, aRowOfTheTaxTableThatIsNoneIsKeptWithTheWholeFile)
+{
+    const QByteArray rates = "<key>VendaroTaxRates</key><array><string>S 20</string></array>";
+    writeSettings(rates);
+    QStringList told;
+    startWatched([&](Vendaro& program) {
+        QObject::connect(&program.session(), &DatabaseSession::damageFound, [&](const QStringList& sentences) { told = sentences; });
+    });
+
+    ASSERT_EQ(told.size(), 1);
+    EXPECT_TRUE(told[0].startsWith("The setting \"VendaroTaxRates\" could not be read. The original is kept as ")) << told[0].toStdString();
+}
+
 TEST_F(SettingsScenarioTest, damagedSettingsAreKeptAndTheDefaultsCount)
 {
     ASSERT_TRUE(QDir().mkpath(home() + "/Library/Preferences"));
