@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <unordered_set>
 
 namespace {
 
@@ -170,13 +171,63 @@ void ItemManager::deleteItemUnlessUsed(Item& item)
 {
     if (!m_needs.gate.readOnlyCheck())
         return;
-    const std::vector<Item*> users = whereUsed(item);
-    if (!users.empty()) {
-        m_needs.alerts.ask(makeAlert(alerts::itemInUse, {}, {toQString(item.getItem()), joinedNames(users)}));
-        return;
-    }
+    if (const std::vector<Item*> users = whereUsed(item); !users.empty())
+        return tellInUse(item, users);
     deleteItem(item);
     reloadData();
+}
+
+void ItemManager::tellInUse(const Item& item, const std::vector<Item*>& users)
+{
+    m_needs.alerts.ask(makeAlert(alerts::itemInUse, {}, {toQString(item.getItem()), joinedNames(users)}));
+}
+
+ItemManager::UsersById ItemManager::usersOf(std::span<dataObject* const> items) const
+{
+    UsersById users;
+    for (const dataObject* item : items)
+        users[item->getID()];
+    for (dataObject* record : records()) {
+        auto& candidate = static_cast<Item&>(*record);
+        if (!candidate.isCollectiveItem())
+            continue;
+        for (const Constituent& part : candidate.getConstituents()) {
+            const auto found = users.find(part.id());
+            // It may list the same part twice.
+            if (found != users.end() && (found->second.empty() || found->second.back() != &candidate))
+                found->second.push_back(&candidate);
+        }
+    }
+    return users;
+}
+
+/// Answers which are gone. An item that only items deleted before it used goes, too. What was deleted is off the list before anything is
+/// told.
+std::vector<dataObject*> ItemManager::deleteUnlessUsed(std::span<dataObject* const> items)
+{
+    UsersById usersById = usersOf(items);
+    std::unordered_set<const dataObject*> going;
+    std::vector<dataObject*> deleted;
+    std::size_t offTheList = 0;
+    const auto takeOffTheList = [&] {
+        deleteItems(std::span(deleted).subspan(offTheList));
+        offTheList = deleted.size();
+        reloadData();
+    };
+    for (dataObject* record : items) {
+        const auto& item = static_cast<const Item&>(*record);
+        std::vector<Item*> users = presentItem(*this, item.getID()) == &item ? usersById[item.getID()] : std::vector<Item*>();
+        std::erase_if(users, [&](const Item* user) { return going.contains(user); });
+        if (users.empty()) {
+            going.insert(record);
+            deleted.push_back(record);
+            continue;
+        }
+        takeOffTheList();
+        tellInUse(item, users);
+    }
+    takeOffTheList();
+    return deleted;
 }
 
 void ItemManager::deleteKey()
@@ -185,14 +236,8 @@ void ItemManager::deleteKey()
     if (selected.empty() || m_needs.alerts.ask(alerts::deleteItems) != 0 || !m_needs.gate.readOnlyCheck())
         return;
     const int first = selectedRow();
-    std::vector<dataObject*> deleted;
-    for (dataObject* record : selected) {
-        deleteItemUnlessUsed(static_cast<Item&>(*record));
-        if (!holds(*record))
-            deleted.push_back(record);
-    }
-    setDeleteBuffer(deleted);
-    selectRow(std::max(first - 1, 0));
+    const std::vector<dataObject*> deleted = deleteUnlessUsed(selected);
+    finishDeleting(deleted, first);
     m_needs.gate.setChangeFlag();
     if (!deleted.empty())
         m_needs.showStatus(

@@ -10,6 +10,8 @@
 
 #include <functional>
 #include <optional>
+#include <span>
+#include <unordered_map>
 
 class Alerts;
 class ContactManager;
@@ -61,6 +63,7 @@ public:
     void finish();
     void cancel();
     void deleteItemUnlessUsed(Item& item);
+    /// The selected items in one go, from the last row to the first; one that is used in a collective item still is told and stays.
     void deleteKey() override;
     void pickConstituent();
     void addConstituent(Item& part);
@@ -82,6 +85,11 @@ protected:
     void recordsCleared() override;
 
 private:
+    /// The collective items that list an item, in collection order, by the item's id.
+    using UsersById = std::unordered_map<int, std::vector<Item*>>;
+    UsersById usersOf(std::span<dataObject* const> items) const;
+    void tellInUse(const Item& item, const std::vector<Item*>& users);
+    std::vector<dataObject*> deleteUnlessUsed(std::span<dataObject* const> items);
     /// Which fields of the editor hold what kind of value.
     std::vector<CheckedField> valueFields();
     void begin();

@@ -239,9 +239,7 @@ void OrderManager::deleteKey()
     if (gone.empty())
         return;
     m_needs.gate.writeDatabase(*this);
-    setDeleteBuffer(gone);
-    reloadData();
-    selectRow(std::max(first - 1, 0));
+    finishDeleting(gone, first);
     m_needs.gate.setChangeFlag();
     m_needs.shell.showStatus(gone.size() == 1
             ? localText("Deleted. Undo brings the order back with its payments, without its lines and attachments.")

@@ -123,6 +123,13 @@ void qvDataSource::undo()
     reloadData();
 }
 
+void qvDataSource::finishDeleting(std::vector<dataObject*> deleted, int firstSelectedRow)
+{
+    setDeleteBuffer(std::move(deleted));
+    reloadData();
+    selectRow(std::max(firstSelectedRow - 1, 0));
+}
+
 void qvDataSource::clear()
 {
     m_collection.clear();

@@ -157,6 +157,9 @@ public:
     /// The deleted records that undo would bring back.
     const std::vector<dataObject*>& deleteBuffer() const { return m_deleteBuffer; }
     void setDeleteBuffer(std::vector<dataObject*> records) { m_deleteBuffer = std::move(records); }
+    /// What deleting the selected rows of a list ends with: undo brings these back, the list is asked again, and the row before the first
+    /// selected one is selected.
+    void finishDeleting(std::vector<dataObject*> deleted, int firstSelectedRow);
     void clearDeleteBuffer() { m_deleteBuffer.clear(); }
 
     /// Called by a record whose field changed.

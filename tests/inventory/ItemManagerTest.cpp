@@ -443,6 +443,69 @@ TEST_F(ItemManagerTest, DeletingTheSelectionAsksFirst)
     EXPECT_EQ(items().getCount(), 0);
 }
 
+TEST_F(ItemManagerTest, OfSeveralItemsThoseInUseStayAndAreToldInTheirTurn)
+{
+    begin();
+    // Newest first: the rows are Box, Tea, Cup, Set, Mug, deleted from the last on.
+    Item& mug = item("Mug");
+    Item& set = collectiveItem("Set", {{&mug, 1}, {&mug, 2}});
+    Item& cup = item("Cup");
+    Item& tea = item("Tea");
+    Item& box = collectiveItem("Box", {{&cup, 1}, {&mug, 1}});
+    items().setSelectedRecords({&mug, &set, &cup, &tea});
+    alerts.answer("OK");
+    alerts.answer("OK");
+    alerts.answer("OK");
+
+    items().deleteKey();
+
+    ASSERT_EQ(alerts.asked().size(), 3u);
+    EXPECT_EQ(alerts.asked()[1].text, "Unable to delete Mug because it is used in collective item(s): Set, Box");
+    EXPECT_EQ(alerts.asked()[2].text, "Unable to delete Cup because it is used in collective item(s): Box");
+    EXPECT_THAT(shown(items(), "item"), ElementsAre("Box", "Cup", "Mug"));
+    EXPECT_EQ(items().deleteBuffer(), (std::vector<dataObject*> {&set, &tea}));
+    items().undo();
+    EXPECT_TRUE(items().holds(set) && items().holds(tea) && items().holds(box));
+}
+
+TEST_F(ItemManagerTest, WhatOnlyItemsDeletedBeforeUsedGoesWithThem)
+{
+    begin();
+    // Newest first: the collective item is the last row and goes first.
+    Item& set = collectiveItem("Set", {});
+    Item& mug = item("Mug");
+    set.addConstituent(mug);
+    items().setSelectedRecords({&set, &mug});
+    alerts.answer("OK");
+
+    items().deleteKey();
+
+    EXPECT_EQ(items().getCount(), 0);
+    EXPECT_EQ(items().deleteBuffer(), (std::vector<dataObject*> {&set, &mug}));
+}
+
+TEST_F(ItemManagerTest, ManyItemsAreTakenOffTheListAtOnce)
+{
+    struct Resets : ListObserver {
+        void listReset() override { ++count; }
+        void rowChanged(int) override { }
+        int count = 0;
+    };
+    begin();
+    for (int i = 0; i < 500; ++i)
+        item("Mug");
+    items().setSelectedRecords(items().records());
+    alerts.answer("OK");
+    Resets resets;
+    items().addObserver(resets);
+
+    items().deleteKey();
+
+    items().removeObserver(resets);
+    EXPECT_EQ(items().getCount(), 0);
+    EXPECT_LE(resets.count, 2);
+}
+
 TEST_F(ItemManagerTest, ADeletedItemLeavesTheLinesAndCanBeUndone)
 {
     begin();

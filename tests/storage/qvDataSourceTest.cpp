@@ -357,6 +357,30 @@ TEST_F(qvDataSourceTest, deletingARecordTwiceChangesNothing)
     EXPECT_EQ(articles.getCount(), 1);
 }
 
+TEST_F(qvDataSourceTest, afterDeletingTheRowBeforeTheFirstDeletedOneIsSelected)
+{
+    articles.setDefaultSortNew(false);
+    addAll({"a", "b", "c", "d"});
+    const auto deleteFrom = [&](int first, std::vector<int> rows) {
+        articles.setSelectedRows(rows);
+        const std::vector<dataObject*> gone = articles.selectedItems();
+        articles.deleteItems(gone);
+        articles.finishDeleting(gone, first);
+        return gone;
+    };
+    Watcher watcher;
+    articles.addObserver(watcher);
+
+    const std::vector<dataObject*> gone = deleteFrom(2, {2, 3});
+    EXPECT_EQ(watcher.resets, 1);
+    EXPECT_EQ(articles.selectedRows(), std::vector<int> {1});
+    EXPECT_EQ(articles.deleteBuffer(), gone);
+
+    deleteFrom(0, {0});
+    EXPECT_EQ(articles.selectedRows(), std::vector<int> {0});
+    articles.removeObserver(watcher);
+}
+
 // Selection
 
 TEST_F(qvDataSourceTest, selectedRecordsComeFromTheLastRowToTheFirst)
