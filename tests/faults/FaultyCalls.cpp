@@ -10,7 +10,8 @@
 //                         ENOSPC, EDQUOT, EROFS: the call fails; calls that change something count
 //                         EIO, EINTR: the call fails; every call counts, looking at a file's status too
 //   VENDARO_FAULT_LAST    once, or forever: from that call on
-//   VENDARO_FAULT_COUNT   a file that receives four numbers of eight bytes: calls seen, those that change something, writes, faults given
+//   VENDARO_FAULT_COUNT   a file that receives four numbers of eight bytes, from 0 on with each beginning: calls seen, those that change
+//                         something, writes, faults given
 //
 // A file counts by its path when it is opened and by its descriptor from then on. close() that fails has closed the file all the same.
 #include <atomic>
@@ -276,11 +277,15 @@ void openCounts(const std::string& path)
 extern "C" void vendaroFaultsBegin()
 {
     folderLength = 0;
+    kind = Kind::none;
+    unflushedCount = 0;
     const std::string place = setting("VENDARO_FAULT_FOLDER");
     if (place.empty() || place.size() >= sizeof folder)
         return;
     std::memcpy(folder, place.c_str(), place.size() + 1);
     openCounts(setting("VENDARO_FAULT_COUNT"));
+    for (std::atomic<std::uint64_t>* count : {&counts->all, &counts->changing, &counts->writing, &counts->given})
+        *count = 0;
     faultAt = std::strtoull(setting("VENDARO_FAULT_AT").c_str(), nullptr, 10);
     isForever = setting("VENDARO_FAULT_LAST") == "forever";
     const std::string wanted = setting("VENDARO_FAULT_KIND");

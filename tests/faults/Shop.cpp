@@ -3,9 +3,21 @@
 #include "desktop/AlertTexts.h"
 #include "desktop/TextTable.h"
 
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <filesystem>
 #include <unistd.h>
+
+void beginFaults(const FaultOrder& order)
+{
+    setenv("VENDARO_FAULT_FOLDER", order.folder.c_str(), 1);
+    setenv("VENDARO_FAULT_COUNT", order.counts.c_str(), 1);
+    setenv("VENDARO_FAULT_AT", order.at.c_str(), 1);
+    setenv("VENDARO_FAULT_KIND", order.kind.c_str(), 1);
+    setenv("VENDARO_FAULT_LAST", order.last.c_str(), 1);
+    if (auto* begin = reinterpret_cast<void (*)()>(dlsym(RTLD_DEFAULT, "vendaroFaultsBegin")))
+        begin();
+}
 
 Journal::Journal(const QString& path) : m_file(::open(path.toStdString().c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666)) { }
 
@@ -21,12 +33,16 @@ void Journal::say(const char* event, const QString& text)
     const std::string line = event + ('\t' + oneLine.toStdString()) + '\n';
     if (::write(m_file, line.data(), line.size()) != static_cast<ssize_t>(line.size()))
         ::_exit(3);
+    if (listener)
+        listener(event, oneLine);
 }
 
 int JournalAlerts::ask(const Alert& alert)
 {
     m_journal.say("alert", alert.title + ": " + alert.text);
     m_lastTitle = alert.title;
+    if (const std::optional<int> known = answer ? answer(alert) : std::nullopt)
+        return *known;
     return alert.buttons.size() > 1 && alert.title == localText(alerts::unlockDatabase.title) ? 1 : 0;
 }
 
@@ -35,7 +51,7 @@ Shop::Shop(const QString& home, const ShopTraces& traces)
     , m_marks(traces.marks)
     , m_journal(traces.journal)
     , m_alerts(m_journal)
-    , m_user(home)
+    , m_user(home, traces.user)
 {
 }
 

@@ -9,6 +9,8 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 
 /// Where one run of the shop leaves its traces; both lie outside the watched folder.
 struct ShopTraces {
@@ -16,7 +18,20 @@ struct ShopTraces {
     QString journal;
     /// The folder that gets a copy of the home after each request; empty for none.
     QString marks;
+    /// The login name of whoever uses the shop.
+    QString user = "ada";
 };
+
+/// The fault that the library of faulty calls is to give from now on; see there. At 0 it only counts, and in no folder it does neither.
+struct FaultOrder {
+    std::string folder;
+    /// The file that receives the counts.
+    std::string counts;
+    std::string at = "0";
+    std::string kind;
+    std::string last = "once";
+};
+void beginFaults(const FaultOrder& order);
 
 /// One line an event, its parts kept apart by tabs; a line is in the file when say() returns.
 class Journal {
@@ -26,6 +41,8 @@ public:
     Journal(const Journal&) = delete;
     Journal& operator=(const Journal&) = delete;
     void say(const char* event, const QString& text);
+    /// Hears what is said, too.
+    std::function<void(const char* event, const QString& text)> listener;
 
 private:
     int m_file;
@@ -38,6 +55,8 @@ public:
     using Alerts::ask;
     int ask(const Alert& alert) override;
     const QString& lastTitle() const { return m_lastTitle; }
+    /// Answers instead when it knows an answer.
+    std::function<std::optional<int>(const Alert&)> answer;
 
 private:
     Journal& m_journal;
@@ -46,12 +65,13 @@ private:
 
 class ChosenHome : public User {
 public:
-    explicit ChosenHome(QString home) : m_home(std::move(home)) { }
-    QString loginName() const override { return "ada"; }
+    ChosenHome(QString home, QString login) : m_home(std::move(home)), m_login(std::move(login)) { }
+    QString loginName() const override { return m_login; }
     QString home() const override { return m_home; }
 
 private:
     QString m_home;
+    QString m_login;
 };
 
 /// Answers every panel with the one path.
@@ -84,6 +104,8 @@ public:
     QString databaseFolder() const { return supportFolder() + "/vendarodatabase.vendb"; }
     const QString& lastAlert() const { return m_alerts.lastTitle(); }
     ChosenPath& panels() { return m_panels; }
+    JournalAlerts& alerts() { return m_alerts; }
+    FakeClock& clock() { return m_clock; }
 
     /// Writes down what is told at this moment, for commands that need it in the journal.
     Journal& journal() { return m_journal; }

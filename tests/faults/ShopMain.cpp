@@ -9,7 +9,6 @@
 #include <QGuiApplication>
 
 #include <cstdio>
-#include <dlfcn.h>
 #include <iostream>
 #include <sstream>
 #include <string>
@@ -30,17 +29,6 @@ std::vector<std::string> parts(const std::string& line)
     return parts;
 }
 
-void beginFaults(const std::vector<std::string>& parts)
-{
-    setenv("VENDARO_FAULT_FOLDER", parts[1].c_str(), 1);
-    setenv("VENDARO_FAULT_COUNT", parts[4].c_str(), 1);
-    setenv("VENDARO_FAULT_AT", parts[5].c_str(), 1);
-    setenv("VENDARO_FAULT_KIND", parts[6].c_str(), 1);
-    setenv("VENDARO_FAULT_LAST", parts[7].c_str(), 1);
-    if (auto* begin = reinterpret_cast<void (*)()>(dlsym(RTLD_DEFAULT, "vendaroFaultsBegin")))
-        begin();
-}
-
 /// The names of all commands, into the journal.
 void listCommands(const std::string& path)
 {
@@ -59,10 +47,10 @@ void listCommands(const std::string& path)
     if (!command)
         _exit(2);
     {
-        Shop shop(QString::fromStdString(parts[1]), {QString::fromStdString(parts[2]), QString::fromStdString(parts[3])});
+        Shop shop(QString::fromStdString(parts[1]), {QString::fromStdString(parts[2]), QString::fromStdString(parts[3]), "ada"});
         setLogSink(
             [&shop](std::string_view line) { shop.journal().say("log", QString::fromUtf8(line.data(), static_cast<int>(line.size()))); });
-        beginFaults(parts);
+        beginFaults({parts[1], parts[4], parts[5], parts[6], parts[7]});
         command(shop);
     }
     _exit(0);
