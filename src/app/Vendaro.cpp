@@ -125,8 +125,8 @@ void Vendaro::quit()
 
 void Vendaro::afterLoading(RecordFile* file)
 {
-    // Orders name their contacts, so they are linked as soon as both are there.
-    if (file == &m_orderFile)
+    // Orders name their contacts, so they are linked as soon as both are there, and again when one of them came back.
+    if (file == &m_orderFile || file == &m_contactFile)
         m_orders.linkContacts();
     if (file == &m_itemFile)
         populateLists();

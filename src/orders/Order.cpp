@@ -117,6 +117,13 @@ void Order::setContact2(Contact* contact)
     set(&OrderValues::contact2Id, contact ? contact->getID() : 0);
 }
 
+void Order::forgetContacts()
+{
+    m_contact = nullptr;
+    m_contact2 = nullptr;
+    noteChange();
+}
+
 std::string Order::getContactname() const
 {
     return m_contact ? std::string(m_contact->getName()) : std::string();

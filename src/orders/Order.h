@@ -190,6 +190,8 @@ public:
     Contact* getContact2(Fallback fallback) const;
     int getContact2Id(Fallback fallback) const;
     void setContact2(Contact* contact);
+    /// Lets go of both contacts; their ids stay, and linkContacts() finds them again.
+    void forgetContacts();
     std::string getContactname() const;
 
     /// The order's date; what does not read is the date of 1/1/00.

@@ -192,6 +192,8 @@ void OrderFile::replaced(Order& order, const StoredRecord<Order>& stored)
     m_payments.deleteItems(payments);
     while (!order.getPaymentArray().empty())
         order.removePaymentAtIndex(0);
+    // Those it names now may be others.
+    order.forgetContacts();
     added(order, stored);
 }
 

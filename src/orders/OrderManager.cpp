@@ -325,11 +325,13 @@ void OrderManager::pickContact()
 
 void OrderManager::linkContacts()
 {
+    // A contact that was deleted and came back is another record of the same id.
+    const auto isThere = [this](const Contact* contact) { return contact && m_needs.contacts.holds(*contact); };
     for (dataObject* record : records()) {
         auto& order = static_cast<Order&>(*record);
-        if (!order.getContact())
+        if (!isThere(order.getContact()))
             connectContactById(order.getContactId(), order);
-        if (!order.getContact2(Order::Fallback::none))
+        if (!isThere(order.getContact2(Order::Fallback::none)))
             connectContact2ById(order.getContact2Id(Order::Fallback::none), order);
     }
 }

@@ -112,7 +112,7 @@ public:
     void setContact(Contact& contact);
     int countOrdersForContactID(int contactId) const;
     void pickContact();
-    /// Resolves every order's contacts after loading.
+    /// Resolves every order's contacts after loading, and after contacts or orders came back from an earlier state.
     void linkContacts();
 
     // Attachments

@@ -118,6 +118,35 @@ TEST_F(RestoringTest, aChangedOrderGetsThePaymentsItHad)
     EXPECT_EQ(app().getPaymentManager().getCount(), 1);
 }
 
+TEST_F(RestoringTest, anOrderThatComesBackIsItsContactsOfThatTimeAgain)
+{
+    beginWithHistory();
+    Order& stools = *orders().getnthItem(0);
+    Contact& bert = contact("Bert Rivers");
+    orders().connectContact(bert, stools);
+    orders().connectContact2(bert, stools);
+    app().session().writeDatabase(orders());
+
+    ASSERT_TRUE(lookAtNewest()->bringBackAll().ok());
+
+    ASSERT_NE(stools.getContact(), nullptr);
+    EXPECT_EQ(stools.getContact()->getName(), "Ada Hill");
+    EXPECT_EQ(stools.getContact2(Order::Fallback::none), nullptr);
+}
+
+TEST_F(RestoringTest, anOrderGoesByTheContactThatCameBack)
+{
+    beginWithHistory();
+    contacts().selectRow(0);
+    alerts.answer(0);
+    contacts().deleteKey();
+
+    ASSERT_TRUE(lookAtNewest()->bringBackAll().ok());
+    contacts().getnthItem(0)->setPhone("01234");
+
+    EXPECT_EQ(orders().getnthItem(0)->getFieldByName("contact:phone"), "01234");
+}
+
 TEST_F(RestoringTest, whatWasAddedSinceStays)
 {
     beginWithHistory();
