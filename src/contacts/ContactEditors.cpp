@@ -81,7 +81,7 @@ void CompanyEditor::create()
         return;
     m_created = std::make_unique<Contact>();
     m_created->makeCompany();
-    m_created->setID(m_contacts.getNextId());
+    m_created->setID(nextFreeId(m_contacts));
     m_created->setRef(m_contacts.newReference(m_created->getID()));
     m_currentItem = m_created.get();
     setItem(*m_currentItem);

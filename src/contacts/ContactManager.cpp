@@ -213,7 +213,7 @@ Contact& ContactManager::join(std::unique_ptr<Contact> created)
 {
     const int proposed = created->getID();
     if (presentItem(*this, proposed)) {
-        created->setID(getNextId());
+        created->setID(nextFreeId(*this));
         if (created->getRef() == newReference(proposed))
             created->setRef(newReference(created->getID()));
     }
@@ -223,7 +223,7 @@ Contact& ContactManager::join(std::unique_ptr<Contact> created)
 void ContactManager::begin()
 {
     m_created = std::make_unique<Contact>();
-    m_created->setID(getNextId());
+    m_created->setID(nextFreeId(*this));
     m_created->setRef(newReference(m_created->getID()));
     m_currentItem = m_created.get();
     setItem(*m_currentItem);

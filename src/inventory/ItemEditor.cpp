@@ -73,7 +73,7 @@ Item& ItemManager::join(std::unique_ptr<Item> created)
 {
     const int proposed = created->getID();
     if (presentItem(*this, proposed)) {
-        created->setID(getNextId());
+        created->setID(nextFreeId(*this));
         if (created->getCode() == newCode(proposed))
             created->setCode(newCode(created->getID()));
     }
@@ -84,7 +84,7 @@ void ItemManager::begin()
 {
     restoreType();
     m_created = std::make_unique<Item>(m_needs.rules);
-    m_created->setID(getNextId());
+    m_created->setID(nextFreeId(*this));
     m_created->setCode(newCode(m_created->getID()));
     m_created->setWarnlevel(m_needs.preferences.getStockWarn());
     m_currentItem = m_created.get();

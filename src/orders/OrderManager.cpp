@@ -56,11 +56,11 @@ void OrderManager::number(Order& order)
     order.setOrderNum(m_needs.preferences.getOrderPrefix() + std::to_string(order.getID()));
 }
 
-int OrderManager::idWithoutLines()
+int OrderManager::freeId()
 {
-    int id = getNextId();
+    int id = nextFreeId(*this);
     // Lines may lie under the id of an order that a crash took: they are not this one's. At the end of all ids the next stays the same.
-    for (int next = id; !m_needs.lines.recordsOfOrder(id).empty() && (next = getNextId()) != id;)
+    for (int next = id; !m_needs.lines.recordsOfOrder(id).empty() && (next = nextFreeId(*this)) != id;)
         id = next;
     return id;
 }
@@ -68,7 +68,7 @@ int OrderManager::idWithoutLines()
 Order& OrderManager::addNewOrder()
 {
     auto made = std::make_unique<Order>(m_needs.rules);
-    made->setID(idWithoutLines());
+    made->setID(freeId());
     Order& order = add(std::move(made));
     number(order);
     return order;

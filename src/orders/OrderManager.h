@@ -175,8 +175,8 @@ private:
     void markNewCustomer(Contact& contact, Order& order);
     void number(Order& order);
     Order& addNewOrder();
-    /// The next id that no line names as its order's.
-    int idWithoutLines();
+    /// The next id that no order in the list has and no line names as its order's.
+    int freeId();
     void hideByFilter();
 
     OrderManagerNeeds m_needs;

@@ -11,3 +11,13 @@ R* presentItem(const Collection<R>& collection, int id)
     R* const record = collection.getItemById(id);
     return record && collection.holds(*record) ? record : nullptr;
 }
+
+/// The next id that no record in the list has: one that undo brought back may have an id above the highest that is remembered.
+template <class R>
+int nextFreeId(Collection<R>& collection)
+{
+    int id = collection.getNextId();
+    while (presentItem(collection, id))
+        id = collection.getNextId();
+    return id;
+}

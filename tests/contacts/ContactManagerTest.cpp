@@ -481,6 +481,26 @@ TEST_F(ContactManagerTest, ADeletedCompanysPeopleStayUnderNobody)
     EXPECT_TRUE(contacts().holds(smiths));
 }
 
+TEST_F(ContactManagerTest, ContactsThatUndoBroughtBackKeepTheirIdsToThemselves)
+{
+    begin("<key>VendaroContactPrefix</key><string>K</string>");
+    contact("Ann");
+    contact("Bob");
+    contacts().setSelectedRecords({&contact("Cid"), &contact("Dot")});
+    alerts.answer("OK");
+    contacts().deleteKey();
+    contacts().undo();
+    ASSERT_EQ(contacts().getCount(), 4);
+
+    contacts().create();
+    form().name.edit("Eve");
+    form().save.trigger();
+
+    EXPECT_EQ(contacts().at(4).getName(), "Eve");
+    EXPECT_EQ(contacts().at(4).getID(), 5);
+    EXPECT_EQ(contacts().at(4).getRef(), "K5");
+}
+
 TEST_F(ContactManagerTest, TheRowBeforeTheFirstDeletedOneIsSelected)
 {
     begin();

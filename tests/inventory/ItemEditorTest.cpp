@@ -54,6 +54,25 @@ TEST_F(ItemEditorTest, ANewItemGetsAnotherIdAndCodeWhenItsOwnWentToAnother)
     EXPECT_EQ(items().getItemById(1), &plate);
 }
 
+TEST_F(ItemEditorTest, ItemsThatUndoBroughtBackKeepTheirIdsToThemselves)
+{
+    begin();
+    item("Mug");
+    items().setSelectedRecords({&item("Plate"), &item("Bowl")});
+    alerts.answer("OK");
+    items().deleteKey();
+    items().undo();
+    ASSERT_EQ(items().getCount(), 3);
+
+    items().create();
+    form().item.edit("Vase");
+    form().save.trigger();
+
+    EXPECT_EQ(items().at(3).getItem(), "Vase");
+    EXPECT_EQ(items().at(3).getID(), 4);
+    EXPECT_EQ(items().at(3).getCode(), "4");
+}
+
 TEST_F(ItemEditorTest, OpeningTheOpenItemAgainKeepsWhatWasTyped)
 {
     begin();
