@@ -24,6 +24,13 @@ std::string pathIn(const QString& folder, const RecordFile& file)
     return (folder + '/' + file.fileName()).toStdString();
 }
 
+/// The two that change together.
+bool isOrdersOrLines(const RecordFile& file)
+{
+    const std::string_view name = file.fileName();
+    return name == recordFiles::orders || name == recordFiles::lines;
+}
+
 /// A record file as it came from the disk, before its collection has it.
 struct ReadFile {
     std::string path;
@@ -176,7 +183,7 @@ LoadReport DatabaseFolder::readAgain(const AfterFile& afterFile)
         file.loaded();
         afterFile(file, read.exists);
     }
-    m_keepStateFirst = !report.damaged.isEmpty();
+    m_mustKeepState = !report.damaged.isEmpty();
     return report;
 }
 
@@ -359,15 +366,9 @@ void DatabaseFolder::perform(const Job& job)
     }
     if (!isWhereItWas(job.folder))
         std::for_each(job.pieces.begin(), job.pieces.end(), [this](const Piece& piece) { keepElsewhere(piece); });
-    if (job.folder == m_location)
-        keepState(job);
-    std::vector<Piece> pieces;
-    for (const Piece& piece : job.pieces) {
-        if (Result<void> kept = keepWhatIsThere(job.folder, *piece.file); !kept)
-            settled(piece, kept);
-        else
-            pieces.push_back(piece);
-    }
+    if (job.folder == m_location && (job.isEverything || m_mustKeepState))
+        keepState();
+    std::vector<Piece> pieces = piecesToWrite(job);
     const Result<void> written = writeGroup(job.folder, pieces);
     if (written || pieces.size() == 1) {
         for (const Piece& piece : pieces)
@@ -377,30 +378,46 @@ void DatabaseFolder::perform(const Job& job)
     writeAlone({job.folder, std::move(pieces)});
 }
 
-/// What refers to a file that did not read is written without it: then all files are kept as they were, whatever is written first.
-void DatabaseFolder::keepState(const Job& job)
+/// Once a day; and once more when a file did not read, since the others may lose what refers to it.
+void DatabaseFolder::keepState()
 {
-    if (!m_keepStateFirst && !job.isEverything)
-        return;
-    const Result<void> kept = keepingStamps([this] {
-        return m_keepStateFirst ? m_generations.keep(m_location, fileNames()) : m_generations.keepOncePerDay(m_location, fileNames());
-    });
+    const auto keep = [this] {
+        return m_mustKeepState ? m_generations.keep(m_location, fileNames()) : m_generations.keepOncePerDay(m_location, fileNames());
+    };
+    const Result<void> kept = keepingStamps(keep);
     if (kept)
-        m_keepStateFirst = false;
+        m_mustKeepState = false;
     else
         logLine(kept.error().message);
+}
+
+/// Those that nothing irreplaceable stands in the way of. Of orders and lines both wait when one has to.
+std::vector<DatabaseFolder::Piece> DatabaseFolder::piecesToWrite(const Job& job)
+{
+    std::vector<std::pair<Piece, Result<void>>> kept;
+    Result<void> keptOfPair;
+    for (const Piece& piece : job.pieces) {
+        kept.emplace_back(piece, keepWhatIsThere(job.folder, *piece.file));
+        if (isOrdersOrLines(*piece.file) && !kept.back().second)
+            keptOfPair = kept.back().second;
+    }
+    std::vector<Piece> pieces;
+    for (const auto& [piece, own] : kept) {
+        const Result<void>& result = isOrdersOrLines(*piece.file) ? keptOfPair : own;
+        if (result)
+            pieces.push_back(piece);
+        else
+            settled(piece, result);
+    }
+    return pieces;
 }
 
 /// After a failed group: orders and their lines stay together, every other file goes by itself.
 void DatabaseFolder::writeAlone(const Job& job)
 {
-    const auto belongTogether = [](const Piece& piece) {
-        const std::string_view name = piece.file->fileName();
-        return name == recordFiles::orders || name == recordFiles::lines;
-    };
     std::vector<Piece> together;
     for (const Piece& piece : job.pieces) {
-        if (belongTogether(piece))
+        if (isOrdersOrLines(*piece.file))
             together.push_back(piece);
         else
             settled(piece, writeGroup(job.folder, {&piece, 1}));

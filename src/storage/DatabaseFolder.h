@@ -109,7 +109,8 @@ private:
     void enqueue(Job job);
     void work();
     void perform(const Job& job);
-    void keepState(const Job& job);
+    std::vector<Piece> piecesToWrite(const Job& job);
+    void keepState();
     Result<void> writeGroup(const QString& folder, std::span<const Piece> pieces);
     void writeAlone(const Job& job);
     void settled(const Piece& piece, const Result<void>& result);
@@ -129,6 +130,8 @@ private:
     std::vector<RecordFile*> m_files;
     /// As the files of the loaded folder were when they were read or written last. For the worker while it has something to do.
     std::map<const RecordFile*, Stamp> m_stamps;
+    /// Something did not read: before the first write the files go into a generation as they are. For the worker, as above.
+    bool m_mustKeepState = false;
 
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
@@ -142,8 +145,6 @@ private:
     /// The newest copy of each file that was written while the folder was another one.
     std::map<const RecordFile*, QString> m_keptElsewhere;
     QStringList m_news;
-    /// Something of the loaded folder did not read, and nothing was written there since. As m_stamps.
-    bool m_keepStateFirst = false;
     bool m_folderGone = false;
     bool m_busy = false;
     bool m_stopping = false;

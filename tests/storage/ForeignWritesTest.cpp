@@ -41,6 +41,53 @@ TEST_F(ForeignWritesTest, aFileThatAppearedMeanwhileIsKeptToo)
     EXPECT_EQ(kept("mugs.xml").size(), 1);
 }
 
+TEST_F(ForeignWritesTest, linesWaitWithTheirOrdersWhenWhatSomebodyElseWroteCannotBeKept)
+{
+    put("orders.xml", document("ours"));
+    put("itemsordered.xml", document("ours"));
+    load();
+    put("orders.xml", document("theirs longer"));
+    orders.articles.addNamed("order");
+    lines.articles.addNamed("line");
+    mugs.articles.addNamed("mug");
+    // Nothing can be kept where a file stands in the store's place.
+    QFile inTheWay(recoveryFolder());
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+
+    folder.writeEverything();
+
+    EXPECT_EQ(contents("orders.xml"), document("theirs longer"));
+    EXPECT_EQ(contents("itemsordered.xml"), document("ours"));
+    EXPECT_TRUE(contents("mugs.xml").contains(">mug<"));
+    EXPECT_FALSE(folder.unsavedReason().isEmpty());
+
+    // Both go with the next write.
+    ASSERT_TRUE(inTheWay.remove());
+    folder.retry();
+    folder.drain();
+    EXPECT_TRUE(contents("orders.xml").contains(">order<"));
+    EXPECT_TRUE(contents("itemsordered.xml").contains(">line<"));
+    EXPECT_EQ(kept("orders.xml").size(), 1);
+}
+
+TEST_F(ForeignWritesTest, aFileThatDidNotReadMakesAStateOfTheOthersBeforeTheFirstWrite)
+{
+    put("mugs.xml", document("a"));
+    load();
+    folder.writeEverything(); // the state of today
+    ASSERT_EQ(states().size(), 1u);
+    put("mugs.xml", document("a b"));
+    put("orders.xml", "<plist");
+    load();
+
+    write({&mugFile});
+    write({&mugFile});
+
+    ASSERT_EQ(states().size(), 2u);
+    EXPECT_EQ(contents(states().front().folder + "/mugs.xml"), document("a b"));
+    EXPECT_EQ(contents(states().front().folder + "/orders.xml"), "<plist");
+}
+
 TEST_F(ForeignWritesTest, ourOwnWritesAreNobodyElses)
 {
     put("mugs.xml", document("a b"));
