@@ -14,6 +14,8 @@
 namespace {
 
 constexpr std::size_t bufferSize = 1 << 20;
+/// A hundred times what a large business fills; more than that would take the memory of everything else.
+constexpr std::size_t largestFile = std::size_t(1) << 30;
 constexpr char temporaryPrefix[] = ".vendaro-";
 constexpr char aclAttribute[] = "system.posix_acl_access";
 
@@ -243,6 +245,15 @@ Result<void> flushFolder(const std::string& folder)
     return result;
 }
 
+namespace {
+
+FileBytes tooLarge(const std::string& path)
+{
+    return {{}, ReadTrouble::unreadable, path + " is larger than 1 GB"};
+}
+
+} // namespace
+
 FileBytes readWholeFile(const std::string& path)
 {
     FileBytes file;
@@ -250,10 +261,19 @@ FileBytes readWholeFile(const std::string& path)
     if (::stat(path.c_str(), &status) == 0) {
         if (!S_ISREG(status.st_mode))
             return {{}, ReadTrouble::unreadable, path + " is not an ordinary file"};
+        if (static_cast<std::size_t>(status.st_size) > largestFile)
+            return tooLarge(path);
         file.bytes.reserve(static_cast<std::size_t>(status.st_size));
     }
-    if (readInChunks(path, [&](std::string_view bytes) { file.bytes += bytes; }))
-        return file;
+    bool fits = true;
+    const auto take = [&](std::string_view bytes) {
+        // It may grow while it is read.
+        fits = fits && file.bytes.size() + bytes.size() <= largestFile;
+        if (fits)
+            file.bytes += bytes;
+    };
+    if (readInChunks(path, take))
+        return fits ? file : tooLarge(path);
     const ReadTrouble trouble = errno == ENOENT || errno == ENOTDIR ? ReadTrouble::missing : ReadTrouble::unreadable;
     return {{}, trouble, reasonFor(path, "read")};
 }

@@ -188,6 +188,19 @@ TEST_F(SafeFileTest, aWholeFileIsRead)
     EXPECT_EQ(read.reason, "");
 }
 
+TEST_F(SafeFileTest, aFileThatWouldFillTheMemoryIsNotRead)
+{
+    const std::string path = in("file");
+    std::ofstream(path) << "start";
+    ASSERT_EQ(::truncate(path.c_str(), (1LL << 30) + 1), 0);
+
+    const FileBytes read = readWholeFile(path);
+
+    EXPECT_EQ(read.trouble, ReadTrouble::unreadable);
+    EXPECT_EQ(read.reason, path + " is larger than 1 GB");
+    EXPECT_TRUE(read.bytes.empty());
+}
+
 TEST_F(SafeFileTest, aMissingFileIsToldFromAnUnreadableOne)
 {
     fs::create_directory(in("folder"));
