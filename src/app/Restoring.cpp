@@ -6,7 +6,11 @@
 #include "foundation/SafeFile.h"
 #include "storage/DatabaseFolder.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
+#include <chrono>
+#include <map>
 
 Restoring::Restoring(RestoringNeeds needs)
     : TextRows(needs.sorting, needs.beeper, {{localText("Kind"), 110}, {localText("Record"), 300}, {localText("Since then"), 300}})
@@ -14,38 +18,120 @@ Restoring::Restoring(RestoringNeeds needs)
 {
 }
 
+Restoring::~Restoring()
+{
+    cancelLooking();
+}
+
 std::vector<Generation> Restoring::generations() const
 {
     return m_needs.folder.generations().of(m_needs.folder.location());
 }
 
-QStringList Restoring::look(const Generation& generation)
+// Reading
+
+void Restoring::startLooking(const Generation& generation)
 {
-    QStringList troubles;
+    cancelLooking();
     m_earlier.clear();
-    for (RecordFile* file : m_needs.folder.files()) {
-        const FileBytes bytes = readWholeFile((generation.folder + '/' + file->fileName()).toStdString());
-        if (bytes.trouble == ReadTrouble::missing)
-            continue;
-        Result<std::unique_ptr<ParsedFile>> parsed =
-            bytes.trouble == ReadTrouble::none ? file->parse(bytes.bytes) : Result<std::unique_ptr<ParsedFile>>(Error {bytes.reason});
-        if (parsed)
-            m_earlier.emplace_back(file, std::move(parsed).value());
-        else
-            troubles += fillText(localText("%@ of that time could not be read (%@)."),
-                {QString::fromLatin1(file->fileName()), QString::fromStdString(parsed.error().message)});
+    m_differences.clear();
+    m_newIds = {};
+    m_troubles.clear();
+    listDifferences();
+    std::erase_if(m_readers, [](const auto& reader) { return reader.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
+    m_reading = std::make_shared<Reading>();
+    m_readers.push_back(std::async(std::launch::async,
+        [this, reading = m_reading, folder = generation.folder, files = m_needs.folder.files()] { read(reading, folder, files); }));
+}
+
+void Restoring::cancelLooking()
+{
+    if (!m_reading)
+        return;
+    m_reading->isGivenUp = true;
+    m_reading.reset();
+    m_earlier.clear();
+    m_differences.clear();
+}
+
+/// On the reader's thread: nothing of the program is touched here but through what is sent home.
+void Restoring::read(const std::shared_ptr<Reading>& reading, const QString& folder, const std::vector<RecordFile*>& files)
+{
+    const auto sizeOf = [&](const RecordFile* file) { return QFileInfo(folder + '/' + file->fileName()).size() + 1; };
+    qint64 all = 0;
+    for (const RecordFile* file : files)
+        all += sizeOf(file);
+    qint64 done = 0;
+    for (RecordFile* file : files) {
+        if (reading->isGivenUp)
+            return;
+        const auto part = std::make_shared<ReadFile>(readFile(*file, folder));
+        done += sizeOf(file);
+        part->percent = static_cast<int>(done * 100 / all);
+        QMetaObject::invokeMethod(
+            &m_home,
+            [this, reading, part] {
+                if (reading == m_reading)
+                    takeOver(*part);
+            },
+            Qt::QueuedConnection);
     }
-    compare();
-    return troubles;
+    QMetaObject::invokeMethod(
+        &m_home,
+        [this, reading] {
+            if (reading == m_reading)
+                finishLooking();
+        },
+        Qt::QueuedConnection);
+}
+
+Restoring::ReadFile Restoring::readFile(RecordFile& file, const QString& folder)
+{
+    const FileBytes bytes = readWholeFile((folder + '/' + file.fileName()).toStdString());
+    if (bytes.trouble == ReadTrouble::missing)
+        return {&file, {}, {}};
+    Result<std::unique_ptr<ParsedFile>> parsed =
+        bytes.trouble == ReadTrouble::none ? file.parse(bytes.bytes) : Result<std::unique_ptr<ParsedFile>>(Error {bytes.reason});
+    if (parsed)
+        return {&file, std::move(parsed).value(), {}};
+    return {&file, {}, parsed.error().message};
+}
+
+void Restoring::takeOver(ReadFile& file)
+{
+    if (!file.reason.empty())
+        m_troubles += fillText(localText("%@ of that time could not be read (%@)."),
+            {QString::fromLatin1(file.file->fileName()), QString::fromStdString(file.reason)});
+    if (file.parsed) {
+        compareFile(*file.file, *file.parsed);
+        m_earlier.emplace_back(file.file, std::move(file.parsed));
+    }
+    if (onProgress)
+        onProgress(file.percent);
+}
+
+void Restoring::finishLooking()
+{
+    m_reading.reset();
+    listDifferences();
+    if (onLooked)
+        onLooked(m_troubles);
+}
+
+// Comparing
+
+void Restoring::compareFile(RecordFile& file, ParsedFile& parsed)
+{
+    for (RecordDifference& record : parsed.differences(m_newIds))
+        m_differences.push_back({&file, &parsed, std::move(record)});
 }
 
 void Restoring::compare()
 {
     m_differences.clear();
-    for (const auto& [file, parsed] : m_earlier) {
-        for (RecordDifference& record : parsed->differences())
-            m_differences.push_back({file, parsed.get(), std::move(record)});
-    }
+    m_newIds = {};
+    for (const auto& [file, parsed] : m_earlier)
+        compareFile(*file, *parsed);
     listDifferences();
 }
 
@@ -68,13 +154,17 @@ std::string Restoring::titleOf(const Difference& difference) const
 
 std::string Restoring::whatHappened(const RecordDifference& record)
 {
-    if (record.isGone)
+    if (record.sinceThen == SinceThen::gone)
         return localText("Deleted").toStdString();
+    if (record.sinceThen == SinceThen::replaced)
+        return fillText(localText("Deleted; its number is used by %@"), {QString::fromStdString(record.usedBy)}).toStdString();
     QStringList keys;
     for (const std::string& key : record.changedKeys)
         keys += QString::fromStdString(key);
     return fillText(localText("Changed: %@"), {keys.join(", ")}).toStdString();
 }
+
+// Bringing back
 
 Result<void> Restoring::bringBackSelected()
 {
@@ -90,9 +180,10 @@ Result<void> Restoring::bringBackAll()
     return bringBack(std::move(chosen));
 }
 
-/// What is written with a record's file and belongs to it goes along: an order's lines.
-void Restoring::addBelonging(std::set<std::size_t>& chosen) const
+/// What is written with a record's file and belongs to it goes along: an order's lines. Answers whether there were any.
+bool Restoring::addLines(std::set<std::size_t>& chosen) const
 {
+    const std::size_t before = chosen.size();
     std::set<std::pair<const RecordFile*, int>> owners;
     for (const std::size_t index : chosen) {
         const Difference& difference = m_differences[index];
@@ -106,11 +197,52 @@ void Restoring::addBelonging(std::set<std::size_t>& chosen) const
         if (difference.record.owner != 0 && owners.contains({difference.file, difference.record.owner}))
             chosen.insert(i);
     }
+    return chosen.size() != before;
+}
+
+/// What a record names by a number that another has by now goes along, since it would name the other; so does what it belongs to. Answers
+/// whether there was any.
+bool Restoring::addNamed(std::set<std::size_t>& chosen) const
+{
+    const std::size_t before = chosen.size();
+    std::map<std::pair<std::string, int>, std::size_t> lost;
+    for (std::size_t i = 0; i < m_differences.size(); ++i) {
+        const Difference& difference = m_differences[i];
+        if (difference.record.sinceThen != SinceThen::changed)
+            lost[{difference.file->fileName(), difference.record.id}] = i;
+    }
+    for (const std::size_t index : std::set<std::size_t>(chosen)) {
+        const Difference& difference = m_differences[index];
+        for (const RecordLink& link : difference.parsed->linksOf(difference.record.index)) {
+            const auto found = lost.find({link.fileName, link.id});
+            if (found == lost.end())
+                continue;
+            const bool isOwner = link.fileName == recordFiles::orders && link.id == difference.record.owner;
+            if (isOwner || m_differences[found->second].record.sinceThen == SinceThen::replaced)
+                chosen.insert(found->second);
+        }
+    }
+    return chosen.size() != before;
+}
+
+/// The list may be older than what was done since.
+std::set<std::size_t> Restoring::placesAfterComparing(const std::set<std::size_t>& chosen)
+{
+    std::set<std::pair<const RecordFile*, std::size_t>> records;
+    for (const std::size_t place : chosen)
+        records.emplace(m_differences[place].file, m_differences[place].record.index);
+    compare();
+    std::set<std::size_t> places;
+    for (std::size_t i = 0; i < m_differences.size(); ++i) {
+        if (records.contains({m_differences[i].file, m_differences[i].record.index}))
+            places.insert(i);
+    }
+    return places;
 }
 
 Result<void> Restoring::bringBack(std::set<std::size_t> chosen)
 {
-    if (chosen.empty() || !m_needs.session.readOnlyCheck())
+    if (chosen.empty() || isLooking() || !m_needs.session.readOnlyCheck())
         return {};
     if (m_needs.isEditing())
         return Error {localText("Close the editors that are open first.").toStdString()};
@@ -119,11 +251,13 @@ Result<void> Restoring::bringBack(std::set<std::size_t> chosen)
         return Error {reason.toStdString()};
     if (Result<void> kept = m_needs.folder.keepGeneration(); !kept)
         return kept;
-    addBelonging(chosen);
+    chosen = placesAfterComparing(chosen);
+    while (addLines(chosen) || addNamed(chosen)) { }
     std::vector<RecordFile*> touched;
+    // In the order of the files: an order is there before its lines come.
     for (const std::size_t index : chosen) {
         const Difference& difference = m_differences[index];
-        difference.parsed->bringBack(difference.record.index);
+        difference.parsed->bringBack(difference.record.index, m_newIds);
         for (RecordFile* file : m_needs.session.filesWrittenWith(*difference.file)) {
             if (std::find(touched.begin(), touched.end(), file) == touched.end())
                 touched.push_back(file);

@@ -7,9 +7,12 @@
 #include "storage/RecordFile.h"
 #include "storage/TextRows.h"
 
+#include <QObject>
 #include <QStringList>
 
+#include <atomic>
 #include <functional>
+#include <future>
 #include <memory>
 #include <set>
 #include <vector>
@@ -29,11 +32,20 @@ struct RestoringNeeds {
 class Restoring : public TextRows {
 public:
     explicit Restoring(RestoringNeeds needs);
+    ~Restoring() override;
 
     /// The states that can be looked at, the newest first.
     std::vector<Generation> generations() const;
-    /// Reads the state and lists how it differs. Answers one sentence for each file of it that could not be read.
-    QStringList look(const Generation& generation);
+    /// Begins to read the state, on a thread of its own. The list is empty until all of it was read; what was being read before is given
+    /// up.
+    void startLooking(const Generation& generation);
+    /// Gives up what is being read: the list stays empty.
+    void cancelLooking();
+    bool isLooking() const { return m_reading != nullptr; }
+    /// How much of the state was read and compared, in percent.
+    std::function<void(int percent)> onProgress;
+    /// The list shows how the state differs. One sentence for each file of it that could not be read.
+    std::function<void(const QStringList& troubles)> onLooked;
     /// Brings the selected records back, an order with its lines.
     Result<void> bringBackSelected();
     Result<void> bringBackAll();
@@ -45,16 +57,44 @@ private:
         RecordDifference record;
     };
 
+    /// A reading that goes on; its thread asks now and then whether anybody still waits for it.
+    struct Reading {
+        std::atomic<bool> isGivenUp = false;
+    };
+    /// A file of the state, read.
+    struct ReadFile {
+        RecordFile* file;
+        /// None when there is no such file, or when it could not be read for the reason given.
+        std::unique_ptr<ParsedFile> parsed;
+        std::string reason;
+        int percent = 0;
+    };
+
+    void read(const std::shared_ptr<Reading>& reading, const QString& folder, const std::vector<RecordFile*>& files);
+    static ReadFile readFile(RecordFile& file, const QString& folder);
+    void takeOver(ReadFile& file);
+    void finishLooking();
+    void compareFile(RecordFile& file, ParsedFile& parsed);
     void compare();
     void listDifferences();
     std::string titleOf(const Difference& difference) const;
     static std::string whatHappened(const RecordDifference& record);
-    void addBelonging(std::set<std::size_t>& chosen) const;
+    std::set<std::size_t> placesAfterComparing(const std::set<std::size_t>& chosen);
+    bool addLines(std::set<std::size_t>& chosen) const;
+    bool addNamed(std::set<std::size_t>& chosen) const;
     Result<void> bringBack(std::set<std::size_t> chosen);
 
     RestoringNeeds m_needs;
+    /// None while nothing is being read.
+    std::shared_ptr<Reading> m_reading;
+    QStringList m_troubles;
     /// In the order of the files.
     std::vector<std::pair<RecordFile*, std::unique_ptr<ParsedFile>>> m_earlier;
+    IdChanges m_newIds;
     /// One for each row.
     std::vector<Difference> m_differences;
+    /// Where what was read arrives.
+    QObject m_home;
+    /// Those given up among them; they end before anything else of this goes.
+    std::vector<std::future<void>> m_readers;
 };

@@ -126,7 +126,14 @@ protected:
     std::unique_ptr<Contact> make() const override { return std::make_unique<Contact>(); }
     void complete(StoredRecord<Contact>& stored) const override;
     std::span<const std::string_view> titleKeys() const override { return keys; }
+    std::span<const std::string_view> tellingKeys() const override { return telling; }
+    void visitLinks(StoredRecord<Contact>& stored, TextStore&, const UseLink& use) const override
+    {
+        use(recordFiles::contacts, stored.values.company);
+    }
 
 private:
     static constexpr std::array<std::string_view, 1> keys {"name"};
+    static constexpr std::array<std::string_view, 8> telling {
+        "name", "companyname", "email", "phone", "mobile", "add1", "postcode", "website"};
 };

@@ -428,6 +428,13 @@ void MaterialFile::complete(StoredRecord<Material>& stored) const
         stored.values.contact = m_lines.rules().orders.contactIdOfOrder(stored.values.order);
 }
 
+void MaterialFile::visitLinks(StoredRecord<Material>& stored, TextStore&, const UseLink& use) const
+{
+    use(recordFiles::orders, stored.values.order);
+    use(recordFiles::items, stored.values.product);
+    use(recordFiles::contacts, stored.values.contact);
+}
+
 void MaterialFile::added(Material& line, const StoredRecord<Material>&)
 {
     const bool purchase = m_lines.rules().orders.orderType(line.getOrder()) == "Purchase Order";

@@ -89,6 +89,11 @@ int Constituent::id() const
     return numbers::leadingInt(text("id"));
 }
 
+void Constituent::setId(int id)
+{
+    m_entry.set("id", PlistValue::makeInteger(id));
+}
+
 float Constituent::qty() const
 {
     return numbers::leadingFloat(text("qty"));

@@ -83,6 +83,7 @@ public:
     Constituent(int id, std::string_view code, std::string_view item);
 
     int id() const;
+    void setId(int id);
     float qty() const;
     /// A whole number is kept as one; it counts as whole when it differs from its integer part by no more than 0.0001.
     void setQty(float qty);

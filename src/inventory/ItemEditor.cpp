@@ -7,6 +7,7 @@
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
 #include "desktop/ValueCheck.h"
+#include "foundation/Numbers.h"
 #include "foundation/plist/PlistWriter.h"
 #include "storage/PresentItem.h"
 #include "storage/Settings.h"
@@ -296,6 +297,22 @@ constexpr std::array itemNestedKeys {
 };
 
 } // namespace
+
+void ItemFile::visitLinks(StoredRecord<Item>& stored, TextStore& store, const UseLink& use) const
+{
+    for (Constituent& part : stored.nested) {
+        int id = part.id();
+        use(recordFiles::items, id);
+        if (id != part.id())
+            part.setId(id);
+    }
+    // The supplier stands as a text.
+    const int supplier = numbers::leadingInt(stored.values.supplier);
+    int id = supplier;
+    use(recordFiles::contacts, id);
+    if (id != supplier)
+        stored.values.supplier = store.add(std::to_string(id));
+}
 
 std::span<const NestedKey<Item>> ItemFile::nestedKeys() const
 {

@@ -122,7 +122,7 @@ private:
 /// "items.xml".
 class ItemFile : public CollectionFile<Item> {
 public:
-    explicit ItemFile(ItemManager& items) : CollectionFile(items, "items.xml", "products", "items"), m_rules(items.rules()) { }
+    explicit ItemFile(ItemManager& items) : CollectionFile(items, recordFiles::items, "products", "items"), m_rules(items.rules()) { }
 
     const char* recordName() const override { return "Item"; }
 
@@ -132,8 +132,12 @@ protected:
     void added(Item& item, const StoredRecord<Item>& stored) override { item.setConstituents(stored.nested); }
     Item::Nested nestedOf(const Item& item) const override { return item.getConstituents(); }
     std::span<const std::string_view> titleKeys() const override { return keys; }
+    std::span<const std::string_view> tellingKeys() const override { return telling; }
+    void visitLinks(StoredRecord<Item>& stored, TextStore& store, const UseLink& use) const override;
 
 private:
     static constexpr std::array<std::string_view, 2> keys {"code", "item"};
+    // Not the code: it is made from the id as long as nobody writes another.
+    static constexpr std::array<std::string_view, 6> telling {"item", "description", "part", "ean", "link", "imagelink"};
     const ItemRules& m_rules;
 };

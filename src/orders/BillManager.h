@@ -23,15 +23,17 @@ private:
 /// "bills.xml".
 class BillFile : public CollectionFile<Bill> {
 public:
-    explicit BillFile(BillManager& bills) : CollectionFile(bills, "bills.xml", "bills", "bills"), m_settings(bills.settings()) { }
+    explicit BillFile(BillManager& bills) : CollectionFile(bills, recordFiles::bills, "bills", "bills"), m_settings(bills.settings()) { }
 
     const char* recordName() const override { return "Bill"; }
 
 protected:
     std::unique_ptr<Bill> make() const override { return std::make_unique<Bill>(m_settings); }
     std::span<const std::string_view> titleKeys() const override { return keys; }
+    std::span<const std::string_view> tellingKeys() const override { return telling; }
 
 private:
+    static constexpr std::array<std::string_view, 5> telling {"number", "name", "details", "datepaid", "amount"};
     static constexpr std::array<std::string_view, 2> keys {"number", "name"};
     const SettingsStore& m_settings;
 };

@@ -177,6 +177,13 @@ void OrderFile::complete(StoredRecord<Order>& stored) const
         stored.nested.payments.push_back({{values.balance, values.balancePaid, values.paymentMethod}, {}});
 }
 
+void OrderFile::visitLinks(StoredRecord<Order>& stored, TextStore&, const UseLink& use) const
+{
+    use(recordFiles::contacts, stored.values.contactId);
+    use(recordFiles::contacts, stored.values.contact2Id);
+    use(recordFiles::bills, stored.values.billId);
+}
+
 void OrderFile::added(Order& order, const StoredRecord<Order>& stored)
 {
     for (const StoredPayment& payment : stored.nested.payments)

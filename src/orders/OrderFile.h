@@ -21,8 +21,12 @@ protected:
     void replaced(Order& order, const StoredRecord<Order>& stored) override;
     Order::Nested nestedOf(const Order& order) const override;
     std::span<const std::string_view> titleKeys() const override { return keys; }
+    std::span<const std::string_view> tellingKeys() const override { return telling; }
+    void visitLinks(StoredRecord<Order>& stored, TextStore&, const UseLink& use) const override;
 
 private:
+    // Not the number: it is made from the id, and comes with it.
+    static constexpr std::array<std::string_view, 5> telling {"title", "date", "contact", "description", "transactionref"};
     static constexpr std::array<std::string_view, 2> keys {"ordernum", "title"};
 
     PaymentManager& m_payments;

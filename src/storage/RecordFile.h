@@ -9,6 +9,7 @@
 #include "foundation/Text.h"
 
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <span>
 #include <string>
@@ -24,8 +25,18 @@ class PlistWriter;
 namespace recordFiles {
 inline constexpr char contacts[] = "contacts.xml";
 inline constexpr char orders[] = "orders.xml";
+inline constexpr char items[] = "items.xml";
 inline constexpr char lines[] = "itemsordered.xml";
+inline constexpr char bills[] = "bills.xml";
+inline constexpr char tasks[] = "actions.xml";
 } // namespace recordFiles
+
+/// What became of a record of an earlier state.
+enum class SinceThen {
+    changed,
+    gone /* not in the collection any more */,
+    replaced /* gone, and another record has its id */
+};
 
 /// How a record of an earlier state differs from what its collection holds now.
 struct RecordDifference {
@@ -36,10 +47,34 @@ struct RecordDifference {
     /// The record it belongs to (a line's order); 0 for none.
     int owner = 0;
     int id = 0;
-    /// Not in the collection any more.
-    bool isGone = false;
+    SinceThen sinceThen = SinceThen::changed;
     /// Of one that is still there: the file's keys whose values are different.
     std::vector<std::string> changedKeys;
+    /// What the record is known by that has its id now.
+    std::string usedBy;
+};
+
+/// The ids that records of an earlier state get on their way back, since others have theirs by now.
+class IdChanges {
+public:
+    void set(std::string_view fileName, int earlier, int now) { m_changes[{std::string(fileName), earlier}] = now; }
+    /// The same id when it stays.
+    int now(std::string_view fileName, int earlier) const
+    {
+        if (m_changes.empty())
+            return earlier;
+        const auto found = m_changes.find({std::string(fileName), earlier});
+        return found == m_changes.end() ? earlier : found->second;
+    }
+
+private:
+    std::map<std::pair<std::string, int>, int> m_changes;
+};
+
+/// Another record that a record names.
+struct RecordLink {
+    std::string fileName;
+    int id = 0;
 };
 
 /// What a file's bytes came to; waits to be taken over.
@@ -48,10 +83,13 @@ public:
     virtual ~ParsedFile() = default;
     /// Gives the records to their collection, in file order.
     virtual void adopt() = 0;
-    /// What the collection lacks or holds otherwise, in file order. What is only in the collection is no difference.
-    virtual std::vector<RecordDifference> differences() const = 0;
-    /// Gives that one record back: into the one that is there, else as a record of its own with the id it had.
-    virtual void bringBack(std::size_t index) = 0;
+    /// What the collection lacks or holds otherwise, in file order. What is only in the collection is no difference. changes has the ids of
+    /// the files before this one in their order; those of this one are added.
+    virtual std::vector<RecordDifference> differences(IdChanges& changes) const = 0;
+    /// The records that one names, by the ids they had.
+    virtual std::vector<RecordLink> linksOf(std::size_t index) const = 0;
+    /// Gives that one record back: into the one that is there, else as a record of its own with the id it had, or the one in changes.
+    virtual void bringBack(std::size_t index, const IdChanges& changes) = 0;
 };
 
 /// The state of a collection at one moment, ready to be written.

@@ -12,10 +12,14 @@
 #include "foundation/plist/PlistValue.h"
 #include "foundation/plist/PlistWriter.h"
 #include "storage/FieldTable.h"
+#include "storage/RecordComparison.h"
 #include "storage/RecordFile.h"
 
 #include <algorithm>
+#include <functional>
+#include <optional>
 #include <unordered_map>
+#include <unordered_set>
 
 /// The key every record has beside its fields.
 inline constexpr std::string_view idKey = "id";
@@ -54,6 +58,13 @@ protected:
     virtual void complete(StoredRecord<R>&) const { }
     /// What a person knows the record by: the texts of these keys.
     virtual std::span<const std::string_view> titleKeys() const { return {}; }
+    /// Values that a record keeps for life.
+    virtual std::span<const std::string_view> fixedKeys() const { return {}; }
+    /// Values that are seldom the same in two records and seldom all changed in one.
+    virtual std::span<const std::string_view> tellingKeys() const { return {}; }
+    using UseLink = std::function<void(std::string_view fileName, int& id)>;
+    /// Hands over the id of each record that this one names, to be read or changed.
+    virtual void visitLinks(StoredRecord<R>&, TextStore&, const UseLink&) const { }
     /// The record that it belongs to; 0 for none.
     virtual int ownerOf(const StoredRecord<R>&) const { return 0; }
     /// Gives a record of an earlier state back to the collection.
@@ -76,13 +87,15 @@ private:
                 file.adopt(std::move(record), store);
             }
         }
-        std::vector<RecordDifference> differences() const override { return file.differencesOf(*this); }
-        void bringBack(std::size_t index) override
+        std::vector<RecordDifference> differences(IdChanges& changes) const override { return file.differencesOf(*this, changes); }
+        std::vector<RecordLink> linksOf(std::size_t index) const override
         {
+            std::vector<RecordLink> links;
             StoredRecord<R> record = records.at(index);
-            file.complete(record);
-            file.bringBack(std::move(record), store);
+            file.visitLinks(record, *store, [&](std::string_view name, int& id) { links.push_back({std::string(name), id}); });
+            return links;
         }
+        void bringBack(std::size_t index, const IdChanges& changes) override { file.bringBack(file.asOfNow(*this, index, changes), store); }
         RecordFileOf& file;
         TextStorePointer store = std::make_shared<TextStore>();
         std::vector<StoredRecord<R>> records;
@@ -416,80 +429,80 @@ private:
 
     // Comparing
 
-    std::vector<RecordDifference> differencesOf(const Parsed& earlier) const
+    using PresentById = std::unordered_map<int, const StoredRecord<R>*>;
+
+    RecordComparison<R> comparison() const { return RecordComparison<R>({nestedKeys(), titleKeys(), fixedKeys(), tellingKeys()}); }
+
+    /// The record as it would stand in the collection now.
+    StoredRecord<R> asOfNow(const Parsed& earlier, std::size_t index, const IdChanges& changes) const
     {
-        std::vector<StoredRecord<R>> present;
-        collect(present);
-        std::unordered_map<int, const StoredRecord<R>*> presentById;
-        for (const StoredRecord<R>& record : present)
-            presentById[record.id] = &record;
-        const std::vector<WrittenKey> keys = writtenKeys();
+        StoredRecord<R> record = earlier.records.at(index);
+        record.id = changes.now(fileName(), record.id);
+        visitLinks(record, *earlier.store, [&](std::string_view file, int& id) { id = changes.now(file, id); });
+        complete(record);
+        return record;
+    }
+
+    /// A record whose id another one has by now gets the id of the one it came back as, else one that nobody has.
+    void findNewIds(const Parsed& earlier, const PresentById& present, IdChanges& changes) const
+    {
+        const RecordComparison<R> comparison = this->comparison();
+        std::unordered_multimap<std::string, const StoredRecord<R>*> added;
+        std::optional<UnusedIds> unused;
+        const auto look = [&] {
+            std::unordered_set<int> used;
+            for (const StoredRecord<R>& record : earlier.records)
+                used.insert(record.id);
+            for (const auto& [id, record] : present) {
+                if (used.insert(id).second)
+                    added.emplace(comparison.titleOf(*record), record);
+            }
+            unused.emplace(std::move(used));
+        };
+        for (std::size_t index = 0; index < earlier.records.size(); ++index) {
+            const int id = earlier.records[index].id;
+            const auto now = present.find(id);
+            if (now == present.end())
+                continue;
+            const StoredRecord<R> record = asOfNow(earlier, index, changes);
+            if (!comparison.areTwo(record, *now->second))
+                continue;
+            if (!unused)
+                look();
+            const auto [first, last] = added.equal_range(comparison.titleOf(record));
+            const auto back =
+                std::find_if(first, last, [&](const auto& entry) { return comparison.changedKeys(record, *entry.second).empty(); });
+            changes.set(fileName(), id, back == last ? unused->next() : back->second->id);
+            if (back != last)
+                added.erase(back);
+        }
+    }
+
+    std::vector<RecordDifference> differencesOf(const Parsed& earlier, IdChanges& changes) const
+    {
+        std::vector<StoredRecord<R>> records;
+        collect(records);
+        PresentById present;
+        for (const StoredRecord<R>& record : records)
+            present[record.id] = &record;
+        findNewIds(earlier, present, changes);
+        const RecordComparison<R> comparison = this->comparison();
         std::vector<RecordDifference> differences;
         for (std::size_t index = 0; index < earlier.records.size(); ++index) {
-            StoredRecord<R> record = earlier.records[index];
-            complete(record);
-            const auto now = presentById.find(record.id);
-            const bool isGone = now == presentById.end();
-            std::vector<std::string> changed = isGone ? std::vector<std::string>() : changedKeys(record, *now->second, keys);
-            if (isGone || !changed.empty())
-                differences.push_back({index, titleOf(record), ownerOf(record), record.id, isGone, std::move(changed)});
+            const StoredRecord<R>& then = earlier.records[index];
+            const StoredRecord<R> record = asOfNow(earlier, index, changes);
+            RecordDifference found {index, comparison.titleOf(then), ownerOf(then), then.id, SinceThen::gone, {}, {}};
+            if (const auto now = present.find(record.id); now != present.end()) {
+                found.sinceThen = SinceThen::changed;
+                found.changedKeys = comparison.changedKeys(record, *now->second);
+            } else if (record.id != then.id) {
+                found.sinceThen = SinceThen::replaced;
+                found.usedBy = comparison.titleOf(*present.at(then.id));
+            }
+            if (found.sinceThen != SinceThen::changed || !found.changedKeys.empty())
+                differences.push_back(std::move(found));
         }
         return differences;
-    }
-
-    static std::vector<std::string> changedKeys(
-        const StoredRecord<R>& earlier, const StoredRecord<R>& present, const std::vector<WrittenKey>& keys)
-    {
-        std::vector<std::string> changed;
-        for (const WrittenKey& key : keys) {
-            if (isDifferent(key, earlier, present))
-                changed.emplace_back(key.key);
-        }
-        const PlistValue none = PlistValue::makeDict();
-        if (!((earlier.unknownKeys ? *earlier.unknownKeys : none) == (present.unknownKeys ? *present.unknownKeys : none)))
-            changed.emplace_back("further keys");
-        return changed;
-    }
-
-    static bool isDifferent(const WrittenKey& key, const StoredRecord<R>& earlier, const StoredRecord<R>& present)
-    {
-        if (key.nested)
-            return nestedText(*key.nested, earlier) != nestedText(*key.nested, present);
-        // What is not read back from where it is written says nothing.
-        if (!key.row || key.row->key != key.row->readKey)
-            return false;
-        if (key.row->text)
-            return earlier.values.*key.row->text != (present.values.*key.row->text).view();
-        if (key.row->integer)
-            return earlier.values.*key.row->integer != present.values.*key.row->integer;
-        return earlier.values.*key.row->flag != present.values.*key.row->flag;
-    }
-
-    static std::string nestedText(const NestedKey<R>& nested, const StoredRecord<R>& record)
-    {
-        std::string text;
-        PlistWriter writer([&](std::string_view bytes) { text += bytes; });
-        writer.openDict();
-        writer.key(nested.key);
-        if (nested.filled(record))
-            nested.write(record, writer);
-        else
-            writer.text({});
-        writer.closeDict();
-        writer.finish();
-        return text;
-    }
-
-    std::string titleOf(const StoredRecord<R>& record) const
-    {
-        std::string title;
-        for (const std::string_view key : titleKeys()) {
-            const Row* row = rowForKey(key);
-            const std::string_view text = row && row->text ? (record.values.*row->text).view() : std::string_view();
-            if (!text.empty())
-                title.append(title.empty() ? "" : " ").append(text);
-        }
-        return title.empty() ? std::to_string(record.id) : title;
     }
 
     static void writeRecord(const StoredRecord<R>& record, const std::vector<WrittenKey>& keys, PlistWriter& writer)

@@ -33,6 +33,18 @@ constexpr std::array goalNestedKeys {
 
 } // namespace
 
+void ActionFile::visitLinks(StoredRecord<Action>& stored, TextStore&, const UseLink& use) const
+{
+    use(recordFiles::orders, stored.values.order);
+    use(recordFiles::lines, stored.values.material);
+}
+
+void GoalFile::visitLinks(StoredRecord<Goal>& stored, TextStore&, const UseLink& use) const
+{
+    for (int& task : stored.nested.actions)
+        use(recordFiles::tasks, task);
+}
+
 std::span<const NestedKey<Goal>> GoalFile::nestedKeys() const
 {
     return goalNestedKeys;

@@ -18,16 +18,19 @@ public:
 
 class ActionFile : public CollectionFile<Action> {
 public:
-    explicit ActionFile(ActionManager& tasks) : CollectionFile(tasks, "actions.xml", "actions", "actions") { }
+    explicit ActionFile(ActionManager& tasks) : CollectionFile(tasks, recordFiles::tasks, "actions", "actions") { }
 
     const char* recordName() const override { return "Task"; }
 
 protected:
     std::unique_ptr<Action> make() const override { return std::make_unique<Action>(); }
     std::span<const std::string_view> titleKeys() const override { return keys; }
+    std::span<const std::string_view> tellingKeys() const override { return telling; }
+    void visitLinks(StoredRecord<Action>& stored, TextStore&, const UseLink& use) const override;
 
 private:
     static constexpr std::array<std::string_view, 1> keys {"title"};
+    static constexpr std::array<std::string_view, 4> telling {"title", "details", "startdate", "order"};
 };
 
 class GoalFile : public CollectionFile<Goal> {
@@ -51,9 +54,12 @@ protected:
     void replaced(Goal& goal, const StoredRecord<Goal>& stored) override;
     Goal::Nested nestedOf(const Goal& goal) const override { return {goal.getActionsAsID()}; }
     std::span<const std::string_view> titleKeys() const override { return keys; }
+    std::span<const std::string_view> tellingKeys() const override { return telling; }
+    void visitLinks(StoredRecord<Goal>& stored, TextStore&, const UseLink& use) const override;
 
 private:
     static constexpr std::array<std::string_view, 1> keys {"name"};
+    static constexpr std::array<std::string_view, 2> telling {"name", "details"};
     /// Undoing a deletion in the outline can put a task among the goals: it stays in its own file.
     void collect(std::vector<StoredRecord<Goal>>& records) const override;
 

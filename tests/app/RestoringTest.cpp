@@ -3,6 +3,8 @@
 
 #include "support/Business.h"
 
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 
@@ -35,9 +37,32 @@ protected:
         auto restoring = app().makeRestoring();
         const std::vector<Generation> states = restoring->generations();
         EXPECT_FALSE(states.empty());
-        const QStringList troubles = states.empty() ? QStringList() : restoring->look(states.front());
+        const QStringList troubles = states.empty() ? QStringList() : look(*restoring, states.front());
         EXPECT_TRUE(troubles.isEmpty()) << troubles.join('\n').toStdString();
         return restoring;
+    }
+    std::unique_ptr<Restoring> lookAtOldest()
+    {
+        auto restoring = app().makeRestoring();
+        look(*restoring, restoring->generations().back());
+        return restoring;
+    }
+    /// Waits until the state was read; answers what was told.
+    static QStringList look(Restoring& restoring, const Generation& state)
+    {
+        QStringList told;
+        restoring.onLooked = [&](const QStringList& troubles) { told = troubles; };
+        restoring.startLooking(state);
+        waitFor(restoring);
+        restoring.onLooked = {};
+        return told;
+    }
+    static void waitFor(const Restoring& restoring)
+    {
+        const QDeadlineTimer longEnough(60'000);
+        while (restoring.isLooking() && !longEnough.hasExpired())
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        ASSERT_FALSE(restoring.isLooking());
     }
     static std::vector<std::string> rowsOf(const Restoring& restoring)
     {
@@ -172,7 +197,7 @@ TEST_F(RestoringTest, howThingsStoodBeforeIsKeptFirst)
 
     const std::vector<Generation> states = restoring->generations();
     ASSERT_EQ(states.size(), before + 1);
-    restoring->look(states.front());
+    look(*restoring, states.front());
     EXPECT_EQ(rowsOf(*restoring), std::vector<std::string> {"Contact | Ada Vale | Changed: name"});
 }
 
@@ -231,7 +256,7 @@ TEST_F(RestoringTest, aFileOfThatTimeThatDoesNotReadIsTold)
     damaged.write("not a list");
     damaged.close();
 
-    const QStringList troubles = restoring->look(newest);
+    const QStringList troubles = look(*restoring, newest);
 
     ASSERT_EQ(troubles.size(), 1);
     EXPECT_TRUE(troubles[0].startsWith("orders.xml of that time could not be read (")) << troubles[0].toStdString();
@@ -262,4 +287,231 @@ TEST_F(RestoringTest, goalsGetTheTasksTheyHad)
     ASSERT_TRUE(restoring->bringBackAll().ok());
 
     EXPECT_EQ(now.getActionsAsID(), (std::vector<int> {1, 2}));
+}
+
+// Reading
+
+TEST_F(RestoringTest, whileAStateIsReadTheListIsEmptyAndNothingComesBack)
+{
+    beginWithHistory();
+    contacts().getnthItem(0)->setName("Ada Vale");
+    const auto restoring = lookAtNewest();
+    ASSERT_EQ(restoring->numberOfRows(), 1);
+    std::vector<int> progress;
+    restoring->onProgress = [&](int percent) { progress.push_back(percent); };
+
+    restoring->startLooking(restoring->generations().front());
+
+    EXPECT_TRUE(restoring->isLooking());
+    EXPECT_EQ(restoring->numberOfRows(), 0);
+    EXPECT_TRUE(restoring->bringBackAll().ok());
+    EXPECT_EQ(contacts().getnthItem(0)->getName(), "Ada Vale");
+    waitFor(*restoring);
+    EXPECT_EQ(restoring->numberOfRows(), 1);
+    ASSERT_EQ(progress.size(), 7U) << "one for each file";
+    EXPECT_TRUE(std::is_sorted(progress.begin(), progress.end()));
+    EXPECT_GT(progress.front(), 0);
+    EXPECT_EQ(progress.back(), 100);
+}
+
+TEST_F(RestoringTest, whatIsGivenUpLeavesNothingBehind)
+{
+    beginWithHistory();
+    contacts().getnthItem(0)->setName("Ada Vale");
+    const auto restoring = app().makeRestoring();
+    const Generation newest = restoring->generations().front();
+    restoring->onLooked = [](const QStringList&) { ADD_FAILURE() << "nobody waits any more"; };
+    const QByteArray before = readFile("contacts.xml");
+
+    restoring->startLooking(newest);
+    restoring->cancelLooking();
+    for (int i = 0; i < 20; ++i)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+
+    EXPECT_FALSE(restoring->isLooking());
+    EXPECT_EQ(restoring->numberOfRows(), 0);
+    EXPECT_TRUE(restoring->bringBackAll().ok());
+    EXPECT_EQ(contacts().getnthItem(0)->getName(), "Ada Vale");
+    EXPECT_EQ(readFile("contacts.xml"), before);
+    EXPECT_EQ(restoring->generations().size(), 1U) << "nothing was kept for it either";
+    look(*restoring, newest);
+    EXPECT_EQ(restoring->numberOfRows(), 1);
+}
+
+TEST_F(RestoringTest, whatIsGivenUpInTheMiddleLeavesNothingBehindEither)
+{
+    beginWithHistory();
+    contacts().getnthItem(0)->setName("Ada Vale");
+    const auto restoring = app().makeRestoring();
+    restoring->onLooked = [](const QStringList&) { ADD_FAILURE() << "nobody waits any more"; };
+    restoring->onProgress = [&](int) { restoring->cancelLooking(); };
+
+    restoring->startLooking(restoring->generations().front());
+    waitFor(*restoring);
+    for (int i = 0; i < 20; ++i)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+
+    EXPECT_EQ(restoring->numberOfRows(), 0);
+    EXPECT_TRUE(restoring->bringBackAll().ok());
+    EXPECT_EQ(contacts().getnthItem(0)->getName(), "Ada Vale");
+}
+
+TEST_F(RestoringTest, ofTwoStatesOnlyTheOneAskedForLastIsListed)
+{
+    beginWithHistory();
+    contacts().getnthItem(0)->setName("Ada Vale");
+    restart();
+    tomorrow();
+    restart();
+    const auto restoring = app().makeRestoring();
+    const std::vector<Generation> states = restoring->generations();
+    ASSERT_EQ(states.size(), 2U);
+    int looked = 0;
+    restoring->onLooked = [&](const QStringList&) { ++looked; };
+
+    restoring->startLooking(states[0]);
+    restoring->startLooking(states[1]);
+    waitFor(*restoring);
+
+    EXPECT_EQ(looked, 1);
+    EXPECT_EQ(rowsOf(*restoring), std::vector<std::string> {"Contact | Ada Hill | Changed: name"});
+}
+
+TEST_F(RestoringTest, theListMayGoWhileItReads)
+{
+    beginWithHistory();
+    auto restoring = app().makeRestoring();
+    restoring->startLooking(restoring->generations().front());
+
+    restoring.reset();
+
+    QCoreApplication::processEvents();
+    EXPECT_EQ(contacts().getCount(), 1);
+}
+
+// Numbers that others have by now
+
+TEST_F(RestoringTest, anOrderWhoseNumberAnotherHasComesBackBesideItWithItsLinesAndPayments)
+{
+    beginWithHistory();
+    deleteTheOrder();
+    tomorrow();
+    Order& table = order("A table");
+    ASSERT_EQ(table.getID(), 1);
+    Material& plank = line(table, "70.00");
+    plank.setItem("Plank");
+    ASSERT_EQ(plank.getID(), 1);
+    const auto restoring = lookAtNewest();
+    ASSERT_EQ(rowsOf(*restoring),
+        (std::vector<std::string> {"Order | S1 Three stools | Deleted; its number is used by 1 A table",
+            "Line | Stool, of order 1 | Deleted; its number is used by Plank", "Line | Cushion, of order 1 | Deleted"}));
+
+    restoring->selectRow(0);
+    ASSERT_TRUE(restoring->bringBackSelected().ok());
+
+    EXPECT_EQ(orders().getCount(), 2);
+    EXPECT_EQ(presentItem(orders(), 1), &table);
+    EXPECT_EQ(table.getTitle(), "A table");
+    EXPECT_EQ(lines().linesOfOrder(1), std::vector<Material*> {&plank});
+    EXPECT_EQ(plank.getItem(), "Plank");
+    Order* const back = presentItem(orders(), 2);
+    ASSERT_NE(back, nullptr);
+    EXPECT_EQ(back->getTitle(), "Three stools");
+    EXPECT_EQ(back->getTotalPayments(), 4.0F);
+    const std::vector<Material*> itsLines = lines().linesOfOrder(2);
+    ASSERT_EQ(itsLines.size(), 2U);
+    EXPECT_EQ(itsLines[0]->getItem(), "Stool");
+    EXPECT_EQ(itsLines[0]->getID(), 3);
+    EXPECT_EQ(itsLines[1]->getItem(), "Cushion");
+    EXPECT_EQ(itsLines[1]->getID(), 2);
+    EXPECT_TRUE(readFile("orders.xml").contains("Three stools"));
+    EXPECT_TRUE(readFile("itemsordered.xml").contains("Cushion"));
+    EXPECT_EQ(restoring->numberOfRows(), 0);
+    EXPECT_EQ(lookAtOldest()->numberOfRows(), 0) << "it is known as being back";
+}
+
+TEST_F(RestoringTest, aContactWhoseNumberAnotherHasComesBackAndItsOrderIsItsAgain)
+{
+    beginWithHistory();
+    contacts().getnthItem(0)->setEmail("ada@example.org");
+    restart();
+    tomorrow();
+    restart();
+    contacts().deleteItem(*contacts().getnthItem(0));
+    Contact& bert = contact("Bert Rivers");
+    bert.setEmail("bert@example.org");
+    ASSERT_EQ(bert.getID(), 1);
+    const auto restoring = lookAtNewest();
+    ASSERT_EQ(rowsOf(*restoring).front(), "Contact | Ada Hill | Deleted; its number is used by Bert Rivers");
+
+    restoring->selectRow(1);
+    ASSERT_EQ(restoring->objectValue("field1", 1), "Order");
+    ASSERT_TRUE(restoring->bringBackSelected().ok());
+
+    EXPECT_EQ(bert.getName(), "Bert Rivers");
+    ASSERT_NE(presentItem(contacts(), 2), nullptr) << "whom the order names comes along";
+    EXPECT_EQ(presentItem(contacts(), 2)->getName(), "Ada Hill");
+    EXPECT_EQ(orders().getnthItem(0)->getContactId(), 2);
+    ASSERT_NE(orders().getnthItem(0)->getContact(), nullptr);
+    EXPECT_EQ(orders().getnthItem(0)->getContact()->getName(), "Ada Hill");
+}
+
+TEST_F(RestoringTest, whatGotTheNumberAfterTheLookIsNotWrittenOver)
+{
+    beginWithHistory();
+    contacts().getnthItem(0)->setEmail("ada@example.org");
+    restart();
+    tomorrow();
+    restart();
+    contacts().deleteItem(*contacts().getnthItem(0));
+    const auto restoring = lookAtNewest();
+    ASSERT_EQ(rowsOf(*restoring).front(), "Contact | Ada Hill | Deleted");
+    Contact& bert = contact("Bert Rivers");
+    bert.setEmail("bert@example.org");
+    ASSERT_EQ(bert.getID(), 1);
+
+    restoring->selectRow(0);
+    ASSERT_TRUE(restoring->bringBackSelected().ok());
+
+    EXPECT_EQ(bert.getName(), "Bert Rivers");
+    ASSERT_EQ(contacts().getCount(), 2);
+    EXPECT_EQ(contacts().at(1).getName(), "Ada Hill");
+}
+
+TEST_F(RestoringTest, aLineBringsItsOrderAlong)
+{
+    beginWithHistory();
+    deleteTheOrder();
+    const auto restoring = lookAtNewest();
+    ASSERT_EQ(restoring->objectValue("field2", 2), "Cushion, of order 1");
+
+    restoring->selectRow(2);
+    ASSERT_TRUE(restoring->bringBackSelected().ok());
+
+    ASSERT_NE(presentItem(orders(), 1), nullptr);
+    EXPECT_EQ(lines().linesOfOrder(1).size(), 2U);
+}
+
+TEST_F(RestoringTest, aCollectiveItemFindsAPartThatCameBackUnderAnotherNumber)
+{
+    begin();
+    Item& set = collectiveItem("Set", {});
+    Item& mug = item("Mug");
+    mug.setDescription("Blue, of clay");
+    set.addConstituent(mug);
+    restart();
+    tomorrow();
+    restart();
+    items().deleteItem(*items().getItemById(2));
+    Item& tray = item("Tray");
+    tray.setDescription("Of oak");
+    ASSERT_EQ(tray.getID(), 2);
+    const auto restoring = lookAtNewest();
+
+    ASSERT_TRUE(restoring->bringBackAll().ok());
+
+    ASSERT_NE(presentItem(items(), 3), nullptr);
+    EXPECT_EQ(presentItem(items(), 3)->getItem(), "Mug");
+    EXPECT_EQ(items().getItemById(1)->getConstituents().at(0).id(), 3);
+    EXPECT_EQ(tray.getItem(), "Tray");
 }

@@ -9,6 +9,7 @@
 #include "ui/kit/RecordTree.h"
 #include "ui/kit/SideBar.h"
 #include "ui/kit/ToolBar.h"
+#include "ui/shell/RecoveryWindow.h"
 #include "ui/shell/Sheets.h"
 #include "ui/shell/ToolBarSheet.h"
 #include "ui/shell/WelcomeView.h"
@@ -372,6 +373,22 @@ TEST_F(MainOnScreen, usesThePersonsWords)
     EXPECT_EQ(bar->item(1)->text(), QString("Jobs"));
     EXPECT_EQ(bar->item(2)->text(), QString("Parts"));
     EXPECT_EQ(status(), QString("No jobs"));
+}
+
+TEST_F(MainOnScreen, theRecoveryWindowGoesWithTheMainOne)
+{
+    haveRecords();
+    launch();
+    command("recovery")->trigger();
+    QPointer<RecoveryWindow> recovery;
+    for (QWidget* top : QApplication::topLevelWidgets())
+        recovery = recovery ? recovery : QPointer<RecoveryWindow>(qobject_cast<RecoveryWindow*>(top));
+    ASSERT_FALSE(recovery.isNull());
+    recovery->showTab(RecoveryWindow::Tab::earlier);
+
+    window.reset();
+
+    EXPECT_TRUE(recovery.isNull());
 }
 
 TEST_F(MainOnScreen, theLockSheetSaysWhatIsKnownOfTheProgramThatHoldsIt)

@@ -22,6 +22,11 @@ protected:
         window = new RecoveryWindow(app());
         window->showTab(tab);
         show(*window);
+        waitForList();
+    }
+    void waitForList() const
+    {
+        ASSERT_TRUE(QTest::qWaitFor([this] { return child<Button>(*window, "cancelReading")->isHidden(); }, 60'000));
     }
     void TearDown() override { delete window; }
     /// Ada was in the database yesterday evening and is not any more.
@@ -108,4 +113,28 @@ TEST_F(RecoveryWindowTest, goesWhenAnotherDatabaseIsOpened)
     settle();
 
     EXPECT_TRUE(window.isNull() || !window->isVisible());
+}
+
+TEST_F(RecoveryWindowTest, readingCanBeStoppedAndBegunAgain)
+{
+    beginWithoutAda();
+    window = new RecoveryWindow(app());
+    show(*window);
+    window->showTab(RecoveryWindow::Tab::earlier);
+    auto* cancel = child<Button>(*window, "cancelReading");
+    ASSERT_TRUE(cancel->isVisible());
+    EXPECT_FALSE(child<Button>(*window, "bringAllBack")->isEnabled());
+
+    cancel->click();
+
+    EXPECT_FALSE(cancel->isVisible());
+    settle();
+    EXPECT_TRUE(rows(1).isEmpty());
+    EXPECT_FALSE(child<Button>(*window, "bringAllBack")->isEnabled());
+    EXPECT_EQ(table()->accessibleDescription(), QString("Choose an earlier state to see what is different."));
+
+    child<PickList>(*window, "generations")->setCurrentRow(0);
+    EXPECT_TRUE(cancel->isVisible());
+    waitForList();
+    EXPECT_EQ(rows(1), QStringList {"Ada Hill"});
 }

@@ -59,6 +59,8 @@ MainWindow::~MainWindow()
 {
     // However the program ends, it comes by here.
     WindowMemory::remember(*this, "MainWindow");
+    // It may be reading an earlier state, and what it reads with goes after this.
+    delete m_recovery;
 }
 
 void MainWindow::makePages()

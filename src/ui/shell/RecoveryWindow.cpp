@@ -18,12 +18,14 @@
 #include <QAction>
 #include <QGuiApplication>
 #include <QLocale>
+#include <QProgressBar>
 #include <QVBoxLayout>
 
 namespace {
 
 constexpr char frameName[] = "RecoveryWindow";
 constexpr int generationsWidth = 220;
+constexpr int progressWidth = 180;
 
 QVBoxLayout* plainColumn(QWidget* page)
 {
@@ -136,7 +138,7 @@ QWidget* RecoveryWindow::makeEarlierTab()
     m_generations->setObjectName("generations");
     m_generations->setFixedWidth(generationsWidth);
     auto* list = new QWidget;
-    addTable(list, *m_restoring, tr("What is different"), "earlierRecords", tr("Nothing was deleted or changed since."));
+    m_differences = addTable(list, *m_restoring, tr("What is different"), "earlierRecords", {});
     m_trouble = new MessageBar(MessageBar::Kind::warning);
     m_trouble->setText({});
     auto* row = new QHBoxLayout;
@@ -145,6 +147,17 @@ QWidget* RecoveryWindow::makeEarlierTab()
     row->addWidget(m_generations);
     row->addWidget(list, 1);
     m_foot = new FooterBar;
+    m_progress = new QProgressBar;
+    m_progress->setAccessibleName(tr("Reading the earlier state"));
+    m_progress->setTextVisible(false);
+    m_progress->setFixedWidth(progressWidth);
+    m_cancelReading = new Button(tr("Cancel"));
+    m_cancelReading->setObjectName("cancelReading");
+    m_foot->addLeft(m_progress);
+    m_foot->addLeft(m_cancelReading);
+    connect(m_cancelReading, &QPushButton::clicked, this, &RecoveryWindow::stopReading);
+    m_restoring->onProgress = [this](int percent) { m_progress->setValue(percent); };
+    m_restoring->onLooked = [this](const QStringList& troubles) { showRead(troubles); };
     m_bringAllBack = footButton(m_foot, "bringAllBack", tr("Bring All Back"));
     m_bringBack = footButton<PrimaryButton>(m_foot, "bringBack", tr("Bring Back"));
     connect(m_bringBack, &QPushButton::clicked, this, [this] { bringBack(false); });
@@ -154,6 +167,7 @@ QWidget* RecoveryWindow::makeEarlierTab()
     column->addWidget(m_trouble);
     column->addLayout(row, 1);
     column->addWidget(m_foot);
+    showReading();
     return page;
 }
 
@@ -177,9 +191,38 @@ void RecoveryWindow::lookAtChosen()
     const QListWidgetItem* chosen = m_generations->currentItem();
     if (!chosen || m_tabs->currentIndex() != static_cast<int>(Tab::earlier))
         return;
-    const WaitCursor waiting;
-    m_trouble->setText(m_restoring->look({chosen->data(Qt::UserRole).toString(), {}}).join(' '));
+    m_trouble->setText({});
+    m_restoring->startLooking({chosen->data(Qt::UserRole).toString(), {}});
+    m_differences->setEmptyText(tr("Reading…"));
+    m_progress->setValue(0);
+    showReading();
     showWhatIsPossible();
+}
+
+/// Nothing is chosen afterwards, so that choosing the same state reads it again.
+void RecoveryWindow::stopReading()
+{
+    m_restoring->cancelLooking();
+    m_generations->setFocus();
+    m_generations->setCurrentRow(-1);
+    m_differences->setEmptyText(tr("Choose an earlier state to see what is different."));
+    showReading();
+    showWhatIsPossible();
+}
+
+void RecoveryWindow::showRead(const QStringList& troubles)
+{
+    m_trouble->setText(troubles.join(' '));
+    m_differences->setEmptyText(tr("Nothing was deleted or changed since."));
+    showReading();
+    showWhatIsPossible();
+}
+
+void RecoveryWindow::showReading()
+{
+    const bool isReading = m_restoring->isLooking();
+    m_progress->setVisible(isReading);
+    m_cancelReading->setVisible(isReading);
 }
 
 void RecoveryWindow::bringBack(bool all)

@@ -11,6 +11,7 @@ class FooterBar;
 class KeptList;
 class MessageBar;
 class PickList;
+class QProgressBar;
 class RecordTable;
 class Restoring;
 class TextRows;
@@ -33,6 +34,9 @@ private:
     RecordTable* addTable(QWidget* page, TextRows& rows, const QString& title, const QString& name, const QString& emptyText);
     void listGenerations();
     void lookAtChosen();
+    void stopReading();
+    void showRead(const QStringList& troubles);
+    void showReading();
     void bringBack(bool all);
     void showWhatIsPossible();
 
@@ -40,8 +44,11 @@ private:
     std::unique_ptr<Restoring> m_restoring;
     UnderlineTabs* m_tabs;
     PickList* m_generations = nullptr;
+    RecordTable* m_differences = nullptr;
     MessageBar* m_trouble = nullptr;
     FooterBar* m_foot = nullptr;
+    QProgressBar* m_progress = nullptr;
+    Button* m_cancelReading = nullptr;
     Button* m_show = nullptr;
     Button* m_saveCopy = nullptr;
     Button* m_bringBack = nullptr;
