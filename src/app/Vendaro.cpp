@@ -114,6 +114,11 @@ void Vendaro::finishLaunching()
 void Vendaro::quit()
 {
     closeEverything();
+    writeForGood();
+}
+
+void Vendaro::writeForGood()
+{
     m_preferences.OKButton();
     QStringList sentences = m_session.writeEverything();
     m_folder.drain();

@@ -64,6 +64,8 @@ public:
     void finishLaunching();
     /// Commits the settings, writes everything, removes the lock. Nothing may be used afterwards but the destructor.
     void quit();
+    /// What quitting does once everything is closed.
+    void writeForGood();
 
     ContactManager& getContactManager() { return m_contacts; }
     OrderManager& getOrderManager() { return m_orders; }

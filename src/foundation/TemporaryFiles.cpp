@@ -11,10 +11,9 @@ struct InUse {
     std::set<std::string> names;
 };
 
-/// Never taken down: a program that lost its display still writes while it exits.
 InUse& inUse()
 {
-    static InUse& files = *new InUse;
+    static InUse files;
     return files;
 }
 

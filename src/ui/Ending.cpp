@@ -2,10 +2,12 @@
 
 #include <QApplication>
 #include <QSocketNotifier>
+#include <QThread>
 
 #include <csignal>
 #include <sys/socket.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -16,6 +18,26 @@ void passOn(int)
 {
     const char byte = 1;
     [[maybe_unused]] const ssize_t written = write(signalPipe[0], &byte, 1);
+}
+
+Ending* listening = nullptr;
+QtMessageHandler handlerBefore = nullptr;
+
+/// Qt tells of it by these words, then ends the program; nothing else is called before.
+bool tellsOfLostScreen(const QString& message)
+{
+    return message.startsWith(QLatin1String("The X11 connection broke")) || message.startsWith(QLatin1String("The Wayland connection"));
+}
+
+void hearMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (handlerBefore)
+        handlerBefore(type, context, message);
+    if (!listening || !tellsOfLostScreen(message) || QThread::currentThread() != qApp->thread())
+        return;
+    // Once: writing may find the screen lost again.
+    if (const std::function<void()> lost = std::exchange(listening->onScreenLost, nullptr))
+        lost();
 }
 
 void handle(int signal)
@@ -44,10 +66,14 @@ Ending::Ending()
         handle(signal);
     connect(
         qApp, &QGuiApplication::commitDataRequest, this, [] { QApplication::exit(); }, Qt::DirectConnection);
+    listening = this;
+    handlerBefore = qInstallMessageHandler(hearMessage);
 }
 
 Ending::~Ending()
 {
+    qInstallMessageHandler(handlerBefore);
+    listening = nullptr;
     for (const int signal : {SIGTERM, SIGHUP, SIGINT})
         std::signal(signal, SIG_IGN);
     close(signalPipe[0]);

@@ -1,7 +1,10 @@
-// The ways a running program ends: all of them leave the event loop, after which everything is written.
+// The ways a running program ends: all of them leave the event loop, after which everything is written. Only a lost screen leaves no time
+// for that: Qt ends the program on the spot.
 #pragma once
 
 #include <QObject>
+
+#include <functional>
 
 class QSocketNotifier;
 
@@ -11,6 +14,10 @@ public:
     /// From here on the terminate, hang-up and interrupt signals and the end of the desktop's session end the event loop.
     Ending();
     ~Ending() override;
+
+    /// Called when the connection to the screen broke, as the last thing before the program ends: what is to be written has to be written
+    /// now, and without the windows.
+    std::function<void()> onScreenLost;
 
 private:
     QSocketNotifier* m_notifier;

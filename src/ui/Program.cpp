@@ -1,13 +1,10 @@
 #include "ui/Program.h"
 
-#include "foundation/Log.h"
 #include "ui/kit/SheetStack.h"
 #include "ui/shell/MainWindow.h"
 
 #include <QApplication>
 #include <QDir>
-
-#include <cstdlib>
 
 namespace {
 
@@ -15,15 +12,6 @@ namespace {
 constexpr int settingsInterval = 2'000;
 /// How often files that could not be written are tried again.
 constexpr int retryInterval = 20'000;
-
-Program* running = nullptr;
-
-/// When the display goes away, the toolkit exits from within the event loop.
-void endBeforeExit()
-{
-    if (running)
-        running->endWithoutDisplay();
-}
 
 } // namespace
 
@@ -53,7 +41,6 @@ Program::Program() : m_vendaro(desktop())
 Program::~Program()
 {
     end();
-    running = nullptr;
 }
 
 void Program::start()
@@ -66,9 +53,6 @@ void Program::start()
     m_windows->main().show();
     m_vendaro.finishLaunching();
     m_retryTimer.start(retryInterval);
-    // As late as can be: at exit, what came up after this is taken down before it is called.
-    if (!std::exchange(running, this))
-        std::atexit(endBeforeExit);
 }
 
 int Program::run()
@@ -88,20 +72,25 @@ void Program::keepSettings()
 
 void Program::end()
 {
-    if (std::exchange(m_ended, true) || !m_windows)
+    if (!beginEnding())
         return;
-    m_vendaro.settingsStore().onDirty = nullptr;
-    m_settingsTimer.stop();
-    m_retryTimer.stop();
     SheetStack::instance().cancelAll();
     m_vendaro.quit();
 }
 
-void Program::endWithoutDisplay()
+void Program::endWithoutScreen()
 {
-    if (std::exchange(m_ended, true))
-        return;
-    logLine("the display is gone");
+    if (beginEnding())
+        m_vendaro.writeForGood();
+}
+
+/// Answers whether there is something to end.
+bool Program::beginEnding()
+{
+    if (std::exchange(m_ended, true) || !m_windows)
+        return false;
     m_vendaro.settingsStore().onDirty = nullptr;
-    m_vendaro.quit();
+    m_settingsTimer.stop();
+    m_retryTimer.stop();
+    return true;
 }

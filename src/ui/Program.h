@@ -19,8 +19,8 @@ public:
     void start();
     /// Everything is written; the windows are still there, empty.
     void end();
-    /// The same when there is no display any more and the process is about to exit: everything is written, no window is touched.
-    void endWithoutDisplay();
+    /// The same without touching a window, which nobody sees any more.
+    void endWithoutScreen();
 
     Vendaro& vendaro() { return m_vendaro; }
     Windows& windows() { return *m_windows; }
@@ -31,6 +31,7 @@ public:
 private:
     VendaroDesktop desktop();
     void keepSettings();
+    bool beginEnding();
 
     RealAlerts m_alerts;
     RealBeeper m_beeper;

@@ -20,5 +20,6 @@ int main(int argc, char** argv)
     FocusRing::install(application);
     Ending ending;
     Program program;
+    ending.onScreenLost = [&program] { program.endWithoutScreen(); };
     return program.run();
 }
