@@ -465,6 +465,31 @@ TEST_F(ContactManagerTest, DeletingAsksInTheseWords)
     EXPECT_EQ(contacts().getCount(), 1);
 }
 
+TEST_F(ContactManagerTest, ManyContactsAreTakenOffTheListAtOnceAndComeBackInTheirOrder)
+{
+    struct Resets : ListObserver {
+        void listReset() override { ++count; }
+        void rowChanged(int) override { }
+        int count = 0;
+    };
+    begin();
+    for (int i = 0; i < 500; ++i)
+        contact(("Person " + std::to_string(i)).c_str());
+    contacts().setSelectedRecords(contacts().records());
+    alerts.answer("OK");
+    Resets resets;
+    contacts().addObserver(resets);
+
+    contacts().deleteKey();
+
+    contacts().removeObserver(resets);
+    EXPECT_EQ(contacts().getCount(), 0);
+    EXPECT_EQ(resets.count, 1);
+    EXPECT_EQ(contacts().deleteBuffer().size(), 500u);
+    contacts().undo();
+    EXPECT_EQ(contacts().getCount(), 500);
+}
+
 TEST_F(ContactManagerTest, ADeletedCompanysPeopleStayUnderNobody)
 {
     begin();
