@@ -1,4 +1,5 @@
 #include "support/Business.h"
+#include "support/ListResets.h"
 
 #include "contacts/ContactOutlineModel.h"
 
@@ -467,17 +468,12 @@ TEST_F(ContactManagerTest, DeletingAsksInTheseWords)
 
 TEST_F(ContactManagerTest, ManyContactsAreTakenOffTheListAtOnceAndComeBackInTheirOrder)
 {
-    struct Resets : ListObserver {
-        void listReset() override { ++count; }
-        void rowChanged(int) override { }
-        int count = 0;
-    };
     begin();
     for (int i = 0; i < 500; ++i)
         contact(("Person " + std::to_string(i)).c_str());
     contacts().setSelectedRecords(contacts().records());
     alerts.answer("OK");
-    Resets resets;
+    ListResets resets;
     contacts().addObserver(resets);
 
     contacts().deleteKey();

@@ -1,4 +1,5 @@
 #include "support/Business.h"
+#include "support/ListResets.h"
 
 #include <gmock/gmock.h>
 
@@ -486,17 +487,12 @@ TEST_F(ItemManagerTest, WhatOnlyItemsDeletedBeforeUsedGoesWithThem)
 
 TEST_F(ItemManagerTest, ManyItemsAreTakenOffTheListAtOnce)
 {
-    struct Resets : ListObserver {
-        void listReset() override { ++count; }
-        void rowChanged(int) override { }
-        int count = 0;
-    };
     begin();
     for (int i = 0; i < 500; ++i)
         item("Mug");
     items().setSelectedRecords(items().records());
     alerts.answer("OK");
-    Resets resets;
+    ListResets resets;
     items().addObserver(resets);
 
     items().deleteKey();
