@@ -39,6 +39,24 @@ std::string lockText(const PlistValue& contents, const char* key)
     return value ? value->asText() : std::string();
 }
 
+/// Keeps what a lock said; answers where. What was kept in the same second, by whomever, stays.
+Result<std::string> keepUnlock(const std::string& place, const std::string& bytes)
+{
+    constexpr int mostAlike = 1000;
+    for (int n = 0; n < mostAlike; ++n) {
+        std::string path = place;
+        if (n > 0)
+            path.append("-").append(std::to_string(n));
+        path.append(".xml");
+        const Result<bool> created = createExclusively(path, bytes);
+        if (!created)
+            return created.error();
+        if (created.value())
+            return path;
+    }
+    return Error {place + ".xml exists already, and so does every name like it"};
+}
+
 /// A lock that says nothing that can be read is kept byte for byte.
 Result<void> keepDamaged(const std::string& lock, const std::string& copy)
 {
@@ -118,10 +136,10 @@ Result<void> DatabaseLock::forceOpen()
     kept.set("unlockReason", PlistValue(std::string("user request after dialog")));
     kept.set("unlockUser", PlistValue(cleanUtf8(m_user.loginName())));
     const std::string stamp = dates::write(m_clock.now(), dates::stamp);
-    const std::string keptPath = m_folder.toStdString() + "/unlock" + stamp + ".xml";
-    if (Result<void> written = writeFileSafely(keptPath, plist::write(kept)); !written)
-        return written;
-    if (Result<void> asItWas = keepDamaged(path().toStdString(), keptPath + ".damaged"); !asItWas)
+    const Result<std::string> keptPath = keepUnlock(m_folder.toStdString() + "/unlock" + stamp, plist::write(kept));
+    if (!keptPath)
+        return keptPath.error();
+    if (Result<void> asItWas = keepDamaged(path().toStdString(), keptPath.value() + ".damaged"); !asItWas)
         return asItWas;
     if (!QFile::remove(path()))
         return Error {path().toStdString() + " could not be removed"};

@@ -9,6 +9,9 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <csignal>
+
+#include <sys/resource.h>
 #include <sys/xattr.h>
 
 class DatabaseLockTest : public testing::Test {
@@ -148,10 +151,41 @@ TEST_F(DatabaseLockTest, aForcedUnlockKeepsADamagedLockByteForByte)
 TEST_F(DatabaseLockTest, aForcedUnlockWhoseCopyCannotBeKeptLeavesTheLock)
 {
     put(document(entry("user", "bob")));
-    ASSERT_TRUE(QDir().mkpath(folder.path() + "/unlock20240301-101530.xml/in the way"));
+    // A disk that takes no more.
+    const struct rlimit nothing {
+        0, RLIM_INFINITY
+    };
+    struct rlimit before { };
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &nothing), 0);
+    const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
+    const Result<void> opened = lock.forceOpen();
+    std::signal(SIGXFSZ, ignored);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+
+    EXPECT_FALSE(opened.ok());
+    EXPECT_TRUE(lock.exists());
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList("lock.xml"));
+}
+
+TEST_F(DatabaseLockTest, aForcedUnlockWhoseDamagedLockCannotBeKeptLeavesTheLock)
+{
+    put("not a list at all");
+    ASSERT_TRUE(QDir().mkpath(folder.path() + "/unlock20240301-101530.xml.damaged/in the way"));
 
     EXPECT_FALSE(lock.forceOpen().ok());
     EXPECT_TRUE(lock.exists());
+}
+
+TEST_F(DatabaseLockTest, whatHasTheNameOfTheKeptLockStays)
+{
+    put(document(entry("user", "bob")));
+    ASSERT_TRUE(QDir().mkpath(folder.path() + "/unlock20240301-101530.xml/in the way"));
+
+    EXPECT_TRUE(lock.forceOpen().ok());
+
+    EXPECT_TRUE(QDir(folder.path() + "/unlock20240301-101530.xml/in the way").exists());
+    EXPECT_TRUE(contents("unlock20240301-101530-1.xml").contains("bob"));
 }
 
 TEST_F(DatabaseLockTest, inAMissingFolderNoLockCanBeWritten)
@@ -218,4 +252,15 @@ TEST_F(DatabaseLockTest, theLockForReadingElsewhereNamesNoHolder)
 {
     EXPECT_EQ(QByteArray::fromStdString(lock.contents(DatabaseLock::offlineReason)),
         document(entry("datetime", "2024-03-01 10:15:30 +0000") + entry("reason", "offline browsing") + entry("user", "ada")));
+}
+
+TEST_F(DatabaseLockTest, twoForcedUnlocksOfOneSecondKeepBothLocks)
+{
+    put(document(entry("user", "bob")));
+    ASSERT_TRUE(lock.forceOpen().ok());
+    put(document(entry("user", "cleo")));
+    ASSERT_TRUE(lock.forceOpen().ok());
+
+    EXPECT_TRUE(contents("unlock20240301-101530.xml").contains("bob"));
+    EXPECT_TRUE(contents("unlock20240301-101530-1.xml").contains("cleo"));
 }
