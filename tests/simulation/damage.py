@@ -63,6 +63,29 @@ def live_with_failed_reading(life, person):
     put_back(life, folder, good)
 
 
+def restore_after_damage(life, person):
+    """A file is cut short: the program is opened without its records, and an earlier state is brought back; life goes on from there."""
+    folder = folder_of(person)
+    states = person.recovery.generations(folder.path)
+    if not may_suffer(person, folder) or not states:
+        return
+    life.world.count('files cut')
+    reader = life.world.reader(folder)
+    reader.look()
+    file = full_file(life.chance, folder, reader.data)
+    bad = reader.data[file][:life.chance.randrange(len(reader.data[file]) - 20)]
+    reader.damaged.add(bad)
+    write(folder, file, bad)
+    reader.look()
+    folder.files[file] = reader.read(file)
+    folder.writes[file] += 1
+    reply = person.start(unreadable=[file])
+    if not any(f'{file} could not be read' in text for text in reply['told']) or not person.recovery.holds(bad):
+        raise Wrong(f'{file} was cut short, and it is not told or its original not kept')
+    life.unlock()
+    person.do({'do': 'restore', 'all': True, 'rows': [], 'state': life.chance.choice(states[:2])[0]})
+
+
 def open_and_quit(life, person, folder, fault):
     """Answers what was told at the start."""
     person.process.begin(person.home, person.name)

@@ -247,6 +247,12 @@ class Fate:
         most = self.calls.get(deed, 12)
         return {'kind': self.one_of(DEATHS), 'at': self.chance.randint(1, most + 1), 'last': 'once', 'folder': folder}
 
+    def refusal(self, deed, folder):
+        """Nothing can be changed in the folder for the length of a deed, from a call on."""
+        most = self.calls.get(deed, 12)
+        return {'kind': self.one_of(('ENOSPC', 'EDQUOT', 'EROFS')), 'at': self.chance.randint(1, most + 1), 'folder': folder,
+                'last': self.one_of(('once', 'forever'))}
+
     def failure(self, deed, folder):
         most = self.calls.get(deed, 12)
         kind = self.one_of(FAILURES)

@@ -4,7 +4,7 @@ import os
 import shutil
 
 import fate as fates
-from damage import live_with_damage, live_with_failed_reading
+from damage import live_with_damage, live_with_failed_reading, restore_after_damage
 from home import DEFAULT, SUPPORT, Wrong, state_of
 from person import Person
 from program import LOCATION
@@ -55,17 +55,22 @@ class Life:
             days = self.chance.randint(2, 400)
         elif self.happens(2):
             days = -self.chance.randint(1, 60)
+        elif self.happens(0.3):
+            # The battery of the clock is empty, or was: years before what there is.
+            days = -self.chance.randint(1000, 5000)
         elif self.happens(2):
             # The last day of a month or a year.
             month_end = (now.replace(day=28) + datetime.timedelta(days=4)).replace(day=1) - datetime.timedelta(days=1)
             days = max((now.replace(month=12, day=31) if self.happens(20) else month_end) - now, datetime.timedelta(days=1)).days
         self.world.now = (now + datetime.timedelta(days=days)).replace(hour=9, minute=0, second=self.chance.randint(0, 59))
-        if self.world.now.year > 2060:
+        if not 2005 < self.world.now.year < 2060:
             self.world.now = self.world.now.replace(year=2024, day=1)
 
     def begin_day(self):
         if self.world.day > 3 and self.happens(3):
             live_with_damage(self, self.ada)
+        if self.world.day > 3 and self.happens(1):
+            restore_after_damage(self, self.ada)
         if self.world.day > 3 and self.happens(2):
             live_with_failed_reading(self, self.ada)
         self.start()
@@ -83,7 +88,10 @@ class Life:
         while self.ada.runs() and self.ada.program.read_only:
             if self.happens(10):
                 self.try_in_vain(self.ada)
-            fault = self.fate.death('unlock', self.ada.home) if self.happens(3) else None
+            fault = None
+            if self.happens(6):
+                make = self.fate.death if self.happens(50) else self.fate.refusal
+                fault = make('unlock', self.ada.program.folder.path)
             self.ada.do(UNLOCK, fault)
         if not self.ada.runs():
             self.start()
@@ -115,7 +123,7 @@ class Life:
         chance = self.chance.random() * 100
         if self.ada.fault:
             return self.with_full_disk()
-        for percent, what in ((2, self.visit), (1.5, self.switch), (0.4, self.new_database), (0.5, self.copy), (3, self.start_again),
+        for percent, what in ((3, self.visit), (1.5, self.switch), (0.4, self.new_database), (0.5, self.copy), (3, self.start_again),
                               (1.5, self.die),
                               (1, self.save_kept)):
             if chance < percent:
@@ -219,7 +227,10 @@ class Life:
     def switch(self):
         others = [place for place in self.databases if self.ada.find_folder(place) is not self.ada.program.folder]
         if others:
-            self.ada.do({'do': 'switch', 'location': self.chance.choice(others)}, self.sometimes_death('switch'))
+            fault = self.sometimes_death('switch')
+            if not fault and self.happens(8):
+                fault = self.fate.refusal('switch', self.ada.program.folder.path)
+            self.ada.do({'do': 'switch', 'location': self.chance.choice(others)}, fault)
             self.unlock()
 
     def sometimes_death(self, deed):
@@ -297,10 +308,10 @@ class Life:
             asked = self.fate.deed(self.bob.program, fates.PLAIN)
             if asked:
                 self.bob.do(asked)
-            if self.happens(50):
+            if self.ada.runs() and self.happens(50):
                 asked = self.fate.deed(self.ada.program, fates.PLAIN)
                 if asked:
-                    self.ada.do(asked)
+                    self.ada.do(asked, self.sometimes_death(asked['do']))
 
     # The end
 

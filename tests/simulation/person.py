@@ -108,8 +108,10 @@ class Person:
     def judge(self, asked, reply, before, listed):
         if asked['do'] == 'start' and self.program.folder.candidates:
             self.settle_candidates(reply)
+        self.recovery.look()
+        if asked['do'] == 'unlock' and self.fault:
+            self.settle_lock(reply)
         self.judge_files(reply, before)
-        self.world.new_things += len(self.recovery.look())
         self.judge_attachments(reply, before)
         self.judge_alerts(reply)
         if asked['do'] != 'quit':
@@ -164,7 +166,7 @@ class Person:
             return
         reader, wanted = self.world.reader(folder), before.after(moments)
         before.changed |= set(reader.look())
-        if self.fault and reader.is_interrupted():
+        if (self.fault or before.candidates) and reader.is_interrupted():
             # What could not take its place is read through the intent until it can.
             folder.candidates = combinations(before.states(moments))
             self.doubtful |= set(FILES)
@@ -178,7 +180,10 @@ class Person:
             for file in FILES:
                 if found[file] != wanted[file]:
                     raise Wrong(f'{file} on disk{home_reader.difference(wanted[file], found[file])}')
-        self.settle_unsaved(found, wanted, reply)
+        if folder is self.program.folder:
+            self.settle_unsaved(found, wanted, reply)
+        else:
+            self.judge_left_behind(found, wanted, reply, before)
         self.program.knows(folder, before.changed)
         folder.files, folder.candidates = dict(found), []
         self.judge_leftovers(reader, before)
@@ -221,6 +226,27 @@ class Person:
             self.doubtful = set()
         elif not self.stale and not self.doubtful:
             raise Wrong(f'everything is saved, but it says: {reply["unsaved"]}')
+
+    def judge_left_behind(self, found, wanted, reply, before):
+        """What could not be written into a folder that was left is in the recovery store, and that is told."""
+        for file in FILES:
+            if found[file] == wanted[file]:
+                continue
+            if self.recovery.find(file, wanted[file]) is None or not any(file in text for text in reply['told']):
+                raise Wrong(f'{file} was left behind unsaved, and it is not kept or not told')
+        self.stale, self.doubtful = {}, set()
+        if self.fault:
+            reader = self.world.reader(before.folder)
+            before.folder.lock = (before.folder.lock or Lock(self.name, 'database open')) if reader.has_lock() else None
+
+    def settle_lock(self, reply):
+        """The lock was taken away, or everything stays as it was and the person is told."""
+        folder = self.program.folder
+        if reply['readOnly']:
+            if len(reply['alerts']) < 2:
+                raise Wrong('a lock could not be taken away, and nothing is said')
+            self.program.read_only = True
+            folder.lock = (folder.lock or Lock(self.name, 'database open')) if self.reader().has_lock() else None
 
     def judge_attachments(self, reply, before):
         folder = before.folder
@@ -357,15 +383,12 @@ class Person:
 
     def judge_kept_at_end(self):
         """What could not be saved is in the recovery store, when that could be written."""
-        self.world.unsaved_ends += 1
+        self.world.count('ended unsaved')
         if self.watched == self.home:
             return
         for file, entries in self.stale.items():
             if self.recovery.find(file, entries) is None:
                 raise Wrong(f'{file} could not be written, and what it should hold is not in the recovery store')
-
-    def die(self):
-        self.do({'do': 'die'})
 
     def close(self):
         self.process.close()

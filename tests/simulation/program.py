@@ -1,6 +1,6 @@
 """A running program as it must be: what it holds in memory, what it writes and asks. The deeds are in people, stock, orders, house."""
 from folder import Lock
-from records import CONTACTS, FILES, GOALS, KIND_OF, KINDS, LINES, ORDERS, PAIR, Collection
+from records import CONTACTS, FILES, GOALS, KIND_OF, KINDS, LINES, ORDERS, Collection
 
 #: Settings of the user that the simulation changes.
 OWN_KEYS = ('VendaroStockWarn', 'VendaroStatuses', 'VendaroPricesTaxInclusive', 'VendaroDefaultSort')
@@ -252,8 +252,3 @@ class Program:
 
     def snapshot(self):
         return {kind.file: self.lists[kind.name].entries() for kind in KINDS}
-
-
-def in_step(files):
-    """The orders and lines among the files."""
-    return tuple(files[name] for name in PAIR)

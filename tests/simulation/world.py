@@ -21,7 +21,6 @@ class World:
         self.last_line = ''
         #: What is counted for the report.
         self.counts = {}
-        self.new_things = self.unsaved_ends = 0
 
     def folder(self, path):
         if path not in self.folders:
