@@ -2,9 +2,8 @@
 import os
 import plistlib
 
-import home_reader
 from folder import Lock
-from home import SETTINGS, RecoveryReader, Wrong, saved_settings, state_of
+from home import SETTINGS, RecoveryReader, Wrong, home_reader, saved_settings, state_of
 from house import DEEDS, restore
 from program import FOLDER_KEYS, LOCATION, ORDER_FILTER, OWN_KEYS, Program
 from records import FILES, PAIR

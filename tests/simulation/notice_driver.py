@@ -1,0 +1,134 @@
+#!/usr/bin/env python3
+"""The simulation must notice what goes wrong: lives in which one thing is spoilt behind its back, one for each way of spoiling.
+
+  notice_driver.py --shop PROGRAM --library LIBRARY [--seed S]
+"""
+import glob
+import os
+import random
+import sys
+import tempfile
+
+import person
+import shop_process
+from home import SUPPORT, Wrong
+from life import Life
+from simulation import MEMORY, arguments
+from world import World
+
+MOST_DAYS = 120
+
+
+def spoil_file(home, asked, reply):
+    """A figure on disk is another one."""
+    paths = glob.glob(os.path.join(glob.escape(home), SUPPORT, '*.vendb', 'itemsordered.xml'))
+    if asked['do'] != 'order' or asked['then'] != 'save' or 'fault' in asked or 'ended' in reply:
+        return False
+    spoilt = False
+    for path in paths:
+        with open(path, 'rb') as file:
+            data = file.read()
+        changed = data.replace(b'<string>1</string>', b'<string>2</string>', 1)
+        with open(path, 'wb') as file:
+            file.write(changed)
+        spoilt |= changed != data
+    return spoilt
+
+
+def spoil_memory(_home, _asked, reply):
+    """An order has another balance than it must have."""
+    for record in reply.get('memory', {}).get('orders', {}).get('records', []):
+        record['balance'] = '0.17'
+        return True
+    return False
+
+
+def spoil_rows(_home, _asked, reply):
+    """A row is missing in a list."""
+    shown = reply.get('memory', {}).get('items', {}).get('shown', [])
+    return bool(shown) and bool(shown.pop())
+
+
+def spoil_alert(_home, asked, reply):
+    """A question was not asked."""
+    if 'fault' in asked or not reply.get('alerts'):
+        return False
+    reply['alerts'] = reply['alerts'][1:]
+    return True
+
+
+def spoil_notice(_home, _asked, reply):
+    """What is not saved is not shown."""
+    if not reply.get('unsaved') or reply.get('ended'):
+        return False
+    reply['unsaved'] = ''
+    return True
+
+
+def spoil_recovery(home, _asked, _reply):
+    """Something is gone from the recovery store."""
+    things = sorted(glob.glob(os.path.join(glob.escape(home), SUPPORT, 'Recovery', '2* *.xml')))
+    if not things:
+        return False
+    os.remove(things[0])
+    return True
+
+
+def spoil_lock(home, asked, reply):
+    """A lock stays behind."""
+    if asked['do'] != 'quit' or 'fault' in asked or reply.get('ended') != 'quit' or reply['readOnly']:
+        return False
+    for folder in glob.glob(os.path.join(glob.escape(home), SUPPORT, '*.vendb')):
+        with open(os.path.join(folder, 'lock.xml'), 'w', encoding='utf-8') as lock:
+            lock.write('left behind')
+    return True
+
+
+WAYS = (spoil_file, spoil_memory, spoil_rows, spoil_alert, spoil_notice, spoil_recovery, spoil_lock)
+#: Of what is not saved some may be on disk all the same: silence about that is no loss.
+OFTEN = (spoil_notice,)
+
+
+class SpoiltProcess(shop_process.ShopProcess):
+    """Spoils the way that is set, once or often."""
+    way = None
+    spoilt = 0
+
+    def begin(self, home, user):
+        self.home = home
+        super().begin(home, user)
+
+    def ask(self, asked):
+        reply = super().ask(asked)
+        if not SpoiltProcess.spoilt or SpoiltProcess.way in OFTEN:
+            SpoiltProcess.spoilt += SpoiltProcess.way(self.home, asked, reply)
+        return reply
+
+
+def is_noticed(options, way):
+    """Says what was noticed, and when."""
+    SpoiltProcess.way, SpoiltProcess.spoilt = staticmethod(way), 0
+    with tempfile.TemporaryDirectory(prefix='vendaro-life-', dir=MEMORY) as work:
+        world = World(work, lambda line: None)
+        life = Life(random.Random(options.seed), world, (os.path.abspath(options.shop), os.path.abspath(options.library)))
+        try:
+            while world.day < MOST_DAYS:
+                world.day += 1
+                life.day()
+        except Wrong as found:
+            print(f'{way.__doc__} Day {world.day}: {str(found)[:90]}')
+            return SpoiltProcess.spoilt > 0
+        finally:
+            life.close()
+    print(f'NOT NOTICED in {world.day} days ({SpoiltProcess.spoilt} times): {way.__doc__}')
+    return False
+
+
+def main():
+    options = arguments()
+    person.ShopProcess = SpoiltProcess
+    return 0 if all([is_noticed(options, way) for way in WAYS]) else 1
+
+
+if __name__ == '__main__':
+    sys.exit(main())
