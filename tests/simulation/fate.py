@@ -1,7 +1,9 @@
 """What happens next: deeds that make sense in the state the model is in, chosen by chance alone."""
 NAMES = ('Ann Lee', 'Bo Ek', 'Cy Dee', 'Di Ash', 'Zoë "Z" & Co <x>', 'Eve Fay', 'Potters Ltd', 'Ümit Öz', 'Gil Hay', 'O\'Neill')
 GOODS = ('Mug', 'Teapot', 'Saucer', 'Bowl', 'Plate', 'Vase & stand', 'Jug "blue"', 'Tile')
-WORDS = ('tea', 'kiln', 'spring', 'clay', 'gift', 'blue', 'Straße', 'a < b')
+WORDS = ('tea', 'kiln', 'spring', 'clay', 'gift', 'blue', 'Straße', 'a < b', 'two\nlines', 'tab\there', ' blanks ', '😀', 'a\rb', ']]>&amp;')
+#: What somebody may type where an amount belongs.
+ODD_AMOUNTS = ('abc', '-5.00', '1e5', '99999999', '12,34.5', ' 7 ', '.5', '9999999', '5.')
 STATUSES = ('Enquiry', 'Ordered', 'Paid', 'Complete')
 METHODS = ('web', 'Cash', 'Card', 'Bank transfer', 'Cheque')
 QUANTITIES = ('1', '2', '3', '5', '12', '0', '2.5', '0.5')
@@ -37,6 +39,8 @@ class Fate:
         return self.one_of(records)['id'] if records else 0
 
     def price(self):
+        if self.happens(4):
+            return self.one_of(ODD_AMOUNTS)
         return f'{self.chance.choice((0, 1, 4, 19, 250, 1234))}.{self.chance.choice((0, 5, 50, 99)):02}'
 
     def date(self, program):
@@ -114,7 +118,7 @@ class Fate:
         if not found or self.happens(20):
             edits.append(['item', f'{self.one_of(GOODS)} {self.chance.randint(1, 99)}'])
         if not collective and (not found or self.happens(30)):
-            edits += [['qty', self.one_of(('10', '25', '3', '0'))], ['warnlevel', self.one_of(('', '0', '2'))]]
+            edits += [['qty', self.one_of(('10', '25', '3', '0', '2000000', 'abc'))], ['warnlevel', self.one_of(('', '0', '2'))]]
         if collective or len(program.items.records) > 2 and self.happens(15):
             if not collective:
                 edits.append(['collective', True])
@@ -166,7 +170,7 @@ class Fate:
         return self.words() if column == 'item' else self.one_of('SLZEX')
 
     def order_edits(self, program, purchase):
-        choices = {'title': self.words, 'description': self.words, 'status': lambda: self.one_of(STATUSES),
+        choices = {'title': self.words, 'orderNum': self.words, 'description': self.words, 'status': lambda: self.one_of(STATUSES),
                    'paymentMethod': lambda: self.one_of(METHODS), 'applyDiscount': lambda: self.happens(60),
                    'discount': lambda: self.one_of(('10', '5', '2.50')), 'discountChoice': lambda: self.one_of((0, 1)),
                    'shipping': lambda: self.one_of(('', '5', '1,250.00')), 'sent': lambda: self.happens(50),

@@ -1,6 +1,7 @@
 """A running program as it must be: what it holds in memory, what it writes and asks. The deeds are in people, stock, orders, house."""
 from folder import Lock
 from records import CONTACTS, FILES, GOALS, KIND_OF, KINDS, LINES, ORDERS, Collection
+from stock import whole_quantity
 
 #: Settings of the user that the simulation changes.
 OWN_KEYS = ('VendaroStockWarn', 'VendaroStatuses', 'VendaroPricesTaxInclusive', 'VendaroDefaultSort')
@@ -226,8 +227,7 @@ class Program:
         if name == 'contacts':
             return record.text('type') == choice
         if name == 'items':
-            quantity = record.text('qty')
-            return not quantity or int(float(quantity)) > 0
+            return not record.text('qty') or whole_quantity(record) > 0
         if choice == 'Incomplete':
             return record.text('status') != 'Complete'
         return record.text('type') == 'Purchase Order' if choice == 'Purchase orders' else record.text('status') == choice

@@ -1,4 +1,6 @@
 """Items: the stock they hold, what collective items are made of, their editor, their deletion."""
+import re
+
 from figures import amount, over, plus, short, single, times
 from records import ITEMS, leading_integer
 
@@ -18,7 +20,18 @@ def held(program, item):
 
 
 def quantity(item):
-    return amount(item.text('qty'))
+    """What is in stock; from a million on it is written in the short form, which no other amount is read from."""
+    text = item.text('qty')
+    return single(float(text)) if is_short_form(text) else amount(text)
+
+
+def is_short_form(text):
+    return re.fullmatch(r'-?\d(\.\d+)?e[+-]\d+', text) is not None and '%g' % float(text) == text
+
+
+def whole_quantity(item):
+    text = item.text('qty')
+    return int(float(text)) if is_short_form(text) else leading_integer(text)
 
 
 def lists(program, collective, item):
