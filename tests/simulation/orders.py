@@ -201,6 +201,8 @@ class Editor:
         payments = self.order['paymentarray']
         if row >= len(payments) or not self.program.may_change():
             return
+        if column == 'amount' and typed and reads(typed) is None:
+            return
         place = ('amount', 'datepaid', 'paymentmethod').index(column)
         payments[row][place] = normalised(typed) if column == 'amount' else typed
         self.reckon_balance()

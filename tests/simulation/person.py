@@ -173,6 +173,8 @@ class Person:
         found = reader.state()
         if before.candidates:
             wanted = found | {file: wanted[file] for moment in moments for file in moment}
+        # Only what is unsaved is tried again; of the rest nobody knows whether it was.
+        wanted |= {file: found[file] for file in self.program.retried - set(self.stale)}
         if self.fault or self.program.retried or before.candidates:
             self.judge_under_fault(found, wanted, before)
         else:
