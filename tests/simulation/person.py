@@ -30,6 +30,8 @@ class Person:
         self.write_first_settings(location)
         self.program = None
         self.mirror = {}
+        #: What was told since the program started.
+        self.told = set()
         #: Files that are not on disk as they should be, and those that may be so.
         self.stale, self.doubtful = {}, set()
         self.fault = None
@@ -59,6 +61,7 @@ class Person:
         self.process.begin(self.home, self.name)
         self.program = Program(self.name, self.home, self.read_settings(), self.find_folder)
         self.mirror = {}
+        self.told = set()
         self.stale, self.doubtful = {}, set()
         return self.do({'do': 'start', 'unreadable': list(unreadable)}, fault)
 
@@ -119,8 +122,10 @@ class Person:
             raise Wrong(f'read-only: {reply["readOnly"]} instead of {self.program.read_only}')
         if listed is not None:
             self.judge_differences(reply, listed)
-        if not self.fault and not asked.get('unreadable') and any('could not be read' in text for text in reply['told']):
+        if not self.fault and not asked.get('unreadable') and any('could not be read' in text for text in set(reply['told']) - self.told):
             raise Wrong(f'told for no reason: {reply["told"]}')
+        # All that was told of a database is told again with each news.
+        self.told |= set(reply['told'])
         self.judge_foreign(asked, reply, before)
         self.judge_state_of_today(before)
 
