@@ -165,24 +165,6 @@ TEST_F(OrderListTest, UndoBringsTheOrderBackWithItsPaymentsButWithoutLines)
     EXPECT_EQ(lines().getCount(), 0);
 }
 
-TEST_F(OrderListTest, AnOrderThatUndoBroughtBackKeepsItsIdToItself)
-{
-    begin();
-    order("Bench");
-    Order& chair = order("Chair");
-    alerts.answer("OK");
-    orders().selectRow(0);
-    orders().deleteKey();
-    orders().undo();
-    ASSERT_TRUE(orders().holds(chair));
-
-    orders().create();
-
-    EXPECT_EQ(chair.getID(), 2);
-    EXPECT_EQ(currentOrder().getID(), 3);
-    EXPECT_EQ(currentOrder().getOrderNum(), "3");
-}
-
 // Contacts
 
 TEST_F(OrderListTest, TheTabThatShowsDecidesWhichContactIsConnected)

@@ -86,6 +86,24 @@ TEST_F(OrderManagerTest, AnOrderForOtherPartsIsNumberedAndDatedButNotShown)
     EXPECT_FALSE(orders().isCreating());
 }
 
+TEST_F(OrderManagerTest, AnOrderThatUndoBroughtBackKeepsItsIdToItself)
+{
+    begin();
+    order("Bench");
+    Order& chair = order("Chair");
+    alerts.answer("OK");
+    orders().selectRow(0);
+    orders().deleteKey();
+    orders().undo();
+    ASSERT_TRUE(orders().holds(chair));
+
+    orders().create();
+
+    EXPECT_EQ(chair.getID(), 2);
+    EXPECT_EQ(currentOrder().getID(), 3);
+    EXPECT_EQ(currentOrder().getOrderNum(), "3");
+}
+
 TEST_F(OrderManagerTest, CancellingANewOrderTakesItAwayAgainWithItsLines)
 {
     begin();
