@@ -1,6 +1,8 @@
 // What concerns the whole house: settings, filters, databases, locks, and bringing back what was.
 #include "simulation/ShopServer.h"
 
+#include <QEventLoop>
+
 namespace {
 
 void flushSettings(ShopServer& server)
@@ -66,13 +68,23 @@ void retry(ShopServer& server, const QJsonObject&)
     server.app().folder().retry();
 }
 
+/// Reads the state as the recovery window does, and waits for it.
+void look(Restoring& restoring, const Generation& generation)
+{
+    QEventLoop untilRead;
+    restoring.onLooked = [&](const QStringList&) { untilRead.quit(); };
+    restoring.startLooking(generation);
+    if (restoring.isLooking())
+        untilRead.exec();
+}
+
 /// Looks at the state in the folder of that name; brings back the differences of the "rows", or all. Answers the differences as listed.
 void restore(ShopServer& server, const QJsonObject& asked)
 {
     const std::unique_ptr<Restoring> restoring = server.app().makeRestoring();
     for (const Generation& generation : restoring->generations()) {
         if (generation.folder.endsWith('/' + asked["state"].toString()))
-            restoring->look(generation);
+            look(*restoring, generation);
     }
     QJsonArray rows;
     for (int row = 0; row < restoring->numberOfRows(); ++row) {

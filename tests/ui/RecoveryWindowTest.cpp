@@ -54,17 +54,20 @@ protected:
 
 } // namespace
 
-TEST_F(RecoveryWindowTest, listsWhatWasKeptAndOffersNothingUntilARowIsChosen)
+TEST_F(RecoveryWindowTest, beginsInTheListOfWhatWasKeptWithTheFirstRowChosen)
 {
     writeFile("orders.xml", "not a list");
     begin();
     open(RecoveryWindow::Tab::kept);
 
     EXPECT_EQ(rows(1), QStringList {"orders.xml"});
+    EXPECT_EQ(keyboard(), table());
+    EXPECT_TRUE(child<Button>(*window, "show")->isEnabled());
+    EXPECT_TRUE(child<Button>(*window, "saveCopy")->isEnabled());
+    table()->clearSelection();
     EXPECT_FALSE(child<Button>(*window, "show")->isEnabled());
     EXPECT_FALSE(child<Button>(*window, "saveCopy")->isEnabled());
     table()->selectRow(0);
-    EXPECT_TRUE(child<Button>(*window, "saveCopy")->isEnabled());
 
     child<Button>(*window, "show")->click();
 

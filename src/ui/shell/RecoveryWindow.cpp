@@ -79,6 +79,9 @@ RecoveryWindow::RecoveryWindow(Vendaro& vendaro)
     addAction(closeWindow);
     // What is listed belongs to the database that is open.
     connect(&vendaro.session(), &DatabaseSession::aboutToSwitch, this, &QWidget::close);
+    // What was kept last is most likely what somebody came for.
+    m_keptTable->selectRow(0);
+    m_keptTable->setFocus();
 }
 
 RecoveryWindow::~RecoveryWindow()
@@ -124,7 +127,7 @@ QWidget* RecoveryWindow::makeKeptTab()
     connect(m_show, &QPushButton::clicked, this, [this] { m_kept->show(); });
     connect(m_saveCopy, &QPushButton::clicked, this, [this] { m_kept->saveCopy(); });
     connect(table, &QAbstractItemView::activated, this, [this] { m_kept->show(); });
-    table->setFocus();
+    m_keptTable = table;
     auto* column = plainColumn(page);
     column->addWidget(list, 1);
     column->addWidget(foot);

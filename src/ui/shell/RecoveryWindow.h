@@ -43,6 +43,7 @@ private:
     std::unique_ptr<KeptList> m_kept;
     std::unique_ptr<Restoring> m_restoring;
     UnderlineTabs* m_tabs;
+    RecordTable* m_keptTable = nullptr;
     PickList* m_generations = nullptr;
     RecordTable* m_differences = nullptr;
     MessageBar* m_trouble = nullptr;
