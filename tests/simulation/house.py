@@ -1,4 +1,4 @@
-"""Deeds with the whole house: settings, filters, databases, locks, and bringing back what was."""
+"""Deeds with the whole house: settings, filters, databases, locks."""
 import copy
 
 import orders
@@ -6,7 +6,7 @@ import people
 import stock
 from folder import Lock
 from program import FOLDER_KEYS, LOCATION, ORDER_FILTER, OWN_KEYS
-from records import FILES, GOALS, KIND_OF, KINDS, LINES, ORDERS, PAIR
+from records import FILES
 
 UNLOCK = 'Unlock database'
 
@@ -103,69 +103,6 @@ def quit_program(program, _asked):
     press_ok(program)
     end_with_folder(program)
     flush(program)
-
-
-# Bringing back
-
-def differences(program, state):
-    """What an earlier state has that is gone or otherwise now: the kind, the record as its file has it, and what happened to it."""
-    found = []
-    for kind in KINDS:
-        for entry in state.get(kind.file) or []:
-            record = kind.record(entry)
-            program.complete(kind, record)
-            now = program.lists[kind.name].find(record['id'])
-            changed = [] if now is None else changed_keys(kind, record, now)
-            if now is None or changed:
-                found.append((kind, kind.record(entry), 'Deleted' if now is None else 'Changed: ' + ', '.join(changed)))
-    return found
-
-
-def changed_keys(kind, earlier, now):
-    keys = [*kind.texts, *kind.integers, *kind.flags, kind.nested]
-    different = [key for key in keys if key and key != 'stockadded' and earlier.get(key, '') != now.get(key, '')]
-    return sorted(different)
-
-
-def restore(program, asked, state):
-    """Brings back all differences or the chosen ones, an order with its lines."""
-    found = differences(program, state)
-    chosen = set(range(len(found))) if asked['all'] else {row for row in asked['rows'] if row < len(found)}
-    if not chosen or not program.may_change():
-        return found
-    program.write_everything()
-    numbers = {found[row][1]['id'] for row in chosen if found[row][0] is ORDERS}
-    chosen |= {row for row, (kind, record, _) in enumerate(found) if kind is LINES and record['order'] in numbers}
-    touched = []
-    for row in sorted(chosen):
-        kind, record, _ = found[row]
-        bring_back(program, kind, record)
-        for file in PAIR if kind is ORDERS else (kind.file,):
-            if file not in touched:
-                touched.append(file)
-    program.link_contacts()
-    for file in touched:
-        program.take_over(KIND_OF[file].name)
-    program.write_files(touched)
-    return found
-
-
-def bring_back(program, kind, record):
-    collection = program.lists[kind.name]
-    now = collection.find(record['id'])
-    if now is None:
-        program.adopt(kind, record)
-        return
-    program.complete(kind, record)
-    if kind is GOALS:
-        program.drop_unknown_tasks(record)
-    payments = now.get('paymentarray', [])
-    program.payments = [pair for pair in program.payments if not any(pair[1] is payment for payment in payments)]
-    now.clear()
-    now.update(record)
-    if kind is ORDERS:
-        program.payments += [(now, payment) for payment in now['paymentarray']]
-        now.links = [program.contacts.find(now[key]) for key in ('contact', 'contact2')]
 
 
 DELETIONS = {'contacts': people.delete_contacts, 'items': stock.delete_items, 'orders': orders.delete_orders}

@@ -4,9 +4,10 @@ import plistlib
 
 from folder import Lock
 from home import SETTINGS, RecoveryReader, Wrong, home_reader, saved_settings, state_of
-from house import DEEDS, restore
+from house import DEEDS
 from program import FOLDER_KEYS, LOCATION, ORDER_FILTER, OWN_KEYS, Program
 from records import FILES, PAIR
+from restoring import restore
 from shop_process import ShopProcess
 
 TRACKED = (*OWN_KEYS, *FOLDER_KEYS, LOCATION, ORDER_FILTER)
@@ -157,7 +158,7 @@ class Person:
 
     @staticmethod
     def judge_differences(reply, listed):
-        wanted = [what for _, _, what in listed]
+        wanted = [difference.what for difference in listed]
         if [row[2] for row in reply['differences']] != wanted and not reply['trouble']:
             raise Wrong(f'the differences to an earlier state are {reply["differences"]} instead of {wanted}')
 
