@@ -110,9 +110,10 @@ class Life:
         fault = None
         if person is self.ada and not self.ada.fault:
             fault = self.fault_for({'do': 'quit'})
-        person.do({'do': 'quit'}, fault)
+        reply = person.do({'do': 'quit'}, fault)
         self.learn_calls('quit', fault)
-        if person is self.ada:
+        # A program that is killed keeps nothing of what it could not save.
+        if person is self.ada and reply:
             self.put_back()
 
     # What happens
