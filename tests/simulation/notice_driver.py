@@ -84,7 +84,16 @@ def spoil_lock(home, asked, reply):
     return True
 
 
-WAYS = (spoil_file, spoil_memory, spoil_rows, spoil_alert, spoil_notice, spoil_recovery, spoil_lock)
+def spoil_listing(_home, _asked, reply):
+    """What became of a record of an earlier state is told wrongly."""
+    if not reply.get('differences') or reply['trouble']:
+        return False
+    row = reply['differences'][-1]
+    row[2] = 'Changed: name' if row[2].startswith('Deleted') else 'Deleted'
+    return True
+
+
+WAYS = (spoil_file, spoil_memory, spoil_rows, spoil_alert, spoil_notice, spoil_recovery, spoil_lock, spoil_listing)
 #: Of what is not saved some may be on disk all the same: silence about that is no loss.
 OFTEN = (spoil_notice,)
 
