@@ -38,10 +38,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         }
         store.setText(settings::currency, "$");
         expect(static_cast<bool>(store.flush()), "the settings can be written");
-        expect(store.damage().isEmpty() || isKept(recoveryFolder, bytes), "what did not read is kept");
+        expect(store.takeDamage().isEmpty() || isKept(recoveryFolder, bytes), "what did not read is kept");
     }
-    const FileSettingsStore again(path, recovery);
-    expect(again.damage().isEmpty(), "what was written reads");
+    FileSettingsStore again(path, recovery);
+    expect(again.takeDamage().isEmpty(), "what was written reads");
     expect(again.text(settings::currency) == "$", "a setting comes back");
 
     writeInput(path, bytes);

@@ -1,5 +1,6 @@
 // OrderManager's list: deleting, contacts, filter and search, colours, attachments.
 #include "support/Business.h"
+#include "support/ListResets.h"
 
 #include <gmock/gmock.h>
 
@@ -528,19 +529,6 @@ TEST_F(OrderListTest, MailGoesToTheFirstContactOnTheirTabElseToTheSecond)
 
 // Many at once
 
-/// How often a list told that its rows are to be asked again.
-class ResetCounter : public ListObserver {
-public:
-    explicit ResetCounter(qvDataSource& list) : m_list(list) { m_list.addObserver(*this); }
-    ~ResetCounter() override { m_list.removeObserver(*this); }
-    void listReset() override { ++resets; }
-    void rowChanged(int) override { }
-    int resets = 0;
-
-private:
-    qvDataSource& m_list;
-};
-
 TEST_F(OrderListTest, DeletingManyTellsEveryListAsOftenAsDeletingOne)
 {
     const auto resetsOfDeleting = [this](int count) {
@@ -559,8 +547,10 @@ TEST_F(OrderListTest, DeletingManyTellsEveryListAsOftenAsDeletingOne)
                 rows.push_back(row);
         }
         orders().setSelectedRows(rows);
-        const ResetCounter ofOrders(orders());
-        const ResetCounter ofLines(lines());
+        ListResets ofOrders;
+        ListResets ofLines;
+        orders().addObserver(ofOrders);
+        lines().addObserver(ofLines);
         alerts.answer("OK");
         orders().deleteKey();
         EXPECT_EQ(orders().records(), std::vector<dataObject*> {&kept});
@@ -568,7 +558,9 @@ TEST_F(OrderListTest, DeletingManyTellsEveryListAsOftenAsDeletingOne)
         EXPECT_EQ(app().getPaymentManager().getCount(), 0);
         EXPECT_EQ(app().getBillManager().getCount(), 0);
         EXPECT_EQ(orders().deleteBuffer().size(), static_cast<std::size_t>(count));
-        const std::pair resets(ofOrders.resets, ofLines.resets);
+        orders().removeObserver(ofOrders);
+        lines().removeObserver(ofLines);
+        const std::pair resets(ofOrders.count, ofLines.count);
         quit();
         for (const char* file : {"orders.xml", "itemsordered.xml", "bills.xml"})
             QFile::remove(databaseFolder() + '/' + file);
