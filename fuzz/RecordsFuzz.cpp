@@ -26,6 +26,7 @@ protected:
         m_store = store;
         records.push_back(std::move(record));
     }
+    void bringBack(StoredRecord<R>&& record, const TextStorePointer& store) override { adopt(std::move(record), store); }
     void collect(std::vector<StoredRecord<R>>& all) const override { all = records; }
 
 private:
