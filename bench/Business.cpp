@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr const char* recordFiles[] {
+constexpr const char* recordFileNames[] {
     "contacts.xml", "orders.xml", "items.xml", "itemsordered.xml", "bills.xml", "actions.xml", "goals.xml"};
 
 QString homeOf(int scale)
@@ -51,7 +51,7 @@ RecordFile& Business::file(std::string_view name)
 std::vector<std::string> Business::bytes(int scale)
 {
     std::vector<std::string> all;
-    for (const char* name : recordFiles) {
+    for (const char* name : recordFileNames) {
         FileBytes file = readWholeFile((folder(scale) + '/' + name).toStdString());
         if (file.trouble == ReadTrouble::none)
             all.emplace_back(file.bytes);

@@ -30,7 +30,7 @@ private:
 
 class Business {
 public:
-    /// scale: one that was generated, 1 or 250. The database is not opened yet.
+    /// scale: one that was generated, 1, 10, 250 or 2500. The database is not opened yet.
     explicit Business(int scale);
     ~Business();
 

@@ -7,13 +7,15 @@
 namespace {
 
 constexpr int large = 250;
+constexpr int huge = 2500;
+constexpr int ordersPerScale = 400;
 
-void openDatabase(benchmark::State& state)
+void openDatabase(benchmark::State& state, int scale)
 {
     std::size_t records = 0;
     for (auto _ : state) {
         state.PauseTiming();
-        auto business = std::make_unique<Business>(large);
+        auto business = std::make_unique<Business>(scale);
         state.ResumeTiming();
         business->open();
         state.PauseTiming();
@@ -21,7 +23,20 @@ void openDatabase(benchmark::State& state)
         business.reset();
         state.ResumeTiming();
     }
+    if (records != static_cast<std::size_t>(scale) * ordersPerScale)
+        state.SkipWithError("the database was not read whole");
     state.counters["orders"] = static_cast<double>(records);
+}
+
+/// Everything is written, and the same database is opened again.
+void switchDatabase(benchmark::State& state)
+{
+    Business business(large);
+    business.open();
+    for (auto _ : state)
+        business.app().session().switchDatabase();
+    if (business.orders().getCount() != large * ordersPerScale)
+        state.SkipWithError("the database was not read whole");
 }
 
 /// The same bytes into trees that are all kept.
@@ -49,6 +64,16 @@ void parseInPlace(benchmark::State& state, unsigned int options)
     state.counters["bytes"] = static_cast<double>(total);
 }
 
+void openLarge(benchmark::State& state)
+{
+    openDatabase(state, large);
+}
+
+void openHuge(benchmark::State& state)
+{
+    openDatabase(state, huge);
+}
+
 void parseWithOneNodeAText(benchmark::State& state)
 {
     parseInPlace(state, pugi::parse_escapes | pugi::parse_embed_pcdata);
@@ -61,6 +86,24 @@ void parseByDefault(benchmark::State& state)
 
 } // namespace
 
-BENCHMARK(openDatabase)->Name("open/work")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Iterations(3);
-BENCHMARK(parseWithOneNodeAText)->Name("open/yardstick")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Iterations(3);
-BENCHMARK(parseByDefault)->Name("open/yardstick-default")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Iterations(3);
+BENCHMARK(openLarge)->Name("open/250")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Iterations(1)->Repetitions(5);
+BENCHMARK(openHuge)->Name("open/2500")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Iterations(1)->Repetitions(2);
+BENCHMARK(switchDatabase)
+    ->Name("switch/250")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime()
+    ->Iterations(1)
+    ->Repetitions(5);
+BENCHMARK(parseWithOneNodeAText)
+    ->Name("open/yardstick")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->Iterations(1)
+    ->Repetitions(5);
+BENCHMARK(parseByDefault)
+    ->Name("open/yardstick-default")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->Iterations(1)
+    ->Repetitions(5);

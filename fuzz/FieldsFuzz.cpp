@@ -37,14 +37,14 @@ protected:
     void adopt(StoredRecord<R>&& stored, const TextStorePointer& store) override
     {
         m_record.setID(stored.id);
-        m_record.setValues(stored.values, store);
+        m_record.setValues(std::move(stored.values), store);
         m_record.setUnknownKeys(stored.unknownKeys);
         ++m_adopted;
     }
     void bringBack(StoredRecord<R>&& stored, const TextStorePointer& store) override { adopt(std::move(stored), store); }
-    void collect(std::vector<StoredRecord<R>>& records) const override
+    void collect(StoredRecords<R>& records) const override
     {
-        records.push_back({m_record.getID(), {}, m_record.values(), {}, m_record.unknownKeys()});
+        records.push_back({m_record.getID(), {}, m_record.sharedValues(), {}, m_record.unknownKeys()});
     }
 
 private:

@@ -18,7 +18,7 @@ template <class R>
 class PlainFile : public RecordFileOf<R> {
 public:
     PlainFile() : RecordFileOf<R>("records.xml", "records", "records") { }
-    std::vector<StoredRecord<R>> records;
+    StoredRecords<R> records;
 
 protected:
     void adopt(StoredRecord<R>&& record, const TextStorePointer& store) override
@@ -27,7 +27,7 @@ protected:
         records.push_back(std::move(record));
     }
     void bringBack(StoredRecord<R>&& record, const TextStorePointer& store) override { adopt(std::move(record), store); }
-    void collect(std::vector<StoredRecord<R>>& all) const override { all = records; }
+    void collect(StoredRecords<R>& all) const override { all = records; }
 
 private:
     TextStorePointer m_store;
@@ -102,7 +102,7 @@ void expectSame(const PlainFile<R>* file, const PlainFile<R>& other)
     expect(file->records.size() == other.records.size(), "every layout gives as many records");
     for (std::size_t n = 0; n < file->records.size(); ++n) {
         expect(file->records[n].id == other.records[n].id, "every layout gives the same ids");
-        expect(file->records[n].values == other.records[n].values, "every layout gives the same values");
+        expect(*file->records[n].values == *other.records[n].values, "every layout gives the same values");
     }
     expect(written(*file) == written(other), "every layout is written the same");
 }

@@ -75,6 +75,12 @@ void DatabaseSession::tellDamage(const QStringList& sentences)
         Q_EMIT damageFound(m_damage);
 }
 
+void DatabaseSession::tellAgain()
+{
+    if (!m_damage.isEmpty())
+        Q_EMIT damageFound(m_damage);
+}
+
 DatabaseFolder::AfterFile DatabaseSession::afterFile()
 {
     return [this](RecordFile& file, bool existed) { takeOver(file, existed); };
@@ -102,6 +108,7 @@ const DatabaseSession::Entry& DatabaseSession::entryOf(const RecordFile& file) c
 
 void DatabaseSession::checkLock()
 {
+    m_hasNoLock = false;
     if (m_folder.lock().exists()) {
         meetLock();
         return;
@@ -113,8 +120,28 @@ void DatabaseSession::checkLock()
         meetLock();
         return;
     }
+    m_hasNoLock = !acquired;
     logLine(acquired ? "lock written successfully" : "lock not written successfully");
     setReadOnly(false);
+}
+
+/// A folder that could not be locked, because it was not there yet or for another reason, is locked before anything is written into it,
+/// once that can be done. False when somebody else was faster: nothing may be written, and the news say where what it should hold is kept.
+bool DatabaseSession::lockLate(QStringList& news)
+{
+    if (!m_hasNoLock)
+        return true;
+    const Result<bool> acquired = m_folder.lock().acquire();
+    if (!acquired)
+        return true;
+    m_hasNoLock = false;
+    if (acquired.value()) {
+        logLine("lock written successfully");
+        return true;
+    }
+    news += m_folder.keepInstead(m_folder.files());
+    meetLock();
+    return false;
 }
 
 void DatabaseSession::meetLock()
@@ -185,8 +212,22 @@ void DatabaseSession::write(const std::vector<RecordFile*>& files, DatabaseFolde
     if (m_readonlymode)
         return;
     makeFolders();
-    m_folder.write(files, when);
-    tellNews();
+    QStringList news;
+    if (lockLate(news)) {
+        m_folder.write(files, when);
+        news += m_folder.takeNews();
+    }
+    tellDamage(news);
+}
+
+void DatabaseSession::retry()
+{
+    if (m_readonlymode)
+        return;
+    QStringList news;
+    if (lockLate(news))
+        m_folder.retry();
+    tellDamage(news);
 }
 
 /// Of writes in the background it is told when they are done.
@@ -205,16 +246,35 @@ void DatabaseSession::writeDatabaseInBackground(const qvDataSource& sender)
     write(filesOf(sender), DatabaseFolder::When::inBackground);
 }
 
+void DatabaseSession::saveEverything()
+{
+    QStringList news;
+    writeAll(news);
+    tellDamage(news);
+}
+
 QStringList DatabaseSession::writeEverything()
 {
-    if (m_readonlymode)
-        return {};
-    makeFolders();
-    m_folder.writeEverything();
-    const QStringList sentences = m_folder.takeNews() + m_folder.keepUnsaved();
+    QStringList news;
+    if (!writeAll(news))
+        return news;
+    news += m_folder.keepUnsaved();
     if (!m_folder.lock().release())
         logLine("error: lock not removed from database");
-    return sentences;
+    return news;
+}
+
+/// False when nothing may be written.
+bool DatabaseSession::writeAll(QStringList& news)
+{
+    if (m_readonlymode)
+        return false;
+    makeFolders();
+    if (!lockLate(news))
+        return false;
+    m_folder.writeEverything();
+    news += m_folder.takeNews();
+    return true;
 }
 
 void DatabaseSession::makeFolders()

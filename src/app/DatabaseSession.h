@@ -46,6 +46,10 @@ public:
     /// Writes every file and takes the lock away. One sentence for each file that could not be written, which says where what it
     /// should hold is kept.
     QStringList writeEverything();
+    /// Writes every file and goes on; what could not be written stays unsaved.
+    void saveEverything();
+    /// Tries again what could not be written.
+    void retry();
     /// The user's wish to work in spite of a lock.
     void unlockDatabase();
     void copyDatabase();
@@ -55,6 +59,8 @@ public:
     std::vector<RecordFile*> filesWrittenWith(const RecordFile& file) const;
     /// Adds to what the person is told; see damageFound.
     void tellDamage(const QStringList& sentences);
+    /// Tells once more what was told, for whoever was not listening yet.
+    void tellAgain();
 
     bool readOnlyCheck() override;
     bool isReadOnly() const override { return m_readonlymode; }
@@ -98,6 +104,7 @@ private:
     std::vector<RecordFile*> filesOf(const qvDataSource& sender) const;
     void filterOthers();
     void write(const std::vector<RecordFile*>& files, DatabaseFolder::When when);
+    bool writeAll(QStringList& news);
     void makeFolders();
     void tellNews();
     void noteSaved();
@@ -106,6 +113,7 @@ private:
     DatabaseFolder::AfterFile afterFile();
     void takeOver(RecordFile& file, bool existed);
     void checkLock();
+    bool lockLate(QStringList& news);
     void meetLock();
     void setReadOnly(bool readOnly);
 
@@ -117,4 +125,6 @@ private:
     LockInfo m_lockInfo;
     QStringList m_damage;
     bool m_readonlymode = false;
+    /// There was no lock, and none could be written.
+    bool m_hasNoLock = false;
 };

@@ -3,6 +3,7 @@
 #include "app/Places.h"
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
+#include "documents/Notepad.h"
 #include "foundation/Folders.h"
 #include "foundation/Log.h"
 #include "foundation/Numbers.h"
@@ -10,6 +11,8 @@
 
 #include <QDir>
 #include <QFileInfo>
+
+#include <span>
 
 namespace {
 
@@ -59,8 +62,7 @@ constexpr std::array words {&PrefsForm::termOrder, &PrefsForm::termOrders, &Pref
 
 constexpr std::array lists {&PrefsForm::invoiceCategories, &PrefsForm::statuses, &PrefsForm::contactTypes};
 
-const std::vector<TaxRate> initialTaxRates {{"S", "standard", "20", PlistValue::makeDict()}, {"L", "lower", "5", PlistValue::makeDict()},
-    {"Z", "zero", "0", PlistValue::makeDict()}, {"E", "exempt", "0", PlistValue::makeDict()}};
+const std::vector<TaxRate> initialTaxRates {{"S", "standard", "20"}, {"L", "lower", "5"}, {"Z", "zero", "0"}, {"E", "exempt", "0"}};
 
 void showColumn(qvDataSource& list, const char* identifier, bool visible)
 {
@@ -95,25 +97,20 @@ void setEntryText(PlistValue& entry, const char* key, const std::string& text)
 } // namespace
 
 PrefsController::PrefsController(PrefsNeeds needs)
-    : m_needs(std::move(needs))
+    : taxTable(needs.sorting, needs.beeper, needs.money, m_taxRates)
+    , m_needs(std::move(needs))
     , m_store(m_needs.store)
     , m_properties(m_needs.properties)
     , m_orders(m_needs.orders)
     , m_lines(m_needs.lines)
 {
-    form.dateFormat.onEdited = [this] {
-        m_dateFormatChosen = true;
-        switchDateFormat();
-    };
-    form.handlesTax.onEdited = [this] { enableTaxControls(); };
-    form.pricesTaxInclusive.onEdited = [this] { showPrices(); };
-    form.colourStatus.onEdited = [this] { statusSelectorHasChanged(); };
-    form.databases.onEdited = [this] { selectDatabase(); };
-    newDatabase.confirm.run = [this] { makeNewDatabase(); };
-    newDatabase.cancel.run = [this] {
-        newDatabase.close();
-        switchToFormsLocation();
-    };
+    connectForm();
+    connectDatabases();
+    checkValues();
+    for (const auto& switches : {std::span<const ColumnSwitch>(orderColumnSwitches), std::span<const ColumnSwitch>(lineColumnSwitches)}) {
+        for (const ColumnSwitch& entry : switches)
+            (form.*entry.flag).onEdited = [this] { removeHiddenColumns(); };
+    }
 }
 
 void PrefsController::registerDefaults()
@@ -124,6 +121,19 @@ void PrefsController::registerDefaults()
 }
 
 void PrefsController::readDefaults()
+{
+    readSettings();
+    m_needs.notepad.load();
+    populateLists();
+}
+
+void PrefsController::readSettingsAgain()
+{
+    readSettings();
+    populateLists();
+}
+
+void PrefsController::readSettings()
 {
     registerDefaults();
     readText(form.dbLocation, settings::dbLocation);
@@ -139,8 +149,8 @@ void PrefsController::readDefaults()
     readOwnText(form.invoiceCategories, settings::invoiceCategories);
     readOwnText(form.statuses, settings::statuses);
     readText(form.contactTypes, settings::contactTypes);
+    readOwnDefaults();
     Q_EMIT wordsChanged();
-    populateLists();
 }
 
 void PrefsController::readText(TextField& field, const char* key)
@@ -212,6 +222,7 @@ void PrefsController::readTaxRates()
             m_taxRates.front().rate = *older;
     }
     writeStandardRate();
+    Q_EMIT taxRatesChanged();
 }
 
 void PrefsController::writeStandardRate()
@@ -245,6 +256,8 @@ void PrefsController::enableTaxControls()
     form.taxStatement.setEnabled(handled);
     form.taxShipping.setEnabled(handled);
     form.pricesTaxInclusive.setEnabled(handled);
+    form.addTaxRate.setEnabled(handled);
+    form.deleteTaxRate.setEnabled(handled);
 }
 
 void PrefsController::readChoices()
@@ -292,6 +305,12 @@ void PrefsController::readDatabaseProperties()
     readDatabaseText(form.contactPrefix, settings::contactPrefix, CopyToUser::no);
 }
 
+void PrefsController::completeDatabaseProperties()
+{
+    if (!m_properties.objectForKey(actualDbLocation(), settings::currency))
+        readDatabaseProperties();
+}
+
 void PrefsController::readDatabaseText(TextField& field, const char* key, CopyToUser copy)
 {
     readOwnText(field, key);
@@ -322,7 +341,7 @@ void PrefsController::applyBOMTableHeadingChanges()
 
 void PrefsController::populateLists()
 {
-    form.colourStatus.setTitles(getStatusList());
+    offerStatuses();
     Q_EMIT listsChanged();
 }
 
@@ -397,6 +416,7 @@ void PrefsController::OKButton()
     logLine("Saving lists");
     for (TextField PrefsForm::*list : lists)
         commit(form.*list);
+    logLine("Saving notepad");
     makeDefaultFolders();
     if (!form.dbLocation.text().isEmpty())
         commit(form.dbLocation);
@@ -404,6 +424,8 @@ void PrefsController::OKButton()
         m_store.setText((form.*entry.flag).name().toStdString(), (form.*entry.flag).isOn() ? "YES" : "NO");
     for (const ColumnSwitch& entry : lineColumnSwitches)
         m_store.setText((form.*entry.flag).name().toStdString(), (form.*entry.flag).isOn() ? "YES" : "NO");
+    // What cannot be saved stays in the notepad, which says why.
+    m_needs.notepad.save();
     populateLists();
     applyBOMTableHeadingChanges();
 }

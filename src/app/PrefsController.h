@@ -5,6 +5,8 @@
 #pragma once
 
 #include "app/PrefsForm.h"
+#include "app/TaxRateTable.h"
+#include "desktop/Desktop.h"
 #include "storage/FolderProperties.h"
 #include "storage/Settings.h"
 
@@ -13,19 +15,10 @@
 #include <functional>
 #include <vector>
 
-class Alerts;
-class FilePanels;
-class User;
+class Notepad;
+class SortSettings;
 class qvDataSource;
 struct RgbColour;
-
-struct TaxRate {
-    std::string code;
-    std::string description;
-    std::string rate;
-    /// The row as it was stored, with what it holds beside these three.
-    PlistValue stored = PlistValue::makeDict();
-};
 
 struct PrefsNeeds {
     SettingsStore& store;
@@ -33,6 +26,9 @@ struct PrefsNeeds {
     Alerts& alerts;
     FilePanels& panels;
     const User& user;
+    const SortSettings& sorting;
+    Beeper& beeper;
+    const MoneyFormatter& money;
     /// The lists whose columns the settings show, hide and name.
     qvDataSource& orders;
     qvDataSource& lines;
@@ -40,6 +36,8 @@ struct PrefsNeeds {
     std::function<void()> switchDatabase;
     /// Whether what travels with the database in that folder may be written now.
     std::function<bool(const QString& folder)> mayWriteInto;
+    /// Read and saved with the settings.
+    Notepad& notepad;
 };
 
 class PrefsController : public QObject, public SettingsForm {
@@ -49,9 +47,16 @@ public:
 
     PrefsForm form;
     NewDatabaseForm newDatabase;
+    /// The table of tax rates as a list on screen.
+    TaxRateTable taxTable;
 
     void readDefaults();
+    /// The same for settings alone that changed in the store; what was typed into the notepad stays.
+    void readSettingsAgain();
+    /// Commits everything: when the person confirms the settings, and at quit.
     void OKButton();
+    /// Opens the settings window.
+    void openWindow();
     /// Day first or month first from now on, in the form and on disk at once: the chooser of the first new order or contact.
     void chooseDateFormat(PrefsForm::DateFormatChoice choice);
     void switchDateFormat();
@@ -62,6 +67,8 @@ public:
     void setDbLocation(const QString& path);
     /// The database at the location setting is about to be read: what travels with it is read, and written, from now on.
     void readDatabaseProperties();
+    /// The database was opened and may be written: a folder that was made for it only then gets what travels with it.
+    void completeDatabaseProperties();
 
     // The tax-rate table
     void addTaxRate();
@@ -86,6 +93,8 @@ public:
     void selectDbLocation();
     void createDbLocation();
     void setDbLocationToDefault();
+    /// False when a place was chosen that is opened only at the next load.
+    bool isFormsLocationOpen() const;
 
     std::string getCurrency() const override;
     std::string getCurrencyCode() const override;
@@ -114,14 +123,34 @@ public:
 Q_SIGNALS:
     /// The lists of statuses, contact types and bill categories are to be shown anew.
     void listsChanged();
-    /// The user's words or headings changed.
+    /// The user's words changed.
     void wordsChanged();
     void dateFormatChanged();
     void taxRatesChanged();
+    /// A database has another display name.
+    void databaseRenamed();
+    /// Another status was chosen, or the colour of the chosen one.
     void statusColourChanged();
+    /// Which status counts as complete was chosen.
+    void completeStatusChanged();
 
 private:
+    void connectForm();
+    void connectDatabases();
+    void checkValues();
     void registerDefaults();
+    void readSettings();
+    void readOwnDefaults();
+    void offerStatuses();
+    void checkShippingCode();
+    void storeStatusColour(const RgbColour& colour);
+    void showStatusColour();
+    void takeColourParts();
+    void deleteSelectedRate();
+    /// What is wrong with a typed part of a colour.
+    static QString colourPartFault(std::string_view text);
+    QString newDatabaseName() const;
+    void checkNewName();
     void readColumns();
     void removeHiddenColumns();
     void readTax();
@@ -148,7 +177,7 @@ private:
     QString shownName(const QString& folder) const;
     void selectDatabase();
     void makeNewDatabase();
-    void chooseDbLocation(const char* title, const char* prompt, const char* nameLabel, const char* fileType);
+    void chooseDbLocation(const char* title, const char* prompt, const char* nameLabel, const char* fileType, SavePanel::What what);
     /// What the form says is the location from now on.
     void switchToFormsLocation();
 

@@ -4,6 +4,7 @@
 
 PrefsForm::PrefsForm()
 {
+    setTitle(localText("Preferences"));
     pricesTaxInclusive.setTitles({localText("Prices include tax"), localText("Tax is added to prices")});
     pricesTaxInclusive.setIndex(inclusive);
     dateFormat.setTitles({localText("Day first"), localText("Month first")});
@@ -12,6 +13,8 @@ PrefsForm::PrefsForm()
     defaultSort.setIndex(newestFirst);
     codeSort.setTitles({localText("By their digits"), localText("As text"), localText("In the order they were made")});
     codeSort.setIndex(byDigits);
+
+    timeUnit.setTitles({"Hours", "Days"});
 
     currency.setText("£");
     currencyCode.setText("GBP");

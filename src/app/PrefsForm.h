@@ -8,6 +8,7 @@ class NewDatabaseForm : public Form {
 public:
     TextField displayName {*this, "displayName"};
     /// The folder's name; empty means the display name.
+    /// Its caption says what the folder will be.
     TextField fileName {*this, "fileName"};
     CommandField confirm {*this, "confirm"};
     CommandField cancel {*this, "cancel"};
@@ -76,6 +77,33 @@ public:
     FlagField lineBrandColumn {*this, "BOMTableBrandColumn"};
     FlagField lineUnitColumn {*this, "BOMTableUnitColumn"};
     FlagField lineTaxColumn {*this, "BOMTableTaxColumn"};
+
+    // These count, and are stored, as soon as they are edited.
+    ChoiceField completeStatus {*this, "completeStatus"};
+    TextField timeRate {*this, "timeLoggingRate"};
+    ChoiceField timeUnit {*this, "timeLoggingUnit"};
+    /// The colour of the chosen status, each part from 0 to 255.
+    TextField colourRed {*this, "redComponent"};
+    TextField colourGreen {*this, "greenComponent"};
+    TextField colourBlue {*this, "blueComponent"};
+
+    CommandField addTaxRate {*this, "addTaxRate"};
+    CommandField deleteTaxRate {*this, "deleteTaxRate"};
+    CommandField newDatabase {*this, "newDatabaseMenuItem"};
+    CommandField selectDbLocation {*this, "selectDbLocation"};
+    CommandField createDbLocation {*this, "createDbLocation"};
+    CommandField setDbLocationToDefault {*this, "setDbLocationToDefault"};
+    /// Commits everything and closes the window.
+    CommandField ok {*this, "ok"};
+    /// Closes the window; what was edited goes on counting and is committed later.
+    CommandField leave {*this, "leave"};
+
+    /// Follows the switch of the tips.
+    FlagField prefDontShowTips {*this, "prefDontShowTips"};
+
+    // Of the update check; stored as soon as they are edited.
+    FlagField automaticUpdateCheck {*this, "automaticUpdateCheck"};
+    TextField updateEndpoint {*this, "updateEndpoint"};
 
     /// Fills in what a form shows that was never edited.
     PrefsForm();

@@ -1,8 +1,13 @@
-// The tables of the settings: tax rates, and the colours of order statuses.
+// What is edited row by row in the settings: tax rates, and what belongs to each order status.
 #include "app/PrefsController.h"
 
+#include "desktop/Alerts.h"
+#include "desktop/TextTable.h"
 #include "foundation/Log.h"
+#include "foundation/Numbers.h"
 #include "orders/StatusColours.h"
+
+#include <cmath>
 
 namespace {
 
@@ -23,12 +28,25 @@ bool isFor(const PlistValue& entry, const QString& status)
     return name && name->asText() == status.toStdString();
 }
 
+constexpr int fullPart = 255;
+
+/// A part of a colour as it is typed, from 0 to 255.
+int typedPart(std::string_view text)
+{
+    return std::clamp(numbers::leadingInt(text), 0, fullPart);
+}
+
+QString shownPart(float part)
+{
+    return QString::number(std::isfinite(part) ? std::lround(std::clamp(part, 0.0f, 1.0f) * fullPart) : 0);
+}
+
 } // namespace
 
 void PrefsController::addTaxRate()
 {
     logLine("add tax rate");
-    m_taxRates.push_back({"", "Edit me", "0", PlistValue::makeDict()});
+    m_taxRates.push_back({"", "Edit me", "0"});
     Q_EMIT taxRatesChanged();
 }
 
@@ -54,9 +72,62 @@ void PrefsController::setTaxRateValue(std::string_view column, int row, std::str
     Q_EMIT taxRatesChanged();
 }
 
+void PrefsController::deleteSelectedRate()
+{
+    const int row = taxTable.selectedRate();
+    deleteTaxRate(row);
+    taxTable.selectRate(std::min(row, static_cast<int>(m_taxRates.size()) - 1));
+}
+
+/// A code that no rate has leaves shipping without tax.
+void PrefsController::checkShippingCode()
+{
+    const std::string code = form.taxShipping.text().toStdString();
+    const bool known = code.empty() || getTaxRateForCode(code).has_value();
+    form.taxShipping.setFault(known ? QString() : localText("No rate has this code, so shipping has no tax."));
+}
+
+/// The statuses to choose from follow their list while it is edited.
+void PrefsController::offerStatuses()
+{
+    const QStringList statuses = getStatusList();
+    form.colourStatus.setTitles(statuses);
+    if (form.colourStatus.index() < 0)
+        form.colourStatus.setIndex(0);
+    form.completeStatus.setTitles(statuses);
+    form.completeStatus.setOrAddTitle(QString::fromStdString(m_store.text(settings::completeStatus).value_or("")));
+    showStatusColour();
+}
+
+QString PrefsController::colourPartFault(std::string_view text)
+{
+    const QString trimmed = QString::fromUtf8(text.data(), static_cast<int>(text.size())).trimmed();
+    bool isNumber = false;
+    const int part = trimmed.toInt(&isNumber);
+    if (trimmed.isEmpty() || (isNumber && part >= 0 && part <= fullPart))
+        return {};
+    return fillText(localText("This is no number from 0 to 255; it counts as %@."), {QString::number(typedPart(text))});
+}
+
 void PrefsController::statusSelectorHasChanged()
 {
+    showStatusColour();
     Q_EMIT statusColourChanged();
+}
+
+void PrefsController::showStatusColour()
+{
+    const RgbColour colour = shownStatusColour();
+    form.colourRed.setText(shownPart(colour.red));
+    form.colourGreen.setText(shownPart(colour.green));
+    form.colourBlue.setText(shownPart(colour.blue));
+}
+
+/// What is being typed stays as it is typed.
+void PrefsController::takeColourParts()
+{
+    const auto part = [](const TextField& field) { return static_cast<float>(typedPart(field.text().toStdString())) / fullPart; };
+    storeStatusColour({part(form.colourRed), part(form.colourGreen), part(form.colourBlue)});
 }
 
 RgbColour PrefsController::shownStatusColour() const
@@ -67,6 +138,12 @@ RgbColour PrefsController::shownStatusColour() const
 }
 
 void PrefsController::setColorForStatus(const RgbColour& colour)
+{
+    storeStatusColour(colour);
+    showStatusColour();
+}
+
+void PrefsController::storeStatusColour(const RgbColour& colour)
 {
     const QString status = form.colourStatus.title();
     if (form.colourStatus.index() < 0)

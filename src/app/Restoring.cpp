@@ -87,7 +87,7 @@ void Restoring::read(const std::shared_ptr<Reading>& reading, const QString& fol
 
 Restoring::ReadFile Restoring::readFile(RecordFile& file, const QString& folder)
 {
-    const FileBytes bytes = readWholeFile((folder + '/' + file.fileName()).toStdString());
+    const FileBytes bytes = readRecords((folder + '/' + file.fileName()).toStdString());
     if (bytes.trouble == ReadTrouble::missing)
         return {&file, {}, {}};
     Result<std::unique_ptr<ParsedFile>> parsed =
@@ -113,7 +113,11 @@ void Restoring::takeOver(ReadFile& file)
 void Restoring::finishLooking()
 {
     m_reading.reset();
-    listDifferences();
+    // A record may name one of a file that was compared after its own.
+    if (m_newIds.isEmpty())
+        listDifferences();
+    else
+        compare();
     if (onLooked)
         onLooked(m_troubles);
 }
@@ -126,12 +130,17 @@ void Restoring::compareFile(RecordFile& file, ParsedFile& parsed)
         m_differences.push_back({&file, &parsed, std::move(record)});
 }
 
+/// Again and again with the new ids that were found, until they stay as they are: who is back is known by what it names, too.
 void Restoring::compare()
 {
-    m_differences.clear();
-    m_newIds = {};
-    for (const auto& [file, parsed] : m_earlier)
-        compareFile(*file, *parsed);
+    IdChanges before;
+    int rounds = 0;
+    do {
+        before = m_newIds;
+        m_differences.clear();
+        for (const auto& [file, parsed] : m_earlier)
+            compareFile(*file, *parsed);
+    } while (++rounds < mostRounds && !(m_newIds == before));
     listDifferences();
 }
 
@@ -200,8 +209,8 @@ bool Restoring::addLines(std::set<std::size_t>& chosen) const
     return chosen.size() != before;
 }
 
-/// What a record names by a number that another has by now goes along, since it would name the other; so does what it belongs to. Answers
-/// whether there was any.
+/// What a record names by a number that another has by now goes along, since it would name the other; so does what it belongs to, and
+/// what it can name only while that is there. Answers whether there was any.
 bool Restoring::addNamed(std::set<std::size_t>& chosen) const
 {
     const std::size_t before = chosen.size();
@@ -217,8 +226,9 @@ bool Restoring::addNamed(std::set<std::size_t>& chosen) const
             const auto found = lost.find({link.fileName, link.id});
             if (found == lost.end())
                 continue;
+            const Difference& named = m_differences[found->second];
             const bool isOwner = link.fileName == recordFiles::orders && link.id == difference.record.owner;
-            if (isOwner || m_differences[found->second].record.sinceThen == SinceThen::replaced)
+            if (isOwner || named.record.sinceThen == SinceThen::replaced || named.file->isNamedOnlyWhileThere())
                 chosen.insert(found->second);
         }
     }

@@ -84,6 +84,9 @@ private:
     bool addNamed(std::set<std::size_t>& chosen) const;
     Result<void> bringBack(std::set<std::size_t> chosen);
 
+    /// Sets of sets take a round for each level; more than these are given up.
+    static constexpr int mostRounds = 100;
+
     RestoringNeeds m_needs;
     /// None while nothing is being read.
     std::shared_ptr<Reading> m_reading;

@@ -4,7 +4,9 @@
 #include "desktop/AlertTexts.h"
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
+#include "documents/ListPages.h"
 #include "documents/TemplateUpgrade.h"
+#include "documents/TextPages.h"
 #include "foundation/Folders.h"
 #include "foundation/Log.h"
 #include "foundation/SafeFile.h"
@@ -36,8 +38,11 @@ Vendaro::Vendaro(VendaroDesktop desktop)
     , m_orderRules {m_settings, m_money}
     , m_itemRules {m_settings, m_money}
     , m_lineRules {m_money, *this, m_items}
-    , m_preferences({m_settings, m_properties, m_desktop.alerts, m_desktop.panels, m_desktop.user, m_orders, m_lines,
-          [this] { m_session.switchDatabase(); }, [this](const QString& folder) { return m_session.mayWriteInto(folder); }})
+    , m_notepad(below(m_desktop.user, places::defaultDatabase), m_recovery,
+          [this] { return m_session.mayWriteInto(below(m_desktop.user, places::defaultDatabase)); })
+    , m_preferences({m_settings, m_properties, m_desktop.alerts, m_desktop.panels, m_desktop.user, *this, m_desktop.beeper, m_money,
+          m_orders, m_lines, [this] { m_session.switchDatabase(); },
+          [this](const QString& folder) { return m_session.mayWriteInto(folder); }, m_notepad})
     , m_session({m_folder, m_preferences, m_settings, m_desktop.alerts, m_desktop.panels, m_desktop.user})
     , m_picker(*this, m_desktop.beeper, m_desktop.alerts)
     , m_contacts({*this, m_preferences, m_session, m_desktop.alerts, m_desktop.beeper, *this, *this,
@@ -63,14 +68,30 @@ Vendaro::Vendaro(VendaroDesktop desktop)
     , m_taskFile(m_tasks)
     , m_goalFile(m_goals, m_tasks)
     , m_stationery(below(m_desktop.user, places::support), m_desktop.resources)
+    , m_tips(m_settings, m_preferences.form, m_desktop.resources)
+    , m_updates(updateNeeds())
+    , m_manual(m_desktop.opener, m_desktop.resources)
 {
     registerFiles();
     m_properties.onTrouble = [this](const QString& sentence) { m_session.tellDamage({sentence}); };
     connect(&m_session, &DatabaseSession::fileLoaded, this, &Vendaro::afterLoading);
+    connect(&m_session, &DatabaseSession::openedForWriting, &m_preferences, &PrefsController::completeDatabaseProperties);
     connect(&m_session, &DatabaseSession::openedForWriting, this, &Vendaro::askAboutUpgrading);
     connect(&m_session, &DatabaseSession::databaseRead, this, &Vendaro::afterReading);
     connect(&m_session, &DatabaseSession::aboutToSwitch, this, &Vendaro::closeEverything);
+    connect(&m_notepad, &Notepad::savedStateChanged, &m_session, &DatabaseSession::savedStateChanged);
+    connect(&m_session, &DatabaseSession::aboutToSwitch, this, [this] {
+        // The database it lies in may be somebody else's later.
+        if (m_notepad.isChanged())
+            m_notepad.save();
+    });
+    connect(&m_session, &DatabaseSession::readOnlyChanged, &m_notepad, &Notepad::catchUp);
+    connect(&m_session, &DatabaseSession::databaseRead, &m_notepad, &Notepad::catchUp);
     connect(&m_preferences, &PrefsController::listsChanged, this, &Vendaro::populateLists);
+    connect(&m_preferences, &PrefsController::wordsChanged, this, &Vendaro::showWords);
+    connect(&m_preferences, &PrefsController::databaseRenamed, &m_session, &DatabaseSession::titleChanged);
+    connect(&m_preferences, &PrefsController::statusColourChanged, this, [this] { m_orders.reloadData(); });
+    connect(&m_preferences, &PrefsController::completeStatusChanged, this, [this] { m_orders.filter(); });
 }
 
 Vendaro::~Vendaro()
@@ -104,15 +125,22 @@ void Vendaro::start()
 void Vendaro::finishLaunching()
 {
     logLine("application loaded");
+    // The settings were read before anybody could hear of them.
+    m_session.tellAgain();
     m_session.readDatabase();
     m_recovery.cleanUp();
     m_session.tellDamage(m_settings.takeDamage());
     m_session.tellDamage(m_recovery.takeNote());
+    if (!m_notepad.damage().isEmpty())
+        m_session.tellDamage({m_notepad.damage()});
     logLine("Finished reading database");
+    m_tips.begin();
+    m_updates.begin();
 }
 
 void Vendaro::quit()
 {
+    m_updates.stop();
     closeEverything();
     writeForGood();
 }
@@ -122,10 +150,45 @@ void Vendaro::writeForGood()
     m_preferences.OKButton();
     QStringList sentences = m_session.writeEverything();
     m_folder.drain();
+    sentences += m_properties.keepUnsaved() + m_notepad.keepUnsaved();
     if (const Result<void> flushed = m_settings.flush(); !flushed)
         sentences += m_settings.keepUnsaved();
     // There is no window any more that could show them.
     m_recovery.leaveNote(m_settings.takeDamage() + sentences);
+}
+
+bool Vendaro::keepSettings()
+{
+    const bool wereUnsaved = !m_settings.unsavedReason().isEmpty();
+    const bool kept = m_settings.flush().ok();
+    if (wereUnsaved || !kept)
+        Q_EMIT m_session.savedStateChanged();
+    return kept;
+}
+
+QString Vendaro::saveEverything()
+{
+    m_session.saveEverything();
+    keepSettings();
+    return unsavedReason();
+}
+
+UpdateNeeds Vendaro::updateNeeds()
+{
+    return {m_settings, m_preferences.form, m_desktop.alerts, m_desktop.opener, m_desktop.user, m_desktop.version,
+        [this](const QString& line) { showStatus(line); },
+        // A document that is open may have been written in.
+        [this] { return isEditing() || findChild<CustomInvoiceController*>(QString(), Qt::FindDirectChildrenOnly) != nullptr; },
+        [this] { return saveEverything(); }, [this] { Q_EMIT quitWanted(); }};
+}
+
+QString Vendaro::unsavedReason() const
+{
+    for (const QString& reason : {m_folder.unsavedReason(), m_settings.unsavedReason(), m_notepad.unsavedReason()}) {
+        if (!reason.isEmpty())
+            return reason;
+    }
+    return {};
 }
 
 void Vendaro::afterLoading(RecordFile* file)
@@ -152,9 +215,9 @@ void Vendaro::askAboutUpgrading()
     if (answer == Alerts::cancelled)
         return;
     if (answer == 0)
-        TemplateUpgrade(supportFolder(), m_desktop.resources).run();
+        TemplateUpgrade(supportFolder(), m_desktop.resources, m_recovery).run();
     else
-        m_desktop.opener.openUrl(QUrl::fromLocalFile(m_desktop.resources + "/manual/upgradetemplates.html"));
+        m_manual.upgradetemplates();
     m_settings.set(settings::askAboutUpgrading, PlistValue::makeBoolean(true));
 }
 
@@ -199,6 +262,13 @@ void Vendaro::populateLists()
     m_items.populateLists(codes);
 }
 
+/// In the titles of the editors that are open.
+void Vendaro::showWords()
+{
+    m_orders.showTitle();
+    m_items.showTitle();
+}
+
 QString Vendaro::supportFolder() const
 {
     return below(m_desktop.user, places::support);
@@ -233,6 +303,13 @@ QStringList Vendaro::installStationary()
     if (const Result<void> installed = m_stationery.install(); !installed)
         logLine(installed.error().message);
     return m_stationery.names();
+}
+
+void Vendaro::showStationeryFolder()
+{
+    // Put back, should somebody have taken it away.
+    installStationary();
+    m_desktop.opener.revealFolder(supportFolder() + "/stationary");
 }
 
 CustomInvoiceNeeds Vendaro::documentNeeds()
@@ -290,6 +367,86 @@ void Vendaro::undoMenuItem()
         m_desktop.beeper.beep();
 }
 
+// Exports and printing
+
+qvDataSource* Vendaro::determineFrontDataSource()
+{
+    if (!m_mainWindowIsKey)
+        return nullptr;
+    switch (m_frontPage) {
+    case Page::contacts: return &m_contacts;
+    case Page::orders: return &m_orders;
+    case Page::items: return &m_items;
+    case Page::tasks: return &m_tasks;
+    default: return nullptr;
+    }
+}
+
+QString Vendaro::frontListName() const
+{
+    switch (m_frontPage) {
+    case Page::contacts: return localText("Contacts");
+    case Page::items: return m_preferences.form.termItems.text();
+    case Page::tasks: return localText("Tasks");
+    default: return m_preferences.form.termOrders.text();
+    }
+}
+
+void Vendaro::exportFrontList(ExportForm form)
+{
+    const qvDataSource* list = determineFrontDataSource();
+    if (!list) {
+        logLine("qvds is nil");
+        return;
+    }
+    // A user's word may hold what no file name does.
+    const QString name = frontListName().replace('/', '-');
+    const QString outcome = ListExport(m_desktop.panels).run(*list, form, name);
+    if (!outcome.isEmpty())
+        showStatus(outcome);
+}
+
+void Vendaro::exportCSVMenuItem()
+{
+    exportFrontList(ExportForm::commaSeparated);
+}
+
+void Vendaro::exportTDLMenuItem()
+{
+    exportFrontList(ExportForm::tabDelimited);
+}
+
+void Vendaro::exportHTMLMenuItem()
+{
+    exportFrontList(ExportForm::html);
+}
+
+FrontView Vendaro::determineFrontView()
+{
+    if (m_mainWindowIsKey)
+        return {frontListName(), determineFrontDataSource(), nullptr};
+    return m_firstResponder ? m_firstResponder() : FrontView();
+}
+
+void Vendaro::printMenuItem()
+{
+    const FrontView view = determineFrontView();
+    const PageSetup setup {m_pageSetup.paper, PageSetup().margins};
+    if (view.list) {
+        const ListPages pages(*view.list, view.title, setup);
+        print(view.title, [&pages](QPagedPaintDevice& device) { return pages.paint(device); });
+    } else if (view.text) {
+        const TextPages pages(*view.text, view.title, setup);
+        print(view.title, [&pages](QPagedPaintDevice& device) { return pages.paint(device); });
+    }
+}
+
+void Vendaro::print(const QString& title, const std::function<bool(QPagedPaintDevice&)>& paint)
+{
+    if (!m_desktop.printing.print(title, paint))
+        logFormat("%s could not be printed", title.toStdString().c_str());
+}
+
 void Vendaro::chooseDateFormat(PrefsForm::DateFormatChoice choice)
 {
     m_preferences.chooseDateFormat(choice);
@@ -345,5 +502,5 @@ void Vendaro::takeOverSampleSettings()
         if (value && isUnsaved(key))
             m_settings.set(key, *value);
     }
-    m_preferences.readDefaults();
+    m_preferences.readSettingsAgain();
 }

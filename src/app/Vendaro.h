@@ -4,12 +4,17 @@
 
 #include "app/DatabaseSession.h"
 #include "app/KeptList.h"
+#include "app/ListExport.h"
+#include "app/Manual.h"
 #include "app/PrefsController.h"
 #include "app/Restoring.h"
+#include "app/Tips.h"
+#include "app/UpdateWindowController.h"
 #include "contacts/ContactManager.h"
 #include "contacts/DateFormatGate.h"
 #include "contacts/OrderLinks.h"
 #include "documents/CustomInvoiceController.h"
+#include "documents/Notepad.h"
 #include "foundation/Money.h"
 #include "inventory/BOMManager.h"
 #include "inventory/ItemManager.h"
@@ -25,7 +30,10 @@
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
+
+class QTextDocument;
 
 /// The desktop as the application needs it, and where its own files lie.
 struct VendaroDesktop {
@@ -40,10 +48,19 @@ struct VendaroDesktop {
     QString resources;
     /// For money; empty means as the environment says.
     std::string locale;
+    /// Of the program.
+    QString version = QStringLiteral(VENDARO_VERSION);
 };
 
 /// The pages of the main window, in their order.
 enum class Page { contacts, orders, items, tasks, accounts, reports };
+
+/// What printing puts on paper: a list as it is shown, or a text. Nothing when neither is there.
+struct FrontView {
+    QString title;
+    const qvDataSource* list = nullptr;
+    std::shared_ptr<const QTextDocument> text;
+};
 
 class Vendaro : public QObject,
                 private SortSettings,
@@ -66,6 +83,10 @@ public:
     void quit();
     /// What quitting does once everything is closed.
     void writeForGood();
+    /// Writes the settings when they changed; answers whether all of them are on disk.
+    bool keepSettings();
+    /// Empty when all is saved, else why something is not, be it records, settings or the notepad.
+    QString unsavedReason() const;
 
     ContactManager& getContactManager() { return m_contacts; }
     OrderManager& getOrderManager() { return m_orders; }
@@ -75,11 +96,16 @@ public:
     BillManager& getBillManager() { return m_bills; }
     ActionManager& getActionManager() { return m_tasks; }
     GoalManager& getGoalManager() { return m_goals; }
+    Tips& tips() { return m_tips; }
+    UpdateWindowController& updates() { return m_updates; }
+    Manual& manual() { return m_manual; }
+    Printing& printing() { return m_desktop.printing; }
     PrefsController& getPrefsController() { return m_preferences; }
     qvPicker& getPicker() { return m_picker; }
     DatabaseSession& session() { return m_session; }
     DatabaseFolder& folder() { return m_folder; }
     RecoveryStore& recovery() { return m_recovery; }
+    Notepad& notepad() { return m_notepad; }
     /// Whether an editor is open: it holds on to its record and may hold what was typed and is not saved.
     bool isEditing();
     /// A list over the earlier states of the open database.
@@ -102,9 +128,31 @@ public:
     void deleteMenuItem();
     void editMenuItem();
     void undoMenuItem();
+    /// What the main window shows, and whether it is the window with the keyboard: it tells both.
+    void setFrontPage(Page page) { m_frontPage = page; }
+    void setMainWindowIsKey(bool isKey) { m_mainWindowIsKey = isKey; }
+    /// The list that the main window shows; none while another window has the keyboard.
+    qvDataSource* determineFrontDataSource();
+    // Write the list in front into a file the person chooses
+    void exportCSVMenuItem();
+    void exportTDLMenuItem();
+    void exportHTMLMenuItem();
+    /// What has the keyboard in another window than the main one is asked for through this.
+    void setFirstResponder(std::function<FrontView()> firstResponder) { m_firstResponder = std::move(firstResponder); }
+    /// The list that the main window shows, or what has the keyboard in the window that has it instead.
+    FrontView determineFrontView();
+    /// Puts the front view on paper.
+    void printMenuItem();
+    /// The manual's page about menus and keys, in the browser.
+    void help() { m_manual.menu(); }
     /// A copy of the sample business in the user's own folder, opened.
     void openSampleBusiness();
     void chooseDateFormat(PrefsForm::DateFormatChoice choice);
+
+    /// The names of the user's templates.
+    QStringList stationeryNames() const { return m_stationery.names(); }
+    /// Their folder in the desktop's file browser.
+    void showStationeryFolder();
 
     /// The welcome view shows while there is no order.
     bool splashShown() const { return m_splash; }
@@ -116,6 +164,8 @@ Q_SIGNALS:
     void pageWanted(Page page);
     void statusWanted(const QString& line);
     void dateFormatWanted();
+    /// The program is to end.
+    void quitWanted();
     /// A document was made and is to be shown. Whoever shows it deletes it with its window; a switch or quitting deletes it before.
     void documentOpened(CustomInvoiceController* document);
 
@@ -149,10 +199,17 @@ private:
     void closeEverything();
     void populateLists();
     Result<void> copySample();
+    void showWords();
+    void exportFrontList(ExportForm form);
+    void print(const QString& title, const std::function<bool(QPagedPaintDevice&)>& paint);
+    QString frontListName() const;
     bool isUnsaved(const char* key) const;
     void takeOverSampleSettings();
     QString sampleFolder() const;
     CustomInvoiceNeeds documentNeeds();
+    UpdateNeeds updateNeeds();
+    /// Writes records and settings; answers why something is not saved, empty when all is.
+    QString saveEverything();
     bool attachPdf(const QString& path, const Order& order);
 
     VendaroDesktop m_desktop;
@@ -164,6 +221,7 @@ private:
     OrderRules m_orderRules;
     ItemRules m_itemRules;
     LineRules m_lineRules;
+    Notepad m_notepad;
     PrefsController m_preferences;
     DatabaseSession m_session;
     qvPicker m_picker;
@@ -185,7 +243,13 @@ private:
     GoalFile m_goalFile;
     StationeryFolder m_stationery;
     PageSetup m_pageSetup;
+    Tips m_tips;
+    UpdateWindowController m_updates;
+    Manual m_manual;
     const Contact m_noContact;
     qvDataSource* m_focused = nullptr;
+    std::function<FrontView()> m_firstResponder;
+    Page m_frontPage = Page::orders;
+    bool m_mainWindowIsKey = false;
     bool m_splash = false;
 };

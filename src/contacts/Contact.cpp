@@ -27,21 +27,21 @@ std::span<const DerivedField<Contact>> Contact::derivedFields()
 
 std::string Contact::getAddress() const
 {
-    return m_values.add1.string() + ' ' + m_values.add2.string() + ' ' + m_values.add3.string() + ' ' + m_values.postcode.string();
+    return values().add1.string() + ' ' + values().add2.string() + ' ' + values().add3.string() + ' ' + values().postcode.string();
 }
 
 std::string Contact::getShortAddress() const
 {
-    if (m_values.add1.isEmpty())
-        return m_values.postcode.string();
-    return m_values.add1.string() + " ... " + m_values.postcode.string();
+    if (values().add1.isEmpty())
+        return values().postcode.string();
+    return values().add1.string() + " ... " + values().postcode.string();
 }
 
 std::string Contact::getFirstname() const
 {
     if (isCompany())
-        return m_values.name.string();
-    const std::vector<std::string_view> pieces = namePieces(m_values.name);
+        return values().name.string();
+    const std::vector<std::string_view> pieces = namePieces(values().name);
     const bool startsWithBlank = pieces.front().empty() && pieces.size() > 1;
     return std::string(startsWithBlank ? pieces[1] : pieces.front());
 }
@@ -49,8 +49,8 @@ std::string Contact::getFirstname() const
 std::string Contact::getSurname() const
 {
     if (isCompany())
-        return m_values.name.string();
-    const std::vector<std::string_view> pieces = namePieces(m_values.name);
+        return values().name.string();
+    const std::vector<std::string_view> pieces = namePieces(values().name);
     const bool endsWithBlank = pieces.back().empty() && pieces.size() > 1;
     return std::string(endsWithBlank ? pieces[pieces.size() - 2] : pieces.back());
 }

@@ -67,28 +67,28 @@ public:
     static constexpr auto& fieldRows() { return contactFields; }
     static std::span<const DerivedField<Contact>> derivedFields();
 
-    std::string_view getName() const { return m_values.name; }
-    std::string_view getTitle() const { return m_values.title; }
-    std::string_view getSalutation() const { return m_values.salutation; }
-    std::string_view getRef() const { return m_values.ref; }
-    std::string_view getAdd1() const { return m_values.add1; }
-    std::string_view getAdd2() const { return m_values.add2; }
-    std::string_view getAdd3() const { return m_values.add3; }
-    std::string_view getCounty() const { return m_values.county; }
-    std::string_view getPostcode() const { return m_values.postcode; }
-    std::string_view getCountry() const { return m_values.country; }
-    std::string_view getPhone() const { return m_values.phone; }
-    std::string_view getMobile() const { return m_values.mobile; }
-    std::string_view getFax() const { return m_values.fax; }
-    std::string_view getExtension() const { return m_values.extension; }
-    std::string_view getEmail() const { return m_values.email; }
-    std::string_view getWebsite() const { return m_values.website; }
-    std::string_view getJobTitle() const { return m_values.jobTitle; }
-    std::string_view getComments() const { return m_values.comments; }
-    std::string_view getKind() const { return m_values.kind; }
-    std::string getType() const override { return m_values.type.string(); }
-    std::string_view getCompanyName() const { return m_values.companyName; }
-    int getCompany() const { return m_values.company; }
+    std::string_view getName() const { return values().name; }
+    std::string_view getTitle() const { return values().title; }
+    std::string_view getSalutation() const { return values().salutation; }
+    std::string_view getRef() const { return values().ref; }
+    std::string_view getAdd1() const { return values().add1; }
+    std::string_view getAdd2() const { return values().add2; }
+    std::string_view getAdd3() const { return values().add3; }
+    std::string_view getCounty() const { return values().county; }
+    std::string_view getPostcode() const { return values().postcode; }
+    std::string_view getCountry() const { return values().country; }
+    std::string_view getPhone() const { return values().phone; }
+    std::string_view getMobile() const { return values().mobile; }
+    std::string_view getFax() const { return values().fax; }
+    std::string_view getExtension() const { return values().extension; }
+    std::string_view getEmail() const { return values().email; }
+    std::string_view getWebsite() const { return values().website; }
+    std::string_view getJobTitle() const { return values().jobTitle; }
+    std::string_view getComments() const { return values().comments; }
+    std::string_view getKind() const { return values().kind; }
+    std::string getType() const override { return values().type.string(); }
+    std::string_view getCompanyName() const { return values().companyName; }
+    int getCompany() const { return values().company; }
 
     void setName(std::string_view text) { set(&ContactValues::name, text); }
     void setTitle(std::string_view text) { set(&ContactValues::title, text); }
@@ -114,8 +114,8 @@ public:
     void setCompany(int id) { set(&ContactValues::company, id); }
     void makeCompany() { setKind("Company"); }
 
-    bool isCompany() const { return m_values.kind == "Company"; }
-    bool isCompanyContact() const { return m_values.kind == "Company Contact"; }
+    bool isCompany() const { return values().kind == "Company"; }
+    bool isCompanyContact() const { return values().kind == "Company Contact"; }
 
     /// add1, add2, add3 and postcode with blanks between; empty parts leave double blanks.
     std::string getAddress() const;

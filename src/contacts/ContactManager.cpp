@@ -402,8 +402,8 @@ std::string ContactManager::objectValue(std::string_view identifier, int row) co
 
 void ContactFile::complete(StoredRecord<Contact>& stored) const
 {
-    if (stored.values.ref.isEmpty())
-        stored.values.ref = stored.idText;
-    if (stored.values.kind == "Company Contact" && stored.values.company == 0)
-        stored.values.kind = literalText<"Individual">();
+    if (stored.values->ref.isEmpty())
+        stored.values.change().ref = stored.idText;
+    if (stored.values->kind == "Company Contact" && stored.values->company == 0)
+        stored.values.change().kind = literalText<"Individual">();
 }

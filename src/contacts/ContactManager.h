@@ -129,7 +129,7 @@ protected:
     std::span<const std::string_view> tellingKeys() const override { return telling; }
     void visitLinks(StoredRecord<Contact>& stored, TextStore&, const UseLink& use) const override
     {
-        use(recordFiles::contacts, stored.values.company);
+        use(recordFiles::contacts, stored.values.change().company);
     }
 
 private:

@@ -1,6 +1,9 @@
 #include "contacts/ContactOutlineModel.h"
 
 #include "contacts/ContactManager.h"
+#include "storage/RowText.h"
+
+#include <QMimeData>
 
 #include <algorithm>
 
@@ -97,6 +100,21 @@ QVariant ContactOutlineModel::headerData(int section, Qt::Orientation orientatio
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section >= columnCount())
         return {};
     return column(section).heading;
+}
+
+Qt::ItemFlags ContactOutlineModel::flags(const QModelIndex& index) const
+{
+    return index.isValid() ? QAbstractItemModel::flags(index) | Qt::ItemIsDragEnabled : Qt::NoItemFlags;
+}
+
+QStringList ContactOutlineModel::mimeTypes() const
+{
+    return {"text/plain"};
+}
+
+QMimeData* ContactOutlineModel::mimeData(const QModelIndexList& indexes) const
+{
+    return rowData(indexes).release();
 }
 
 void ContactOutlineModel::reset()

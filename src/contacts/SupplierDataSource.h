@@ -1,4 +1,5 @@
-// The suppliers among the contacts, as they stood when the list was made: what the supplier picker shows. The records are the contacts' own.
+// The suppliers among the contacts, as they stood when the list was made: what the supplier picker shows. The records are the
+// contacts' own.
 #pragma once
 
 #include "storage/qvDataSource.h"

@@ -58,6 +58,9 @@ inline const AlertText savingCompanyContact {"Saving Company Contact",
     "up once more and click the 'Link to Company' button",
     {"OK"}};
 
+// Updates
+inline const AlertText noUpdate {"Update check", "No update available", {"OK"}};
+
 // Documents
 inline const AlertText pdfSaved {"PDF Saved", "%@ saved and attached to the order", {"OK"}};
 

@@ -22,6 +22,8 @@ struct SavePanel {
     QString name;
     QString prompt;
     QString nameLabel;
+    /// A folder that is there already, instead of a file's new name.
+    enum class What { newFile, existingFolder } what = What::newFile;
 };
 
 class FilePanels {

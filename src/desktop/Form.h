@@ -9,7 +9,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <algorithm>
 #include <functional>
+#include <utility>
 #include <vector>
 
 class Form;
@@ -127,6 +129,18 @@ public:
     void close();
     /// Asks the window to put the keyboard into the field.
     void focus(const FormField& field);
+
+    /// Runs show now, and whenever one of the fields changes for as long as the context lives: a window may be made when its form is
+    /// open already.
+    template <class Show>
+    void follow(std::vector<const FormField*> followed, QObject* context, Show show)
+    {
+        show();
+        connect(this, &Form::fieldChanged, context, [followed = std::move(followed), show](const FormField* field) {
+            if (std::find(followed.begin(), followed.end(), field) != followed.end())
+                show();
+        });
+    }
 
 Q_SIGNALS:
     void fieldChanged(FormField* field);

@@ -18,13 +18,29 @@ bool isBlankText(std::string_view text)
     return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
-bool isWholeNumber(std::string_view text)
+std::string_view withoutBlanks(std::string_view text)
 {
     const std::size_t first = text.find_first_not_of(" \t\r\n");
-    text = text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+}
+
+bool isWholeNumber(std::string_view text)
+{
+    text = withoutBlanks(text);
     if (text.starts_with('-') || text.starts_with('+'))
         text.remove_prefix(1);
     return !text.empty() && std::all_of(text.begin(), text.end(), [](char letter) { return letter >= '0' && letter <= '9'; });
+}
+
+/// Whether nothing stands behind the number that is read. A comma may stand for the point where it is read as one.
+bool readsToItsEnd(std::string_view text, const std::function<float(std::string_view)>& reads)
+{
+    std::string withPoint(withoutBlanks(text));
+    if (numbers::decimal(withPoint))
+        return true;
+    if (const auto comma = withPoint.find(','); comma != std::string::npos)
+        withPoint[comma] = '.';
+    return numbers::decimal(withPoint) && reads(text) == reads(withPoint);
 }
 
 QString dateSentence(const char* pattern)
@@ -60,6 +76,16 @@ ValueCheck values::wholeNumber()
         if (isBlankText(text) || isWholeNumber(text))
             return QString();
         return fillText(localText("This does not read as a whole number; it counts as %@."), {QString::number(numbers::leadingInt(text))});
+    };
+}
+
+ValueCheck values::leadingNumber(std::function<float(std::string_view)> reads)
+{
+    return [reads = std::move(reads)](std::string_view text) {
+        if (isBlankText(text) || readsToItsEnd(text, reads))
+            return QString();
+        const std::string counted = numbers::general(static_cast<double>(reads(text)));
+        return fillText(localText("This does not read as a number; it counts as %@."), {QString::fromStdString(counted)});
     };
 }
 

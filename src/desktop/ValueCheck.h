@@ -22,6 +22,8 @@ ValueCheck number(const MoneyFormatter& money);
 ValueCheck number(std::function<bool(std::string_view)> reads);
 /// A number of which only the digits before anything else count.
 ValueCheck wholeNumber();
+/// The same for a number with decimals: what it counts as is what reads answers.
+ValueCheck leadingNumber(std::function<float(std::string_view)> reads);
 /// A date of the pattern, which is asked at each check: the user may choose another format.
 ValueCheck date(std::function<const char*()> pattern);
 

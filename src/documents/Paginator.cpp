@@ -116,7 +116,12 @@ void Paginator::paintPage(QPainter& painter, int page) const
 
 bool Paginator::paint(QPagedPaintDevice& device) const
 {
-    QPageLayout wholeSheet(m_setup.paper, QPageLayout::Portrait, {}, QPageLayout::Point);
+    return paintPages(device, m_setup.paper, pageCount(), [this](QPainter& painter, int page) { paintPage(painter, page); });
+}
+
+bool paintPages(QPagedPaintDevice& device, const QPageSize& paper, int pages, const PagePainting& paintPage)
+{
+    QPageLayout wholeSheet(paper, QPageLayout::Portrait, {}, QPageLayout::Point);
     wholeSheet.setMode(QPageLayout::FullPageMode);
     device.setPageLayout(wholeSheet);
     QPainter painter;
@@ -125,7 +130,7 @@ bool Paginator::paint(QPagedPaintDevice& device) const
     const qreal dots = device.logicalDpiX() / pointsPerInch;
     painter.scale(dots, dots);
     bool first = true;
-    for (int page = 0; page < pageCount(); ++page) {
+    for (int page = 0; page < pages; ++page) {
         if (!device.pageRanges().isEmpty() && !device.pageRanges().contains(page + 1))
             continue;
         if (!std::exchange(first, false) && !device.newPage())

@@ -5,6 +5,7 @@
 #include <QMarginsF>
 #include <QPageSize>
 
+#include <functional>
 #include <memory>
 
 class QPagedPaintDevice;
@@ -49,6 +50,11 @@ private:
     /// Layout units a point.
     qreal m_scale = 1;
 };
+
+/// Paints one page, counted from 0, in points from the paper's upper left corner.
+using PagePainting = std::function<void(QPainter& painter, int page)>;
+/// Paints those of so many pages that the device asks for, on whole sheets of the paper; false when the device cannot be painted on.
+bool paintPages(QPagedPaintDevice& device, const QPageSize& paper, int pages, const PagePainting& paintPage);
 
 /// Draws the background into the rectangle, from its upper left corner.
 void paintPageBackground(QPainter& painter, const PageBackground& background, const QRectF& area);

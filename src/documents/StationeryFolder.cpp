@@ -2,11 +2,12 @@
 
 #include "desktop/AlertTexts.h"
 #include "desktop/TextTable.h"
-#include "documents/rtf/RtfBuilder.h"
+#include "documents/rtf/RichPackage.h"
 #include "foundation/Folders.h"
 #include "foundation/Log.h"
 #include "foundation/Numbers.h"
 #include "foundation/SafeFile.h"
+#include "foundation/Text.h"
 #include "foundation/plist/PlistReader.h"
 
 #include <QDir>
@@ -54,23 +55,12 @@ QString troubleOf(const QString& path, const FileBytes& file, const QString& oth
                                              : QString::fromStdString(file.reason);
 }
 
-/// Rich text is one group from its first byte to its last; the reader takes what there is of anything else.
-bool endsWithItsGroup(std::string_view bytes)
-{
-    constexpr std::string_view blanks("\r\n\t \0", 5);
-    const std::size_t last = bytes.find_last_not_of(blanks);
-    return last != std::string_view::npos && bytes[last] == '}';
-}
-
 RichText readDocument(const QString& path, QStringList& damage)
 {
-    const FileBytes file = readWholeFile(path.toStdString());
-    const bool isRichText = file.bytes.starts_with("{\\rtf");
-    if (!isRichText || !endsWithItsGroup(file.bytes)) {
-        const QString otherwise = isRichText ? localText("it ends too early") : localText("it is no rich text");
-        damage += damageOf(troubleOf(path, file, otherwise), "The document shows as much of it as there is.");
-    }
-    return RtfBuilder().build(file.bytes);
+    RichPackage package = readRichPackage(path);
+    if (!package.damage.isEmpty())
+        damage += damageOf(package.damage, "The document shows as much of it as there is.");
+    return std::move(package.text);
 }
 
 std::optional<StationeryOptions> readOptions(const QString& path, QStringList& damage)
@@ -116,9 +106,10 @@ QImage readBackground(const QString& path, QStringList& damage)
 QString readStyle(const QString& path, QStringList& damage)
 {
     const FileBytes file = readWholeFile(path.toStdString());
-    const bool isAscii = std::none_of(file.bytes.begin(), file.bytes.end(), [](char byte) { return (byte & 0x80) != 0; });
+    const std::string_view bytes = file.bytes;
+    const bool isAscii = std::none_of(bytes.begin(), bytes.end(), [](char byte) { return (byte & 0x80) != 0; });
     if (file.trouble == ReadTrouble::none && isAscii)
-        return QString::fromLatin1(file.bytes);
+        return toQString(bytes);
     if (file.trouble != ReadTrouble::missing)
         damage += damageOf(troubleOf(path, file, localText("it holds letters that are not ASCII")), "The table has the plain style.");
     return QString::fromLatin1(plainStyle);
@@ -195,7 +186,7 @@ StationeryTemplate StationeryFolder::read(const QString& name) const
         return result;
     }
     result.pictures = path(name, ".rtfd");
-    result.document = readDocument(result.pictures + "/TXT.rtf", result.damage);
+    result.document = readDocument(result.pictures, result.damage);
     result.options = readOptions(path(name, ".plist"), result.damage);
     result.background = readBackground(path(name, ".tiff"), result.damage);
     result.style = readStyle(path(name, ".css"), result.damage);

@@ -1,9 +1,11 @@
 #include "documents/TemplateUpgrade.h"
 
+#include "documents/rtf/RichPackage.h"
 #include "documents/rtf/RtfTextEdit.h"
 #include "foundation/Folders.h"
 #include "foundation/Log.h"
 #include "foundation/SafeFile.h"
+#include "storage/RecoveryStore.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -42,26 +44,45 @@ void TemplateUpgrade::run() const
 void TemplateUpgrade::upgradeTemplate(const QString& path) const
 {
     logLine("upgrading " + path.toStdString());
-    const std::string document = path.toStdString() + "/TXT.rtf";
-    const FileBytes file = readWholeFile(document);
-    if (file.trouble != ReadTrouble::none) {
-        logLine(file.reason);
-        return;
-    }
-    std::string text = file.bytes;
+    if (const Result<void> replaced = replaceText(path); !replaced)
+        logLine(replaced.error().message);
+}
+
+/// Edits the file itself: whatever else it holds stays as it is.
+Result<void> TemplateUpgrade::replaceText(const QString& package) const
+{
+    const std::string path = textFileIn(package).toStdString();
+    const FileBytes file = readWholeFile(path);
+    if (file.trouble != ReadTrouble::none)
+        return Error {file.reason};
+    std::string text(file.bytes);
     for (const auto& [find, with] : replacements)
         text = replaceInRtf(text, find, with);
-    if (text == file.bytes)
-        return;
-    if (const Result<void> written = writeFileSafely(document, text); !written)
-        logLine(written.error().message);
+    if (text == file.bytes.view())
+        return {};
+    if (const Result<QString> kept = m_recovery.keepCopy(package, KeptFor::upgraded); !kept)
+        return kept.error();
+    return writeFileSafely(path, text);
 }
 
 void TemplateUpgrade::copyReport(const QString& fileName) const
 {
-    const std::string source = (m_resources + "/reports/" + fileName).toStdString();
-    const std::string target = (m_support + "/reports/" + fileName).toStdString();
-    const FileBytes file = readWholeFile(source);
-    const bool copied = file.trouble == ReadTrouble::none && writeFileSafely(target, file.bytes).ok();
-    logLine((copied ? "copied " : "failed to copy ") + source + " to " + target);
+    const QString source = m_resources + "/reports/" + fileName;
+    const QString target = m_support + "/reports/" + fileName;
+    const Result<void> copied = replaceReport(source, target);
+    logLine((copied ? "copied " : "failed to copy ") + source.toStdString() + " to " + target.toStdString());
+    if (!copied)
+        logLine(copied.error().message);
+}
+
+Result<void> TemplateUpgrade::replaceReport(const QString& source, const QString& target) const
+{
+    const FileBytes file = readWholeFile(source.toStdString());
+    if (file.trouble != ReadTrouble::none)
+        return Error {file.reason};
+    if (QFileInfo::exists(target) && !folders::haveSameBytes(source, target)) {
+        if (const Result<QString> kept = m_recovery.keepCopy(target, KeptFor::upgraded); !kept)
+            return kept.error();
+    }
+    return writeFileSafely(target.toStdString(), file.bytes);
 }

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <dirent.h>
 #include <iterator>
 #include <sstream>
 #include <sys/stat.h>
@@ -59,7 +58,7 @@ Result<std::vector<IntendedFile>> readIntent(const std::string& folder)
     const FileBytes intent = readWholeFile(folder + '/' + intentName);
     if (intent.trouble == ReadTrouble::unreadable)
         return Error {intent.reason};
-    std::istringstream text(intent.bytes);
+    std::istringstream text {std::string(intent.bytes)};
     std::string line;
     std::vector<IntendedFile> files;
     if (!std::getline(text, line) || line != intentHead)
@@ -79,7 +78,7 @@ Result<std::vector<IntendedFile>> readIntent(const std::string& folder)
 /// An error when the file is there and cannot be read.
 Result<bool> holds(const std::string& path, const IntendedFile& wanted)
 {
-    const FileBytes file = readWholeFile(path);
+    const FileBytes file = readRecords(path);
     if (file.trouble == ReadTrouble::unreadable)
         return Error {file.reason};
     ByteHash found;
@@ -119,20 +118,12 @@ bool mayHaveIntent(const std::string& folder)
     return ::access((folder + '/' + intentName).c_str(), F_OK) == 0 || errno != ENOENT;
 }
 
-Result<void> removeLeftovers(const std::string& folder)
+Result<void> removeTemporaries(const std::string& folder)
 {
-    DIR* directory = ::opendir(folder.c_str());
-    if (!directory)
-        return Error {folder + " could not be listed"};
-    std::vector<std::string> leftovers;
-    while (const dirent* entry = ::readdir(directory)) {
-        const std::string_view name = entry->d_name;
-        if (name.starts_with(".vendaro-") && name.ends_with(".tmp"))
-            leftovers.emplace_back(name);
-    }
-    ::closedir(directory);
-    for (const std::string& name : leftovers) {
-        const std::string path = folder + '/' + name;
+    const Result<std::vector<std::string>> found = temporaries::in(folder);
+    if (!found)
+        return found.error();
+    for (const std::string& path : found.value()) {
         if (!temporaries::isInUse(path))
             ::unlink(path.c_str());
     }
@@ -238,5 +229,5 @@ Result<void> FileGroup::repair(const std::string& folder)
             return flushed;
     }
     ::unlink((folder + '/' + intentName).c_str());
-    return removeLeftovers(folder);
+    return removeTemporaries(folder);
 }

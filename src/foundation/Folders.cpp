@@ -3,7 +3,9 @@
 #include "foundation/SafeFile.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 #include <cerrno>
 #include <cstdio>
@@ -216,6 +218,29 @@ Result<void> make(const QString& path)
     return makeFolder(nativePath(QDir(path).absolutePath()));
 }
 
+Result<void> makePrivate(const QString& path)
+{
+    Result<void> made = make(path);
+    if (made)
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return made;
+}
+
+bool haveSameBytes(const QString& path, const QString& other)
+{
+    constexpr qint64 pieceSize = 1 << 18;
+    QFile one(path);
+    QFile two(other);
+    if (!one.open(QIODevice::ReadOnly | QIODevice::Unbuffered) || !two.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return false;
+    bool same = one.size() == two.size();
+    while (same && !one.atEnd()) {
+        const QByteArray piece = one.read(pieceSize);
+        same = !piece.isEmpty() && piece == two.read(pieceSize);
+    }
+    return same;
+}
+
 Result<void> copyTree(const QString& source, const QString& target)
 {
     return unlessTaken(copyEntry(nativePath(source), nativePath(target), CopyFor::readingElsewhere), target);
@@ -251,6 +276,20 @@ Result<bool> moveIfFree(const QString& source, const QString& target)
 Result<void> move(const QString& source, const QString& target)
 {
     return unlessTaken(moveIfFree(source, target), target);
+}
+
+Result<void> moveToTrash(const QString& path)
+{
+    // Where there is no trash and none can be made, the toolkit would take the folder the program was started from for one.
+    const QString trash = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/Trash";
+    if (!QFileInfo(trash).isDir()) {
+        if (Result<void> made = makePrivate(trash); !made)
+            return made;
+    }
+    QFile file(path);
+    if (!file.moveToTrash())
+        return Error {"cannot move " + path.toStdString() + " into the trash: " + file.errorString().toStdString()};
+    return {};
 }
 
 } // namespace folders

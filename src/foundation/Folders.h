@@ -15,16 +15,22 @@ bool isSingleComponent(const QString& name);
 QString resolveIgnoringCase(const QString& parent, const QString& name);
 /// Makes the folder and those above it, and flushes what it made.
 Result<void> make(const QString& path);
+/// The same, and nobody but the user may look into it.
+Result<void> makePrivate(const QString& path);
 /// Copies a file or a folder with everything in it, and flushes the copies. Links are copied as links, devices and pipes left out; target
 /// must not exist. What was copied until something failed is taken away again.
 Result<void> copyTree(const QString& source, const QString& target);
 /// A second name for the file, or a flushed copy where there can be none; target must not exist.
 Result<void> linkOrCopy(const QString& source, const QString& target);
-/// Moves a file or folder, across file systems too, and flushes that; target must not exist. When it fails, the source stays as it is. Devices and
-/// pipes do not cross file systems: what holds one stays where it is, and that is an error.
+/// Whether both are files that can be read, with the same bytes in them.
+bool haveSameBytes(const QString& path, const QString& other);
+/// Moves a file or folder, across file systems too, and flushes that; target must not exist. When it fails, the source stays as it is.
+/// Devices and pipes do not cross file systems: what holds one stays where it is, and that is an error.
 Result<void> move(const QString& source, const QString& target);
 /// The same; answers false, with nothing done, when something stands at the target. What stands there is never touched, whatever a look
 /// at it said before.
 Result<bool> moveIfFree(const QString& source, const QString& target);
+/// Moves a file or folder into the desktop's trash, which is made when there is none yet. When that fails, it stays where it is.
+Result<void> moveToTrash(const QString& path);
 
 } // namespace folders

@@ -34,7 +34,7 @@ struct Process {
 
 std::string firstWordOf(const std::string& path)
 {
-    std::istringstream text(readWholeFile(path).bytes);
+    std::istringstream text(std::string(readWholeFile(path).bytes));
     std::string word;
     text >> word;
     return word;
@@ -58,7 +58,7 @@ struct Seen {
 Seen look(const std::string& process)
 {
     // The command's name stands in brackets and may hold anything, brackets too.
-    const std::string all = readWholeFile("/proc/" + process + "/stat").bytes;
+    const std::string all(readWholeFile("/proc/" + process + "/stat").bytes);
     const std::size_t nameEnd = all.rfind(')');
     if (nameEnd == std::string::npos)
         return {};

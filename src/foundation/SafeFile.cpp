@@ -2,7 +2,6 @@
 
 #include "foundation/TemporaryFiles.h"
 
-#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -13,10 +12,9 @@
 
 namespace {
 
-constexpr std::size_t bufferSize = 1 << 20;
-/// A hundred times what a large business fills; more than that would take the memory of everything else.
-constexpr std::size_t largestFile = std::size_t(1) << 30;
-constexpr char temporaryPrefix[] = ".vendaro-";
+constexpr std::size_t bufferSize = 1 << 18;
+constexpr std::size_t gigabyte = std::size_t(1) << 30;
+constexpr std::size_t largestFile = gigabyte;
 constexpr char aclAttribute[] = "system.posix_acl_access";
 
 std::string folderOf(const std::string& path)
@@ -25,21 +23,9 @@ std::string folderOf(const std::string& path)
     return slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
 }
 
-std::string nameOf(const std::string& path)
-{
-    return path.substr(path.rfind('/') + 1);
-}
-
 std::string reasonFor(const std::string& path, const char* step)
 {
     return path + " could not be " + step + ": " + std::strerror(errno);
-}
-
-std::string uniqueTemporary(const std::string& path)
-{
-    static std::atomic<unsigned> counter {0};
-    return folderOf(path) + '/' + temporaryPrefix + nameOf(path) + '.' + std::to_string(::getpid()) + '.' + std::to_string(counter++)
-        + ".tmp";
 }
 
 bool writeFully(int file, std::string_view bytes)
@@ -91,6 +77,26 @@ bool readInChunks(const std::string& path, Use use)
     return count == 0;
 }
 
+/// Reads no further once there are more bytes than that: the file may grow while it is read.
+bool readInto(ByteBuffer& bytes, const std::string& path, std::size_t most)
+{
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0)
+        return false;
+    ssize_t count = 0;
+    do {
+        if (bytes.room() == 0)
+            bytes.reserve(2 * bytes.capacity() + bufferSize);
+        count = ::read(file, bytes.next(), bytes.room());
+        if (count > 0)
+            bytes.added(static_cast<std::size_t>(count));
+    } while ((count > 0 && bytes.size() <= most) || (count < 0 && errno == EINTR));
+    const int reason = errno;
+    ::close(file);
+    errno = reason;
+    return count >= 0;
+}
+
 } // namespace
 
 SafeFile::SafeFile(std::string path) : m_path(std::move(path)) { }
@@ -103,6 +109,7 @@ SafeFile::SafeFile(SafeFile&& other) noexcept
     , m_written(other.m_written)
     , m_file(std::exchange(other.m_file, -1))
     , m_prepared(std::exchange(other.m_prepared, false))
+    , m_isInPlace(other.m_isInPlace)
 {
     other.m_temporary.clear();
 }
@@ -134,7 +141,7 @@ void SafeFile::open()
 {
     if (m_file >= 0 || !m_trouble.empty())
         return;
-    m_temporary = uniqueTemporary(m_path);
+    m_temporary = temporaries::nameBeside(m_path);
     temporaries::begin(m_temporary);
     m_file = ::open(m_temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
     if (m_file < 0) {
@@ -154,22 +161,25 @@ void SafeFile::append(std::string_view bytes)
         return;
     if (m_buffer.size() + bytes.size() > bufferSize)
         flushBuffer();
-    if (bytes.size() >= bufferSize) {
-        m_buffer.assign(bytes);
-        flushBuffer();
-    } else {
+    if (bytes.size() >= bufferSize)
+        write(bytes);
+    else
         m_buffer += bytes;
-    }
 }
 
 void SafeFile::flushBuffer()
 {
+    write(m_buffer);
+    m_buffer.clear();
+}
+
+void SafeFile::write(std::string_view bytes)
+{
     if (!m_trouble.empty())
         return;
-    if (!writeFully(m_file, m_buffer))
+    if (!writeFully(m_file, bytes))
         fail("written");
-    m_written.add(m_buffer);
-    m_buffer.clear();
+    m_written.add(bytes);
 }
 
 Result<void> SafeFile::readBack()
@@ -201,6 +211,7 @@ Result<void> SafeFile::rename()
 {
     if (::rename(m_temporary.c_str(), m_path.c_str()) != 0)
         return Error {reasonFor(m_path, "put into its place")};
+    m_isInPlace = true;
     temporaries::end(m_temporary);
     m_temporary.clear();
     return {};
@@ -247,43 +258,55 @@ Result<void> flushFolder(const std::string& folder)
 
 namespace {
 
-FileBytes tooLarge(const std::string& path)
+FileBytes tooLarge(const std::string& path, std::size_t most)
 {
-    return {{}, ReadTrouble::unreadable, path + " is larger than 1 GB"};
+    return {{}, ReadTrouble::unreadable, path + " is larger than " + std::to_string(most / gigabyte) + " GB"};
+}
+
+FileBytes readUpTo(const std::string& path, ByteBuffer into, std::size_t most)
+{
+    into.clear();
+    FileBytes file {std::move(into), ReadTrouble::none, {}};
+    struct stat status { };
+    if (::stat(path.c_str(), &status) == 0) {
+        if (!S_ISREG(status.st_mode))
+            return {{}, ReadTrouble::unreadable, path + " is not an ordinary file"};
+        if (static_cast<std::size_t>(status.st_size) > most)
+            return tooLarge(path, most);
+        // One more, so that the end is met without asking for more room.
+        file.bytes.reserve(static_cast<std::size_t>(status.st_size) + 1);
+    }
+    if (readInto(file.bytes, path, most))
+        return file.bytes.size() <= most ? std::move(file) : tooLarge(path, most);
+    const ReadTrouble trouble = errno == ENOENT || errno == ENOTDIR ? ReadTrouble::missing : ReadTrouble::unreadable;
+    return {{}, trouble, reasonFor(path, "read")};
 }
 
 } // namespace
 
 FileBytes readWholeFile(const std::string& path)
 {
-    FileBytes file;
-    struct stat status { };
-    if (::stat(path.c_str(), &status) == 0) {
-        if (!S_ISREG(status.st_mode))
-            return {{}, ReadTrouble::unreadable, path + " is not an ordinary file"};
-        if (static_cast<std::size_t>(status.st_size) > largestFile)
-            return tooLarge(path);
-        file.bytes.reserve(static_cast<std::size_t>(status.st_size));
-    }
-    bool fits = true;
-    const auto take = [&](std::string_view bytes) {
-        // It may grow while it is read.
-        fits = fits && file.bytes.size() + bytes.size() <= largestFile;
-        if (fits)
-            file.bytes += bytes;
-    };
-    if (readInChunks(path, take))
-        return fits ? file : tooLarge(path);
-    const ReadTrouble trouble = errno == ENOENT || errno == ENOTDIR ? ReadTrouble::missing : ReadTrouble::unreadable;
-    return {{}, trouble, reasonFor(path, "read")};
+    return readUpTo(path, {}, largestFile);
 }
 
-Result<bool> createExclusively(const std::string& path, std::string_view bytes)
+FileBytes readRecords(const std::string& path, ByteBuffer into)
+{
+    return readUpTo(path, std::move(into), std::max(memorySize(), largestFile));
+}
+
+std::size_t memorySize()
+{
+    return static_cast<std::size_t>(::sysconf(_SC_PHYS_PAGES)) * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+}
+
+Result<bool> createExclusively(const std::string& path, std::string_view bytes, void (*finish)(const std::string& path))
 {
     SafeFile file(path);
     file.append(bytes);
     if (Result<void> prepared = file.prepare(); !prepared)
         return prepared.error();
+    if (finish)
+        finish(file.temporaryPath());
     if (::link(file.temporaryPath().c_str(), path.c_str()) == 0) {
         const Result<void> flushed = flushFolder(folderOf(path));
         if (flushed)
@@ -305,5 +328,7 @@ Result<bool> createExclusively(const std::string& path, std::string_view bytes)
         ::unlink(path.c_str());
         return Error {reason};
     }
+    if (finish)
+        finish(path);
     return true;
 }

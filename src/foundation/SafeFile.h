@@ -6,6 +6,7 @@
 #pragma once
 
 #include "foundation/ByteHash.h"
+#include "foundation/LargeMemory.h"
 #include "foundation/Result.h"
 
 #include <deque>
@@ -22,6 +23,8 @@ public:
 
     /// Bytes to come next. Trouble is remembered and told by commit() or prepare().
     void append(std::string_view bytes);
+    /// Whether there was trouble already, so that nothing appended from now on can help.
+    bool hasFailed() const { return !m_trouble.empty(); }
     /// Makes the new contents durable in the temporary file; the target is untouched.
     Result<void> prepare();
     /// prepare(), rename, flush of the folder.
@@ -30,11 +33,14 @@ public:
     const std::string& path() const { return m_path; }
     const std::string& temporaryPath() const { return m_temporary; }
     const ByteHash& written() const { return m_written; }
+    /// Whether the new contents have the target's name, whatever came after that.
+    bool isInPlace() const { return m_isInPlace; }
 
 private:
     friend class FileGroup;
     void open();
     void flushBuffer();
+    void write(std::string_view bytes);
     void fail(const char* step);
     void discard();
     bool stillWaits() const { return !m_temporary.empty(); }
@@ -49,6 +55,7 @@ private:
     ByteHash m_written;
     int m_file = -1;
     bool m_prepared = false;
+    bool m_isInPlace = false;
 };
 
 Result<void> writeFileSafely(const std::string& path, std::string_view bytes);
@@ -84,15 +91,21 @@ private:
 /// Why a file could not be read.
 enum class ReadTrouble { none, missing, unreadable };
 struct FileBytes {
-    std::string bytes;
+    ByteBuffer bytes;
     ReadTrouble trouble = ReadTrouble::none;
     /// In words, when there was trouble.
     std::string reason;
 };
+/// Refuses files that are larger than what anything but records fills, and would take the memory of everything else.
 FileBytes readWholeFile(const std::string& path);
+/// A file of records, into memory that may have held something else before: refused only when the computer's whole memory is smaller.
+FileBytes readRecords(const std::string& path, ByteBuffer into = {});
+/// Bytes of the computer's memory.
+std::size_t memorySize();
 
-/// Makes a file that is complete the moment it appears. Answers false when there was one already.
-Result<bool> createExclusively(const std::string& path, std::string_view bytes);
+/// Makes a file that is complete the moment it appears. Answers false when there was one already. finish, if given, does to the file what
+/// belongs to it beside its bytes, before it appears where that is possible.
+Result<bool> createExclusively(const std::string& path, std::string_view bytes, void (*finish)(const std::string& path) = nullptr);
 
 /// Flushes the contents of a file that something else wrote.
 Result<void> flushFile(const std::string& path);

@@ -1,6 +1,9 @@
 #include "foundation/Text.h"
 
+#include "foundation/LargeMemory.h"
+
 #include <algorithm>
+#include <array>
 
 namespace {
 
@@ -48,13 +51,13 @@ std::size_t decodeUtf8Sequence(std::string_view bytes, std::size_t at, char32_t&
     return character < smallest[length] || character > 0x10ffff || surrogate ? 0 : length;
 }
 
-/// How many plain ASCII bytes stand here, eight looked at a time.
+/// How many plain ASCII bytes stand here, thirty-two looked at a time.
 std::size_t asciiRun(std::string_view bytes, std::size_t from)
 {
     std::size_t at = from;
-    for (std::uint64_t word; at + 8 <= bytes.size(); at += 8) {
-        std::memcpy(&word, bytes.data() + at, 8);
-        if (word & 0x8080808080808080u)
+    for (std::array<std::uint64_t, 4> words; at + sizeof words <= bytes.size(); at += sizeof words) {
+        std::memcpy(words.data(), bytes.data() + at, sizeof words);
+        if ((words[0] | words[1] | words[2] | words[3]) & 0x8080808080808080u)
             break;
     }
     return at - from;
@@ -75,16 +78,64 @@ std::size_t printableRun(std::string_view bytes, std::size_t from)
     return at - from;
 }
 
+/// Eight bytes, or as many as there are.
+std::uint64_t wordFrom(const char* bytes, std::size_t count)
+{
+    std::uint64_t word = 0;
+    if (count >= sizeof word) {
+        std::memcpy(&word, bytes, sizeof word);
+    } else if (count >= sizeof(std::uint32_t)) {
+        std::memcpy(&word, bytes, sizeof(std::uint32_t));
+        std::uint32_t end;
+        std::memcpy(&end, bytes + count - sizeof end, sizeof end);
+        word |= static_cast<std::uint64_t>(end) << 32;
+    } else {
+        for (std::size_t i = 0; i < count; ++i)
+            word = word << 8 | static_cast<unsigned char>(bytes[i]);
+    }
+    return word;
+}
+
+/// Of its first and last bytes and its length; never 0.
+std::uint64_t quickHash(std::string_view bytes)
+{
+    constexpr std::uint64_t prime = 0x9e3779b97f4a7c15u;
+    const std::size_t tail = std::min(bytes.size(), sizeof(std::uint64_t));
+    const std::uint64_t first = wordFrom(bytes.data(), bytes.size());
+    const std::uint64_t last = wordFrom(bytes.data() + bytes.size() - tail, tail);
+    const std::uint64_t hash = (first * prime) ^ ((last + bytes.size()) * (prime >> 1 | 1));
+    return (hash ^ (hash >> 32)) | 1;
+}
+
 } // namespace
+
+TextStore::~TextStore()
+{
+    for (const Chunk& chunk : m_chunks)
+        largeMemory::giveBack(chunk.bytes, chunk.size);
+}
 
 void TextStore::startChunk(std::size_t atLeast)
 {
     const std::size_t grown = std::clamp(m_capacity, firstChunk, largestChunk);
     const std::size_t size = std::max(atLeast, grown);
-    m_chunks.push_back(std::make_unique_for_overwrite<char[]>(size));
-    m_next = m_chunks.back().get();
+    m_chunks.push_back({static_cast<char*>(largeMemory::take(size)), size});
+    m_next = m_chunks.back().bytes;
     m_left = size;
     m_capacity += size;
+}
+
+Text TextStore::addRepeating(std::string_view bytes)
+{
+    if (bytes.empty())
+        return {};
+    if (!m_recent)
+        m_recent = std::make_unique<RecentTexts>();
+    const std::uint64_t hash = quickHash(bytes);
+    RecentText& recent = (*m_recent)[hash >> 1 & (m_recent->size() - 1)];
+    if (recent.hash != hash || recent.text != bytes)
+        recent = {hash, add(bytes)};
+    return recent.text;
 }
 
 bool isUtf8(std::string_view bytes)

@@ -7,6 +7,7 @@
 
 #include <QString>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -55,6 +56,7 @@ private:
 class TextStore {
 public:
     TextStore() = default;
+    ~TextStore();
     TextStore(const TextStore&) = delete;
     TextStore& operator=(const TextStore&) = delete;
 
@@ -74,13 +76,29 @@ public:
         m_left -= needed;
         return Text(place);
     }
+    /// The same, but a text that was added lately is given again: what a file holds repeats itself.
+    Text addRepeating(std::string_view bytes);
+    /// Once a file is read, nothing is repeated any more.
+    void endRepeating() { m_recent.reset(); }
     /// Bytes of memory taken, used or not.
     std::size_t capacity() const { return m_capacity; }
 
 private:
+    struct RecentText {
+        std::uint64_t hash = 0;
+        Text text;
+    };
+    using RecentTexts = std::array<RecentText, 4096>;
+    struct Chunk {
+        char* bytes;
+        std::size_t size;
+    };
+
     void startChunk(std::size_t atLeast);
 
-    std::vector<std::unique_ptr<char[]>> m_chunks;
+    std::vector<Chunk> m_chunks;
+    /// By the hash of their bytes; none while nothing is expected to repeat.
+    std::unique_ptr<RecentTexts> m_recent;
     char* m_next = nullptr;
     std::size_t m_left = 0;
     std::size_t m_capacity = 0;

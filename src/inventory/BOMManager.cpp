@@ -424,15 +424,15 @@ QString BOMManager::cellFault(std::string_view identifier, int row) const
 
 void MaterialFile::complete(StoredRecord<Material>& stored) const
 {
-    if (stored.values.contact == 0)
-        stored.values.contact = m_lines.rules().orders.contactIdOfOrder(stored.values.order);
+    if (stored.values->contact == 0)
+        stored.values.change().contact = m_lines.rules().orders.contactIdOfOrder(stored.values->order);
 }
 
 void MaterialFile::visitLinks(StoredRecord<Material>& stored, TextStore&, const UseLink& use) const
 {
-    use(recordFiles::orders, stored.values.order);
-    use(recordFiles::items, stored.values.product);
-    use(recordFiles::contacts, stored.values.contact);
+    use(recordFiles::orders, stored.values.change().order);
+    use(recordFiles::items, stored.values.change().product);
+    use(recordFiles::contacts, stored.values.change().contact);
 }
 
 void MaterialFile::added(Material& line, const StoredRecord<Material>&)

@@ -121,11 +121,13 @@ protected:
     void added(Material& line, const StoredRecord<Material>& stored) override;
     std::span<const std::string_view> titleKeys() const override { return keys; }
     std::span<const std::string_view> fixedKeys() const override { return fixed; }
+    std::span<const std::string_view> filledInKeys() const override { return filledIn; }
     void visitLinks(StoredRecord<Material>& stored, TextStore&, const UseLink& use) const override;
-    int ownerOf(const StoredRecord<Material>& stored) const override { return stored.values.order; }
+    int ownerOf(const StoredRecord<Material>& stored) const override { return stored.values->order; }
 
 private:
     static constexpr std::array<std::string_view, 2> keys {"code", "item"};
     static constexpr std::array<std::string_view, 3> fixed {"order", "product", "dateadded"};
+    static constexpr std::array<std::string_view, 1> filledIn {"contact"};
     BOMManager& m_lines;
 };

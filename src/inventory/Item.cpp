@@ -91,7 +91,8 @@ int Constituent::id() const
 
 void Constituent::setId(int id)
 {
-    m_entry.set("id", PlistValue::makeInteger(id));
+    if (m_entry.isDict())
+        m_entry.set("id", PlistValue::makeInteger(id));
 }
 
 float Constituent::qty() const
@@ -101,6 +102,8 @@ float Constituent::qty() const
 
 void Constituent::setQty(float qty)
 {
+    if (!m_entry.isDict())
+        return;
     const float whole = std::trunc(qty);
     const bool isWhole = std::fabs(qty - whole) <= 0.0001f && std::fabs(qty) < 2e9f;
     m_entry.set("qty", isWhole ? PlistValue::makeInteger(static_cast<int>(whole)) : PlistValue::makeReal(static_cast<double>(qty)));
@@ -118,27 +121,27 @@ float Item::number(Text text) const
 
 float Item::getPriceAsFloat() const
 {
-    return number(m_values.price);
+    return number(values().price);
 }
 float Item::getQtyAsFloat() const
 {
-    return static_cast<float>(stockQuantity(m_rules.money, m_values.qty).value_or(0));
+    return static_cast<float>(stockQuantity(m_rules.money, values().qty).value_or(0));
 }
 int Item::getWholeQty() const
 {
     using Limits = std::numeric_limits<int>;
-    const std::optional<double> brief = shortForm(m_values.qty);
+    const std::optional<double> brief = shortForm(values().qty);
     if (!brief)
-        return numbers::leadingInt(m_values.qty);
+        return numbers::leadingInt(values().qty);
     return static_cast<int>(std::clamp<double>(std::trunc(*brief), Limits::min(), Limits::max()));
 }
 float Item::getOptimumQtyAsFloat() const
 {
-    return number(m_values.optimumQty);
+    return number(values().optimumQty);
 }
 float Item::getBoughtAsFloat() const
 {
-    return number(m_values.bought);
+    return number(values().bought);
 }
 
 std::string Item::money(float amount) const
@@ -153,7 +156,7 @@ std::string Item::currencyCode() const
 
 float Item::getNumericCode() const
 {
-    return numbers::digitsOf(m_values.code);
+    return numbers::digitsOf(values().code);
 }
 
 void Item::makeCollectiveItem(bool collective)
@@ -181,18 +184,18 @@ void Item::decQty()
 void Item::addCategory(std::string_view name)
 {
     const std::string_view category = trimmedCategory(name);
-    const std::vector<std::string> present = categoriesIn(m_values.category);
+    const std::vector<std::string> present = categoriesIn(values().category);
     if (std::find(present.begin(), present.end(), category) != present.end())
         return;
-    if (m_values.category.isEmpty())
+    if (values().category.isEmpty())
         setCategory(category);
     else
-        setCategory(m_values.category.string() + ", " + std::string(category));
+        setCategory(values().category.string() + ", " + std::string(category));
 }
 
 void Item::removeCategory(std::string_view name)
 {
-    std::vector<std::string> kept = categoriesIn(m_values.category);
+    std::vector<std::string> kept = categoriesIn(values().category);
     std::erase(kept, std::string(trimmedCategory(name)));
     if (kept.empty())
         return;

@@ -79,6 +79,7 @@ static_assert(namesAreUnique(itemFields));
 /// One part of a collective item: the dictionary as the file holds it, with the keys "id", "code", "item" and "qty".
 class Constituent {
 public:
+    /// What is no dictionary names no item and has no quantity; it is kept as it is.
     explicit Constituent(PlistValue entry) : m_entry(std::move(entry)) { }
     Constituent(int id, std::string_view code, std::string_view item);
 
@@ -116,28 +117,28 @@ public:
 
     explicit Item(const ItemRules& rules) : m_rules(rules) { }
 
-    std::string_view getItem() const { return m_values.item; }
-    std::string_view getCode() const { return m_values.code; }
-    std::string_view getVariation() const { return m_values.variation; }
-    std::string_view getBrand() const { return m_values.brand; }
-    std::string_view getCategory() const { return m_values.category; }
-    std::string_view getDescription() const { return m_values.description; }
-    std::string_view getPrice() const { return m_values.price; }
-    std::string_view getBought() const { return m_values.bought; }
-    std::string_view getQty() const { return m_values.qty; }
-    std::string_view getWarnlevel() const { return m_values.warnlevel; }
-    std::string_view getOptimumQty() const { return m_values.optimumQty; }
-    std::string_view getShipping() const { return m_values.shipping; }
-    std::string_view getSupplier() const { return m_values.supplier; }
-    std::string_view getTaxcode() const { return m_values.taxcode; }
-    std::string_view getCondition() const { return m_values.condition; }
-    std::string_view getEan() const { return m_values.ean; }
-    std::string_view getPart() const { return m_values.part; }
-    std::string_view getLink() const { return m_values.link; }
-    std::string_view getImageLink() const { return m_values.imageLink; }
-    std::string_view getQuantityMethod() const { return m_values.qtymethod; }
-    std::string getType() const override { return m_values.type.string(); }
-    bool getDecreaseQty() const { return m_values.decreaseQty; }
+    std::string_view getItem() const { return values().item; }
+    std::string_view getCode() const { return values().code; }
+    std::string_view getVariation() const { return values().variation; }
+    std::string_view getBrand() const { return values().brand; }
+    std::string_view getCategory() const { return values().category; }
+    std::string_view getDescription() const { return values().description; }
+    std::string_view getPrice() const { return values().price; }
+    std::string_view getBought() const { return values().bought; }
+    std::string_view getQty() const { return values().qty; }
+    std::string_view getWarnlevel() const { return values().warnlevel; }
+    std::string_view getOptimumQty() const { return values().optimumQty; }
+    std::string_view getShipping() const { return values().shipping; }
+    std::string_view getSupplier() const { return values().supplier; }
+    std::string_view getTaxcode() const { return values().taxcode; }
+    std::string_view getCondition() const { return values().condition; }
+    std::string_view getEan() const { return values().ean; }
+    std::string_view getPart() const { return values().part; }
+    std::string_view getLink() const { return values().link; }
+    std::string_view getImageLink() const { return values().imageLink; }
+    std::string_view getQuantityMethod() const { return values().qtymethod; }
+    std::string getType() const override { return values().type.string(); }
+    bool getDecreaseQty() const { return values().decreaseQty; }
 
     void setItem(std::string_view text) { set(&ItemValues::item, text); }
     void setCode(std::string_view text) { set(&ItemValues::code, text); }
@@ -169,7 +170,7 @@ public:
     float getOptimumQtyAsFloat() const;
     float getBoughtAsFloat() const;
 
-    bool isCollectiveItem() const { return m_values.type == "Collective item"; }
+    bool isCollectiveItem() const { return values().type == "Collective item"; }
     /// The constituents are kept either way.
     void makeCollectiveItem(bool collective);
     /// Adds to the quantity, written with "%g"; answers the new quantity.

@@ -124,7 +124,7 @@ void ItemManager::editThisItem(Item& item)
     m_created.reset();
     m_forOrder = false;
     m_currentItem = &item;
-    m_typeBefore = item.getType();
+    m_typeBefore = item.values().type;
     setItem(item);
     form.open();
 }
@@ -155,11 +155,16 @@ void ItemManager::setItem(const Item& item)
     showCollective();
 }
 
+void ItemManager::showTitle()
+{
+    const QString word = QString::fromStdString(m_needs.preferences.getTermItem());
+    form.setTitle(form.collective.isOn() ? fillText(localText("Collective %@"), {word}) : word);
+}
+
 void ItemManager::showCollective()
 {
     const bool collective = form.collective.isOn();
-    const QString word = QString::fromStdString(m_needs.preferences.getTermItem());
-    form.setTitle(collective ? fillText(localText("Collective %@"), {word}) : word);
+    showTitle();
     form.qty.setReadOnly(collective);
     for (FormField* stock : std::initializer_list<FormField*> {&form.warnlevel, &form.optimumQty, &form.decreaseQty})
         stock->setVisible(!collective);
@@ -284,10 +289,8 @@ bool readConstituents(StoredRecord<Item>& stored, const PlistValue& value, TextS
 {
     if (!value.isArray())
         return false;
-    for (const PlistValue& entry : value.array()) {
-        if (entry.isDict())
-            stored.nested.emplace_back(entry);
-    }
+    for (const PlistValue& entry : value.array())
+        stored.nested.emplace_back(entry);
     return true;
 }
 
@@ -307,11 +310,23 @@ void ItemFile::visitLinks(StoredRecord<Item>& stored, TextStore& store, const Us
             part.setId(id);
     }
     // The supplier stands as a text.
-    const int supplier = numbers::leadingInt(stored.values.supplier);
+    const int supplier = numbers::leadingInt(stored.values->supplier);
     int id = supplier;
     use(recordFiles::contacts, id);
     if (id != supplier)
-        stored.values.supplier = store.add(std::to_string(id));
+        stored.values.change().supplier = store.add(std::to_string(id));
+}
+
+void ItemFile::collect(StoredRecords<Item>& records) const
+{
+    CollectionFile::collect(records);
+    const std::optional<Text> saved = m_items.savedType();
+    if (!saved)
+        return;
+    const std::vector<dataObject*>& all = m_items.records();
+    const auto edited = std::find(all.begin(), all.end(), m_items.currentItem());
+    if (edited != all.end())
+        records[static_cast<std::size_t>(edited - all.begin())].values.change().type = *saved;
 }
 
 std::span<const NestedKey<Item>> ItemFile::nestedKeys() const

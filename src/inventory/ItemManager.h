@@ -44,6 +44,8 @@ public:
 
     Item* currentItem() const { return m_currentItem; }
     const ItemRules& rules() const { return m_needs.rules; }
+    /// What the editor's item was saved as; none while there is no such item.
+    std::optional<Text> savedType() const { return m_currentItem && !m_created ? m_typeBefore : std::nullopt; }
 
     /// What the parts of a collective item make, counted by the scarcest part; not rounded. 0 for any other item.
     float getQtyForCollectiveItem(const Item& item) const;
@@ -71,6 +73,8 @@ public:
     void pickSupplier();
     /// The collective switch of the editor.
     void showCollective();
+    /// Titles the editor with the user's word for what is in it.
+    void showTitle();
 
     void filter() override;
     /// A comma-separated list; what the menu lacks is added to it.
@@ -109,7 +113,7 @@ private:
     Item* m_currentItem = nullptr;
     std::unique_ptr<Item> m_created;
     /// The kind changes while the editor is open, since the quantity shown depends on it; this is what it was, until the item is saved.
-    std::optional<std::string> m_typeBefore;
+    std::optional<Text> m_typeBefore;
     bool m_forOrder = false;
     /// The quantity as the editor was given it.
     QString m_qtyShown;
@@ -122,22 +126,24 @@ private:
 /// "items.xml".
 class ItemFile : public CollectionFile<Item> {
 public:
-    explicit ItemFile(ItemManager& items) : CollectionFile(items, recordFiles::items, "products", "items"), m_rules(items.rules()) { }
+    explicit ItemFile(ItemManager& items) : CollectionFile(items, recordFiles::items, "products", "items"), m_items(items) { }
 
     const char* recordName() const override { return "Item"; }
 
 protected:
     std::span<const NestedKey<Item>> nestedKeys() const override;
-    std::unique_ptr<Item> make() const override { return std::make_unique<Item>(m_rules); }
+    std::unique_ptr<Item> make() const override { return std::make_unique<Item>(m_items.rules()); }
     void added(Item& item, const StoredRecord<Item>& stored) override { item.setConstituents(stored.nested); }
     Item::Nested nestedOf(const Item& item) const override { return item.getConstituents(); }
     std::span<const std::string_view> titleKeys() const override { return keys; }
     std::span<const std::string_view> tellingKeys() const override { return telling; }
     void visitLinks(StoredRecord<Item>& stored, TextStore& store, const UseLink& use) const override;
+    /// What is switched in the editor and not saved stays out of the file.
+    void collect(StoredRecords<Item>& records) const override;
 
 private:
     static constexpr std::array<std::string_view, 2> keys {"code", "item"};
     // Not the code: it is made from the id as long as nobody writes another.
     static constexpr std::array<std::string_view, 6> telling {"item", "description", "part", "ean", "link", "imagelink"};
-    const ItemRules& m_rules;
+    ItemManager& m_items;
 };

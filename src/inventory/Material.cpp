@@ -39,32 +39,32 @@ std::span<const DerivedField<Material>> Material::derivedFields()
 
 Material::Material(const LineRules& rules, int order, int product) : m_rules(rules)
 {
-    m_values.order = order;
-    m_values.product = product;
+    newValues().order = order;
+    newValues().product = product;
 }
 
 float Material::getQtyasFloat() const
 {
-    return m_rules.money.value(m_values.qty);
+    return m_rules.money.value(values().qty);
 }
 int Material::getWholeQty() const
 {
     // What reads lies within limits that an int holds.
-    const std::optional<double> number = m_rules.money.read(m_values.qty);
-    return number ? static_cast<int>(*number) : numbers::leadingInt(m_values.qty);
+    const std::optional<double> number = m_rules.money.read(values().qty);
+    return number ? static_cast<int>(*number) : numbers::leadingInt(values().qty);
 }
 float Material::getCostasFloat() const
 {
-    return m_rules.money.value(m_values.cost);
+    return m_rules.money.value(values().cost);
 }
 float Material::getTotalasFloat() const
 {
-    return m_rules.money.value(m_values.total);
+    return m_rules.money.value(values().total);
 }
 
 QDate Material::getDateaddedasdate() const
 {
-    return dates::readDate(m_values.dateAdded, dates::dayFirstLong).value_or(dates::fallback());
+    return dates::readDate(values().dateAdded, dates::dayFirstLong).value_or(dates::fallback());
 }
 
 std::int64_t Material::getDateByName(std::string_view nameAsDate) const

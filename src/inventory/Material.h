@@ -61,18 +61,18 @@ public:
     explicit Material(const LineRules& rules) : m_rules(rules) { }
     Material(const LineRules& rules, int order, int product = 0);
 
-    std::string_view getItem() const { return m_values.item; }
-    std::string_view getQty() const { return m_values.qty; }
-    std::string_view getCost() const { return m_values.cost; }
-    std::string_view getUnit() const { return m_values.unit; }
-    std::string_view getTotal() const { return m_values.total; }
-    std::string_view getCode() const { return m_values.code; }
-    std::string_view getTaxCode() const { return m_values.taxCode; }
-    std::string_view getDateAdded() const { return m_values.dateAdded; }
-    std::string_view getVariation() const { return m_values.variation; }
-    int getOrder() const { return m_values.order; }
-    int getProduct() const { return m_values.product; }
-    int getContact() const { return m_values.contact; }
+    std::string_view getItem() const { return values().item; }
+    std::string_view getQty() const { return values().qty; }
+    std::string_view getCost() const { return values().cost; }
+    std::string_view getUnit() const { return values().unit; }
+    std::string_view getTotal() const { return values().total; }
+    std::string_view getCode() const { return values().code; }
+    std::string_view getTaxCode() const { return values().taxCode; }
+    std::string_view getDateAdded() const { return values().dateAdded; }
+    std::string_view getVariation() const { return values().variation; }
+    int getOrder() const { return values().order; }
+    int getProduct() const { return values().product; }
+    int getContact() const { return values().contact; }
     const std::string& getOrderType() const { return m_orderType; }
 
     void setItem(std::string_view text) { set(&MaterialValues::item, text); }
@@ -93,13 +93,14 @@ public:
     void fileUnder(int orderId) { m_filedUnder = orderId; }
 
     float getQtyasFloat() const;
-    /// The quantity as an integer, cut off after the point: what goods move by. A text that is no number counts by the digits it starts with.
+    /// The quantity as an integer, cut off after the point: what goods move by. A text that is no number counts by the
+    /// digits it starts with.
     int getWholeQty() const;
     float getCostasFloat() const;
     float getTotalasFloat() const;
     QDate getDateaddedasdate() const;
     std::int64_t getDateByName(std::string_view nameAsDate) const override;
-    float getNumericCode() const override { return numbers::digitsOf(m_values.code); }
+    float getNumericCode() const override { return numbers::digitsOf(values().code); }
     /// total = quantity times unit price, in money form.
     void recalcTotal();
 

@@ -8,5 +8,5 @@ std::int64_t Bill::getDateByName(std::string_view nameAsDate) const
     if (nameAsDate != "datepaidasdate")
         return Record::getDateByName(nameAsDate);
     const char* format = recordDateFormat(m_settings);
-    return dates::readDate(m_values.datePaid, format).value_or(dates::fallback()).toJulianDay();
+    return dates::readDate(values().datePaid, format).value_or(dates::fallback()).toJulianDay();
 }

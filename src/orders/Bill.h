@@ -42,14 +42,14 @@ public:
 
     explicit Bill(const SettingsStore& settings) : m_settings(settings) { }
 
-    std::string_view getNumber() const { return m_values.number; }
-    std::string_view getName() const { return m_values.name; }
-    std::string_view getDatePaid() const { return m_values.datePaid; }
-    std::string_view getNet() const { return m_values.net; }
-    std::string_view getVAT() const { return m_values.vat; }
-    std::string_view getAmount() const { return m_values.amount; }
-    std::string_view getDetails() const { return m_values.details; }
-    std::string_view getCategory() const { return m_values.category; }
+    std::string_view getNumber() const { return values().number; }
+    std::string_view getName() const { return values().name; }
+    std::string_view getDatePaid() const { return values().datePaid; }
+    std::string_view getNet() const { return values().net; }
+    std::string_view getVAT() const { return values().vat; }
+    std::string_view getAmount() const { return values().amount; }
+    std::string_view getDetails() const { return values().details; }
+    std::string_view getCategory() const { return values().category; }
     void setNumber(std::string_view number) { set(&BillValues::number, number); }
     void setName(std::string_view name) { set(&BillValues::name, name); }
     void setDatePaid(std::string_view date) { set(&BillValues::datePaid, date); }

@@ -108,7 +108,7 @@ Contact* Order::getContact2(Fallback fallback) const
 
 int Order::getContact2Id(Fallback fallback) const
 {
-    return m_values.contact2Id == 0 && fallback == Fallback::firstContact ? m_values.contactId : m_values.contact2Id;
+    return values().contact2Id == 0 && fallback == Fallback::firstContact ? values().contactId : values().contact2Id;
 }
 
 void Order::setContact2(Contact* contact)
@@ -131,17 +131,17 @@ std::string Order::getContactname() const
 
 QDate Order::getDateasdate() const
 {
-    return dateOrFallback(m_values.date, recordDateFormat(m_rules.settings));
+    return dateOrFallback(values().date, recordDateFormat(m_rules.settings));
 }
 
 QDate Order::getBalancePaidAsDate() const
 {
-    return dateOrFallback(m_values.balancePaid, dates::dayFirst);
+    return dateOrFallback(values().balancePaid, dates::dayFirst);
 }
 
 QDate Order::getDepositpaidasdate() const
 {
-    return dateOrFallback(m_values.depositPaid, dates::dayFirst);
+    return dateOrFallback(values().depositPaid, dates::dayFirst);
 }
 
 std::int64_t Order::getDateByName(std::string_view nameAsDate) const
@@ -157,7 +157,7 @@ std::int64_t Order::getDateByName(std::string_view nameAsDate) const
 
 float Order::getNumericOrdernum() const
 {
-    return numbers::digitsOf(m_values.orderNum);
+    return numbers::digitsOf(values().orderNum);
 }
 
 void Order::addPayment(Payment& payment)
@@ -202,9 +202,9 @@ std::string Order::getPayments() const
 
 float Order::totalOfStoredFigures() const
 {
-    float total = money(m_values.value) + money(m_values.shipping);
+    float total = money(values().value) + money(values().shipping);
     if (isPurchaseOrder() || m_rules.pricesAreExclusive())
-        total += money(m_values.tax);
+        total += money(values().tax);
     return total;
 }
 
@@ -220,12 +220,19 @@ std::string Order::getBalanceRemaining() const
 
 std::string Order::getDiscountDescription() const
 {
-    if (!m_values.applyDiscount)
+    if (!values().applyDiscount)
         return {};
-    const std::string figure = m_values.discount.string();
-    if (m_values.discountIsPercentage)
+    const std::string figure = values().discount.string();
+    if (values().discountIsPercentage)
         return "discount: -" + figure + "% ";
     return "discount: -" + m_rules.settings.text(settings::currency).value_or("") + figure + " ";
+}
+
+void Order::fetchFields() const
+{
+    Record::fetchFields();
+    if (m_contact)
+        m_contact->fetchFields();
 }
 
 std::string Order::getFieldByName(std::string_view name) const

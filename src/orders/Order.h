@@ -116,39 +116,39 @@ public:
 
     explicit Order(const OrderRules& rules) : m_rules(rules) { }
 
-    std::string_view getTitle() const { return m_values.title; }
-    std::string_view getDate() const { return m_values.date; }
-    std::string_view getDescription() const { return m_values.description; }
-    std::string_view getStatus() const { return m_values.status; }
-    std::string getType() const override { return m_values.type.string(); }
-    std::string_view getOrderNum() const { return m_values.orderNum; }
-    std::string_view getOrdernum() const { return m_values.orderNum; }
-    std::string_view getValue() const { return m_values.value; }
-    std::string_view getShipping() const { return m_values.shipping; }
-    std::string_view getTax() const { return m_values.tax; }
-    std::string_view getNet() const { return m_values.net; }
-    std::string_view getTaxRate() const { return m_values.taxRate; }
-    std::string_view getValueWithTax() const { return m_values.valueWithTax; }
-    std::string_view getBalance() const { return m_values.balance; }
-    std::string_view getBalancePaid() const { return m_values.balancePaid; }
-    std::string_view getDeposit() const { return m_values.deposit; }
-    std::string_view getDepositPaid() const { return m_values.depositPaid; }
-    std::string_view getPaymentMethod() const { return m_values.paymentMethod; }
-    std::string_view getTransactionRef() const { return m_values.transactionRef; }
-    std::string_view getTotalItemsPurchased() const { return m_values.totalItemsPurchased; }
-    std::string_view getRepeatFrequency() const { return m_values.repeatFrequency; }
-    std::string_view getLastRepeatDate() const { return m_values.lastRepeatDate; }
-    std::string_view getDiscount() const { return m_values.discount; }
-    int getContactId() const { return m_values.contactId; }
-    int getBillId() const { return m_values.billId; }
-    int getNewCustomer() const { return m_values.newCustomer; }
-    bool getIncludeBOM() const { return m_values.includeBOM; }
-    bool getSent() const { return m_values.sent; }
-    bool getStockAdded() const { return m_values.stockAdded; }
-    bool getRepeats() const { return m_values.repeats; }
-    bool getApplyDiscount() const { return m_values.applyDiscount; }
-    bool getDiscountIsPercentage() const { return m_values.discountIsPercentage; }
-    bool isPurchaseOrder() const { return m_values.type == "Purchase Order"; }
+    std::string_view getTitle() const { return values().title; }
+    std::string_view getDate() const { return values().date; }
+    std::string_view getDescription() const { return values().description; }
+    std::string_view getStatus() const { return values().status; }
+    std::string getType() const override { return values().type.string(); }
+    std::string_view getOrderNum() const { return values().orderNum; }
+    std::string_view getOrdernum() const { return values().orderNum; }
+    std::string_view getValue() const { return values().value; }
+    std::string_view getShipping() const { return values().shipping; }
+    std::string_view getTax() const { return values().tax; }
+    std::string_view getNet() const { return values().net; }
+    std::string_view getTaxRate() const { return values().taxRate; }
+    std::string_view getValueWithTax() const { return values().valueWithTax; }
+    std::string_view getBalance() const { return values().balance; }
+    std::string_view getBalancePaid() const { return values().balancePaid; }
+    std::string_view getDeposit() const { return values().deposit; }
+    std::string_view getDepositPaid() const { return values().depositPaid; }
+    std::string_view getPaymentMethod() const { return values().paymentMethod; }
+    std::string_view getTransactionRef() const { return values().transactionRef; }
+    std::string_view getTotalItemsPurchased() const { return values().totalItemsPurchased; }
+    std::string_view getRepeatFrequency() const { return values().repeatFrequency; }
+    std::string_view getLastRepeatDate() const { return values().lastRepeatDate; }
+    std::string_view getDiscount() const { return values().discount; }
+    int getContactId() const { return values().contactId; }
+    int getBillId() const { return values().billId; }
+    int getNewCustomer() const { return values().newCustomer; }
+    bool getIncludeBOM() const { return values().includeBOM; }
+    bool getSent() const { return values().sent; }
+    bool getStockAdded() const { return values().stockAdded; }
+    bool getRepeats() const { return values().repeats; }
+    bool getApplyDiscount() const { return values().applyDiscount; }
+    bool getDiscountIsPercentage() const { return values().discountIsPercentage; }
+    bool isPurchaseOrder() const { return values().type == "Purchase Order"; }
 
     void setTitle(std::string_view text) { set(&OrderValues::title, text); }
     void setDate(std::string_view text) { set(&OrderValues::date, text); }
@@ -200,7 +200,7 @@ public:
     QDate getBalancePaidAsDate() const;
     QDate getDepositpaidasdate() const;
     /// 1 for the status "Complete", else 0.
-    int getColour() const { return m_values.status == "Complete" ? 1 : 0; }
+    int getColour() const { return values().status == "Complete" ? 1 : 0; }
 
     // Payments, in the order they were added. They belong to the payments collection.
     const std::vector<Payment*>& getPaymentArray() const { return m_payments; }
@@ -222,6 +222,8 @@ public:
     std::string getFieldByName(std::string_view name) const override;
     std::int64_t getDateByName(std::string_view nameAsDate) const override;
     float getNumericOrdernum() const override;
+    /// What lists show of an order is its contact's too.
+    void fetchFields() const override;
 
 private:
     float totalOfStoredFigures() const;

@@ -238,6 +238,12 @@ void OrderManager::showPurchaseOrderControls(const Order& order)
     form.addStock.setEnabled(purchaseOrder && !order.getStockAdded());
     form.balancePaid.setVisible(purchaseOrder);
     form.sent.setCaption(purchaseOrder ? localText("Order placed") : localText("Invoice sent"));
+    showTitle();
+}
+
+void OrderManager::showTitle()
+{
+    const bool purchaseOrder = m_currentItem && m_currentItem->isPurchaseOrder();
     form.setTitle(purchaseOrder ? localText("Purchase Order") : QString::fromStdString(m_needs.preferences.getTermOrder()));
 }
 
@@ -385,7 +391,7 @@ void OrderManager::finish(Finish how)
         m_needs.gate.writeDatabaseInBackground(m_needs.bills);
     }
     form.close();
-    filter();
+    filterAfterChange(order);
     m_needs.gate.writeDatabaseInBackground(*this);
     m_needs.gate.writeDatabaseInBackground(m_needs.items);
 }

@@ -28,11 +28,17 @@ void writePayment(const StoredPayment& payment, PlistWriter& writer)
 
 void writeKnownPayment(const PaymentValues& payment, PlistWriter& writer)
 {
+    // Root, orders, order, its payments, payment.
+    constexpr std::size_t depthOfKeys = 5;
+    static const std::vector<PlistWriter::Opening> openings = [] {
+        std::vector<PlistWriter::Opening> made;
+        for (const auto& row : paymentFields)
+            made.push_back(PlistWriter::opening(row.key, depthOfKeys));
+        return made;
+    }();
     writer.openDict();
-    for (std::size_t i = 0; i < paymentFields.size(); ++i) {
-        writer.key(paymentRow(i).key);
-        writer.text(payment.*paymentRow(i).text);
-    }
+    for (std::size_t i = 0; i < paymentFields.size(); ++i)
+        writer.textAfter(openings[i], payment.*paymentRow(i).text);
     writer.closeDict();
 }
 
@@ -75,7 +81,7 @@ StoredPayment readPayment(const PlistValue& entry, TextStore& store)
     for (const auto& [key, value] : entry.dict()) {
         const FieldRow<PaymentValues>* row = paymentRowFor(key);
         if (row && value.hasText())
-            payment.values.*row->text = store.add(cleanUtf8(value.asText()));
+            payment.values.*row->text = store.addRepeating(cleanUtf8(value.asText()));
         else
             unknown.set(key, value);
     }
@@ -110,7 +116,7 @@ bool readExpectedPayment(PaymentValues& payment, PlistScanner& scanner, TextStor
         const std::optional<std::string_view> text = scanner.takePlainText();
         if (!text)
             return false;
-        payment.*paymentRow(i).text = store.add(*text);
+        payment.*paymentRow(i).text = store.addRepeating(*text);
     }
     return scanner.take("\n\t\t\t\t</dict>");
 }
@@ -170,7 +176,7 @@ void OrderFile::complete(StoredRecord<Order>& stored) const
 {
     if (stored.nested.hasPaymentArray)
         return;
-    const OrderValues& values = stored.values;
+    const OrderValues& values = *stored.values;
     if (!values.deposit.isEmpty())
         stored.nested.payments.push_back({{values.deposit, values.depositPaid, values.paymentMethod}, {}});
     if (hasOlderBalance(values))
@@ -179,9 +185,9 @@ void OrderFile::complete(StoredRecord<Order>& stored) const
 
 void OrderFile::visitLinks(StoredRecord<Order>& stored, TextStore&, const UseLink& use) const
 {
-    use(recordFiles::contacts, stored.values.contactId);
-    use(recordFiles::contacts, stored.values.contact2Id);
-    use(recordFiles::bills, stored.values.billId);
+    use(recordFiles::contacts, stored.values.change().contactId);
+    use(recordFiles::contacts, stored.values.change().contact2Id);
+    use(recordFiles::bills, stored.values.change().billId);
 }
 
 void OrderFile::added(Order& order, const StoredRecord<Order>& stored)
@@ -189,7 +195,7 @@ void OrderFile::added(Order& order, const StoredRecord<Order>& stored)
     for (const StoredPayment& payment : stored.nested.payments)
         m_payments.addPaymentTo(order, payment.values).setUnknownKeys(payment.unknownKeys);
     order.setForeignPayments(stored.nested.foreignPayments);
-    if (!stored.nested.hasPaymentArray && hasOlderBalance(stored.values))
+    if (!stored.nested.hasPaymentArray && hasOlderBalance(order.values()))
         m_metOlderPayments = true;
 }
 
@@ -207,6 +213,7 @@ void OrderFile::replaced(Order& order, const StoredRecord<Order>& stored)
 Order::Nested OrderFile::nestedOf(const Order& order) const
 {
     Order::Nested nested;
+    nested.payments.reserve(order.getPaymentArray().size());
     for (const Payment* payment : order.getPaymentArray())
         nested.payments.push_back({payment->values(), payment->unknownKeys()});
     nested.foreignPayments = order.foreignPayments();

@@ -28,6 +28,11 @@ QString mailAddress(const Contact& contact)
     return toQString(contact.getEmail());
 }
 
+const dataObject* contactOfOrder(const dataObject& order)
+{
+    return static_cast<const Order&>(order).getContact();
+}
+
 } // namespace
 
 OrderManager::OrderManager(OrderManagerNeeds needs)
@@ -202,12 +207,14 @@ std::vector<dataObject*> OrderManager::remove(std::span<dataObject* const> order
     std::vector<int> ids;
     std::vector<dataObject*> payments;
     std::vector<dataObject*> bills;
-    for (const dataObject* record : gone) {
-        const auto& order = static_cast<const Order&>(*record);
+    for (dataObject* record : gone) {
+        auto& order = static_cast<Order&>(*record);
         ids.push_back(order.getID());
         payments.insert(payments.end(), order.getPaymentArray().begin(), order.getPaymentArray().end());
         if (Bill* bill = billOf(order))
             bills.push_back(bill);
+        // The number is given again: an order that comes back is billed anew.
+        order.setBillId(0);
     }
     // Once for each collection: each of them looks through all of its records.
     m_needs.lines.dropLinesOfOrders(ids);
@@ -423,7 +430,7 @@ void OrderManager::hideByFilter()
         return;
     const bool incomplete = listForm.filter.index() == 1;
     const bool purchaseOrders = listForm.filter.index() == 2;
-    const std::string complete = m_needs.settings.text(settings::completeStatus).value_or("Complete");
+    const std::string complete = completeStatus();
     for (dataObject* record : records()) {
         const auto& order = static_cast<const Order&>(*record);
         const bool passes = purchaseOrders ? order.isPurchaseOrder()
@@ -436,17 +443,39 @@ void OrderManager::hideByFilter()
 
 void OrderManager::filter()
 {
+    applyFilter();
+    reloadData();
+}
+
+void OrderManager::applyFilter()
+{
     makeAllVisible();
     hideByFilter();
-    hideWithoutWords(listForm.search.text().toStdString(), m_needs.contacts,
-        [](const dataObject& order) -> const dataObject* { return static_cast<const Order&>(order).getContact(); });
-    reloadData();
+    hideWithoutWords(listForm.search.text().toStdString(), m_needs.contacts, contactOfOrder);
+}
+
+std::optional<qvDataSource::LinkedColumn> OrderManager::linkedColumn(std::string_view column) const
+{
+    if (column != "contactname")
+        return std::nullopt;
+    return LinkedColumn {m_needs.contacts, contactOfOrder, "name"};
 }
 
 std::string OrderManager::objectValue(std::string_view identifier, int row) const
 {
     const Order* order = getnthVisibleItem(row);
     return order ? order->getFieldByName(identifier) : std::string();
+}
+
+std::string OrderManager::completeStatus() const
+{
+    return m_needs.settings.text(settings::completeStatus).value_or("Complete");
+}
+
+bool OrderManager::isFinishedRow(int row) const
+{
+    const Order* order = getnthVisibleItem(row);
+    return order && order->getStatus() == completeStatus();
 }
 
 std::optional<RgbColour> OrderManager::labelColorForRow(int row) const

@@ -95,6 +95,8 @@ public:
     void addItemToCurrentOrder(Item& item);
     void increaseQuantitiesForPurchaseOrder();
     void setRepeatInformativeText();
+    /// Titles the editor with the user's word for what is in it.
+    void showTitle();
 
     // Deleting
     /// The order with its attachments, lines, payments and bill. Stock stays as it is.
@@ -134,10 +136,14 @@ public:
     void populateLists(const QStringList& statuses);
     std::string objectValue(std::string_view identifier, int row) const override;
     std::optional<RgbColour> labelColorForRow(int row) const override;
+    /// Orders of the complete status.
+    bool isFinishedRow(int row) const override;
 
 protected:
     void recordRemoved(dataObject& record) override;
     void recordChanged(dataObject& record) override;
+    std::optional<LinkedColumn> linkedColumn(std::string_view column) const override;
+    void applyFilter() override;
 
 private:
     // Editor, part by part
@@ -178,6 +184,7 @@ private:
     /// The next id that no order in the list has and no line names as its order's.
     int freeId();
     void hideByFilter();
+    std::string completeStatus() const;
 
     OrderManagerNeeds m_needs;
     Order* m_currentItem = nullptr;

@@ -17,7 +17,8 @@ constexpr std::array paymentDerivedFields {
 
 const char* recordDateFormat(const SettingsStore& settings)
 {
-    return settings.text(settings::dateFormat).value_or("1") == "1" ? dates::monthFirst : dates::dayFirst;
+    const PlistValue* chosen = settings.value(settings::dateFormat);
+    return !chosen || !chosen->hasText() || chosen->raw() == "1" ? dates::monthFirst : dates::dayFirst;
 }
 
 ValueCheck recordDateCheck(const SettingsStore& settings)
@@ -47,7 +48,7 @@ std::string Payment::getOrdernum() const
 QDate Payment::getDatepaidasdate() const
 {
     const char* format = recordDateFormat(m_settings);
-    return dates::readDate(m_values.datePaid, format).value_or(dates::fallback());
+    return dates::readDate(values().datePaid, format).value_or(dates::fallback());
 }
 
 bool Payment::contains(std::string_view text) const

@@ -52,9 +52,9 @@ public:
 
     explicit Payment(const SettingsStore& settings) : m_settings(settings) { }
 
-    std::string_view getAmount() const { return m_values.amount; }
-    std::string_view getDatePaid() const { return m_values.datePaid; }
-    std::string_view getPaymentMethod() const { return m_values.paymentMethod; }
+    std::string_view getAmount() const { return values().amount; }
+    std::string_view getDatePaid() const { return values().datePaid; }
+    std::string_view getPaymentMethod() const { return values().paymentMethod; }
     void setAmount(std::string_view amount) { set(&PaymentValues::amount, amount); }
     void setDatePaid(std::string_view date) { set(&PaymentValues::datePaid, date); }
     void setPaymentMethod(std::string_view method) { set(&PaymentValues::paymentMethod, method); }

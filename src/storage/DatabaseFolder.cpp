@@ -1,10 +1,13 @@
 #include "storage/DatabaseFolder.h"
 
 #include "desktop/Desktop.h"
+#include "foundation/ByteRelay.h"
 #include "foundation/Folders.h"
 #include "foundation/Log.h"
 #include "foundation/SafeFile.h"
 #include "foundation/plist/PlistWriter.h"
+#include "storage/FileComparison.h"
+#include "storage/ReadingMemory.h"
 #include "storage/RecoveryStore.h"
 
 #include <QDir>
@@ -41,14 +44,14 @@ struct ReadFile {
 };
 
 /// Reads the new contents that an interrupted write left, when there are such, else the file itself.
-ReadFile readRecordFile(RecordFile& file, const std::string& ownPath, const std::string& instead)
+ReadFile readRecordFile(RecordFile& file, const std::string& ownPath, const std::string& instead, ReadingMemory& memory)
 {
     ReadFile result {instead.empty() ? ownPath : instead, false, {}, {}};
-    FileBytes bytes = readWholeFile(result.path);
+    FileBytes bytes = readRecords(result.path, memory.take());
     if (bytes.trouble == ReadTrouble::missing && !instead.empty()) {
         // Another program has put them into their place meanwhile.
         result.path = ownPath;
-        bytes = readWholeFile(ownPath);
+        bytes = readRecords(ownPath, std::move(bytes.bytes));
     }
     result.exists = bytes.trouble != ReadTrouble::missing;
     result.reason = bytes.reason;
@@ -59,13 +62,17 @@ ReadFile readRecordFile(RecordFile& file, const std::string& ownPath, const std:
         result.parsed = std::move(parsed).value();
     else
         result.reason = parsed.error().message;
+    memory.giveBack(std::move(bytes.bytes));
     return result;
 }
 
 void writeSnapshot(const FileSnapshot& snapshot, SafeFile& target)
 {
-    PlistWriter writer([&](std::string_view bytes) { target.append(bytes); });
+    // The records are put into words here while the words before are written on another thread.
+    ByteRelay relay([&](std::string_view bytes) { target.append(bytes); });
+    PlistWriter writer([&](std::string& bytes) { relay.exchange(bytes); });
     snapshot.write(writer);
+    relay.finish();
 }
 
 } // namespace
@@ -99,15 +106,6 @@ std::optional<DatabaseFolder::Identity> DatabaseFolder::identityOf(const QString
     return Identity {status.st_dev, status.st_ino};
 }
 
-DatabaseFolder::Stamp DatabaseFolder::stampOf(const std::string& path)
-{
-    struct stat status { };
-    if (::stat(path.c_str(), &status) != 0)
-        return {};
-    return {static_cast<long long>(status.st_ino), status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_ctim.tv_sec,
-        status.st_ctim.tv_nsec};
-}
-
 LoadReport DatabaseFolder::load(const QString& location, const AfterFile& afterFile)
 {
     drain();
@@ -120,7 +118,7 @@ LoadReport DatabaseFolder::load(const QString& location, const AfterFile& afterF
 bool DatabaseFolder::isAsKnown(const RecordFile& file) const
 {
     const auto known = m_stamps.find(&file);
-    return known == m_stamps.end() || known->second == stampOf(pathIn(m_location, file));
+    return known == m_stamps.end() || known->second == fileStamp(pathIn(m_location, file));
 }
 
 bool DatabaseFolder::changedSinceRead() const
@@ -134,7 +132,7 @@ Result<void> DatabaseFolder::keepingStamps(const std::function<Result<void>()>& 
     std::copy_if(m_files.begin(), m_files.end(), std::back_inserter(known), [this](const RecordFile* file) { return isAsKnown(*file); });
     Result<void> done = change();
     for (const RecordFile* file : known)
-        m_stamps[file] = stampOf(pathIn(m_location, *file));
+        m_stamps[file] = fileStamp(pathIn(m_location, *file));
     return done;
 }
 
@@ -154,18 +152,19 @@ LoadReport DatabaseFolder::readAgain(const AfterFile& afterFile)
     forgetState();
     // Before anything is looked at: what changes from here on shows later.
     for (const RecordFile* file : m_files)
-        m_stamps[file] = stampOf(pathIn(m_location, *file));
+        m_stamps[file] = fileStamp(pathIn(m_location, *file));
     LoadReport report;
     const Result<std::map<std::string, std::string>> interrupted = FileGroup::interrupted(m_location.toStdString());
     if (!interrupted)
         tellUnreadable(interrupted.error().message, report);
     const std::map<std::string, std::string> instead = interrupted ? interrupted.value() : std::map<std::string, std::string>();
+    ReadingMemory memory(m_files, m_location);
     const auto startReading = [&](RecordFile& file) {
         file.forget();
         const auto found = instead.find(file.fileName());
         const std::string other = found == instead.end() ? std::string() : found->second;
-        return std::async(
-            std::launch::async, [&file, path = pathIn(m_location, file), other] { return readRecordFile(file, path, other); });
+        return std::async(std::launch::async,
+            [&file, path = pathIn(m_location, file), other, &memory] { return readRecordFile(file, path, other, memory); });
     };
     // One file is read ahead while the one before it is read and handed over; they are handed over in their order.
     std::future<ReadFile> next = m_files.empty() ? std::future<ReadFile>() : startReading(*m_files.front());
@@ -231,9 +230,15 @@ void DatabaseFolder::tellUnreadable(const std::string& reason, LoadReport& repor
 
 DatabaseFolder::Job DatabaseFolder::jobFor(std::span<RecordFile* const> files) const
 {
-    Job job {m_location, {}, false};
-    for (RecordFile* file : files)
-        job.pieces.push_back({file, std::shared_ptr<FileSnapshot>(file->snapshot())});
+    // The window waits for them: the others are taken while the first is taken here. Where no thread can be had, all are taken here.
+    std::vector<std::future<std::shared_ptr<FileSnapshot>>> snapshots;
+    for (const RecordFile* file : files) {
+        const auto where = file == files.front() ? std::launch::deferred : std::launch::async | std::launch::deferred;
+        snapshots.push_back(std::async(where, [file] { return std::shared_ptr<FileSnapshot>(file->snapshot()); }));
+    }
+    Job job {m_location, {}};
+    for (std::size_t i = 0; i < files.size(); ++i)
+        job.pieces.push_back({files[i], snapshots[i].get()});
     return job;
 }
 
@@ -247,7 +252,7 @@ void DatabaseFolder::write(std::span<RecordFile* const> files, When when)
 void DatabaseFolder::writeEverything()
 {
     Job job = jobFor(m_files);
-    job.isEverything = true;
+    job.mayBeThereAlready = true;
     enqueue(std::move(job));
     drain();
 }
@@ -272,11 +277,22 @@ QStringList DatabaseFolder::takeNews()
     return std::exchange(m_news, {});
 }
 
+bool DatabaseFolder::isOfSameFiles(const Job& one, const Job& other)
+{
+    const auto isOfSameFile = [](const Piece& piece, const Piece& same) { return piece.file == same.file; };
+    return one.folder == other.folder
+        && std::equal(one.pieces.begin(), one.pieces.end(), other.pieces.begin(), other.pieces.end(), isOfSameFile);
+}
+
 void DatabaseFolder::enqueue(Job job)
 {
     {
         const std::lock_guard guard(m_mutex);
-        m_jobs.push_back(std::move(job));
+        // Of the same files the newest state is enough.
+        if (!m_jobs.empty() && isOfSameFiles(m_jobs.back(), job))
+            m_jobs.back() = std::move(job);
+        else
+            m_jobs.push_back(std::move(job));
     }
     m_changed.notify_all();
 }
@@ -314,18 +330,24 @@ QString DatabaseFolder::unsavedReason() const
 QStringList DatabaseFolder::keepUnsaved()
 {
     drain();
+    QStringList sentences = keepInstead(unsavedFiles());
+    const std::lock_guard guard(m_mutex);
+    for (const auto& [file, place] : m_folderGone ? m_keptElsewhere : decltype(m_keptElsewhere)())
+        sentences +=
+            QString::fromLatin1(file->fileName()) + " was written into another folder than was opened. A copy is kept as " + place + ".";
+    return sentences;
+}
+
+QStringList DatabaseFolder::keepInstead(std::span<RecordFile* const> files)
+{
     QStringList sentences;
-    for (const RecordFile* file : unsavedFiles()) {
+    for (const RecordFile* file : files) {
         const Result<QString> kept = keepInRecovery(*file, *file->snapshot(), KeptFor::unsaved);
         const std::string sentence = std::string(file->fileName()) + " could not be written. "
             + (kept ? "What it should hold is kept as " + kept.value().toStdString() : kept.error().message) + ".";
         logLine(sentence);
         sentences += QString::fromStdString(sentence);
     }
-    const std::lock_guard guard(m_mutex);
-    for (const auto& [file, place] : m_folderGone ? m_keptElsewhere : decltype(m_keptElsewhere)())
-        sentences +=
-            QString::fromLatin1(file->fileName()) + " was written into another folder than was opened. A copy is kept as " + place + ".";
     return sentences;
 }
 
@@ -366,9 +388,9 @@ void DatabaseFolder::perform(const Job& job)
     }
     if (!isWhereItWas(job.folder))
         std::for_each(job.pieces.begin(), job.pieces.end(), [this](const Piece& piece) { keepElsewhere(piece); });
-    if (job.folder == m_location && (job.isEverything || m_mustKeepState))
+    else if (job.folder == m_location)
         keepState();
-    std::vector<Piece> pieces = piecesToWrite(job);
+    std::vector<Piece> pieces = piecesToWrite(job.mayBeThereAlready ? withoutWhatIsThere(job) : job);
     const Result<void> written = writeGroup(job.folder, pieces);
     if (written || pieces.size() == 1) {
         for (const Piece& piece : pieces)
@@ -378,9 +400,12 @@ void DatabaseFolder::perform(const Job& job)
     writeAlone({job.folder, std::move(pieces)});
 }
 
-/// Once a day; and once more when a file did not read, since the others may lose what refers to it.
+/// What yesterday left, before anything of today takes its place; and once more when a file did not read, since the others may lose what
+/// refers to it.
 void DatabaseFolder::keepState()
 {
+    if (!m_mustKeepState && m_generations.hasToday(m_location))
+        return;
     const auto keep = [this] {
         return m_mustKeepState ? m_generations.keep(m_location, fileNames()) : m_generations.keepOncePerDay(m_location, fileNames());
     };
@@ -412,6 +437,29 @@ std::vector<DatabaseFolder::Piece> DatabaseFolder::piecesToWrite(const Job& job)
     return pieces;
 }
 
+/// What a file holds already, byte for byte, is not written again: ending a day's work costs nothing when all is saved. Whatever may not
+/// outlast a power cut is written, and everything while an interrupted commit is read through.
+DatabaseFolder::Job DatabaseFolder::withoutWhatIsThere(const Job& job)
+{
+    const auto interrupted = FileGroup::interrupted(job.folder.toStdString());
+    if (!interrupted || !interrupted.value().empty())
+        return job;
+    const std::vector<RecordFile*> unsaved = unsavedFiles();
+    std::vector<std::future<bool>> answers;
+    for (const Piece& piece : job.pieces) {
+        const auto isThere = [&piece, &unsaved, path = pathIn(job.folder, *piece.file)] {
+            return std::find(unsaved.begin(), unsaved.end(), piece.file) == unsaved.end() && holdsAlready(path, *piece.snapshot);
+        };
+        answers.push_back(std::async(std::launch::async | std::launch::deferred, isThere));
+    }
+    Job rest {job.folder, {}};
+    for (std::size_t i = 0; i < answers.size(); ++i) {
+        if (!answers[i].get())
+            rest.pieces.push_back(job.pieces[i]);
+    }
+    return rest;
+}
+
 /// After a failed group: orders and their lines stay together, every other file goes by itself.
 void DatabaseFolder::writeAlone(const Job& job)
 {
@@ -432,12 +480,17 @@ Result<void> DatabaseFolder::writeGroup(const QString& folder, std::span<const P
     if (pieces.empty())
         return {};
     FileGroup group(folder.toStdString());
-    for (const Piece& piece : pieces)
-        writeSnapshot(*piece.snapshot, group.add(piece.file->fileName()));
+    std::vector<std::pair<const RecordFile*, const SafeFile*>> files;
+    for (const Piece& piece : pieces) {
+        SafeFile& file = group.add(piece.file->fileName());
+        files.emplace_back(piece.file, &file);
+        writeSnapshot(*piece.snapshot, file);
+    }
     Result<void> written = group.commit();
-    if (folder == m_location && written) {
-        for (const Piece& piece : pieces)
-            m_stamps[piece.file] = stampOf(pathIn(folder, *piece.file));
+    // What got into its place is ours, also when another of the group did not.
+    for (const auto& [file, safeFile] : files) {
+        if (folder == m_location && safeFile->isInPlace())
+            m_stamps[file] = fileStamp(pathIn(folder, *file));
     }
     return written;
 }
@@ -481,7 +534,7 @@ void DatabaseFolder::keepElsewhere(const Piece& piece)
     const auto [place, first] = m_keptElsewhere.try_emplace(piece.file, kept.value());
     if (first)
         return;
-    QFile::remove(place->second);
+    m_recovery.giveUp(place->second);
     place->second = kept.value();
 }
 
@@ -536,29 +589,4 @@ void DatabaseFolder::settled(const Piece& piece, const Result<void>& result)
     logLine(std::string(piece.file->logName()) + " not written successfully");
     logLine(result.error().message);
     m_unsaved[piece.file] = QString::fromStdString(result.error().message);
-}
-
-// Copying
-
-Result<void> DatabaseFolder::copyTo(const QString& target)
-{
-    drain();
-    const QString from = QFileInfo(m_location).canonicalFilePath();
-    const QString into = QFileInfo(QFileInfo(target).absolutePath()).canonicalFilePath();
-    if (from.isEmpty() || (into + '/').startsWith(from + '/'))
-        return Error {"a database cannot be copied into itself"};
-    if (QFileInfo::exists(target))
-        return Error {target.toStdString() + " exists already"};
-    // A name that nothing has: what stands there already is somebody else's.
-    QString unfinished = target + ".unfinished";
-    for (int i = 1; QFileInfo::exists(unfinished) || QFileInfo(unfinished).isSymLink(); ++i)
-        unfinished = target + ".unfinished-" + QString::number(i);
-    Result<void> copied = folders::copyTree(m_location, unfinished);
-    if (copied)
-        copied = writeFileSafely((unfinished + "/lock.xml").toStdString(), m_lock.contents(DatabaseLock::offlineReason));
-    if (copied)
-        copied = folders::move(unfinished, target);
-    if (!copied)
-        QDir(unfinished).removeRecursively();
-    return copied;
 }

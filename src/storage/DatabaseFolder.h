@@ -1,12 +1,14 @@
 // The database folder on disk: reading all its record files, and writing them so that nothing is ever lost.
 //
-// Every write is a snapshot taken on the main thread and written by one worker in the order asked for. Files asked for together
-// change together or not at all. A file that cannot be written stays unsaved and goes with the next write of its collection and with
-// every retry. Reading never changes the folder; an interrupted write is read through and put right before the first write.
-// When the folder is no longer the one that was read (a share came loose), writing goes on and a copy goes to the recovery store.
-// What somebody else wrote into it meanwhile goes there before it is written over.
+// Before a day's first write what the files hold is kept as a generation. Every write is a snapshot taken on the main thread and
+// written by one worker in the order asked for. Files asked for together change together or not at all. A file that cannot be written
+// stays unsaved and goes with the next write of its collection and with every retry. Reading never changes the folder; an interrupted
+// write is read through and put right before the first write. When the folder is no longer the one that was read (a share came loose),
+// writing goes on and a copy goes to the recovery store. What somebody else wrote into it meanwhile goes there before it is written
+// over.
 #pragma once
 
+#include "foundation/FileStamp.h"
 #include "foundation/Result.h"
 #include "storage/DatabaseLock.h"
 #include "storage/Generations.h"
@@ -58,7 +60,7 @@ public:
     enum class When { now, inBackground };
     /// Writes the files as they are at this moment, together. With now they are on disk when it returns, after all asked for before.
     void write(std::span<RecordFile* const> files, When when);
-    /// Writes all files. Once a day what they held before is kept as a generation.
+    /// Sees to it that all files hold what they should: those that do not are written.
     void writeEverything();
     /// Keeps the files as they are on disk as a generation, after all that was asked for before.
     Result<void> keepGeneration();
@@ -71,6 +73,8 @@ public:
     QString unsavedReason() const;
     /// Puts what could not be written into the recovery store, as it is now; one sentence for each file that is not where it belongs.
     QStringList keepUnsaved();
+    /// Puts what the files should hold into the recovery store, since they may not be written; one sentence for each.
+    QStringList keepInstead(std::span<RecordFile* const> files);
     /// What the person should know of the writes since this was asked last, one sentence each.
     QStringList takeNews();
     /// Runs on the worker's thread after a write; the program posts it to its own.
@@ -87,16 +91,14 @@ private:
     struct Job {
         QString folder;
         std::vector<Piece> pieces;
-        bool isEverything = false;
+        /// Nobody said that anything changed.
+        bool mayBeThereAlready = false;
     };
 
     /// What tells a folder from another one that took its place.
     using Identity = std::pair<unsigned long long, unsigned long long>;
-    /// What changes when somebody writes the file: its identity, size and times.
-    using Stamp = std::vector<long long>;
 
     static std::optional<Identity> identityOf(const QString& folder);
-    static Stamp stampOf(const std::string& path);
     Job jobFor(std::span<RecordFile* const> files) const;
     bool isAsKnown(const RecordFile& file) const;
     /// Does what changes the files' stamps but not their contents: what was as it was known to be still is afterwards.
@@ -106,10 +108,12 @@ private:
     void tellDamaged(RecordFile& file, const std::string& path, const std::string& reason, LoadReport& report);
     void tellLeftOut(const RecordFile& file, LoadReport& report);
     void tellUnreadable(const std::string& reason, LoadReport& report);
+    static bool isOfSameFiles(const Job& one, const Job& other);
     void enqueue(Job job);
     void work();
     void perform(const Job& job);
     std::vector<Piece> piecesToWrite(const Job& job);
+    Job withoutWhatIsThere(const Job& job);
     void keepState();
     Result<void> writeGroup(const QString& folder, std::span<const Piece> pieces);
     void writeAlone(const Job& job);
@@ -129,7 +133,7 @@ private:
     QString m_location;
     std::vector<RecordFile*> m_files;
     /// As the files of the loaded folder were when they were read or written last. For the worker while it has something to do.
-    std::map<const RecordFile*, Stamp> m_stamps;
+    std::map<const RecordFile*, FileStamp> m_stamps;
     /// Something did not read: before the first write the files go into a generation as they are. For the worker, as above.
     bool m_mustKeepState = false;
 

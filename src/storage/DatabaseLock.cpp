@@ -109,11 +109,9 @@ std::string DatabaseLock::contents(const char* reason) const
 Result<bool> DatabaseLock::acquire()
 {
     const std::string bytes = contents(openReason);
-    Result<bool> created = createExclusively(path().toStdString(), bytes);
-    if (created && created.value()) {
+    Result<bool> created = createExclusively(path().toStdString(), bytes, markAsOurs);
+    if (created && created.value())
         m_written = bytes;
-        markAsOurs(path().toStdString());
-    }
     return created;
 }
 

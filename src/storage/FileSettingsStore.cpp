@@ -3,6 +3,7 @@
 #include "foundation/Folders.h"
 #include "foundation/Log.h"
 #include "foundation/SafeFile.h"
+#include "foundation/TemporaryFiles.h"
 #include "foundation/plist/PlistReader.h"
 #include "foundation/plist/PlistWriter.h"
 #include "storage/RecoveryStore.h"
@@ -21,12 +22,15 @@ bool isOfAnotherKind(const PlistValue& stored, const PlistValue& value)
 
 FileSettingsStore::FileSettingsStore(QString path, RecoveryStore& recovery) : m_path(std::move(path)), m_recovery(recovery)
 {
+    temporaries::removeAbandoned(QFileInfo(m_path).path().toStdString());
+    m_stamp = fileStamp(m_path.toStdString());
     const FileBytes file = readWholeFile(m_path.toStdString());
     if (file.trouble == ReadTrouble::missing)
         return;
     Result<PlistValue> values = plist::read(file.bytes);
     if (values && values.value().isDict()) {
         m_values = std::move(values).value();
+        m_held = m_values;
         return;
     }
     const std::string reason = file.trouble == ReadTrouble::unreadable ? file.reason
@@ -77,7 +81,7 @@ void FileSettingsStore::set(std::string_view key, PlistValue value)
     if (stored && isOfAnotherKind(*stored, value))
         keepUnusable(key);
     m_values.set(key, std::move(value));
-    markDirty();
+    markChanged(key);
 }
 
 void FileSettingsStore::remove(std::string_view key)
@@ -85,7 +89,7 @@ void FileSettingsStore::remove(std::string_view key)
     if (!m_values.find(key))
         return;
     m_values.remove(key);
-    markDirty();
+    markChanged(key);
 }
 
 void FileSettingsStore::registerDefault(std::string_view key, std::string_view text)
@@ -93,22 +97,21 @@ void FileSettingsStore::registerDefault(std::string_view key, std::string_view t
     m_defaults.insert_or_assign(std::string(key), PlistValue(std::string(text)));
 }
 
-void FileSettingsStore::markDirty()
+void FileSettingsStore::markChanged(std::string_view key)
 {
-    const bool first = !m_dirty;
-    m_dirty = true;
+    const bool first = m_changed.empty();
+    m_changed.emplace(key);
     if (first && onDirty)
         onDirty();
 }
 
 Result<void> FileSettingsStore::flush()
 {
-    if (!m_dirty)
+    if (m_changed.empty())
         return {};
     const Result<void> written = write();
-    if (written)
-        m_dirty = false;
-    else
+    m_unsavedReason = written ? QString() : QString::fromStdString(written.error().message);
+    if (!written)
         logLine(written.error().message);
     return written;
 }
@@ -122,14 +125,55 @@ Result<void> FileSettingsStore::write()
             return kept.error();
     }
     m_mustKeepOriginal = false;
-    return writeFileSafely(m_path.toStdString(), plist::write(m_values));
+    if (Result<void> read = readAgain(); !read)
+        return read;
+    PlistValue values = contents();
+    if (Result<void> written = writeFileSafely(m_path.toStdString(), plist::write(values)); !written)
+        return written;
+    m_held = std::move(values);
+    m_stamp = fileStamp(m_path.toStdString());
+    m_changed.clear();
+    return {};
+}
+
+Result<void> FileSettingsStore::readAgain()
+{
+    const FileStamp stamp = fileStamp(m_path.toStdString());
+    if (stamp == m_stamp)
+        return {};
+    const FileBytes file = readWholeFile(m_path.toStdString());
+    if (file.trouble == ReadTrouble::missing)
+        return {};
+    Result<PlistValue> values = plist::read(file.bytes);
+    if (values && values.value().isDict()) {
+        m_held = std::move(values).value();
+    } else {
+        const Result<QString> kept = m_recovery.keepCopy(m_path, KeptFor::foreign);
+        if (!kept)
+            return kept.error();
+        tellDamage("The settings that somebody else wrote could not be read. They are kept as " + kept.value() + ".");
+    }
+    m_stamp = stamp;
+    return {};
+}
+
+PlistValue FileSettingsStore::contents() const
+{
+    PlistValue values = m_held;
+    for (const std::string& key : m_changed) {
+        if (const PlistValue* value = m_values.find(key))
+            values.set(key, *value);
+        else
+            values.remove(key);
+    }
+    return values;
 }
 
 QStringList FileSettingsStore::keepUnsaved()
 {
-    if (!m_dirty)
+    if (m_changed.empty())
         return {};
-    const Result<QString> kept = m_recovery.keepBytes(m_path, plist::write(m_values), KeptFor::unsaved);
+    const Result<QString> kept = m_recovery.keepBytes(m_path, plist::write(contents()), KeptFor::unsaved);
     const QString sentence = "The settings could not be written. "
         + (kept ? "What they should be is kept as " + kept.value() : QString::fromStdString(kept.error().message)) + ".";
     logLine(sentence.toStdString());

@@ -25,6 +25,10 @@ std::optional<std::string> FolderProperties::objectForKey(const QString& folder,
     else
         m_unread.erase(asked);
     const Result<PlistValue> info = plist::read(file.bytes);
+    if (file.trouble == ReadTrouble::none && (!info || !info.value().isDict())) {
+        if (const Result<void> kept = keepDamaged(folder); !kept)
+            logLine(kept.error().message);
+    }
     const PlistValue* value = info ? info.value().find(key) : nullptr;
     return value && value->hasText() ? std::optional(value->asText()) : std::nullopt;
 }
@@ -34,25 +38,66 @@ void FolderProperties::setObjectForKey(const QString& folder, std::string_view v
     // A database that is not there yet gets its properties later.
     if (readWholeFile(folder.toStdString()).trouble == ReadTrouble::missing)
         return;
+    const PlistValue wanted(cleanUtf8(value));
+    PlistValue& unsaved = m_unsaved.try_emplace(folder, PlistValue::makeDict()).first->second;
+    if (const Result<void> written = write(folder, wanted, key); written)
+        unsaved.remove(key);
+    else {
+        unsaved.set(key, wanted);
+        tellNotWritten(folder, written.error().message);
+    }
+}
+
+Result<void> FolderProperties::write(const QString& folder, const PlistValue& value, std::string_view key)
+{
     const FileBytes file = readWholeFile(infoPath(folder).toStdString());
     if (file.trouble == ReadTrouble::unreadable)
-        return tellNotWritten(folder, file.reason);
+        return Error {file.reason};
     Result<PlistValue> read = plist::read(file.bytes);
     const bool isDict = read && read.value().isDict();
     PlistValue info = isDict ? std::move(read).value() : PlistValue::makeDict();
-    const PlistValue wanted(cleanUtf8(value));
     const bool damaged = file.trouble != ReadTrouble::missing && !isDict;
-    if (const PlistValue* present = info.find(key); present && *present == wanted && !damaged)
-        return;
+    const PlistValue* present = info.find(key);
+    if (present && *present == value && !damaged)
+        return {};
     if (m_unread.contains({folder, std::string(key)}))
-        return tellNotWritten(folder, "what is there could not be read");
-    if (damaged) {
-        if (const Result<QString> kept = m_recovery.keepCopy(infoPath(folder), KeptFor::unreadable); !kept)
-            return tellNotWritten(folder, kept.error().message);
+        return Error {"what is there could not be read"};
+    if (damaged || (present && !present->hasText())) {
+        if (Result<void> kept = keepDamaged(folder); !kept)
+            return kept;
     }
-    info.set(key, wanted);
-    if (const Result<void> written = writeFileSafely(infoPath(folder).toStdString(), plist::write(info)); !written)
-        tellNotWritten(folder, written.error().message);
+    info.set(key, value);
+    return writeFileSafely(infoPath(folder).toStdString(), plist::write(info));
+}
+
+QStringList FolderProperties::keepUnsaved()
+{
+    QStringList sentences;
+    for (const auto& [folder, values] : std::exchange(m_unsaved, {})) {
+        if (values.dict().empty())
+            continue;
+        const Result<QString> kept = m_recovery.keepBytes(infoPath(folder), plist::write(values), KeptFor::unsaved);
+        sentences += infoPath(folder) + " could not be written. "
+            + (kept ? "What it should hold is kept as " + kept.value() : QString::fromStdString(kept.error().message)) + '.';
+        logLine(sentences.last().toStdString());
+    }
+    return sentences;
+}
+
+Result<void> FolderProperties::keepDamaged(const QString& folder) const
+{
+    const Result<QString> kept = m_recovery.keepCopy(infoPath(folder), KeptFor::unreadable);
+    if (!kept)
+        return kept.error();
+    tell(infoPath(folder) + " could not be read. Its original is kept as " + kept.value() + ".");
+    return {};
+}
+
+void FolderProperties::tell(const QString& sentence) const
+{
+    logLine(sentence.toStdString());
+    if (onTrouble)
+        onTrouble(sentence);
 }
 
 void FolderProperties::tellNotWritten(const QString& folder, const std::string& reason) const

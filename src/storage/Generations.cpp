@@ -31,6 +31,16 @@ std::pair<int, int> stretchOf(const QDate& date, qint64 age)
     return {-year, week};
 }
 
+/// What was broken off, by a program that died or a disk that was full.
+void removeUnfinished(const QString& place)
+{
+    const QDir folder(place);
+    for (const QString& entry : folder.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot)) {
+        if (entry.startsWith('.'))
+            QDir(folder.filePath(entry)).removeRecursively();
+    }
+}
+
 } // namespace
 
 QString Generations::placeOf(const QString& database) const
@@ -39,43 +49,73 @@ QString Generations::placeOf(const QString& database) const
     return m_folder + '/' + QFileInfo(database).completeBaseName() + '-' + QString::fromLatin1(hash);
 }
 
-Result<void> Generations::keepOncePerDay(const QString& database, const QStringList& fileNames) const
+bool Generations::hasToday(const QString& database)
 {
+    const std::pair<QString, QDate> asked(database, m_clock.today());
+    if (m_known == asked)
+        return true;
     const std::vector<Generation> kept = of(database);
-    const bool hasToday =
-        std::any_of(kept.begin(), kept.end(), [&](const Generation& generation) { return generation.since.date() == m_clock.today(); });
-    return hasToday ? Result<void>() : keep(database, fileNames);
+    const bool found =
+        std::any_of(kept.begin(), kept.end(), [&](const Generation& generation) { return generation.since.date() == asked.second; });
+    if (found)
+        m_known = asked;
+    return found;
+}
+
+Result<void> Generations::keepOncePerDay(const QString& database, const QStringList& fileNames)
+{
+    return hasToday(database) ? Result<void>() : keep(database, fileNames);
 }
 
 Result<void> Generations::keep(const QString& database, const QStringList& fileNames) const
 {
     const QString stamp = QString::fromStdString(dates::write(m_clock.now(), dates::stamp));
     const QString place = placeOf(database);
+    removeUnfinished(place);
     // Under a hidden name until it is whole.
     const QString unfinished = place + "/." + stamp;
-    QDir(unfinished).removeRecursively();
+    const Result<bool> collected = collect(database, fileNames, unfinished);
+    if (!collected) {
+        QDir(unfinished).removeRecursively();
+        return collected.error();
+    }
+    if (!collected.value())
+        return {};
+    QString target = place + '/' + stamp;
+    for (int n = 1; QFileInfo::exists(target); ++n)
+        target = place + '/' + stamp + '-' + QString::number(n);
+    if (Result<void> moved = folders::move(unfinished, target); !moved) {
+        QDir(unfinished).removeRecursively();
+        return moved;
+    }
+    thin(database, target);
+    return {};
+}
+
+/// Answers whether there was something to collect.
+Result<bool> Generations::collect(const QString& database, const QStringList& fileNames, const QString& folder) const
+{
     int files = 0;
     for (const QString& name : fileNames) {
         const QString source = database + '/' + name;
         if (!QFileInfo(source).isFile())
             continue;
-        if (Result<void> made = folders::make(unfinished); !made)
-            return made;
-        if (Result<void> kept = folders::linkOrCopy(source, unfinished + '/' + name); !kept)
-            return kept;
+        if (files == 0) {
+            // The recovery store, which nobody else may look into.
+            Result<void> made = folders::makePrivate(QFileInfo(m_folder).path());
+            if (made)
+                made = folders::make(folder);
+            if (!made)
+                return made.error();
+        }
+        if (Result<void> kept = folders::linkOrCopy(source, folder + '/' + name); !kept)
+            return kept.error();
         ++files;
     }
     if (files == 0)
-        return {};
-    if (Result<void> flushed = flushFolder(unfinished.toStdString()); !flushed)
-        return flushed;
-    QString target = place + '/' + stamp;
-    for (int n = 1; QFileInfo::exists(target); ++n)
-        target = place + '/' + stamp + '-' + QString::number(n);
-    if (Result<void> moved = folders::move(unfinished, target); !moved)
-        return moved;
-    thin(database);
-    return {};
+        return false;
+    const Result<void> flushed = flushFolder(folder.toStdString());
+    return flushed ? Result<bool>(true) : Result<bool>(flushed.error());
 }
 
 std::vector<Generation> Generations::of(const QString& database) const
@@ -105,20 +145,24 @@ std::vector<std::size_t> Generations::superfluous(std::span<const QDateTime> new
         else
             given.push_back(i);
     }
+    // Where the clock went back, those of the last days are the oldest.
+    const auto isOfOtherDays = [&](std::size_t i) { return newestFirst[i].daysTo(now) < 0 || newestFirst[i].daysTo(now) > daysOfAll; };
+    std::stable_partition(staying.begin(), staying.end(), isOfOtherDays);
     const std::size_t tooMany = staying.size() - std::min<std::size_t>(staying.size(), mostGenerations);
     given.insert(given.end(), staying.begin(), staying.begin() + static_cast<std::ptrdiff_t>(tooMany));
     std::sort(given.begin(), given.end());
     return given;
 }
 
-void Generations::thin(const QString& database) const
+/// What was just kept stays, also when the clock stands before everything else.
+void Generations::thin(const QString& database, const QString& newest) const
 {
     const std::vector<Generation> kept = of(database);
     std::vector<QDateTime> times;
     for (const Generation& generation : kept)
         times.push_back(generation.since);
     for (const std::size_t index : superfluous(times, m_clock.now())) {
-        if (!QDir(kept[index].folder).removeRecursively())
+        if (kept[index].folder != newest && !QDir(kept[index].folder).removeRecursively())
             logLine("an earlier state could not be removed: " + kept[index].folder.toStdString());
     }
 }

@@ -3,8 +3,11 @@
 
 #include "foundation/Numbers.h"
 #include "storage/FieldTable.h"
+#include "storage/SharedValues.h"
 #include "storage/TextSearch.h"
 #include "storage/dataObject.h"
+
+#include <unordered_map>
 
 /// Derived is the record class and offers
 ///   static constexpr auto& fieldRows()                                   the FieldRow table of Values
@@ -15,25 +18,22 @@ public:
     using Values = Values_;
     using Row = FieldRow<Values>;
 
-    const Values& values() const { return m_values; }
+    const Values& values() const { return *m_values; }
+    const SharedValues<Values>& sharedValues() const { return m_values; }
     /// For loading: the values as the file held them, their texts in the given store.
-    void setValues(const Values& values, TextStorePointer store)
+    void setValues(SharedValues<Values> values, TextStorePointer store)
     {
-        m_values = values;
+        m_values = std::move(values);
         setStore(std::move(store));
     }
 
     std::string getFieldByName(std::string_view name) const override
     {
-        for (const Row& row : Derived::fieldRows()) {
-            if (row.readNames.holds(name))
-                return valueOf(row);
-        }
-        for (const DerivedField<Derived>& derived : Derived::derivedFields()) {
-            if (derived.name == name)
-                return derived.value(static_cast<const Derived&>(*this));
-        }
-        return {};
+        const auto found = readNames().find(name);
+        if (found == readNames().end())
+            return {};
+        const ReadName& read = found->second;
+        return read.row ? valueOf(*read.row) : read.derived->value(static_cast<const Derived&>(*this));
     }
 
     bool setFieldByName(std::string_view name, std::string_view value) override
@@ -53,11 +53,13 @@ public:
         return false;
     }
 
+    void fetchFields() const override { m_values.fetchAll(); }
+
     bool contains(std::string_view text) const override
     {
         const FoldedText folded(text);
         for (const Row& row : Derived::fieldRows()) {
-            if (row.isSearched && folded.occursIn(m_values.*row.text))
+            if (row.isSearched && folded.occursIn(values().*row.text))
                 return true;
         }
         return false;
@@ -67,7 +69,7 @@ public:
     {
         for (const Row& row : Derived::fieldRows()) {
             if (row.isSearched)
-                text.append((m_values.*row.text).view()).push_back('\n');
+                text.append((values().*row.text).view()).push_back('\n');
         }
     }
 
@@ -75,32 +77,56 @@ protected:
     /// Sets a field of the values; answers whether it changed.
     bool set(Text Values::*member, std::string_view value)
     {
-        if (m_values.*member == value)
+        if (values().*member == value)
             return false;
-        m_values.*member = keep(value);
+        m_values.change().*member = keep(value);
         noteChange();
         return true;
     }
     template <class Plain>
     bool set(Plain Values::*member, Plain value) requires(!std::is_same_v<Plain, Text>)
     {
-        if (m_values.*member == value)
+        if (values().*member == value)
             return false;
-        m_values.*member = value;
+        m_values.change().*member = value;
         noteChange();
         return true;
     }
-
-    Values m_values;
+    /// For setting fields of a record that nobody looks at yet.
+    Values& newValues() { return m_values.change(); }
 
 private:
+    /// What a name reads: a field or something worked out.
+    struct ReadName {
+        const Row* row = nullptr;
+        const DerivedField<Derived>* derived = nullptr;
+    };
+    using ReadNames = std::unordered_map<std::string_view, ReadName>;
+
+    /// Whole lists are read by name, so no name is looked for row by row.
+    static const ReadNames& readNames()
+    {
+        static const ReadNames all = [] {
+            ReadNames names;
+            for (const Row& row : Derived::fieldRows()) {
+                for (const std::string_view name : row.readNames.names) {
+                    if (!name.empty())
+                        names.try_emplace(name, ReadName {&row, nullptr});
+                }
+            }
+            for (const DerivedField<Derived>& derived : Derived::derivedFields())
+                names.try_emplace(derived.name, ReadName {nullptr, &derived});
+            return names;
+        }();
+        return all;
+    }
     std::string valueOf(const Row& row) const
     {
         if (row.text)
-            return (m_values.*row.text).string();
+            return (values().*row.text).string();
         if (row.integer)
-            return std::to_string(m_values.*row.integer);
-        return flagText(m_values.*row.flag, row.words);
+            return std::to_string(values().*row.integer);
+        return flagText(values().*row.flag, row.words);
     }
     void assign(const Row& row, std::string_view value)
     {
@@ -116,4 +142,6 @@ private:
         return std::any_of(
             names.names.begin(), names.names.end(), [&](std::string_view own) { return !own.empty() && equalInAnyCase(own, name); });
     }
+
+    SharedValues<Values> m_values;
 };

@@ -11,8 +11,6 @@
 #include "foundation/plist/PlistWriter.h"
 
 #include <algorithm>
-#include <limits>
-#include <unordered_set>
 
 /// Which keys of a kind say what about a record.
 template <class R>
@@ -24,6 +22,8 @@ struct ComparedKeys {
     std::span<const std::string_view> fixed;
     /// Values that are seldom the same in two records and seldom all changed in one.
     std::span<const std::string_view> telling;
+    /// Numbers that are filled in from other records where a file leaves them open.
+    std::span<const std::string_view> filledIn;
 };
 
 template <class R>
@@ -31,23 +31,26 @@ class RecordComparison {
 public:
     explicit RecordComparison(ComparedKeys<R> keys) : m_keys(keys) { }
 
-    /// The file's keys whose values are different, sorted; what the kind does not know counts as one, at the end.
-    std::vector<std::string> changedKeys(const StoredRecord<R>& earlier, const StoredRecord<R>& present) const
+    /// The file's keys whose values are different, sorted; what the kind does not know counts as one, at the end. stored: the earlier
+    /// record as its file has it; earlier: as it would stand now. What the file leaves open to be filled in says nothing.
+    std::vector<std::string> changedKeys(
+        const StoredRecord<R>& stored, const StoredRecord<R>& earlier, const StoredRecord<R>& present) const
     {
         std::vector<std::string> changed;
-        for (const Row& row : R::fieldRows()) {
-            if (isDifferent(row, earlier, present))
-                changed.emplace_back(row.key);
-        }
-        for (const NestedKey<R>& nested : m_keys.nested) {
-            if (nestedText(nested, earlier) != nestedText(nested, present))
-                changed.emplace_back(nested.key);
-        }
+        visitChanged(stored, earlier, present, [&](std::string_view key) {
+            changed.emplace_back(key);
+            return true;
+        });
         std::sort(changed.begin(), changed.end());
-        const PlistValue none = PlistValue::makeDict();
-        if (!((earlier.unknownKeys ? *earlier.unknownKeys : none) == (present.unknownKeys ? *present.unknownKeys : none)))
+        if (isUnknownDifferent(earlier, present))
             changed.emplace_back("further keys");
         return changed;
+    }
+
+    /// Whether no key is different.
+    bool areSame(const StoredRecord<R>& stored, const StoredRecord<R>& earlier, const StoredRecord<R>& present) const
+    {
+        return visitChanged(stored, earlier, present, [](std::string_view) { return false; }) && !isUnknownDifferent(earlier, present);
     }
 
     /// Whether they are two records for certain, or as good as: a value that stays for life differs, or at least two telling values
@@ -62,16 +65,24 @@ public:
             && std::count_if(m_keys.telling.begin(), m_keys.telling.end(), differs) >= enoughDifferent;
     }
 
+    /// What a person knows the record by; its id when there is nothing.
     std::string titleOf(const StoredRecord<R>& record) const
     {
-        std::string title;
+        const std::string words = wordsOf(record);
+        return words.empty() ? std::to_string(record.id) : words;
+    }
+
+    /// The same, empty when there is nothing.
+    std::string wordsOf(const StoredRecord<R>& record) const
+    {
+        std::string words;
         for (const std::string_view key : m_keys.title) {
             const Row* row = rowFor(key);
-            const std::string_view text = row && row->text ? (record.values.*row->text).view() : std::string_view();
+            const std::string_view text = row && row->text ? ((*record.values).*row->text).view() : std::string_view();
             if (!text.empty())
-                title.append(title.empty() ? "" : " ").append(text);
+                words.append(words.empty() ? "" : " ").append(text);
         }
-        return title.empty() ? std::to_string(record.id) : title;
+        return words;
     }
 
 private:
@@ -92,8 +103,8 @@ private:
         const Row* row = rowFor(key);
         if (!row || row->flag)
             return Answer::nothing;
-        const bool areFilled = row->text ? !(earlier.values.*row->text).isEmpty() && !(present.values.*row->text).isEmpty()
-                                         : earlier.values.*row->integer != 0 && present.values.*row->integer != 0;
+        const bool areFilled = row->text ? !((*earlier.values).*row->text).isEmpty() && !((*present.values).*row->text).isEmpty()
+                                         : (*earlier.values).*row->integer != 0 && (*present.values).*row->integer != 0;
         if (!areFilled)
             return Answer::nothing;
         return isDifferent(*row, earlier, present) ? Answer::differs : Answer::same;
@@ -105,10 +116,39 @@ private:
         if (row.stored == Stored::never || row.key != row.readKey)
             return false;
         if (row.text)
-            return earlier.values.*row.text != (present.values.*row.text).view();
+            return (*earlier.values).*row.text != ((*present.values).*row.text).view();
         if (row.integer)
-            return earlier.values.*row.integer != present.values.*row.integer;
-        return earlier.values.*row.flag != present.values.*row.flag;
+            return (*earlier.values).*row.integer != (*present.values).*row.integer;
+        return (*earlier.values).*row.flag != (*present.values).*row.flag;
+    }
+
+    /// Hands over the key of each difference until use says that it is enough; false when it did.
+    template <class Use>
+    bool visitChanged(const StoredRecord<R>& stored, const StoredRecord<R>& earlier, const StoredRecord<R>& present, Use use) const
+    {
+        for (const Row& row : R::fieldRows()) {
+            if (!isLeftOpen(row, stored) && isDifferent(row, earlier, present) && !use(row.key))
+                return false;
+        }
+        for (const NestedKey<R>& nested : m_keys.nested) {
+            if (nestedText(nested, earlier) != nestedText(nested, present) && !use(nested.key))
+                return false;
+        }
+        return true;
+    }
+
+    bool isLeftOpen(const Row& row, const StoredRecord<R>& stored) const
+    {
+        return row.integer && (*stored.values).*row.integer == 0
+            && std::find(m_keys.filledIn.begin(), m_keys.filledIn.end(), row.key) != m_keys.filledIn.end();
+    }
+
+    static bool isUnknownDifferent(const StoredRecord<R>& earlier, const StoredRecord<R>& present)
+    {
+        if (!earlier.unknownKeys && !present.unknownKeys)
+            return false;
+        const PlistValue none = PlistValue::makeDict();
+        return !((earlier.unknownKeys ? *earlier.unknownKeys : none) == (present.unknownKeys ? *present.unknownKeys : none));
     }
 
     static std::string nestedText(const NestedKey<R>& nested, const StoredRecord<R>& record)
@@ -127,25 +167,4 @@ private:
     }
 
     ComparedKeys<R> m_keys;
-};
-
-/// Ids that none of the given ones is: those above the highest, and when there are none left, the free ones from 1 on.
-class UnusedIds {
-public:
-    explicit UnusedIds(std::unordered_set<int> used) : m_used(std::move(used))
-    {
-        for (const int id : m_used)
-            m_last = std::max(m_last, id);
-    }
-    int next()
-    {
-        do
-            m_last = m_last == std::numeric_limits<int>::max() ? 1 : m_last + 1;
-        while (!m_used.insert(m_last).second);
-        return m_last;
-    }
-
-private:
-    std::unordered_set<int> m_used;
-    int m_last = 0;
 };

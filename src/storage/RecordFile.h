@@ -5,8 +5,10 @@
 // Writing is in two steps too: snapshot() copies the values on the main thread, the snapshot is written on any thread.
 #pragma once
 
+#include "foundation/LargeMemory.h"
 #include "foundation/Result.h"
 #include "foundation/Text.h"
+#include "storage/SharedValues.h"
 
 #include <cstddef>
 #include <map>
@@ -14,6 +16,8 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 class PlistScanner;
@@ -57,18 +61,40 @@ struct RecordDifference {
 /// The ids that records of an earlier state get on their way back, since others have theirs by now.
 class IdChanges {
 public:
-    void set(std::string_view fileName, int earlier, int now) { m_changes[{std::string(fileName), earlier}] = now; }
+    /// From the id then to the one of now.
+    using Ids = std::unordered_map<int, int>;
+
+    /// All of a file: what it had before goes.
+    void replace(std::string_view fileName, Ids ids)
+    {
+        if (ids.empty())
+            m_changes.erase(std::string(fileName));
+        else
+            m_changes[std::string(fileName)] = std::move(ids);
+    }
     /// The same id when it stays.
     int now(std::string_view fileName, int earlier) const
     {
-        if (m_changes.empty())
+        const auto file = m_changes.find(fileName);
+        if (file == m_changes.end())
             return earlier;
-        const auto found = m_changes.find({std::string(fileName), earlier});
-        return found == m_changes.end() ? earlier : found->second;
+        const auto found = file->second.find(earlier);
+        return found == file->second.end() ? earlier : found->second;
+    }
+    bool isEmpty() const { return m_changes.empty(); }
+    bool operator==(const IdChanges& other) const { return m_changes == other.m_changes; }
+
+    /// The ids of now that the records of a file have when all of them are back: for those that are named only while they are there.
+    void setBack(std::string_view fileName, std::unordered_set<int> ids) { m_back[std::string(fileName)] = std::move(ids); }
+    bool isBack(std::string_view fileName, int now) const
+    {
+        const auto file = m_back.find(fileName);
+        return file != m_back.end() && file->second.contains(now);
     }
 
 private:
-    std::map<std::pair<std::string, int>, int> m_changes;
+    std::map<std::string, Ids, std::less<>> m_changes;
+    std::map<std::string, std::unordered_set<int>, std::less<>> m_back;
 };
 
 /// Another record that a record names.
@@ -83,8 +109,8 @@ public:
     virtual ~ParsedFile() = default;
     /// Gives the records to their collection, in file order.
     virtual void adopt() = 0;
-    /// What the collection lacks or holds otherwise, in file order. What is only in the collection is no difference. changes has the ids of
-    /// the files before this one in their order; those of this one are added.
+    /// What the collection lacks or holds otherwise, in file order. What is only in the collection is no difference. changes has the ids
+    /// that are known so far; those of this file are found anew by them. Once nothing changes there any more, the answer counts.
     virtual std::vector<RecordDifference> differences(IdChanges& changes) const = 0;
     /// The records that one names, by the ids they had.
     virtual std::vector<RecordLink> linksOf(std::size_t index) const = 0;
@@ -118,6 +144,8 @@ public:
     const char* logName() const { return m_logName; }
     /// What one record is called: "Contact".
     virtual const char* recordName() const { return "Record"; }
+    /// Whether other records can name one of this file only as long as it is there: what they name beside that is not kept.
+    virtual bool isNamedOnlyWhileThere() const { return false; }
 
     virtual Result<std::unique_ptr<ParsedFile>> parse(std::string_view bytes) = 0;
     virtual std::unique_ptr<FileSnapshot> snapshot() const = 0;
@@ -140,11 +168,14 @@ struct StoredRecord {
     int id = 0;
     /// The id as the file spells it, for rules that ask for it.
     Text idText;
-    typename R::Values values;
-    typename R::Nested nested;
+    SharedValues<typename R::Values> values;
+    [[no_unique_address]] typename R::Nested nested;
     /// Keys that the kind does not know, and known ones whose value is no text; null when there are none.
     std::shared_ptr<const PlistValue> unknownKeys;
 };
+
+template <class R>
+using StoredRecords = std::vector<StoredRecord<R>, largeMemory::Allocator<StoredRecord<R>>>;
 
 /// A key whose value is an array or another value of its own kind.
 template <class R>

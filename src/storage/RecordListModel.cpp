@@ -1,6 +1,9 @@
 #include "storage/RecordListModel.h"
 
+#include "storage/RowText.h"
+
 #include <QColor>
+#include <QMimeData>
 #include <QScopedValueRollback>
 
 RecordListModel::RecordListModel(qvDataSource& source, QObject* parent)
@@ -82,8 +85,20 @@ QVariant RecordListModel::headerData(int section, Qt::Orientation orientation, i
 
 Qt::ItemFlags RecordListModel::flags(const QModelIndex& index) const
 {
-    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-    return index.isValid() && column(index.column()).editable ? flags | Qt::ItemIsEditable : flags;
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled;
+    return column(index.column()).editable ? flags | Qt::ItemIsEditable : flags;
+}
+
+QStringList RecordListModel::mimeTypes() const
+{
+    return {"text/plain"};
+}
+
+QMimeData* RecordListModel::mimeData(const QModelIndexList& indexes) const
+{
+    return rowData(indexes).release();
 }
 
 void RecordListModel::listReset()

@@ -1,6 +1,8 @@
 // Sorting of collections: keys are worked out once a record, then compared; equal records keep their order.
 #include "foundation/Log.h"
 #include "foundation/Numbers.h"
+#include "storage/FetchAhead.h"
+#include "storage/StableOrder.h"
 #include "storage/TextSearch.h"
 #include "storage/qvDataSource.h"
 
@@ -10,26 +12,44 @@
 
 namespace {
 
-/// A record and what it is sorted by.
-template <class Key>
-struct Keyed {
-    Key key;
-    dataObject* record;
-};
-
-template <class Key, class KeyOf>
-std::vector<dataObject*> sortedBy(const std::vector<dataObject*>& records, bool ascending, KeyOf keyOf)
+std::vector<dataObject*> inOrder(const std::vector<dataObject*>& records, const SortedPositions& positions)
 {
-    std::vector<Keyed<Key>> keyed;
-    keyed.reserve(records.size());
-    for (dataObject* record : records)
-        keyed.push_back({keyOf(*record), record});
-    std::stable_sort(keyed.begin(), keyed.end(), [&](const auto& a, const auto& b) { return ascending ? a.key < b.key : b.key < a.key; });
-    std::vector<dataObject*> sorted;
-    sorted.reserve(keyed.size());
-    for (const auto& entry : keyed)
-        sorted.push_back(entry.record);
+    std::vector<dataObject*> sorted(positions.size());
+    std::transform(positions.begin(), positions.end(), sorted.begin(), [&](std::uint32_t position) { return records[position]; });
     return sorted;
+}
+
+template <class Use>
+void forEachFetched(const std::vector<dataObject*>& records, Use use)
+{
+    for (std::size_t n = 0; n < records.size(); ++n) {
+        fetchFollowing([&](std::size_t more) { return n + more < records.size() ? records[n + more] : nullptr; });
+        use(*records[n]);
+    }
+}
+
+template <class KeyOf>
+std::vector<dataObject*> sortedBy(const std::vector<dataObject*>& records, SortDirection direction, KeyOf keyOf)
+{
+    std::vector<std::uint64_t> keys;
+    keys.reserve(records.size());
+    forEachFetched(records, [&](dataObject& record) { keys.push_back(sortKey(keyOf(record))); });
+    return inOrder(records, stableOrder(keys, direction));
+}
+
+void addFolded(TextKeys& keys, std::string_view text)
+{
+    appendFolded(keys.next(), text);
+    keys.take();
+}
+
+/// The number as sorting takes it.
+float sortable(float number)
+{
+    if (!std::isinf(number))
+        return std::isnan(number) ? 0.0f : number;
+    // Minus infinity becomes a tiny positive number, not a negative one; sorting relies on it.
+    return number > 0 ? std::numeric_limits<float>::max() : std::numeric_limits<float>::min();
 }
 
 bool isNumericOption(SortOptions options)
@@ -76,12 +96,13 @@ void qvDataSource::sortByColumn(std::string_view column, bool ascending, SortOpt
 {
     if (getCount() < 2)
         return;
+    const SortDirection direction = ascending ? SortDirection::ascending : SortDirection::descending;
     if (options == SortOptions::text)
-        m_sortArray = sortedByText(column, ascending);
+        m_sortArray = sortedByText(column, direction);
     else if (options == SortOptions::date)
-        m_sortArray = sortedByDate(column, ascending);
+        m_sortArray = sortedByDate(column, direction);
     else if (isNumericOption(options))
-        m_sortArray = sortedByNumber(column, ascending, options);
+        m_sortArray = sortedByNumber(column, direction, options);
     else
         m_sortArray.clear();
     m_selection.clear();
@@ -89,27 +110,52 @@ void qvDataSource::sortByColumn(std::string_view column, bool ascending, SortOpt
     notifySelection();
 }
 
-std::vector<dataObject*> qvDataSource::sortedByText(std::string_view column, bool ascending) const
+std::vector<dataObject*> qvDataSource::sortedByText(std::string_view column, SortDirection direction) const
 {
-    return sortedBy<std::string>(
-        m_collection, ascending, [&](const dataObject& record) { return foldCase(record.getFieldByName(column)); });
+    if (const std::optional<LinkedColumn> linked = linkedColumn(column))
+        return sortedByLinkedText(*linked, direction);
+    TextKeys keys(m_collection.size());
+    forEachFetched(m_collection, [&](const dataObject& record) { addFolded(keys, record.getFieldByName(column)); });
+    return inOrder(m_collection, stableOrder(keys.ranks(), direction));
 }
 
-std::vector<dataObject*> qvDataSource::sortedByDate(std::string_view column, bool ascending) const
+/// However many records one of the others belongs to, its text is looked at once.
+std::vector<dataObject*> qvDataSource::sortedByLinkedText(const LinkedColumn& column, SortDirection direction) const
+{
+    const qvDataSource& others = column.collection;
+    TextKeys texts(others.m_collection.size());
+    forEachFetched(others.m_collection, [&](const dataObject& other) { addFolded(texts, other.getFieldByName(column.name)); });
+    std::vector<std::size_t> textOf;
+    textOf.reserve(m_collection.size());
+    forEachLink(m_collection, column.linkOf, [&](const dataObject&, const dataObject* link) {
+        const bool isListed = link && others.holds(*link);
+        textOf.push_back(isListed ? link->m_position : texts.size());
+        // A deleted record still belongs to those that name it.
+        if (!isListed)
+            addFolded(texts, link ? link->getFieldByName(column.name) : std::string());
+    });
+    const std::vector<std::uint64_t> ranks = texts.ranks();
+    std::vector<std::uint64_t> keys(textOf.size());
+    std::transform(textOf.begin(), textOf.end(), keys.begin(), [&](std::size_t text) { return ranks[text]; });
+    return inOrder(m_collection, stableOrder(keys, direction));
+}
+
+std::vector<dataObject*> qvDataSource::sortedByDate(std::string_view column, SortDirection direction) const
 {
     const std::string name = std::string(column) + "asdate";
-    return sortedBy<std::int64_t>(m_collection, ascending, [&](const dataObject& record) { return record.getDateByName(name); });
+    return sortedBy(m_collection, direction, [&](const dataObject& record) { return record.getDateByName(name); });
 }
 
-std::vector<dataObject*> qvDataSource::sortedByNumber(std::string_view column, bool ascending, SortOptions options) const
+std::vector<dataObject*> qvDataSource::sortedByNumber(std::string_view column, SortDirection direction, SortOptions options) const
 {
-    return sortedBy<float>(m_collection, ascending, [&](dataObject& record) {
-        record.setTempSortNSNumber(getNumberFrom(record, column, options));
+    const NumberColumn numbers = numberColumn(column);
+    return sortedBy(m_collection, direction, [&](dataObject& record) {
+        record.setTempSortNSNumber(sortable(plainNumberFrom(record, numbers, options)));
         return *record.getTempSortNSNumber();
     });
 }
 
-float qvDataSource::plainNumberFrom(const dataObject& record, std::string_view fieldName, SortOptions options) const
+qvDataSource::NumberColumn qvDataSource::numberColumn(std::string_view fieldName) const
 {
     constexpr std::size_t genericPrefix = 5;
     std::string_view mapped;
@@ -120,38 +166,40 @@ float qvDataSource::plainNumberFrom(const dataObject& record, std::string_view f
     }
     const bool isCode = fieldName == "code" || mapped == "code";
     const bool isOrdernum = fieldName == "ordernum" || mapped == "order:number";
-    float number = 0;
-    if (!isCode && !isOrdernum) {
-        number = numbers::leadingFloat(record.getFieldByName(fieldName));
-    } else if (m_settings.codeSort() == "2") {
-        number = static_cast<float>(record.getID());
-    } else {
-        // The last name that matches decides.
-        number = fieldName == "code" ? record.getNumericCode() : number;
-        number = fieldName == "ordernum" ? record.getNumericOrdernum() : number;
-        number = mapped == "code" ? record.getNumericCode() : number;
-        number = mapped == "order:number" ? record.getNumericOrdernum() : number;
-    }
+    if (!isCode && !isOrdernum)
+        return {fieldName, NumberColumn::Value::field};
+    if (m_settings.codeSort() == "2")
+        return {fieldName, NumberColumn::Value::id};
+    // The last name that matches decides.
+    const bool endsWithOrdernum = mapped == "order:number" || (mapped != "code" && fieldName == "ordernum");
+    return {fieldName, endsWithOrdernum ? NumberColumn::Value::ordernum : NumberColumn::Value::code};
+}
+
+float qvDataSource::plainNumberFrom(const dataObject& record, const NumberColumn& column, SortOptions options)
+{
     if (options == SortOptions::numericOfRecord)
-        number = record.getdObject() ? static_cast<float>(record.getdObject()->getID()) : 0.0f;
-    return number;
+        return record.getdObject() ? static_cast<float>(record.getdObject()->getID()) : 0.0f;
+    switch (column.value) {
+    case NumberColumn::Value::id: return static_cast<float>(record.getID());
+    case NumberColumn::Value::code: return record.getNumericCode();
+    case NumberColumn::Value::ordernum: return record.getNumericOrdernum();
+    case NumberColumn::Value::field: break;
+    }
+    return numbers::leadingFloat(record.getFieldByName(column.name));
 }
 
 float qvDataSource::getNumberFrom(const dataObject& record, std::string_view fieldName, SortOptions options) const
 {
-    const float number = plainNumberFrom(record, fieldName, options);
-    if (!std::isinf(number))
-        return std::isnan(number) ? 0.0f : number;
-    // Minus infinity becomes a tiny positive number, not a negative one; sorting relies on it.
-    return number > 0 ? std::numeric_limits<float>::max() : std::numeric_limits<float>::min();
+    return sortable(plainNumberFrom(record, numberColumn(fieldName), options));
 }
 
 int qvDataSource::compare(const dataObject& a, const dataObject& b, std::string_view column, SortOptions options) const
 {
     if (!isNumericOption(options))
         return 0;
-    const float first = plainNumberFrom(a, column, options);
-    const float second = plainNumberFrom(b, column, options);
+    const NumberColumn numbers = numberColumn(column);
+    const float first = plainNumberFrom(a, numbers, options);
+    const float second = plainNumberFrom(b, numbers, options);
     if (std::isinf(first) || std::isinf(second) || first == second)
         return 0;
     return first < second ? -1 : 1;

@@ -5,6 +5,7 @@
 #include "foundation/Folders.h"
 #include "foundation/Log.h"
 #include "foundation/SafeFile.h"
+#include "foundation/TemporaryFiles.h"
 #include "foundation/Text.h"
 #include "foundation/plist/PlistReader.h"
 #include "foundation/plist/PlistWriter.h"
@@ -20,10 +21,13 @@
 namespace {
 
 constexpr int daysToKeep = 90;
+/// A copy as old as that stands for a new one: it stays for two months at least.
+constexpr int daysToCountOn = 30;
 /// Things of one name and second; more than that and something is wrong with the disk.
 constexpr int mostAlike = 1000;
 /// Of "20240301-101530".
 constexpr int stampLength = 15;
+constexpr char aboutFolder[] = "/.about/";
 constexpr char originKey[] = "origin";
 constexpr char reasonKey[] = "reason";
 
@@ -34,7 +38,7 @@ struct ReasonName {
 /// As the reasons are spelled on disk.
 constexpr std::array reasonNames {ReasonName {KeptFor::unreadable, "unreadable"}, ReasonName {KeptFor::foreign, "foreign"},
     ReasonName {KeptFor::unsaved, "unsaved"}, ReasonName {KeptFor::displaced, "displaced"},
-    ReasonName {KeptFor::attachments, "attachments"}, ReasonName {KeptFor::unknown, "unknown"}};
+    ReasonName {KeptFor::attachments, "attachments"}, ReasonName {KeptFor::upgraded, "upgraded"}, ReasonName {KeptFor::unknown, "unknown"}};
 
 const char* nameOf(KeptFor reason)
 {
@@ -53,20 +57,11 @@ QString textOf(const PlistValue& about, const char* key)
     return value ? QString::fromStdString(value->asText()) : QString();
 }
 
-/// Nobody but the user may look into it.
-Result<void> makePrivateFolder(const QString& folder)
-{
-    Result<void> made = folders::make(folder);
-    if (made)
-        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    return made;
-}
-
 } // namespace
 
 Result<QString> RecoveryStore::place(const QString& name, const Placing& put)
 {
-    if (Result<void> made = makePrivateFolder(m_folder); !made)
+    if (Result<void> made = folders::makePrivate(m_folder); !made)
         return made.error();
     const QString stamp = QString::fromStdString(dates::write(m_clock.now(), dates::stamp));
     for (int n = 0; n < mostAlike; ++n) {
@@ -84,10 +79,42 @@ Result<QString> RecoveryStore::place(const QString& name, const Placing& put)
 
 Result<QString> RecoveryStore::keepCopy(const QString& path, KeptFor reason)
 {
-    const FileBytes file = readWholeFile(path.toStdString());
+    if (QFileInfo(path).isDir())
+        return keepFolder(path, reason);
+    if (const std::optional<QString> kept = keptLately(path, reason))
+        return *kept;
+    const FileBytes file = readRecords(path.toStdString());
     if (file.trouble != ReadTrouble::none)
         return Error {file.reason};
     return keepBytes(path, file.bytes, reason);
+}
+
+/// It gets its place when the copy is complete.
+Result<QString> RecoveryStore::keepFolder(const QString& path, KeptFor reason)
+{
+    if (Result<void> made = folders::makePrivate(m_folder); !made)
+        return made.error();
+    const QString name = QFileInfo(path).fileName();
+    const QString unfinished = m_folder + "/." + name + ".unfinished";
+    QDir(unfinished).removeRecursively();
+    const Result<void> copied = folders::copyTree(QFileInfo(path).canonicalFilePath(), unfinished);
+    const Result<QString> kept =
+        copied ? place(name, [&](const QString& free) { return folders::moveIfFree(unfinished, free); }) : copied.error();
+    if (kept)
+        describe(kept.value(), path, reason);
+    else
+        QDir(unfinished).removeRecursively();
+    return kept;
+}
+
+std::optional<QString> RecoveryStore::keptLately(const QString& path, KeptFor reason) const
+{
+    for (const KeptThing& thing : things()) {
+        const bool isOfFile = thing.origin == path && thing.reason == reason && thing.since.daysTo(m_clock.now()) <= daysToCountOn;
+        if (isOfFile && folders::haveSameBytes(path, thing.path))
+            return thing.path;
+    }
+    return std::nullopt;
 }
 
 Result<QString> RecoveryStore::keepBytes(const QString& path, std::string_view bytes, KeptFor reason)
@@ -110,7 +137,7 @@ Result<void> RecoveryStore::moveIn(const QString& path, KeptFor reason)
 
 QString RecoveryStore::aboutPath(const QString& place) const
 {
-    return m_folder + "/.about/" + QFileInfo(place).fileName() + ".plist";
+    return m_folder + aboutFolder + QFileInfo(place).fileName() + ".plist";
 }
 
 /// The thing is safe by now: a description that cannot be written is missed, no more.
@@ -163,11 +190,24 @@ Result<void> RecoveryStore::copyOut(const KeptThing& thing, const QString& targe
     return folders::copyTree(thing.path, target);
 }
 
+void RecoveryStore::giveUp(const QString& place)
+{
+    QFile::remove(place);
+    QFile::remove(aboutPath(place));
+}
+
+void RecoveryStore::removeLeftovers() const
+{
+    temporaries::removeAbandoned(m_folder.toStdString());
+    temporaries::removeAbandoned((m_folder + aboutFolder).toStdString());
+}
+
 int RecoveryStore::cleanUp()
 {
+    removeLeftovers();
     int gone = 0;
     for (const KeptThing& thing : things()) {
-        if (thing.since.daysTo(m_clock.now()) <= daysToKeep || !QFile::moveToTrash(thing.path))
+        if (thing.since.daysTo(m_clock.now()) <= daysToKeep || !folders::moveToTrash(thing.path))
             continue;
         QFile::remove(aboutPath(thing.path));
         ++gone;
@@ -188,10 +228,10 @@ void RecoveryStore::leaveNote(const QStringList& sentences)
 {
     if (sentences.isEmpty())
         return;
-    std::string note = readWholeFile(notePath().toStdString()).bytes;
+    std::string note(readWholeFile(notePath().toStdString()).bytes);
     for (const QString& sentence : sentences)
         note += QString(sentence).replace('\n', ' ').toStdString() + '\n';
-    Result<void> left = makePrivateFolder(m_folder);
+    Result<void> left = folders::makePrivate(m_folder);
     if (left)
         left = writeFileSafely(notePath().toStdString(), note);
     if (!left)
@@ -203,5 +243,5 @@ QStringList RecoveryStore::takeNote()
     const FileBytes note = readWholeFile(notePath().toStdString());
     if (note.trouble == ReadTrouble::none)
         QFile::remove(notePath());
-    return QString::fromStdString(note.bytes).split('\n', Qt::SkipEmptyParts);
+    return toQString(note.bytes).split('\n', Qt::SkipEmptyParts);
 }

@@ -24,6 +24,7 @@ enum class KeptFor {
     unsaved /* it could not be written where it belongs */,
     displaced /* it was written while another folder stood in the place of its own */,
     attachments /* of an order that was deleted */,
+    upgraded /* a template or report, as it was before the upgrade */,
     unknown
 };
 
@@ -46,7 +47,8 @@ public:
 
     const QString& folder() const { return m_folder; }
 
-    /// Copies the file into the store; answers where it lies now.
+    /// Copies the file, or the folder with everything in it, into the store; answers where it lies now. The same bytes of the same file are
+    /// not copied again within a month.
     Result<QString> keepCopy(const QString& path, KeptFor reason);
     /// Moves the file or folder into the store.
     Result<void> moveIn(const QString& path, KeptFor reason);
@@ -57,7 +59,10 @@ public:
     std::vector<KeptThing> things() const;
     /// Copies the thing to where the user wants it; nothing that is there already is touched.
     static Result<void> copyOut(const KeptThing& thing, const QString& target);
-    /// Puts what is older than 90 days into the desktop's trash; answers how many things went there.
+    /// Removes a copy that a newer one took the place of.
+    void giveUp(const QString& place);
+    /// Puts what is older than 90 days into the desktop's trash; answers how many things went there. What a program that died left
+    /// half written is removed.
     int cleanUp();
 
     /// Sentences for the person that came up when nobody could be told any more; the next start takes them.
@@ -72,7 +77,10 @@ private:
     /// Finds a place for something of that name, the store's folder, then the time and the name, and puts it there. A place counts as
     /// free only when the putting itself says so: nothing that was kept is ever replaced.
     Result<QString> place(const QString& name, const Placing& put);
+    Result<QString> keepFolder(const QString& path, KeptFor reason);
     void describe(const QString& place, const QString& origin, KeptFor reason) const;
+    std::optional<QString> keptLately(const QString& path, KeptFor reason) const;
+    void removeLeftovers() const;
     QString aboutPath(const QString& place) const;
     KeptThing thingAt(const QString& place) const;
 

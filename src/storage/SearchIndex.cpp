@@ -1,6 +1,5 @@
 #include "storage/SearchIndex.h"
 
-#include "storage/TextSearch.h"
 #include "storage/dataObject.h"
 
 #include <algorithm>
@@ -46,12 +45,12 @@ void SearchIndex::reset()
     m_valid = false;
 }
 
-void SearchIndex::changed(const dataObject& record)
+void SearchIndex::changed(const dataObject& record, std::size_t position)
 {
     if (!m_valid)
         return;
     m_known.clear();
-    m_changed.insert(&record);
+    m_changed.emplace(&record, position);
     if (m_changed.size() > mostChanged)
         reset();
 }
@@ -60,14 +59,12 @@ void SearchIndex::build(const std::vector<dataObject*>& records)
 {
     m_folded.clear();
     m_starts.clear();
-    m_positions.clear();
     m_known.clear();
     m_changed.clear();
     m_starts.reserve(records.size() + 1);
     std::string text;
     for (const dataObject* record : records) {
         m_starts.push_back(m_folded.size());
-        m_positions.emplace(record, m_starts.size() - 1);
         text.clear();
         record->appendSearchText(text);
         appendFolded(m_folded, text);
@@ -130,12 +127,28 @@ const std::vector<bool>& SearchIndex::recordsWithWord(std::string_view word, con
         return known->second;
     const std::vector<bool>* start = longestKnownStart(folded);
     std::vector<bool> found = start ? narrow(*start, folded) : search(folded);
-    for (const dataObject* record : m_changed) {
-        const auto position = m_positions.find(record);
-        if (position != m_positions.end())
-            found[position->second] = record->contains(word);
-    }
+    for (const auto& [record, position] : m_changed)
+        found[position] = record->contains(word);
     if (m_known.size() >= mostKnownWords)
         m_known.clear();
     return m_known.insert_or_assign(folded, std::move(found)).first->second;
+}
+
+bool SearchIndex::isWordIn(std::size_t position, const FoldedText& word, const std::vector<dataObject*>& records)
+{
+    if (!m_valid)
+        build(records);
+    if (m_changed.contains(records[position]))
+        return records[position]->contains(word.folded());
+    return textOf(position).find(word.folded()) != std::string_view::npos;
+}
+
+WordSearch::WordSearch(SearchIndex& index, const std::string& word, const std::vector<dataObject*>& records, std::size_t expected)
+    : m_index(index)
+    , m_word(word)
+    , m_records(records)
+{
+    constexpr std::size_t worthwhile = 16;
+    if (expected > records.size() / worthwhile)
+        m_all = &index.recordsWithWord(word, records);
 }

@@ -4,10 +4,11 @@
 // word are kept: typing on narrows what is kept instead of starting again.
 #pragma once
 
+#include "storage/TextSearch.h"
+
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 class dataObject;
@@ -16,9 +17,13 @@ class SearchIndex {
 public:
     /// The records holding the word, as flags by their position in the list. Positions are those of the records given.
     const std::vector<bool>& recordsWithWord(std::string_view word, const std::vector<dataObject*>& records);
+    /// Whether the record at the position holds the word: for a few, where looking through all of them would be a waste.
+    bool isWordIn(std::size_t position, const FoldedText& word, const std::vector<dataObject*>& records);
 
-    /// A record's fields changed.
-    void changed(const dataObject& record);
+    /// Whether changes are of any interest.
+    bool isBuilt() const { return m_valid; }
+    /// The fields of a record at that position in the list changed.
+    void changed(const dataObject& record, std::size_t position);
     /// Records came, went or moved.
     void reset();
 
@@ -32,8 +37,23 @@ private:
     std::string m_folded;
     /// Where each record's text starts; one more entry than records.
     std::vector<std::size_t> m_starts;
-    std::unordered_map<const dataObject*, std::size_t> m_positions;
     std::unordered_map<std::string, std::vector<bool>> m_known;
-    std::unordered_set<const dataObject*> m_changed;
+    /// With their positions.
+    std::unordered_map<const dataObject*, std::size_t> m_changed;
     bool m_valid = false;
+};
+
+/// One word looked for in some of a list's records: in all at once when there are many of them, else in each that is asked about.
+class WordSearch {
+public:
+    /// expected: how many records are asked about.
+    WordSearch(SearchIndex& index, const std::string& word, const std::vector<dataObject*>& records, std::size_t expected);
+
+    bool isIn(std::size_t position) const { return m_all ? (*m_all)[position] : m_index.isWordIn(position, m_word, m_records); }
+
+private:
+    SearchIndex& m_index;
+    FoldedText m_word;
+    const std::vector<dataObject*>& m_records;
+    const std::vector<bool>* m_all = nullptr;
 };

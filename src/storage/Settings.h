@@ -69,6 +69,9 @@ inline constexpr char chosenTemplate[] = "chosenTemplate";
 inline constexpr char askAboutUpgrading[] = "askAboutUpgrading";
 inline constexpr char dontShowTip[] = "dontShowTip";
 inline constexpr char tipNumber[] = "tipNumber";
+inline constexpr char automaticUpdateCheck[] = "automaticUpdateCheck";
+/// Where updates are asked for; nothing is asked while it is absent.
+inline constexpr char updateEndpoint[] = "updateEndpoint";
 /// Of the database, not of the user.
 inline constexpr char dbName[] = "dbName";
 } // namespace settings

@@ -1,8 +1,10 @@
 #include "storage/TableExport.h"
 
 #include "foundation/Log.h"
+#include "storage/FetchAhead.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace {
 
@@ -11,35 +13,47 @@ std::string cellClass(const std::string& identifier, int row)
     return row % 2 == 0 ? "class = " + identifier : "class = \"" + identifier + " alt\"";
 }
 
-using CellForm = std::string (*)(std::string);
+/// How rows of cells become text.
+struct Separated {
+    char separator;
+    std::string_view quote;
+    /// What would break the form is turned into something like it.
+    char broken;
+    char mended;
 
-std::string quotedCell(std::string text)
-{
-    std::replace(text.begin(), text.end(), '"', '\'');
-    return '"' + text + '"';
-}
+    void addCell(std::string& table, std::string_view text) const
+    {
+        table += quote;
+        const std::size_t start = table.size();
+        if (isCleanUtf8(text))
+            table += text;
+        else
+            table += cleanUtf8(text);
+        std::replace(table.begin() + static_cast<std::ptrdiff_t>(start), table.end(), broken, mended);
+        table += quote;
+    }
+};
 
-std::string tabFreeCell(std::string text)
-{
-    std::replace(text.begin(), text.end(), '\t', ' ');
-    return text;
-}
+constexpr Separated commaSeparated {',', "\"", '"', '\''};
+constexpr Separated tabDelimited {'\t', "", '\t', ' '};
 
-std::string separatedTable(const qvDataSource& source, char separator, CellForm cell)
+std::string separatedTable(const qvDataSource& source, const Separated& form)
 {
     const std::vector<const ListColumn*> columns = source.list.visibleColumns();
     std::string table;
-    const auto addRow = [&](auto textOf) {
+    const auto addRow = [&](auto addCell) {
         for (std::size_t i = 0; i < columns.size(); ++i) {
             if (i > 0)
-                table += separator;
-            table += textOf(*columns[i]);
+                table += form.separator;
+            addCell(*columns[i]);
         }
         table += '\r';
     };
-    addRow([](const ListColumn& column) { return column.heading.toStdString(); });
-    for (int row = 0; row < source.numberOfRows(); ++row)
-        addRow([&](const ListColumn& column) { return cell(cleanUtf8(source.objectValue(column.identifier, row))); });
+    addRow([&](const ListColumn& column) { table += column.heading.toStdString(); });
+    for (int row = 0; row < source.numberOfRows(); ++row) {
+        fetchFollowing([&](int more) { return source.getnthVisibleItem(row + more); });
+        addRow([&](const ListColumn& column) { form.addCell(table, source.objectValue(column.identifier, row)); });
+    }
     return table;
 }
 
@@ -48,12 +62,12 @@ std::string separatedTable(const qvDataSource& source, char separator, CellForm 
 std::string getDataAsCSV(const qvDataSource& source)
 {
     logLine("writing csv");
-    return separatedTable(source, ',', quotedCell);
+    return separatedTable(source, commaSeparated);
 }
 
 std::string getDataAsTDL(const qvDataSource& source)
 {
-    return separatedTable(source, '\t', tabFreeCell);
+    return separatedTable(source, tabDelimited);
 }
 
 std::string getDataAsHTML(const qvDataSource& source, CellText cellText)

@@ -2,30 +2,41 @@
 
 #include <QString>
 
+#include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 namespace {
 
-/// Length of the run of ASCII bytes from here.
-std::size_t asciiLength(std::string_view text, std::size_t from)
+/// Length of the run of ASCII bytes at the start, eight looked at a time.
+std::size_t asciiLength(std::string_view text)
 {
-    std::size_t at = from;
+    std::size_t at = 0;
+    for (std::uint64_t word; at + sizeof word <= text.size(); at += sizeof word) {
+        std::memcpy(&word, text.data() + at, sizeof word);
+        if (word & 0x8080808080808080u)
+            break;
+    }
     while (at < text.size() && static_cast<unsigned char>(text[at]) < 0x80)
         ++at;
-    return at - from;
+    return at;
 }
 
 void appendFoldedAscii(std::string& folded, std::string_view text)
 {
-    for (const char character : text)
-        folded += character >= 'A' && character <= 'Z' ? static_cast<char>(character + 32) : character;
+    const std::size_t before = folded.size();
+    folded.append(text);
+    for (std::size_t at = before; at < folded.size(); ++at) {
+        const auto byte = static_cast<unsigned char>(folded[at]);
+        folded[at] = static_cast<char>(byte | (static_cast<unsigned char>(byte - 'A') < 26 ? 0x20 : 0));
+    }
 }
 
 } // namespace
 
 void appendFolded(std::string& folded, std::string_view text)
 {
-    const std::size_t ascii = asciiLength(text, 0);
+    const std::size_t ascii = asciiLength(text);
     appendFoldedAscii(folded, text.substr(0, ascii));
     if (ascii == text.size())
         return;

@@ -30,7 +30,20 @@ dataObject::~dataObject() = default;
 void dataObject::setNSDate(const std::optional<QDateTime>& date)
 {
     if (date)
-        m_nsdate = date;
+        seldom().nsdate = date;
+}
+
+void dataObject::setUnknownKeys(std::shared_ptr<const PlistValue> keys)
+{
+    if (keys || m_seldom)
+        seldom().unknownKeys = std::move(keys);
+}
+
+dataObject::Seldom& dataObject::seldom()
+{
+    if (!m_seldom)
+        m_seldom = std::make_unique<Seldom>();
+    return *m_seldom;
 }
 
 std::string dataObject::getFieldByName(std::string_view) const

@@ -29,12 +29,16 @@ public:
     /// Whether the record passes its list's filter.
     bool getVisible() const { return m_visible; }
     void setVisible(bool visible) { m_visible = visible; }
-    const std::optional<QDateTime>& getNSDate() const { return m_nsdate; }
+    std::optional<QDateTime> getNSDate() const { return m_seldom ? m_seldom->nsdate : std::nullopt; }
     /// Setting nothing keeps the old value.
     void setNSDate(const std::optional<QDateTime>& date);
     /// Used only while sorting by number.
-    std::optional<float> getTempSortNSNumber() const { return m_tempSortNSNumber; }
-    void setTempSortNSNumber(float number) { m_tempSortNSNumber = number; }
+    std::optional<float> getTempSortNSNumber() const { return m_hasTempSortNumber ? std::optional(m_tempSortNSNumber) : std::nullopt; }
+    void setTempSortNSNumber(float number)
+    {
+        m_tempSortNSNumber = number;
+        m_hasTempSortNumber = true;
+    }
 
     /// The field's value as text, or the empty text for an unknown name.
     virtual std::string getFieldByName(std::string_view name) const;
@@ -51,6 +55,9 @@ public:
     /// For report rows: the record behind the row.
     virtual dataObject* getdObject() const { return nullptr; }
 
+    /// For going through many records: the processor already fetches the fields of one that comes soon.
+    virtual void fetchFields() const { }
+
     virtual float getNumericCode() const { return 0; }
     virtual float getNumericOrdernum() const { return 0; }
     virtual bool isComplete() const { return false; }
@@ -62,8 +69,8 @@ public:
     static bool isNumber(std::string_view name, std::string_view codeSort);
 
     /// What the record's file held beside the fields known here; kept so that saving gives it back. May be null.
-    const std::shared_ptr<const PlistValue>& unknownKeys() const { return m_unknownKeys; }
-    void setUnknownKeys(std::shared_ptr<const PlistValue> keys) { m_unknownKeys = std::move(keys); }
+    std::shared_ptr<const PlistValue> unknownKeys() const { return m_seldom ? m_seldom->unknownKeys : nullptr; }
+    void setUnknownKeys(std::shared_ptr<const PlistValue> keys);
 
 protected:
     /// Tells the collection that a field changed, so that what it keeps about the record is worked out anew.
@@ -73,15 +80,22 @@ protected:
 
 private:
     friend class qvDataSource;
+    /// What hardly any record has: there are a million records, and every byte of each counts.
+    struct Seldom {
+        std::optional<QDateTime> nsdate;
+        std::shared_ptr<const PlistValue> unknownKeys;
+    };
+    Seldom& seldom();
+
     int m_id = 0;
-    bool m_visible = true;
-    std::optional<float> m_tempSortNSNumber;
-    std::optional<QDateTime> m_nsdate;
-    qvDataSource* m_collection = nullptr;
     /// Place in the collection while the collection keeps places up to date.
     mutable std::uint32_t m_position = 0;
+    float m_tempSortNSNumber = 0;
+    bool m_hasTempSortNumber = false;
+    bool m_visible = true;
+    qvDataSource* m_collection = nullptr;
     TextStorePointer m_store;
-    std::shared_ptr<const PlistValue> m_unknownKeys;
+    std::unique_ptr<Seldom> m_seldom;
 
 public:
     /// The store that holds the record's texts; made on first need, or given by the collection that loads it.

@@ -6,13 +6,11 @@
 #include "storage/TextSearch.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <limits>
 #include <unordered_set>
 
 namespace {
-
-constexpr std::size_t linksAtOnce = 32;
 
 dataObject* entryAt(const std::vector<dataObject*>& list, int n)
 {
@@ -59,7 +57,7 @@ dataObject& qvDataSource::add(std::unique_ptr<dataObject> owned)
     else
         record.setID(getNextId());
     m_deleteBuffer.clear();
-    m_idLookupDictionary[record.getID()] = &record;
+    m_idLookupDictionary.set(record.getID(), record);
     recordAdded(record);
     return record;
 }
@@ -68,7 +66,7 @@ void qvDataSource::makeRoom(std::size_t more)
 {
     m_owned.reserve(m_owned.size() + more);
     m_collection.reserve(m_collection.size() + more);
-    m_idLookupDictionary.reserve(m_idLookupDictionary.size() + more);
+    m_idLookupDictionary.makeRoom(more);
 }
 
 void qvDataSource::restore(dataObject& record)
@@ -155,15 +153,14 @@ int qvDataSource::getNextId()
     if (m_highestId < std::numeric_limits<int>::max())
         return ++m_highestId;
     int free = 1;
-    while (m_idLookupDictionary.contains(free))
+    while (m_idLookupDictionary.find(free))
         ++free;
     return free;
 }
 
 dataObject* qvDataSource::getItemById(int id) const
 {
-    const auto found = m_idLookupDictionary.find(id);
-    return found == m_idLookupDictionary.end() ? nullptr : found->second;
+    return m_idLookupDictionary.find(id);
 }
 
 void qvDataSource::updatePositions() const
@@ -249,8 +246,7 @@ void qvDataSource::swop(dataObject& a, dataObject& b)
 
 void qvDataSource::printLookup() const
 {
-    for (const auto& [id, record] : m_idLookupDictionary)
-        logFormat("%i = %p", id, static_cast<void*>(record));
+    m_idLookupDictionary.forEach([](int id, const dataObject& record) { logFormat("%i = %p", id, static_cast<const void*>(&record)); });
 }
 
 // The list on screen
@@ -258,6 +254,7 @@ void qvDataSource::printLookup() const
 void qvDataSource::invalidateRows()
 {
     m_visibleRowsValid = false;
+    m_rowsAreTold = false;
 }
 
 const std::vector<dataObject*>& qvDataSource::visibleRows() const
@@ -265,7 +262,9 @@ const std::vector<dataObject*>& qvDataSource::visibleRows() const
     if (m_visibleRowsValid)
         return m_visibleRows;
     m_visibleRows.clear();
+    constexpr int fetchedAhead = 16;
     for (int n = 0; n < getCount(); ++n) {
+        __builtin_prefetch(getnthSortedItem(n + fetchedAhead));
         dataObject* record = getnthSortedItem(n);
         if (record && record->getVisible())
             m_visibleRows.push_back(record);
@@ -310,6 +309,22 @@ void qvDataSource::reloadData()
     invalidateRows();
     for (ListObserver* observer : m_observers)
         observer->listReset();
+    m_rowsAreTold = true;
+}
+
+void qvDataSource::filterAfterChange(const dataObject& changed)
+{
+    const bool wereTold = m_rowsAreTold && m_visibleRowsValid;
+    const std::vector<dataObject*> before = wereTold ? m_visibleRows : std::vector<dataObject*>();
+    applyFilter();
+    if (!wereTold || visibleRows() != before)
+        return reloadData();
+    m_rowsAreTold = true;
+    const int row = rowOf(changed);
+    if (row < 0)
+        return;
+    for (ListObserver* observer : m_observers)
+        observer->rowChanged(row);
 }
 
 void qvDataSource::columnsChanged()
@@ -320,7 +335,8 @@ void qvDataSource::columnsChanged()
 
 void qvDataSource::noteChange(dataObject& record)
 {
-    m_searchIndex->changed(record);
+    if (m_searchIndex->isBuilt() && holds(record))
+        m_searchIndex->changed(record, record.m_position);
     recordChanged(record);
 }
 
@@ -423,34 +439,32 @@ void qvDataSource::hideWithoutWords(std::string_view searchText)
     invalidateRows();
 }
 
-/// What belongs to the next records. The records lie all over the memory: looking at several at once, the waits overlap.
-void qvDataSource::findLinks(std::span<const dataObject*> links, std::size_t first, LinkOf linkOf) const
+/// Hides those of the records that the word is not in, neither in them nor in what belongs to them; answers the others.
+std::vector<dataObject*> qvDataSource::hideWithoutWord(
+    const std::string& word, const std::vector<dataObject*>& records, qvDataSource& linked, LinkOf linkOf)
 {
-    const std::size_t count = std::min(links.size(), m_collection.size() - first);
-    for (std::size_t i = 0; i < count; ++i) {
-        links[i] = linkOf(*m_collection[first + i]);
-        __builtin_prefetch(links[i]);
-    }
+    const WordSearch own(*m_searchIndex, word, m_collection, records.size());
+    const WordSearch others(*linked.m_searchIndex, word, linked.m_collection, records.size());
+    std::vector<dataObject*> left;
+    forEachLink(records, linkOf, [&](dataObject& record, const dataObject* link) {
+        // A deleted record is no longer in the index but still belongs to the records that name it.
+        const auto linkMatches = [&] { return linked.holds(*link) ? others.isIn(link->m_position) : link->contains(word); };
+        if (own.isIn(record.m_position) || (link && linkMatches()))
+            left.push_back(&record);
+        else
+            record.setVisible(false);
+    });
+    return left;
 }
 
 void qvDataSource::hideWithoutWords(std::string_view searchText, qvDataSource& linked, LinkOf linkOf)
 {
+    updatePositions();
     linked.updatePositions();
-    for (const std::string& word : searchWords(searchText)) {
-        const std::vector<bool>& found = recordsWithWord(word);
-        const std::vector<bool>& linkedFound = linked.recordsWithWord(word);
-        std::array<const dataObject*, linksAtOnce> links;
-        for (std::size_t i = 0; i < m_collection.size(); ++i) {
-            if (i % linksAtOnce == 0)
-                findLinks(links, i, linkOf);
-            if (found[i] || !m_collection[i]->getVisible())
-                continue;
-            const dataObject* link = links[i % linksAtOnce];
-            // A deleted record is no longer in the index but still belongs to the records that name it.
-            const bool matches = link && (linked.holds(*link) ? linkedFound[link->m_position] : link->contains(word));
-            if (!matches)
-                m_collection[i]->setVisible(false);
-        }
-    }
+    std::vector<dataObject*> left;
+    std::copy_if(
+        m_collection.begin(), m_collection.end(), std::back_inserter(left), [](const dataObject* record) { return record->getVisible(); });
+    for (const std::string& word : searchWords(searchText))
+        left = hideWithoutWord(word, left, linked, linkOf);
     invalidateRows();
 }

@@ -5,6 +5,8 @@
 // is kept and gives what walking the records would give.
 #pragma once
 
+#include "storage/IdMap.h"
+#include "storage/LinkedRecords.h"
 #include "storage/ListState.h"
 #include "storage/dataObject.h"
 
@@ -13,11 +15,11 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 class Beeper;
 class SearchIndex;
+enum class SortDirection;
 
 /// A list on screen (or a test) that follows a collection.
 class ListObserver {
@@ -131,6 +133,8 @@ public:
     /// Whether the row's record is done with and steps back in the list.
     virtual bool isFinishedRow(int row) const;
     virtual void filter() { }
+    /// filter() after one record changed. When it leaves the rows that the list was told last, only the record's row is told.
+    void filterAfterChange(const dataObject& changed);
     virtual void deleteKey() { }
     virtual void edit() { }
     /// The rows on screen are asked again.
@@ -183,20 +187,39 @@ protected:
     /// Hides every visible record that does not hold all words of the search text.
     void hideWithoutWords(std::string_view searchText);
     /// The same, where a word may also stand in the record that belongs to it in another collection.
-    using LinkOf = const dataObject* (*)(const dataObject&);
     void hideWithoutWords(std::string_view searchText, qvDataSource& linked, LinkOf linkOf);
+    /// A column that shows a text of the record that belongs to each in another collection, and nothing where none does.
+    struct LinkedColumn {
+        const qvDataSource& collection;
+        LinkOf linkOf;
+        /// The other record's own name for it.
+        std::string_view name;
+    };
+    /// None for a column of the records' own.
+    virtual std::optional<LinkedColumn> linkedColumn(std::string_view) const { return std::nullopt; }
+    /// Lets the records that pass the list's filter be visible, and no others; the rows on screen are not asked again.
+    virtual void applyFilter() { }
     const SortSettings& sortSettings() const { return m_settings; }
     Beeper& beeper() const { return m_beeper; }
 
 private:
     void appendToCollection(dataObject& record);
     void insertSorted(dataObject& record);
-    void findLinks(std::span<const dataObject*> links, std::size_t first, LinkOf linkOf) const;
+    std::vector<dataObject*> hideWithoutWord(
+        const std::string& word, const std::vector<dataObject*>& records, qvDataSource& linked, LinkOf linkOf);
     void invalidateRows();
-    float plainNumberFrom(const dataObject& record, std::string_view fieldName, SortOptions options) const;
-    std::vector<dataObject*> sortedByText(std::string_view column, bool ascending) const;
-    std::vector<dataObject*> sortedByDate(std::string_view column, bool ascending) const;
-    std::vector<dataObject*> sortedByNumber(std::string_view column, bool ascending, SortOptions options) const;
+    /// What a column's numbers are, found out once for all records.
+    struct NumberColumn {
+        enum class Value { field, id, code, ordernum };
+        std::string_view name;
+        Value value;
+    };
+    NumberColumn numberColumn(std::string_view fieldName) const;
+    static float plainNumberFrom(const dataObject& record, const NumberColumn& column, SortOptions options);
+    std::vector<dataObject*> sortedByText(std::string_view column, SortDirection direction) const;
+    std::vector<dataObject*> sortedByLinkedText(const LinkedColumn& column, SortDirection direction) const;
+    std::vector<dataObject*> sortedByDate(std::string_view column, SortDirection direction) const;
+    std::vector<dataObject*> sortedByNumber(std::string_view column, SortDirection direction, SortOptions options) const;
 
     const std::vector<bool>& recordsWithWord(std::string_view word);
     void updatePositions() const;
@@ -208,13 +231,15 @@ private:
     std::vector<std::unique_ptr<dataObject>> m_owned;
     std::vector<dataObject*> m_collection;
     std::vector<dataObject*> m_sortArray;
-    std::unordered_map<int, dataObject*> m_idLookupDictionary;
+    IdMap m_idLookupDictionary;
     std::vector<dataObject*> m_deleteBuffer;
     std::vector<dataObject*> m_selection;
     std::vector<ListObserver*> m_observers;
     std::unique_ptr<SearchIndex> m_searchIndex;
     mutable std::vector<dataObject*> m_visibleRows;
     mutable bool m_visibleRowsValid = false;
+    /// Whether the rows are those that the observers were told last.
+    bool m_rowsAreTold = false;
     mutable bool m_positionsValid = true;
     int m_highestId = 0;
     bool m_defaultSortNew = true;

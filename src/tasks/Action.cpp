@@ -13,12 +13,12 @@ QDate taskDate(std::string_view text)
 
 QDate Action::getStartdateasdate() const
 {
-    return taskDate(m_values.startDate);
+    return taskDate(values().startDate);
 }
 
 QDate Action::getEnddateasdate() const
 {
-    return taskDate(m_values.endDate);
+    return taskDate(values().endDate);
 }
 
 std::int64_t Action::getDateByName(std::string_view nameAsDate) const

@@ -56,12 +56,12 @@ public:
     static constexpr auto& fieldRows() { return actionFields; }
     static std::span<const DerivedField<Action>> derivedFields() { return {}; }
 
-    std::string_view getTitle() const { return m_values.title; }
-    std::string getType() const override { return m_values.type.string(); }
-    bool isComplete() const override { return m_values.complete; }
-    std::string_view getComplete() const { return m_values.complete ? "YES" : "NO"; }
-    int getOrder() const { return m_values.order; }
-    int getMaterial() const { return m_values.material; }
+    std::string_view getTitle() const { return values().title; }
+    std::string getType() const override { return values().type.string(); }
+    bool isComplete() const override { return values().complete; }
+    std::string_view getComplete() const { return values().complete ? "YES" : "NO"; }
+    int getOrder() const { return values().order; }
+    int getMaterial() const { return values().material; }
 
     /// Day first always; what does not read is the date of 1/1/00.
     QDate getStartdateasdate() const;

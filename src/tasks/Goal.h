@@ -31,8 +31,8 @@ public:
     static constexpr auto& fieldRows() { return goalFields; }
     static std::span<const DerivedField<Goal>> derivedFields() { return {}; }
 
-    std::string_view getName() const { return m_values.name; }
-    std::string_view getDetails() const { return m_values.details; }
+    std::string_view getName() const { return values().name; }
+    std::string_view getDetails() const { return values().details; }
     void setName(std::string_view name) { set(&GoalValues::name, name); }
     void setDetails(std::string_view details) { set(&GoalValues::details, details); }
 

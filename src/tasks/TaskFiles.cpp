@@ -27,16 +27,24 @@ bool readTaskIds(StoredRecord<Goal>& stored, const PlistValue& value, TextStore&
     return true;
 }
 
+constexpr char tasksOfGoal[] = "actions";
+
+/// An empty list is written too, but not in the place of something else that stood there.
+bool hasTaskList(const StoredRecord<Goal>& stored)
+{
+    return !stored.nested.actions.empty() || !stored.unknownKeys || !stored.unknownKeys->find(tasksOfGoal);
+}
+
 constexpr std::array goalNestedKeys {
-    NestedKey<Goal> {"actions", [](const StoredRecord<Goal>&) { return true; }, writeTaskIds, readTaskIds},
+    NestedKey<Goal> {tasksOfGoal, hasTaskList, writeTaskIds, readTaskIds},
 };
 
 } // namespace
 
 void ActionFile::visitLinks(StoredRecord<Action>& stored, TextStore&, const UseLink& use) const
 {
-    use(recordFiles::orders, stored.values.order);
-    use(recordFiles::lines, stored.values.material);
+    use(recordFiles::orders, stored.values.change().order);
+    use(recordFiles::lines, stored.values.change().material);
 }
 
 void GoalFile::visitLinks(StoredRecord<Goal>& stored, TextStore&, const UseLink& use) const
@@ -45,16 +53,21 @@ void GoalFile::visitLinks(StoredRecord<Goal>& stored, TextStore&, const UseLink&
         use(recordFiles::tasks, task);
 }
 
+void GoalFile::leaveOutMissing(StoredRecord<Goal>& stored, const IdChanges& changes) const
+{
+    std::erase_if(stored.nested.actions, [&](int id) { return !presentItem(m_tasks, id) && !changes.isBack(recordFiles::tasks, id); });
+}
+
 std::span<const NestedKey<Goal>> GoalFile::nestedKeys() const
 {
     return goalNestedKeys;
 }
 
-void GoalFile::collect(std::vector<StoredRecord<Goal>>& records) const
+void GoalFile::collect(StoredRecords<Goal>& records) const
 {
     for (const dataObject* record : m_goals.records()) {
         if (const auto* goal = dynamic_cast<const Goal*>(record))
-            records.push_back({goal->getID(), {}, goal->values(), nestedOf(*goal), goal->unknownKeys()});
+            records.push_back({goal->getID(), {}, goal->sharedValues(), nestedOf(*goal), goal->unknownKeys()});
     }
 }
 
@@ -73,6 +86,11 @@ void GoalFile::added(Goal& goal, const StoredRecord<Goal>& stored)
         else if (id == noTask && m_leftOut.empty())
             m_leftOut = "an entry among the tasks of \"" + std::string(goal.getName()) + "\" is no number of a task";
     }
+}
+
+std::string GoalFile::leftOut() const
+{
+    return m_leftOut.empty() ? CollectionFile::leftOut() : m_leftOut;
 }
 
 void GoalFile::forget()

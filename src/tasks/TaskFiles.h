@@ -21,6 +21,8 @@ public:
     explicit ActionFile(ActionManager& tasks) : CollectionFile(tasks, recordFiles::tasks, "actions", "actions") { }
 
     const char* recordName() const override { return "Task"; }
+    /// By goals.
+    bool isNamedOnlyWhileThere() const override { return true; }
 
 protected:
     std::unique_ptr<Action> make() const override { return std::make_unique<Action>(); }
@@ -44,7 +46,7 @@ public:
 
     const char* recordName() const override { return "Goal"; }
     void forget() override;
-    std::string leftOut() const override { return m_leftOut; }
+    std::string leftOut() const override;
 
 protected:
     std::span<const NestedKey<Goal>> nestedKeys() const override;
@@ -56,12 +58,13 @@ protected:
     std::span<const std::string_view> titleKeys() const override { return keys; }
     std::span<const std::string_view> tellingKeys() const override { return telling; }
     void visitLinks(StoredRecord<Goal>& stored, TextStore&, const UseLink& use) const override;
+    void leaveOutMissing(StoredRecord<Goal>& stored, const IdChanges& changes) const override;
 
 private:
     static constexpr std::array<std::string_view, 1> keys {"name"};
     static constexpr std::array<std::string_view, 2> telling {"name", "details"};
     /// Undoing a deletion in the outline can put a task among the goals: it stays in its own file.
-    void collect(std::vector<StoredRecord<Goal>>& records) const override;
+    void collect(StoredRecords<Goal>& records) const override;
 
     GoalManager& m_goals;
     ActionManager& m_tasks;

@@ -74,6 +74,12 @@ void EditorWindow::present()
     activateWindow();
 }
 
+void EditorWindow::catchUp()
+{
+    if (m_form.isOpen() && !isVisible())
+        present();
+}
+
 void EditorWindow::noteEdit(const FormField& field)
 {
     if (m_passing.contains(field.name()))

@@ -16,6 +16,9 @@ public:
     /// frameName is what the window's place is remembered under; windows of one name share one place.
     EditorWindow(Form& form, CommandField& cancel, const QString& frameName);
 
+    /// For a window that is made when its form is open already: it shows what it missed.
+    void catchUp();
+
 protected:
     /// Binds what was built; called at the end of the constructor of every editor.
     FormBinder& bindForm();

@@ -51,6 +51,11 @@ void handle(int signal)
 
 } // namespace
 
+void Ending::ignoreClosedPipes()
+{
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
 Ending::Ending()
 {
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, signalPipe) != 0)

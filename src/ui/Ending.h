@@ -11,6 +11,9 @@ class QSocketNotifier;
 class Ending : public QObject {
     Q_OBJECT
 public:
+    /// Whoever read what the program logs may be gone: that is no reason to end. To be asked for before anything is logged.
+    static void ignoreClosedPipes();
+
     /// From here on the terminate, hang-up and interrupt signals and the end of the desktop's session end the event loop.
     Ending();
     ~Ending() override;

@@ -15,6 +15,7 @@
 #include <QInputMethod>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QSignalBlocker>
 
@@ -152,6 +153,10 @@ bool FormBinder::bindChoice(ChoiceField& field, QWidget* widget)
                                    }});
         return true;
     }
+    if (auto* list = qobject_cast<QListWidget*>(widget)) {
+        bindList(field, list);
+        return true;
+    }
     if (auto* segments = qobject_cast<SegmentedChoice*>(widget)) {
         connect(segments, &SegmentedChoice::chosen, this, [this, &field](int index) { choose(field, index); });
         m_bindings.insert(&field, {segments, [&field, segments] {
@@ -162,6 +167,24 @@ bool FormBinder::bindChoice(ChoiceField& field, QWidget* widget)
         return true;
     }
     return false;
+}
+
+void FormBinder::bindList(ChoiceField& field, QListWidget* list)
+{
+    // Choosing may ask a question or make the list anew, and the list is still in the middle of its click.
+    connect(
+        list, &QListWidget::currentRowChanged, this, [this, &field](int row) { choose(field, row); }, Qt::QueuedConnection);
+    m_bindings.insert(&field, {list, [&field, list] {
+                                   const QSignalBlocker quiet(list);
+                                   QStringList shown;
+                                   for (int row = 0; row < list->count(); ++row)
+                                       shown += list->item(row)->text();
+                                   if (shown != field.titles()) {
+                                       list->clear();
+                                       list->addItems(field.titles());
+                                   }
+                                   list->setCurrentRow(field.index());
+                               }});
 }
 
 void FormBinder::choose(ChoiceField& field, int index)

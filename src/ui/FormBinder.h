@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QPointer>
 
+class QListWidget;
 class QWidget;
 
 class FormBinder : public QObject {
@@ -29,6 +30,7 @@ private:
     bool bindText(TextField& field, QWidget* widget);
     bool bindFlag(FlagField& field, QWidget* widget);
     bool bindChoice(ChoiceField& field, QWidget* widget);
+    void bindList(ChoiceField& field, QListWidget* list);
     void choose(ChoiceField& field, int index);
     bool bindCommand(CommandField& field, QWidget* widget);
     void show(FormField* field);

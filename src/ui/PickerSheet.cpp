@@ -2,6 +2,7 @@
 
 #include "storage/qvPicker.h"
 #include "ui/FormBinder.h"
+#include "ui/HelpTopic.h"
 #include "ui/ListBinder.h"
 #include "ui/kit/Hairline.h"
 #include "ui/kit/Label.h"
@@ -26,6 +27,7 @@ public:
         , m_picker(picker)
     {
         setTitle(picker.form.title());
+        helpTopic::set(*this, "search#choosing");
         card()->setFixedSize(660, 520);
         column()->setContentsMargins(0, 24, 0, 0);
         addHead();

@@ -5,6 +5,8 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QEventLoop>
+#include <QWindow>
 
 namespace {
 
@@ -12,6 +14,27 @@ namespace {
 constexpr int settingsInterval = 2'000;
 /// How often files that could not be written are tried again.
 constexpr int retryInterval = 20'000;
+
+/// A screen that does not show the window keeps nobody waiting longer than this.
+constexpr int longestPaint = 500;
+
+/// Ends the loop when the window was painted for the first time.
+class ExposeWatch : public QObject {
+public:
+    ExposeWatch(QWindow& window, QEventLoop& loop) : m_loop(loop) { window.installEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        // It is painted while the event is handled.
+        if (event->type() == QEvent::Expose)
+            QMetaObject::invokeMethod(&m_loop, &QEventLoop::quit, Qt::QueuedConnection);
+        return false;
+    }
+
+private:
+    QEventLoop& m_loop;
+};
 
 } // namespace
 
@@ -27,7 +50,7 @@ QString Program::resourceFolder()
 
 VendaroDesktop Program::desktop()
 {
-    return {m_alerts, m_beeper, m_clock, m_user, m_panels, m_opener, m_printing, resourceFolder(), {}};
+    return {m_alerts, m_beeper, m_clock, m_user, m_panels, m_opener, m_printing, resourceFolder(), {}, QStringLiteral(VENDARO_VERSION)};
 }
 
 Program::Program() : m_vendaro(desktop())
@@ -35,7 +58,7 @@ Program::Program() : m_vendaro(desktop())
     m_settingsTimer.setSingleShot(true);
     m_vendaro.settingsStore().onDirty = [this] { m_settingsTimer.start(settingsInterval); };
     connect(&m_settingsTimer, &QTimer::timeout, this, &Program::keepSettings);
-    connect(&m_retryTimer, &QTimer::timeout, this, [this] { m_vendaro.folder().retry(); });
+    connect(&m_retryTimer, &QTimer::timeout, this, [this] { m_vendaro.session().retry(); });
 }
 
 Program::~Program()
@@ -50,9 +73,21 @@ void Program::start()
     // Not QApplication::quit(): it asks every window to close first, and the main window answers that by wanting to quit.
     connect(
         &m_windows->main(), &MainWindow::quitWanted, qApp, [] { QApplication::exit(); }, Qt::QueuedConnection);
-    m_windows->main().show();
+    showWindow();
     m_vendaro.finishLaunching();
     m_retryTimer.start(retryInterval);
+}
+
+/// The window is painted before its lists are made and the database is read. What the person clicks or types meanwhile waits until it is.
+void Program::showWindow()
+{
+    MainWindow& window = m_windows->main();
+    window.show();
+    QEventLoop painting;
+    const ExposeWatch watch(*window.windowHandle(), painting);
+    QTimer::singleShot(longestPaint, &painting, &QEventLoop::quit);
+    painting.exec(QEventLoop::ExcludeUserInputEvents);
+    window.makeLists();
 }
 
 int Program::run()
@@ -66,7 +101,7 @@ int Program::run()
 
 void Program::keepSettings()
 {
-    if (!m_vendaro.settingsStore().flush())
+    if (!m_vendaro.keepSettings())
         m_settingsTimer.start(retryInterval);
 }
 
@@ -74,6 +109,8 @@ void Program::end()
 {
     if (!beginEnding())
         return;
+    // Cancelled, its sheet would read the database anew.
+    m_vendaro.getPrefsController().newDatabase.close();
     SheetStack::instance().cancelAll();
     m_vendaro.quit();
 }

@@ -30,6 +30,7 @@ public:
 
 private:
     VendaroDesktop desktop();
+    void showWindow();
     void keepSettings();
     bool beginEnding();
 

@@ -53,8 +53,12 @@ std::optional<QString> RealFilePanels::saveFile(const SavePanel& panel)
     const QString ending = panel.fileType.isEmpty() ? QString() : '.' + panel.fileType;
     QFileDialog dialog(SheetStack::frontWindow(), panel.title, panel.folder.isEmpty() ? QDir::homePath() : panel.folder,
         ending.isEmpty() ? QString() : '*' + ending);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(panel.fileType);
+    const bool choosesFolder = panel.what == SavePanel::What::existingFolder;
+    dialog.setAcceptMode(choosesFolder ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
+    if (choosesFolder)
+        dialog.setFileMode(QFileDialog::Directory);
+    else
+        dialog.setDefaultSuffix(panel.fileType);
     dialog.selectFile(panel.name);
     if (!panel.prompt.isEmpty())
         dialog.setLabelText(QFileDialog::Accept, panel.prompt);
@@ -63,7 +67,7 @@ std::optional<QString> RealFilePanels::saveFile(const SavePanel& panel)
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     const QString path = dialog.selectedFiles().constFirst();
-    if (path.endsWith(ending))
+    if (choosesFolder || path.endsWith(ending))
         return path;
     // A name with an ending of its own gets ours behind it, and the dialog has asked about another file.
     return mayReplace(path + ending) ? std::optional(path + ending) : std::nullopt;

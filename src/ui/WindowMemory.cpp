@@ -15,6 +15,14 @@ QString windowSettingsPath()
     return QDir::homePath() + "/Library/Preferences/Vendaro.windows.ini";
 }
 
+/// What is kept already is not written anew: the file is flushed to the disk, and whoever closes a window waits for that.
+void keepWindowSetting(const QString& key, const QByteArray& value)
+{
+    QSettings settings(windowSettingsPath(), QSettings::IniFormat);
+    if (settings.value(key).toByteArray() != value)
+        settings.setValue(key, value);
+}
+
 } // namespace
 
 void WindowMemory::restore(QWidget& window, const QString& name)
@@ -26,7 +34,7 @@ void WindowMemory::restore(QWidget& window, const QString& name)
 
 void WindowMemory::remember(const QWidget& window, const QString& name)
 {
-    QSettings(windowSettingsPath(), QSettings::IniFormat).setValue("frame/" + name, window.saveGeometry());
+    keepWindowSetting("frame/" + name, window.saveGeometry());
 }
 
 QByteArray WindowMemory::state(const QString& name)
@@ -36,5 +44,5 @@ QByteArray WindowMemory::state(const QString& name)
 
 void WindowMemory::rememberState(const QString& name, const QByteArray& state)
 {
-    QSettings(windowSettingsPath(), QSettings::IniFormat).setValue("state/" + name, state);
+    keepWindowSetting("state/" + name, state);
 }

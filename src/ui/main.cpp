@@ -10,6 +10,7 @@
 
 int main(int argc, char** argv)
 {
+    Ending::ignoreClosedPipes();
     Theme::prepare();
     QApplication application(argc, argv);
     QApplication::setApplicationName("Vendaro");

@@ -123,6 +123,33 @@ TEST_F(DatabasesTest, renamingWritesTheDisplayNameOfTheSelectedOne)
     EXPECT_TRUE(QDir(supportFolder() + "/b.vendb").exists()) << "the folder keeps its name";
 }
 
+TEST_F(DatabasesTest, theOpenDatabasesNewNameIsToldToTheTitle)
+{
+    start();
+    preferences().listDatabases();
+    QString title;
+    QObject::connect(&app().session(), &DatabaseSession::titleChanged, [&] { title = app().session().windowTitle(); });
+
+    preferences().renameDatabase("My shop");
+
+    EXPECT_EQ(title, "Vendaro - My shop");
+}
+
+TEST_F(DatabasesTest, aDatabaseKeepsItsNameWhenItIsToHaveNone)
+{
+    makeDatabase("b", "Bakery");
+    start();
+    preferences().listDatabases();
+    form().databases.setTitle("Bakery");
+
+    preferences().renameDatabase("  ");
+
+    EXPECT_EQ(nameIn(supportFolder() + "/b.vendb"), "Bakery");
+    EXPECT_EQ(form().databases.fault(), "A database needs a name; it keeps the one it has.");
+    preferences().renameDatabase("Cakes");
+    EXPECT_EQ(form().databases.fault(), "");
+}
+
 TEST_F(DatabasesTest, withoutASelectionNothingIsRenamed)
 {
     start();
@@ -181,13 +208,59 @@ TEST_F(DatabasesTest, aNameWithASlashIsRefusedAndTheSheetStays)
     start();
     preferences().newDatabaseMenuItem();
     preferences().newDatabase.displayName.edit("../escape");
-    alerts.answer("OK");
+    EXPECT_EQ(preferences().newDatabase.displayName.fault(), "The name of a database cannot contain \"/\".");
+    QString focused;
+    QObject::connect(&preferences().newDatabase, &Form::focusWanted, [&](const QString& name) { focused = name; });
     preferences().newDatabase.confirm.trigger();
 
+    EXPECT_EQ(focused, "displayName");
     EXPECT_TRUE(preferences().newDatabase.isOpen());
     EXPECT_EQ(openFolder(), databaseFolder());
     EXPECT_EQ(setting("VendaroDbLocation"), "(none)");
     EXPECT_EQ(preferences().newDatabase.displayName.text(), "../escape");
+}
+
+TEST_F(DatabasesTest, whatTheNamesMakeIsSaidBesideThem)
+{
+    makeDatabase("b", "Bakery");
+    start();
+    preferences().newDatabaseMenuItem();
+    NewDatabaseForm& names = preferences().newDatabase;
+    EXPECT_TRUE(names.fileName.caption().startsWith("Enter a name")) << names.fileName.caption().toStdString();
+
+    names.displayName.edit("Side business");
+    EXPECT_EQ(names.fileName.caption(), "It is kept as \"Side business.vendb\".");
+    names.fileName.edit("b");
+    EXPECT_EQ(names.fileName.caption(), "\"b.vendb\" is there already: it is opened and takes the name above.");
+    names.fileName.edit("a/b");
+    EXPECT_EQ(names.fileName.fault(), "The name of a database cannot contain \"/\".");
+    EXPECT_EQ(names.displayName.fault(), "");
+    EXPECT_EQ(names.fileName.caption(), "Enter a file name without \"/\".");
+    names.fileName.edit("side");
+
+    EXPECT_EQ(names.fileName.fault(), "");
+    EXPECT_EQ(names.fileName.caption(), "It is kept as \"side.vendb\".");
+}
+
+TEST_F(DatabasesTest, aFolderWithAnotherEndingIsNoDatabase)
+{
+    ASSERT_TRUE(QDir().mkpath(supportFolder() + "/Old.VENDB"));
+    start();
+    preferences().listDatabases();
+
+    EXPECT_EQ(form().databases.titles(), QStringList("vendarodatabase"));
+}
+
+TEST_F(DatabasesTest, theWindowOpensWithTheDatabasesListed)
+{
+    makeDatabase("b", "Bakery");
+    start();
+
+    preferences().openWindow();
+
+    EXPECT_TRUE(form().isOpen());
+    EXPECT_EQ(form().databases.titles(), (QStringList {"Bakery", "vendarodatabase"}));
+    EXPECT_EQ(form().databases.title(), "vendarodatabase");
 }
 
 TEST_F(DatabasesTest, aDatabaseThatCannotBeMadeIsToldAndTheSheetStays)
@@ -197,10 +270,9 @@ TEST_F(DatabasesTest, aDatabaseThatCannotBeMadeIsToldAndTheSheetStays)
     ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
     preferences().newDatabaseMenuItem();
     preferences().newDatabase.displayName.edit("taken");
-    alerts.answer("OK");
     preferences().newDatabase.confirm.trigger();
 
-    EXPECT_TRUE(alerts.asked().back().text.contains("taken.vendb"));
+    EXPECT_TRUE(preferences().newDatabase.displayName.fault().contains("taken.vendb"));
     EXPECT_TRUE(preferences().newDatabase.isOpen());
     EXPECT_EQ(openFolder(), databaseFolder());
     EXPECT_EQ(setting("VendaroDbLocation"), "(none)");
@@ -239,6 +311,7 @@ TEST_F(DatabasesTest, aDatabaseElsewhereOpensAtTheNextLoad)
     EXPECT_EQ(panels.savePanels[0].prompt, "Choose");
     EXPECT_EQ(panels.savePanels[0].nameLabel, "database name");
     EXPECT_EQ(panels.savePanels[0].fileType, "vendb");
+    EXPECT_EQ(panels.savePanels[0].what, SavePanel::What::existingFolder);
     EXPECT_EQ(panels.savePanels[0].folder, supportFolder());
     ASSERT_EQ(alerts.asked().size(), 1u);
     EXPECT_EQ(alerts.asked()[0].title, "Create / switch Vendaro database");
@@ -281,6 +354,7 @@ TEST_F(DatabasesTest, aNewPlaceIsAskedForInTheFolderOfTheLastOne)
     EXPECT_EQ(panels.savePanels[0].title, "Create new database");
     EXPECT_EQ(panels.savePanels[0].prompt, "Create");
     EXPECT_EQ(panels.savePanels[0].fileType, "");
+    EXPECT_EQ(panels.savePanels[0].what, SavePanel::What::newFile);
     EXPECT_EQ(panels.savePanels[0].folder, home() + "/share");
     EXPECT_EQ(preferences().getDbLocation(), (home() + "/New.vendb").toStdString());
 }

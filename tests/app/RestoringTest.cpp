@@ -1,86 +1,8 @@
 // Bringing records back from an earlier state of the database.
-#include "app/Restoring.h"
+#include "RestoringTest.h"
 
-#include "support/Business.h"
-
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
-
-namespace {
-
-class RestoringTest : public Business {
-protected:
-    /// A business whose state of this morning is kept: an order with two lines and a payment, a contact, an item, a task with its goal.
-    void beginWithHistory()
-    {
-        begin();
-        Contact& ada = contact("Ada Hill");
-        Item& mug = item("Mug");
-        mug.setCode("MUG");
-        Order& stools = order("Three stools");
-        stools.setOrderNum("S1");
-        orders().connectContact(ada, stools);
-        Material& line = this->line(stools, "10.00");
-        line.setItem("Stool");
-        line.setProduct(mug.getID());
-        this->line(stools, "5.00").setItem("Cushion");
-        payment(stools, "4.00");
-        restart(); // the day's first full write keeps the empty state
-        tomorrow();
-        restart(); // and this one keeps what was made
-    }
-    void tomorrow() { clock.moment = clock.moment.addDays(1); }
-    std::unique_ptr<Restoring> lookAtNewest()
-    {
-        auto restoring = app().makeRestoring();
-        const std::vector<Generation> states = restoring->generations();
-        EXPECT_FALSE(states.empty());
-        const QStringList troubles = states.empty() ? QStringList() : look(*restoring, states.front());
-        EXPECT_TRUE(troubles.isEmpty()) << troubles.join('\n').toStdString();
-        return restoring;
-    }
-    std::unique_ptr<Restoring> lookAtOldest()
-    {
-        auto restoring = app().makeRestoring();
-        look(*restoring, restoring->generations().back());
-        return restoring;
-    }
-    /// Waits until the state was read; answers what was told.
-    static QStringList look(Restoring& restoring, const Generation& state)
-    {
-        QStringList told;
-        restoring.onLooked = [&](const QStringList& troubles) { told = troubles; };
-        restoring.startLooking(state);
-        waitFor(restoring);
-        restoring.onLooked = {};
-        return told;
-    }
-    static void waitFor(const Restoring& restoring)
-    {
-        const QDeadlineTimer longEnough(60'000);
-        while (restoring.isLooking() && !longEnough.hasExpired())
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        ASSERT_FALSE(restoring.isLooking());
-    }
-    static std::vector<std::string> rowsOf(const Restoring& restoring)
-    {
-        std::vector<std::string> rows;
-        for (int row = 0; row < restoring.numberOfRows(); ++row)
-            rows.push_back(restoring.objectValue("field1", row) + " | " + restoring.objectValue("field2", row) + " | "
-                + restoring.objectValue("field3", row));
-        return rows;
-    }
-    void deleteTheOrder()
-    {
-        orders().selectRow(0);
-        alerts.answer(0);
-        orders().deleteKey();
-    }
-};
-
-} // namespace
 
 TEST_F(RestoringTest, listsWhatIsGoneAndWhatWasChanged)
 {
@@ -276,9 +198,7 @@ TEST_F(RestoringTest, goalsGetTheTasksTheyHad)
     goal.setName("Grow");
     goal.addAction(first);
     goal.addAction(second);
-    restart();
-    tomorrow();
-    restart();
+    goOnTomorrow();
     Goal& now = *app().getGoalManager().getnthItem(0);
     now.removeActionAtIndex(0);
     const auto restoring = lookAtNewest();
@@ -360,9 +280,7 @@ TEST_F(RestoringTest, ofTwoStatesOnlyTheOneAskedForLastIsListed)
 {
     beginWithHistory();
     contacts().getnthItem(0)->setName("Ada Vale");
-    restart();
-    tomorrow();
-    restart();
+    goOnTomorrow();
     const auto restoring = app().makeRestoring();
     const std::vector<Generation> states = restoring->generations();
     ASSERT_EQ(states.size(), 2U);
@@ -433,14 +351,8 @@ TEST_F(RestoringTest, anOrderWhoseNumberAnotherHasComesBackBesideItWithItsLinesA
 TEST_F(RestoringTest, aContactWhoseNumberAnotherHasComesBackAndItsOrderIsItsAgain)
 {
     beginWithHistory();
-    contacts().getnthItem(0)->setEmail("ada@example.org");
-    restart();
-    tomorrow();
-    restart();
-    contacts().deleteItem(*contacts().getnthItem(0));
-    Contact& bert = contact("Bert Rivers");
-    bert.setEmail("bert@example.org");
-    ASSERT_EQ(bert.getID(), 1);
+    deleteAdaTomorrow();
+    const Contact& bert = bertWithHerNumber();
     const auto restoring = lookAtNewest();
     ASSERT_EQ(rowsOf(*restoring).front(), "Contact | Ada Hill | Deleted; its number is used by Bert Rivers");
 
@@ -459,16 +371,10 @@ TEST_F(RestoringTest, aContactWhoseNumberAnotherHasComesBackAndItsOrderIsItsAgai
 TEST_F(RestoringTest, whatGotTheNumberAfterTheLookIsNotWrittenOver)
 {
     beginWithHistory();
-    contacts().getnthItem(0)->setEmail("ada@example.org");
-    restart();
-    tomorrow();
-    restart();
-    contacts().deleteItem(*contacts().getnthItem(0));
+    deleteAdaTomorrow();
     const auto restoring = lookAtNewest();
     ASSERT_EQ(rowsOf(*restoring).front(), "Contact | Ada Hill | Deleted");
-    Contact& bert = contact("Bert Rivers");
-    bert.setEmail("bert@example.org");
-    ASSERT_EQ(bert.getID(), 1);
+    const Contact& bert = bertWithHerNumber();
 
     restoring->selectRow(0);
     ASSERT_TRUE(restoring->bringBackSelected().ok());
@@ -499,9 +405,7 @@ TEST_F(RestoringTest, aCollectiveItemFindsAPartThatCameBackUnderAnotherNumber)
     Item& mug = item("Mug");
     mug.setDescription("Blue, of clay");
     set.addConstituent(mug);
-    restart();
-    tomorrow();
-    restart();
+    goOnTomorrow();
     items().deleteItem(*items().getItemById(2));
     Item& tray = item("Tray");
     tray.setDescription("Of oak");

@@ -374,3 +374,138 @@ TEST_F(StartUpTest, aFolderElsewhereThatIsNotThereIsMadeByTheFirstWriteOnly)
     EXPECT_TRUE(QFileInfo::exists(other + "/contacts.xml"));
     EXPECT_FALSE(QFileInfo::exists(other + "/orders.xml"));
 }
+
+TEST_F(StartUpTest, aFolderElsewhereIsLockedOnceItIsThere)
+{
+    const QString other = home() + "/share/Shop.vendb";
+    writeSettings("<key>VendaroDbLocation</key><string>" + other.toUtf8() + "</string>");
+    start();
+    ASSERT_TRUE(logged("lock not written successfully"));
+
+    app().session().writeDatabase(app().getContactManager());
+
+    EXPECT_TRUE(QFileInfo::exists(other + "/lock.xml"));
+    EXPECT_TRUE(QFileInfo::exists(other + "/contacts.xml"));
+    EXPECT_TRUE(logged("lock written successfully"));
+    quit();
+    EXPECT_FALSE(QFileInfo::exists(other + "/lock.xml"));
+}
+
+TEST_F(StartUpTest, whoCouldNotLockTheFolderAndFindsItLockedLaterWritesNothingAndKeepsItsWork)
+{
+    const QString other = home() + "/share/Shop.vendb";
+    writeSettings("<key>VendaroDbLocation</key><string>" + other.toUtf8() + "</string>");
+    QStringList told;
+    int sheets = 0;
+    startWatched([&](Vendaro& program) {
+        QObject::connect(&program.session(), &DatabaseSession::damageFound, [&](const QStringList& sentences) { told = sentences; });
+        QObject::connect(&program.session(), &DatabaseSession::locked, [&] { ++sheets; });
+    });
+    ASSERT_FALSE(app().session().isReadOnly());
+    ASSERT_TRUE(QDir().mkpath(other));
+    QFile lock(other + "/lock.xml");
+    ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+    lock.write(lockOf("database open"));
+    lock.close();
+    auto contact = std::make_unique<Contact>();
+    contact->setName("Ada Quill");
+    app().getContactManager().add(std::move(contact));
+
+    app().session().writeDatabase(app().getContactManager());
+
+    EXPECT_TRUE(app().session().isReadOnly());
+    EXPECT_EQ(sheets, 1);
+    EXPECT_EQ(told.filter("contacts.xml could not be written. What it should hold is kept as ").size(), 1);
+    const QStringList kept = QDir(supportFolder() + "/Recovery").entryList({"* contacts.xml"}, QDir::Files);
+    ASSERT_EQ(kept.size(), 1);
+    QFile copy(supportFolder() + "/Recovery/" + kept[0]);
+    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(copy.readAll().contains("Ada Quill"));
+    app().session().retry();
+    quit();
+    EXPECT_EQ(QDir(other).entryList(QDir::Files), QStringList {"lock.xml"});
+}
+
+TEST_F(StartUpTest, whatCouldNotBeWrittenWaitsForTheLockToo)
+{
+    const QString other = home() + "/share/Shop.vendb";
+    ASSERT_TRUE(QDir().mkpath(home() + "/share"));
+    QFile inTheWay(other);
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    writeSettings("<key>VendaroDbLocation</key><string>" + other.toUtf8() + "</string>");
+    start();
+    app().session().writeDatabase(app().getContactManager());
+    ASSERT_FALSE(app().unsavedReason().isEmpty());
+    ASSERT_TRUE(inTheWay.remove());
+    ASSERT_TRUE(QDir().mkpath(other));
+
+    app().session().retry();
+    app().folder().drain();
+
+    EXPECT_TRUE(QFileInfo::exists(other + "/contacts.xml"));
+    EXPECT_TRUE(QFileInfo::exists(other + "/lock.xml"));
+    EXPECT_TRUE(app().unsavedReason().isEmpty());
+}
+
+// The database's own settings
+
+TEST_F(StartUpTest, damagedSettingsOfTheDatabaseAreToldOnceSomebodyListens)
+{
+    writeFile("info.plist", "damaged");
+    QStringList told;
+    // Whoever shows it is there once the settings are read.
+    startListening([&](Vendaro& program) {
+        QObject::connect(&program.session(), &DatabaseSession::damageFound, [&](const QStringList& sentences) { told = sentences; });
+    });
+
+    ASSERT_EQ(told.size(), 1) << told.join('|').toStdString();
+    EXPECT_TRUE(told[0].startsWith(databaseFolder() + "/info.plist could not be read. Its original is kept as ")) << told[0].toStdString();
+    QFile kept(supportFolder() + "/Recovery/20240301-101530 info.plist");
+    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+    EXPECT_EQ(kept.readAll(), "damaged");
+}
+
+TEST_F(StartUpTest, settingsOfTheDatabaseThatCannotBeWrittenAtTheEndAreToldByTheNextStart)
+{
+    start();
+    QFile::remove(databaseFolder() + "/info.plist");
+    ASSERT_TRUE(QDir().mkpath(databaseFolder() + "/info.plist"));
+    quit();
+
+    QStringList told;
+    startWatched([&](Vendaro& program) {
+        QObject::connect(&program.session(), &DatabaseSession::damageFound, [&](const QStringList& sentences) { told = sentences; });
+        told.clear();
+    });
+
+    const QStringList kept = QDir(supportFolder() + "/Recovery").entryList({"* info.plist"}, QDir::Files);
+    ASSERT_EQ(kept.size(), 1);
+    EXPECT_EQ(
+        told.filter("/info.plist could not be written. What it should hold is kept as " + supportFolder() + "/Recovery/" + kept[0] + '.')
+            .size(),
+        1)
+        << told.join('|').toStdString();
+    QFile copy(supportFolder() + "/Recovery/" + kept[0]);
+    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(copy.readAll().contains("<string>GBP</string>"));
+}
+
+TEST_F(StartUpTest, settingsThatCannotBeWrittenAreAReasonForNotBeingSaved)
+{
+    start();
+    ASSERT_TRUE(app().keepSettings());
+    int told = 0;
+    QObject::connect(&app().session(), &DatabaseSession::savedStateChanged, [&] { ++told; });
+    ASSERT_TRUE(QDir(home() + "/Library/Preferences").removeRecursively());
+    QFile inTheWay(home() + "/Library/Preferences");
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    app().settingsStore().setText("word", "Job");
+
+    EXPECT_FALSE(app().keepSettings());
+    EXPECT_TRUE(app().unsavedReason().contains("Library/Preferences")) << app().unsavedReason().toStdString();
+    EXPECT_EQ(told, 1);
+    ASSERT_TRUE(inTheWay.remove());
+    EXPECT_TRUE(app().keepSettings());
+    EXPECT_EQ(app().unsavedReason(), "");
+    EXPECT_EQ(told, 2);
+}

@@ -1,11 +1,9 @@
 // A whole database folder that cannot be written: work goes on, the person sees it, and nothing of it is lost.
+#include "support/OwnMounts.h"
 #include "support/Scenario.h"
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
-
-#include <sys/mount.h>
 
 class UnwritableDatabaseTest : public Scenario {
 protected:
@@ -88,42 +86,15 @@ TEST_F(UnwritableDatabaseTest, workIsWrittenOnceTheFolderCanBe)
     EXPECT_TRUE(recovered("contacts.xml").isEmpty());
 }
 
-namespace {
-
-constexpr char insideVariable[] = "VENDARO_INSIDE_READ_ONLY_MOUNT";
-
-} // namespace
-
-/// Runs in a copy of this program that may mount what nobody else sees.
 TEST_F(UnwritableDatabaseTest, aReadOnlyFolderStopsNoWorkAndIsLeftAsItIs)
 {
-    if (!qEnvironmentVariableIsSet(insideVariable)) {
-        if (QProcess::execute("unshare", {"-rm", "true"}) != 0)
-            GTEST_SKIP() << "nothing can be mounted here";
-        QProcess inside;
-        inside.setProcessChannelMode(QProcess::MergedChannels);
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(insideVariable, "1");
-        inside.setProcessEnvironment(environment);
-        inside.start("unshare",
-            {"-rm", QFile::symLinkTarget("/proc/self/exe"),
-                "--gtest_filter=UnwritableDatabaseTest.aReadOnlyFolderStopsNoWorkAndIsLeftAsItIs"});
-        ASSERT_TRUE(inside.waitForFinished(120'000));
-        const QByteArray output = inside.readAll();
-        if (output.contains("[  SKIPPED ]"))
-            GTEST_SKIP() << "nothing can be mounted here";
-        EXPECT_TRUE(inside.exitCode() == 0 && output.contains("[  PASSED  ] 1 test")) << output.toStdString();
-        return;
-    }
+    ONLY_WITH_OWN_MOUNTS();
     start();
     addContact("Ada Quill");
     quit();
     const QByteArray before = readFile("contacts.xml");
     const QStringList entries = QDir(databaseFolder()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    const std::string folder = databaseFolder().toStdString();
-    if (mount(folder.c_str(), folder.c_str(), nullptr, MS_BIND, nullptr) != 0
-        || (mount(nullptr, folder.c_str(), nullptr, MS_BIND | MS_REMOUNT | MS_RDONLY, nullptr) != 0
-            && mount(nullptr, folder.c_str(), nullptr, MS_BIND | MS_REMOUNT | MS_RDONLY | MS_NOSUID | MS_NODEV, nullptr) != 0))
+    if (!forbidWriting(databaseFolder()))
         GTEST_SKIP() << "nothing can be mounted here";
 
     startAndListen();
@@ -140,5 +111,5 @@ TEST_F(UnwritableDatabaseTest, aReadOnlyFolderStopsNoWorkAndIsLeftAsItIs)
     startAndListen();
     expectToldOfContacts();
     crash();
-    EXPECT_EQ(umount2(folder.c_str(), MNT_DETACH), 0);
+    allowWriting(databaseFolder());
 }

@@ -118,6 +118,9 @@ class Person:
         environment.pop("QT_QPA_PLATFORM", None)
         self.process = subprocess.Popen([*before, self.program], env=environment)
         self.window("Vendaro")
+        self.window("Tip of the Day")
+        self.key("Escape")
+        self.window_is_gone("Tip of the Day")
 
     def has_ended(self):
         """Waits for the program to end by itself; it must have ended well."""

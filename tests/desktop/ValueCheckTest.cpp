@@ -2,6 +2,7 @@
 
 #include "foundation/Dates.h"
 #include "foundation/Money.h"
+#include "foundation/Numbers.h"
 
 #include <gtest/gtest.h>
 
@@ -96,6 +97,16 @@ TEST_F(ValueCheckTest, AFaultIsToldToTheWindowOnceAndOnlyWhenItChanges)
     EXPECT_EQ(told, 3);
     form.amount.edit("7"); // the text, and no fault any more
     EXPECT_EQ(told, 5);
+}
+
+TEST_F(ValueCheckTest, OfANumberWithARestTheNumberCounts)
+{
+    const ValueCheck check = values::leadingNumber(numbers::leadingFloat);
+    for (const char* good : {"", "  ", "0", "12.5", " -3 ", "+.5"})
+        EXPECT_EQ(check(good), QString()) << good;
+    EXPECT_EQ(check("12.5%"), QString("This does not read as a number; it counts as 12.5."));
+    EXPECT_EQ(check("none"), QString("This does not read as a number; it counts as 0."));
+    EXPECT_EQ(check("17,5"), QString("This does not read as a number; it counts as 17."));
 }
 
 } // namespace

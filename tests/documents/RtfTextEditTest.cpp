@@ -38,6 +38,42 @@ TEST(RtfTextEdit, butNotThroughTheEndOfAParagraphALineOrACell)
     }
 }
 
+TEST(RtfTextEdit, butThroughAllThatShowsNothing)
+{
+    for (const char* unseen : {"\\insrsid1234 ", "\\-", "{\\*\\bkmkstart here}", "\\pard ", "\\cf2\\lang1033 ", "{\\info x}"}) {
+        const std::string file = std::string("{\\rtf1 <to") + unseen + "tal>}";
+        EXPECT_EQ(replaceInRtf(file, "<total>", "x"), std::string("{\\rtf1 x") + unseen + "}");
+    }
+}
+
+TEST(RtfTextEdit, whatIsNotShownStays)
+{
+    for (const char* file :
+        {"{\\rtf1{\\info{\\title <x>}}}", "{\\rtf1{\\fonttbl\\f0 <x>;}}", "{\\rtf1{\\header <x>}}", "{\\rtf1{\\*\\any <x>}}",
+            "{\\rtf1{\\field{\\*\\fldinst HYPERLINK \"<x>\"}}}", "{\\rtf1{{\\NeXTGraphic <x>.png}\\'ac}}", "{\\rtf1\\bin3 <x>}"})
+        EXPECT_EQ(replaceInRtf(file, "<x>", "y"), file);
+    EXPECT_EQ(replaceInRtf("{\\rtf1{\\info <x>}<x>{\\fldrslt <x>}}", "<x>", "y"), "{\\rtf1{\\info <x>}y{\\fldrslt y}}");
+}
+
+TEST(RtfTextEdit, lettersMayBeSpeltByNumber)
+{
+    EXPECT_EQ(replaceInRtf("{\\rtf1 \\'3cx\\'3E.}", "<x>", "y"), "{\\rtf1 y.}");
+    EXPECT_EQ(replaceInRtf("{\\rtf1\\uc0 \\u60 x\\u62 .}", "<x>", "y"), "{\\rtf1\\uc0 y.}");
+    EXPECT_EQ(replaceInRtf("{\\rtf1 \\u60 ?x\\u62\\'3f.}", "<x>", "y"), "{\\rtf1 y.}");
+    EXPECT_EQ(replaceInRtf("{\\rtf1\\b\\'3cx>12}", "<x>", ""), "{\\rtf1\\b 12}");
+    EXPECT_EQ(replaceInRtf("{\\rtf1\\uc0\\u60<x>12}", "<x>", ""), "{\\rtf1\\uc0\\u60 12}");
+    EXPECT_EQ(replaceInRtf("{\\rtf1\\uc0 \\u60\\u60 }", "<<", "y"), "{\\rtf1\\uc0 y}");
+    EXPECT_EQ(replaceInRtf("{\\rtf1 \\{x\\}}", "{x}", "y"), "{\\rtf1 y}");
+}
+
+TEST(RtfTextEdit, aLetterOfTwoBytesIsNotTakenForItsSecond)
+{
+    // In code page 932, 83 42 is one letter and so is 93 FA; 42 alone is "B".
+    EXPECT_EQ(replaceInRtf("{\\rtf1\\ansi\\ansicpg932 \\'83B}", "B", "x"), "{\\rtf1\\ansi\\ansicpg932 \\'83B}");
+    EXPECT_EQ(replaceInRtf("{\\rtf1\\ansi\\ansicpg932 \\'93\\'faB}", "B", "x"), "{\\rtf1\\ansi\\ansicpg932 \\'93\\'fax}");
+    EXPECT_EQ(replaceInRtf("{\\rtf1\\ansi\\ansicpg1252 \\'83B}", "B", "x"), "{\\rtf1\\ansi\\ansicpg1252 \\'83x}");
+}
+
 TEST(RtfTextEdit, aControlWordBeforeAnOccurrenceStaysAWordOfItsOwn)
 {
     EXPECT_EQ(replaceInRtf("{\\rtf1\\b<total>}", "<total>", "due"), "{\\rtf1\\b due}");

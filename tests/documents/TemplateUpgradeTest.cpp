@@ -2,6 +2,8 @@
 
 #include "foundation/Log.h"
 #include "foundation/Text.h"
+#include "storage/RecoveryStore.h"
+#include "support/FakeDesktop.h"
 
 #include <gtest/gtest.h>
 
@@ -31,18 +33,23 @@ protected:
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
     }
+    void upgrade() { TemplateUpgrade(support(), resources(), recovery).run(); }
     QByteArray upgraded(const QByteArray& text)
     {
         put(support() + "/stationary/Invoice.rtfd/TXT.rtf", "{\\rtf1 " + text + "}");
-        TemplateUpgrade(support(), resources()).run();
+        upgrade();
         const QByteArray result = contents(support() + "/stationary/Invoice.rtfd/TXT.rtf");
         return result.mid(7, result.size() - 8);
     }
 
     QStringList log;
+    FakeClock clock;
 
 private:
     QTemporaryDir m_home;
+
+protected:
+    RecoveryStore recovery {m_home.filePath("Recovery"), clock};
 };
 
 TEST_F(TemplateUpgradeTest, olderTagsBecomeThoseForPayments)
@@ -76,7 +83,7 @@ TEST_F(TemplateUpgradeTest, allTemplatesAreUpgradedAndNothingElse)
     put(support() + "/stationary/B.rtfd/TXT.rtf", "{\\rtf1 <total>}");
     put(support() + "/stationary/A.css", "<total>");
     put(support() + "/stationary/C.rtf", "{\\rtf1 <total>}");
-    TemplateUpgrade(support(), resources()).run();
+    upgrade();
 
     EXPECT_EQ(contents(support() + "/stationary/A.rtfd/TXT.rtf"), "{\\rtf1 <totaldue>}");
     EXPECT_EQ(contents(support() + "/stationary/B.rtfd/TXT.rtf"), "{\\rtf1 <totaldue>}");
@@ -90,7 +97,7 @@ TEST_F(TemplateUpgradeTest, aTemplateThatCannotBeReadIsLoggedAndTheOthersGoOn)
 {
     ASSERT_TRUE(QDir().mkpath(support() + "/stationary/A.rtfd"));
     put(support() + "/stationary/B.rtfd/TXT.rtf", "{\\rtf1 <total>}");
-    TemplateUpgrade(support(), resources()).run();
+    upgrade();
 
     EXPECT_EQ(contents(support() + "/stationary/B.rtfd/TXT.rtf"), "{\\rtf1 <totaldue>}");
     ASSERT_EQ(log.size(), 3);
@@ -99,7 +106,7 @@ TEST_F(TemplateUpgradeTest, aTemplateThatCannotBeReadIsLoggedAndTheOthersGoOn)
 
 TEST_F(TemplateUpgradeTest, theFoldersAreMadeWhenMissingButNoReports)
 {
-    TemplateUpgrade(support(), resources()).run();
+    upgrade();
 
     EXPECT_TRUE(QDir(support() + "/stationary").exists());
     EXPECT_FALSE(QDir(support() + "/reports").exists());
@@ -113,7 +120,7 @@ TEST_F(TemplateUpgradeTest, twoReportsAreReplacedByTheProgramsOwn)
     put(resources() + "/reports/Other.xml", "new other");
     put(support() + "/reports/Weekly Sales.xml", "old week");
     put(support() + "/reports/Other.xml", "old other");
-    TemplateUpgrade(support(), resources()).run();
+    upgrade();
 
     EXPECT_EQ(contents(support() + "/reports/Weekly Sales.xml"), "new week");
     EXPECT_EQ(contents(support() + "/reports/Monthly Sales.xml"), "new month");
@@ -125,8 +132,53 @@ TEST_F(TemplateUpgradeTest, twoReportsAreReplacedByTheProgramsOwn)
 TEST_F(TemplateUpgradeTest, aReportThatIsNotShippedLeavesTheUsersOwn)
 {
     put(support() + "/reports/Weekly Sales.xml", "old week");
-    TemplateUpgrade(support(), resources()).run();
+    upgrade();
 
     EXPECT_EQ(contents(support() + "/reports/Weekly Sales.xml"), "old week");
     EXPECT_TRUE(log.contains("failed to copy " + resources() + "/reports/Weekly Sales.xml to " + support() + "/reports/Weekly Sales.xml"));
+}
+
+TEST_F(TemplateUpgradeTest, aTagThatAWordProcessorTookApartIsFound)
+{
+    EXPECT_EQ(upgraded("{\\insrsid12 <tot}{\\insrsid7 al>}"), "{\\insrsid12 <totaldue>}{\\insrsid7 }");
+}
+
+TEST_F(TemplateUpgradeTest, whatATemplateHoldsBesideItsWordsStays)
+{
+    const QByteArray other = "{\\*\\listtable{\\list}}{\\pict 89504e47}{\\header <total>}\\sl288\\slmult1 ";
+    EXPECT_EQ(upgraded(other + "<total>"), other + "<totaldue>");
+}
+
+TEST_F(TemplateUpgradeTest, whatBecomesAnotherIsKeptAsItWas)
+{
+    put(support() + "/stationary/A.rtfd/TXT.rtf", "{\\rtf1 <total>}");
+    put(support() + "/stationary/A.rtfd/logo.png", "picture");
+    put(support() + "/stationary/B.rtfd/TXT.rtf", "{\\rtf1 nothing to do}");
+    put(resources() + "/reports/Weekly Sales.xml", "new week");
+    put(resources() + "/reports/Monthly Sales.xml", "same month");
+    put(support() + "/reports/Weekly Sales.xml", "old week");
+    put(support() + "/reports/Monthly Sales.xml", "same month");
+    upgrade();
+
+    QStringList kept;
+    for (const KeptThing& thing : recovery.things()) {
+        EXPECT_EQ(thing.reason, KeptFor::upgraded);
+        kept += thing.name;
+        if (thing.name == "A.rtfd") {
+            EXPECT_EQ(contents(thing.path + "/TXT.rtf"), "{\\rtf1 <total>}");
+            EXPECT_EQ(contents(thing.path + "/logo.png"), "picture");
+        } else
+            EXPECT_EQ(contents(thing.path), "old week");
+    }
+    kept.sort();
+    EXPECT_EQ(kept, (QStringList {"A.rtfd", "Weekly Sales.xml"}));
+}
+
+TEST_F(TemplateUpgradeTest, whatCannotBeKeptStaysAsItIs)
+{
+    put(recovery.folder(), "a file where the store should be");
+    put(resources() + "/reports/Weekly Sales.xml", "new week");
+    put(support() + "/reports/Weekly Sales.xml", "old week");
+    EXPECT_EQ(upgraded("<total>"), "<total>");
+    EXPECT_EQ(contents(support() + "/reports/Weekly Sales.xml"), "old week");
 }

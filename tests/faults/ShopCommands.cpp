@@ -128,7 +128,7 @@ void base(Shop& shop)
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>VendaroDateFormat</key><string>0</string>"
         "<key>VendaroHandlesTax</key><string>YES</string><key>VendaroTaxShipping</key><string>S</string>"
         "<key>VendaroTaxRates</key><array><dict><key>code</key><string>S</string><key>rate</key><string>20</string></dict></array>"
-        "<key>askAboutUpgrading</key><true/></dict></plist>\n");
+        "<key>askAboutUpgrading</key><true/><key>dontShowTip</key><true/></dict></plist>\n");
     putFile(shop.home() + "/scan.pdf", QByteArray(3000, 's'));
     shop.start();
     shop.request("settings", [&] {

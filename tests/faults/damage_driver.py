@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Every byte of a small database flipped, replaced or the end of the file from there on cut off; then the program opens it, adds a record
-to every list, saves and quits.
+"""Every byte of a small database flipped, replaced or the end of the file from there on cut off, and every value in it replaced by one of
+another shape; then the program opens it, adds a record to every list, saves and quits.
 
   damage_driver.py --shop PROGRAM --library LIBRARY [--seconds N] [--seed S] [--workers N] [--case "goals.xml flip 252"]
 
@@ -9,6 +9,7 @@ for letter, numbers and flags as a reader of the format takes them.
 """
 import multiprocessing
 import os
+import plistlib
 import random
 import re
 import sys
@@ -21,6 +22,7 @@ from home_reader import records_of
 from shop_runner import MEMORY, Shop, arguments, fresh
 
 KINDS = ['flip', 'replace', 'cut']
+SHAPE = 'shape'
 NUMBERS = {'id', 'contact', 'contact2', 'bill', 'newcustomer', 'company', 'order', 'product', 'material'}
 FLAGS = {'applydiscount', 'discountispercentage', 'includeBOM', 'sent', 'stockadded', 'repeats', 'decreaseQty', 'exportbrevand',
          'exportgoogle', 'hidebuttoncode', 'complete', 'alarm', 'alarmacknowledged'}
@@ -29,7 +31,25 @@ FLAGS = {'applydiscount', 'discountispercentage', 'includeBOM', 'sent', 'stockad
 TASKS = {'1', '2'}
 
 
+def values_in(root):
+    """The containers of all values in a property list, each with the key or the place of one."""
+    for key, value in list(root.items() if isinstance(root, dict) else enumerate(root)):
+        yield root, key
+        if isinstance(value, (dict, list)):
+            yield from values_in(value)
+
+
+def reshape(data, at):
+    """The value at that place becomes a list, and a list or a dictionary becomes a text."""
+    root = plistlib.loads(data)
+    container, key = list(values_in(root))[at]
+    container[key] = 'KEEP' if isinstance(container[key], (dict, list)) else ['KEEP']
+    return plistlib.dumps(root)
+
+
 def damage(data, kind, at, chance):
+    if kind == SHAPE:
+        return reshape(data, at)
     if kind == 'cut':
         return data[:at]
     byte = data[at] ^ (1 << chance.randrange(8)) if kind == 'flip' else chance.choice([b for b in range(256) if b != data[at]])
@@ -116,8 +136,9 @@ class Worker:
         if run.texts('unsaved'):
             return f'not saved: {run.texts("unsaved")}'
         files = home_reader.files_below(os.path.join(self.place, 'home'))
-        told = bool(run.texts('told')) or path.endswith('info.plist')
-        return check(path, damaged, home_reader.parse(self.before[path], path), files, told)
+        # What comes up at the end is told by the next start.
+        told = run.texts('told') or files.get(home_reader.NOTE)
+        return check(path, damaged, home_reader.parse(self.before[path], path), files, bool(told))
 
 
 def work_on(options, work, home, cases, results, deadline):
@@ -146,6 +167,7 @@ def main():
         files = home_reader.files_below(home)
         paths = [path for path in files if path == SETTINGS or (os.path.dirname(path) == DEFAULT and path.endswith(('.xml', '.plist')))]
         cases = [(path, kind, at) for path in sorted(paths) for kind in KINDS for at in range(len(files[path]))]
+        cases += [(path, SHAPE, at) for path in sorted(paths) for at in range(len(list(values_in(plistlib.loads(files[path])))))]
         random.Random(options.seed).shuffle(cases)
         if options.case:
             cases = [case for case in cases if options.case == f'{os.path.basename(case[0])} {case[1]} {case[2]}']

@@ -30,6 +30,7 @@ SUPPORT = 'Library/Application Support/Vendaro'
 TEMPLATES = SUPPORT + '/stationary/'
 DEFAULT = SUPPORT + '/vendarodatabase.vendb'
 SETTINGS = 'Library/Preferences/Vendaro.plist'
+NOTEPAD = '/notepad.rtfd/TXT.rtf'
 RIGHT_AFTER, OPENED_AGAIN = 'right after', 'opened again'
 NOT_RUN = {'base', 'open', 'openAll', 'orderUnlocked', 'addEverywhere'}
 #: From which home a command starts, when it is not the business at rest.
@@ -198,6 +199,9 @@ class Judge:
             return
         if not holds_records(unit) and self.unsaved and places:
             return
+        # Nobody types into the notepad here: where there was none, it is as empty without its file, which the next end writes.
+        if contents is None and unit.endswith(NOTEPAD) and states[0].get(unit) is None:
+            return
         what = 'is gone' if contents is None \
             else f'holds what it never held, {home_reader.difference(states[-1].get(unit), contents)}' if not places \
             else f'is as it was at moment {places[-1]}, and moment {self.saved} was reported saved'
@@ -250,6 +254,11 @@ class Judge:
         for name in os.listdir(os.path.join(home, DEFAULT)):
             if is_leftover(name) or name == 'lock.xml' or (name not in known and not home_reader.is_lock(name)):
                 self.say(f'{OPENED_AGAIN}: {name} is left in the folder')
+        for folder in (os.path.dirname(SETTINGS), home_reader.RECOVERY):
+            for place, folders, names in os.walk(os.path.join(home, folder)):
+                for name in folders + names:
+                    if is_leftover(name) or name.startswith('.2'):
+                        self.say(f'{OPENED_AGAIN}: {name} is left in {os.path.relpath(place, home)}')
 
 
 def kept_lists(kept):

@@ -11,6 +11,7 @@ PAIR = ('orders.xml', 'itemsordered.xml')
 PAIR_NAME = 'orders.xml+itemsordered.xml'
 RECOVERY = 'Library/Application Support/Vendaro/Recovery'
 GENERATIONS = RECOVERY + '/Generations'
+NOTE = RECOVERY + '/.to tell.txt'
 TEMPORARY = 'Library/Application Support/Vendaro/temp'
 
 _parsed = {}

@@ -348,3 +348,75 @@ TEST_F(FoldersTest, movingWhatIsNotThereIsAnError)
 {
     EXPECT_FALSE(folders::move(in("missing"), in("to")).ok());
 }
+
+TEST_F(FoldersTest, filesHaveTheSameBytesOrNot)
+{
+    const QByteArray large = QByteArray(300'000, 'x');
+    put("large", large + "a");
+    put("same", large + "a");
+    put("other", large + "b");
+    put("longer", large + "aa");
+    put("empty", "");
+    put("nothing", "");
+
+    EXPECT_TRUE(folders::haveSameBytes(in("large"), in("same")));
+    EXPECT_TRUE(folders::haveSameBytes(in("empty"), in("nothing")));
+    EXPECT_FALSE(folders::haveSameBytes(in("large"), in("other")));
+    EXPECT_FALSE(folders::haveSameBytes(in("large"), in("longer")));
+    EXPECT_FALSE(folders::haveSameBytes(in("large"), in("missing")));
+    EXPECT_FALSE(folders::haveSameBytes(in("missing"), in("missing")));
+    EXPECT_FALSE(folders::haveSameBytes(m_folder.path(), m_folder.path())) << "folders have none";
+}
+
+TEST_F(FoldersTest, aPrivateFolderIsTheUsersAlsoWhenItWasThereBefore)
+{
+    ASSERT_TRUE(folders::make(in("store")).ok());
+
+    ASSERT_TRUE(folders::makePrivate(in("store")).ok());
+    ASSERT_TRUE(folders::makePrivate(in("new")).ok());
+
+    for (const char* name : {"store", "new"}) {
+        struct stat status { };
+        ASSERT_EQ(::stat(in(name).toStdString().c_str(), &status), 0);
+        EXPECT_EQ(status.st_mode & 0777, 0700u);
+    }
+}
+
+class TrashTest : public FoldersTest {
+protected:
+    TrashTest()
+    {
+        QDir().mkpath(in("started here"));
+        QDir::setCurrent(in("started here"));
+        qputenv("XDG_DATA_HOME", in("home/data").toUtf8());
+        put("old", "bytes");
+    }
+    ~TrashTest() override
+    {
+        QDir::setCurrent(m_workedIn);
+        m_dataHome.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", m_dataHome);
+    }
+
+private:
+    const QString m_workedIn = QDir::currentPath();
+    const QByteArray m_dataHome = qgetenv("XDG_DATA_HOME");
+};
+
+TEST_F(TrashTest, theTrashIsMadeWhenThereIsNoneYet)
+{
+    EXPECT_TRUE(folders::moveToTrash(in("old")).ok());
+
+    EXPECT_EQ(contents("home/data/Trash/files/old"), "bytes");
+    EXPECT_FALSE(QFileInfo::exists(in("old")));
+    EXPECT_TRUE(QDir(in("started here")).isEmpty());
+}
+
+TEST_F(TrashTest, withoutATrashEverythingStaysWhereItIs)
+{
+    put("home", "a file, no folder");
+
+    EXPECT_FALSE(folders::moveToTrash(in("old")).ok());
+
+    EXPECT_EQ(contents("old"), "bytes");
+    EXPECT_TRUE(QDir(in("started here")).isEmpty());
+}

@@ -208,6 +208,34 @@ TEST(PlistWriter, aKeyAndItsTextInOneGoAreWrittenAsOneAfterTheOther)
         EXPECT_EQ(written(true, "name", text), written(false, "name", text)) << text;
 }
 
+TEST(PlistWriter, aSignThatIsEscapedIsFoundAtEveryPlaceOfATextOfAnyLength)
+{
+    const auto element = [](const std::string& text) {
+        std::string bytes;
+        PlistWriter writer([&](std::string_view piece) { bytes += piece; });
+        writer.openDict();
+        writer.textAfter(PlistWriter::opening("a key", 1), text);
+        writer.closeDict();
+        writer.finish();
+        const std::string before = "\t<key>a key</key>\n\t<string>";
+        bytes.erase(0, bytes.find(before) + before.size());
+        return bytes.substr(0, bytes.find("</string>\n</dict>"));
+    };
+    const std::string letters = "The quick brown fox jumps over the lazy dog.";
+    for (std::size_t length = 0; length <= letters.size(); ++length) {
+        const std::string text = letters.substr(0, length);
+        EXPECT_EQ(element(text), text);
+        for (std::size_t at = 0; at < length; ++at) {
+            for (const auto& [sign, written] :
+                {std::pair('&', "&amp;"), {'<', "&lt;"}, {'>', "&gt;"}, {'\r', "&#13;"}, {'\x7f', "\x7f"}, {'\x01', ""}}) {
+                std::string marked = text;
+                marked[at] = sign;
+                EXPECT_EQ(element(marked), text.substr(0, at) + written + text.substr(at + 1)) << length << ' ' << at;
+            }
+        }
+    }
+}
+
 TEST(PlistWriter, everyVisibleSignIsWrittenAloneAsBesideOthers)
 {
     const auto element = [](const std::string& text) {

@@ -198,7 +198,21 @@ TEST_F(SafeFileTest, aFileThatWouldFillTheMemoryIsNotRead)
 
     EXPECT_EQ(read.trouble, ReadTrouble::unreadable);
     EXPECT_EQ(read.reason, path + " is larger than 1 GB");
-    EXPECT_TRUE(read.bytes.empty());
+    EXPECT_TRUE(read.bytes.view().empty());
+}
+
+TEST_F(SafeFileTest, RecordsMayFillTheMemoryButNotMore)
+{
+    const std::string path = in("file");
+    std::ofstream(path) << "start";
+    EXPECT_EQ(readRecords(path).bytes.view(), "start");
+    const std::size_t most = std::max(memorySize(), std::size_t(1) << 30);
+    ASSERT_EQ(::truncate(path.c_str(), static_cast<off_t>(most + 1)), 0);
+
+    const FileBytes read = readRecords(path);
+
+    EXPECT_EQ(read.trouble, ReadTrouble::unreadable);
+    EXPECT_EQ(read.reason, path + " is larger than " + std::to_string(most >> 30) + " GB");
 }
 
 TEST_F(SafeFileTest, aMissingFileIsToldFromAnUnreadableOne)
@@ -446,6 +460,23 @@ TEST_F(FileGroupTest, aFileThatCannotBeReplacedLeavesOneTemporaryHoweverOftenItI
     expectBoth("newer");
 }
 
+TEST_F(FileGroupTest, eachFileKnowsWhetherItGotIntoItsPlace)
+{
+    fs::remove(in("items.xml"));
+    fs::create_directories(in("items.xml/in the way"));
+    FileGroup group(folder());
+    SafeFile& orders = group.add("orders.xml");
+    SafeFile& items = group.add("items.xml");
+    orders.append("new orders");
+    items.append("new items");
+    EXPECT_FALSE(orders.isInPlace());
+
+    ASSERT_FALSE(group.commit().ok());
+
+    EXPECT_TRUE(orders.isInPlace());
+    EXPECT_FALSE(items.isInPlace());
+}
+
 TEST_F(FileGroupTest, anotherFilesWriteKeepsWhatWaitsToBePutInItsPlace)
 {
     interruptAfterRenaming(1);
@@ -518,6 +549,22 @@ TEST_F(SafeFileTest, onlyTheFirstCreatesAFile)
     EXPECT_EQ(names().size(), 1u);
 }
 
+TEST_F(SafeFileTest, whatBelongsToAFileBesideItsBytesIsThereWhenItAppears)
+{
+    static std::string target;
+    static std::string found;
+    target = in("lock.xml");
+    found.clear();
+
+    ASSERT_TRUE(createExclusively(target, "bytes", [](const std::string& path) {
+        found = contentsOf(path);
+        EXPECT_FALSE(fs::exists(target));
+    }).ok());
+
+    EXPECT_EQ(found, "bytes");
+    EXPECT_EQ(contentsOf(target), "bytes");
+}
+
 TEST_F(SafeFileTest, creatingInAMissingFolderIsAnError)
 {
     EXPECT_FALSE(createExclusively(in("nowhere/lock.xml"), "first").ok());
@@ -538,7 +585,8 @@ TEST_F(SafeFileTest, ofFourProgramsExactlyOneCreatesTheFileAndItIsNeverSeenHalfW
                 while ((seen = readWholeFile(path)).trouble == ReadTrouble::missing)
                     std::this_thread::yield();
             });
-        ASSERT_EQ(seen.bytes, std::string(5000, seen.bytes.empty() ? '?' : seen.bytes[0]));
+        const std::string_view bytes = seen.bytes;
+        ASSERT_EQ(bytes, std::string(5000, bytes.empty() ? '?' : bytes.front()));
         ASSERT_EQ(std::count(answers.begin(), answers.end(), 0), 1) << "exactly one program may think the file is its own";
         ASSERT_EQ(std::count(answers.begin(), answers.end(), 1), 3);
         const auto winner = std::find(answers.begin(), answers.end(), 0) - answers.begin();

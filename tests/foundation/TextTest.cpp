@@ -177,3 +177,37 @@ TEST(Text, bytesBecomeScreenTextAndBack)
     EXPECT_EQ(toQString("\xe2\x82\xac 5"), QString::fromUtf8("€ 5"));
     EXPECT_EQ(toQString(std::string_view()), QString());
 }
+
+TEST(TextStore, aTextThatRepeatsIsKeptOnce)
+{
+    TextStore store;
+    const Text first = store.addRepeating("Bank transfer");
+    const Text again = store.addRepeating("Bank transfer");
+
+    EXPECT_EQ(first.view().data(), again.view().data());
+    EXPECT_NE(store.add("Bank transfer").view().data(), first.view().data());
+    EXPECT_TRUE(store.addRepeating("").isEmpty());
+}
+
+TEST(TextStore, repeatingNeverMixesUpTexts)
+{
+    TextStore store;
+    std::vector<std::pair<std::string, Text>> all;
+    // Of every length, with differences in the middle, where a quick look at both ends does not see them.
+    for (int round = 0; round < 3; ++round) {
+        for (std::size_t length = 1; length < 60; ++length) {
+            for (const char letter : {'a', 'b', 'c'}) {
+                std::string text(length, '.');
+                text[length / 2] = letter;
+                all.emplace_back(text, store.addRepeating(text));
+            }
+        }
+        for (int i = 0; i < 20'000; ++i)
+            all.emplace_back("INV" + std::to_string(i), store.addRepeating("INV" + std::to_string(i)));
+    }
+    store.endRepeating();
+    all.emplace_back("after", store.addRepeating("after"));
+
+    for (const auto& [expected, text] : all)
+        ASSERT_EQ(text.view(), expected);
+}

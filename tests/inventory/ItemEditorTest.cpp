@@ -210,3 +210,53 @@ TEST_F(ItemEditorTest, OnlyASelectedPartCanBeRemoved)
 }
 
 } // namespace
+
+TEST_F(ItemEditorTest, TheKindThatIsSwitchedAndNotSavedStaysOutOfTheFile)
+{
+    begin();
+    Item& mug = item("Mug");
+    item("Jug");
+    app().session().writeDatabase(items());
+    items().editThisItem(mug);
+    form().collective.edit(true);
+    ASSERT_TRUE(mug.isCollectiveItem());
+
+    app().session().writeDatabase(items());
+    EXPECT_EQ(readFile("items.xml").count("<string>Item</string>"), 2);
+    EXPECT_FALSE(readFile("items.xml").contains("Collective item"));
+    // As when the screen is lost: nothing is closed before.
+    app().writeForGood();
+    EXPECT_FALSE(readFile("items.xml").contains("Collective item"));
+}
+
+TEST_F(ItemEditorTest, TheKindThatIsSavedIsWritten)
+{
+    begin();
+    Item& mug = item("Mug");
+    items().editThisItem(mug);
+    form().collective.edit(true);
+    form().save.trigger();
+
+    EXPECT_TRUE(readFile("items.xml").contains("<string>Collective item</string>"));
+}
+
+TEST_F(ItemEditorTest, AnEntryAmongThePartsThatIsNoDictionaryIsKept)
+{
+    const QByteArray parts = "\t\t\t<key>constituents</key>\n\t\t\t<array>\n\t\t\t\t<string>KEEP</string>\n\t\t\t\t<dict>\n"
+                             "\t\t\t\t\t<key>id</key>\n\t\t\t\t\t<integer>2</integer>\n\t\t\t\t\t<key>qty</key>\n"
+                             "\t\t\t\t\t<integer>3</integer>\n\t\t\t\t</dict>\n\t\t\t</array>\n";
+    writeFile("items.xml",
+        document("<dict><key>products</key><array><dict><key>id</key><string>1</string><key>type</key><string>Collective item</string>"
+            + parts + "</dict><dict><key>id</key><string>2</string><key>qty</key><string>9</string></dict></array></dict>"));
+    begin();
+    Item& set = *items().getItemById(1);
+    EXPECT_EQ(items().getQtyForCollectiveItem(set), 3.0f);
+    items().editThisItem(set);
+    // It is a row without a part, and has no quantity.
+    EXPECT_FALSE(set.getConstituents()[0].entry().isDict());
+    set.setConstituentQty(0, 5);
+
+    app().session().writeDatabase(items());
+
+    EXPECT_TRUE(readFile("items.xml").contains(parts)) << readFile("items.xml").toStdString();
+}

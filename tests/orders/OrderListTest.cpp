@@ -409,6 +409,23 @@ TEST_F(OrderListTest, WithoutColoursRowsAreClear)
     EXPECT_FALSE(orders().labelColorForRow(0));
 }
 
+TEST_F(OrderListTest, OrdersOfTheCompleteStatusAreDoneWith)
+{
+    const auto isFinished = [&](int n) { return orders().isFinishedRow(orders().rowOf(orders().at(n))); };
+    begin();
+    order("open", "Enquiry");
+    order("done", "Complete");
+    EXPECT_FALSE(isFinished(0));
+    EXPECT_TRUE(isFinished(1));
+    EXPECT_FALSE(orders().isFinishedRow(7));
+    quit();
+
+    begin("<key>completeStatus</key><string>Enquiry</string>");
+    ASSERT_EQ(orders().at(0).getTitle(), "open");
+    EXPECT_TRUE(isFinished(0));
+    EXPECT_FALSE(isFinished(1));
+}
+
 // Attachments
 
 TEST_F(OrderListTest, ADroppedFileIsCopiedIntoTheOrdersFolder)

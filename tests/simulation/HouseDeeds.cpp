@@ -65,17 +65,22 @@ void unlock(ShopServer& server, const QJsonObject&)
 /// What failed before is tried again, as the timer does.
 void retry(ShopServer& server, const QJsonObject&)
 {
-    server.app().folder().retry();
+    server.app().session().retry();
 }
 
-/// Reads the state as the recovery window does, and waits for it.
-void look(Restoring& restoring, const Generation& generation)
+/// Reads the state as the recovery window does, and waits for it. Answers what is told of files that could not be read.
+QStringList look(Restoring& restoring, const Generation& generation)
 {
     QEventLoop untilRead;
-    restoring.onLooked = [&](const QStringList&) { untilRead.quit(); };
+    QStringList told;
+    restoring.onLooked = [&](const QStringList& troubles) {
+        told = troubles;
+        untilRead.quit();
+    };
     restoring.startLooking(generation);
     if (restoring.isLooking())
         untilRead.exec();
+    return told;
 }
 
 /// Looks at the state in the folder of that name; brings back the differences of the "rows", or all. Answers the differences as listed.
@@ -84,7 +89,7 @@ void restore(ShopServer& server, const QJsonObject& asked)
     const std::unique_ptr<Restoring> restoring = server.app().makeRestoring();
     for (const Generation& generation : restoring->generations()) {
         if (generation.folder.endsWith('/' + asked["state"].toString()))
-            look(*restoring, generation);
+            server.say("unread", QJsonArray::fromStringList(look(*restoring, generation)));
     }
     QJsonArray rows;
     for (int row = 0; row < restoring->numberOfRows(); ++row) {

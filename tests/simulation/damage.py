@@ -29,16 +29,24 @@ def damaged_bytes(chance, data):
     return data[:at] + bytes([byte]) + data[at + 1:]
 
 
-def live_with_damage(life, person):
-    """A byte of a file is another one: the program opens the folder and quits. Then the person puts the files back."""
+def choose_victim(life, person, counted):
+    """The folder that is opened next, its files, and the one that suffers; none when the folder must be left alone."""
     folder = folder_of(person)
     if not may_suffer(person, folder):
-        return
-    life.world.count('files damaged')
+        return None
+    life.world.count(counted)
     reader = life.world.reader(folder)
     reader.look()
     good = dict(reader.data)
-    file = full_file(life.chance, folder, good)
+    return folder, good, full_file(life.chance, folder, good)
+
+
+def live_with_damage(life, person):
+    """A byte of a file is another one: the program opens the folder and quits. Then the person puts the files back."""
+    victim = choose_victim(life, person, 'files damaged')
+    if not victim:
+        return
+    folder, good, file = victim
     bad = damaged_bytes(life.chance, good[file])
     write(folder, file, bad)
     told = open_and_quit(life, person, folder, None)
@@ -48,14 +56,10 @@ def live_with_damage(life, person):
 
 def live_with_failed_reading(life, person):
     """The disk does not give a file away when the program starts."""
-    folder = folder_of(person)
-    if not may_suffer(person, folder):
+    victim = choose_victim(life, person, 'readings failed')
+    if not victim:
         return
-    life.world.count('readings failed')
-    reader = life.world.reader(folder)
-    reader.look()
-    good = dict(reader.data)
-    file = full_file(life.chance, folder, good)
+    folder, good, file = victim
     last = life.chance.choice(('once', 'forever'))
     fault = {'kind': 'EIO', 'at': life.chance.randint(1, 6), 'last': last, 'folder': os.path.join(folder.path, file)}
     told = open_and_quit(life, person, folder, fault)
@@ -83,7 +87,9 @@ def restore_after_damage(life, person):
     if not any(f'{file} could not be read' in text for text in reply['told']) or not person.recovery.holds(bad):
         raise Wrong(f'{file} was cut short, and it is not told or its original not kept')
     life.unlock()
-    person.do({'do': 'restore', 'all': True, 'rows': [], 'state': life.chance.choice(states[:2])[0]})
+    state = life.chance.choice(states[:2])[0]
+    person.do({'do': 'restore', 'all': True, 'rows': [], 'state': state})
+    life.look_again(state)
 
 
 def open_and_quit(life, person, folder, fault):

@@ -116,7 +116,7 @@ class Fate:
                             'supplier': lambda: self.one_of(suppliers + ['Nobody'])}, least=0)
         parts = []
         if not found or self.happens(20):
-            edits.append(['item', f'{self.one_of(GOODS)} {self.chance.randint(1, 99)}'])
+            edits += [['item', f'{self.one_of(GOODS)} {self.chance.randint(1, 99)}'], ['description', self.words()]]
         if not collective and (not found or self.happens(30)):
             edits += [['qty', self.one_of(('10', '25', '3', '0', '2000000', 'abc'))], ['warnlevel', self.one_of(('', '0', '2'))]]
         if collective or len(program.items.records) > 2 and self.happens(15):
@@ -244,6 +244,17 @@ class Fate:
 
     def retry(self, _program):
         return {'do': 'retry'}
+
+    def unlike_others(self, name):
+        """A record is made that has nothing in common with those before it."""
+        self.next_name += 1
+        own = f'{self.next_name}, and no other'
+        if name == 'orders':
+            paid = [['balancePaid', f'{self.chance.randint(1, 28):02}/02/20']]
+            return {'do': 'order', 'id': 0, 'purchase': True, 'then': 'save',
+                    'steps': [['edit', [['title', own], ['description', own]]], ['edit', paid]]}
+        fields = {'contacts': ('name', 'add1', 'postcode', 'email', 'phone'), 'items': ('item', 'description')}[name]
+        return {'do': name[:-1], 'id': 0, 'edits': [[field, own] for field in fields], 'parts': [], 'company': False, 'then': 'save'}
 
     # Faults
 

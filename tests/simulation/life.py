@@ -69,10 +69,11 @@ class Life:
     def begin_day(self):
         if self.world.day > 3 and self.happens(3):
             live_with_damage(self, self.ada)
-        if self.world.day > 3 and self.happens(1):
-            restore_after_damage(self, self.ada)
         if self.world.day > 3 and self.happens(2):
             live_with_failed_reading(self, self.ada)
+        # The last of the three: the program runs on afterwards.
+        if self.world.day > 3 and self.happens(1):
+            restore_after_damage(self, self.ada)
         self.start()
 
     def start(self):
@@ -125,8 +126,7 @@ class Life:
         if self.ada.fault:
             return self.with_full_disk()
         for percent, what in ((3, self.visit), (1.5, self.switch), (0.4, self.new_database), (0.5, self.copy), (3, self.start_again),
-                              (1.5, self.die),
-                              (1, self.save_kept)):
+                              (1.5, self.die), (1, self.save_kept), (0.6, self.begin_anew)):
             if chance < percent:
                 return what()
             chance -= percent
@@ -141,8 +141,40 @@ class Life:
         if asked['do'] == 'restore' and not self.choose_state(asked):
             return
         fault = self.fault_for(asked)
-        self.ada.do(asked, fault)
+        reply = self.ada.do(asked, fault)
         self.learn_calls(asked['do'], fault)
+        if asked['do'] == 'restore' and asked['all'] and reply and not fault:
+            self.look_again(asked['state'])
+
+    def look_again(self, state):
+        """What was brought back, all of it, is not listed once more."""
+        person = self.ada
+        if person.program.read_only or state not in dict(person.recovery.generations(person.program.folder.path)):
+            return
+        self.world.count('looked again')
+        reply = person.do({'do': 'restore', 'all': False, 'rows': [], 'state': state})
+        if reply['differences']:
+            raise Wrong(f'brought back, and listed again: {reply["differences"]}')
+
+    def begin_anew(self):
+        """All of a list goes, others get its numbers; then what went is brought back beside them."""
+        self.start_again()
+        self.world.now += datetime.timedelta(days=1)
+        self.start_again()
+        person = self.ada
+        states = person.recovery.generations(person.program.folder.path)
+        name = self.chance.choice(('contacts', 'items', 'orders'))
+        if person.stale or person.doubtful or not states:
+            return
+        self.world.count('begun anew')
+        person.do({'do': 'filter', 'list': name, 'edits': [['search', ''], ['filter', 'All']], 'answers': {}})
+        # A part goes only after the set that it is in.
+        for _ in range(3):
+            person.do({'do': 'delete', 'list': name, 'ids': [record['id'] for record in person.program.lists[name].records], 'answers': {}})
+        for _ in range(self.chance.randint(2, 6)):
+            person.do(self.fate.unlike_others(name) | {'answers': {}})
+        person.do({'do': 'restore', 'all': True, 'rows': [], 'state': states[0][0], 'answers': {}})
+        self.look_again(states[0][0])
 
     def choose_state(self, asked):
         states = self.ada.recovery.generations(self.ada.program.folder.path)

@@ -6,6 +6,7 @@
 import glob
 import os
 import random
+import shutil
 import sys
 import tempfile
 
@@ -16,7 +17,9 @@ from life import Life
 from simulation import MEMORY, arguments
 from world import World
 
-MOST_DAYS = 120
+MOST_DAYS = 400
+#: What lay in the recovery store after the step before.
+SEEN = set()
 
 
 def spoil_file(home, asked, reply):
@@ -65,12 +68,31 @@ def spoil_notice(_home, _asked, reply):
     return True
 
 
-def spoil_recovery(home, _asked, _reply):
+def spoil_recovery(home, _asked, reply):
     """Something is gone from the recovery store."""
-    things = sorted(glob.glob(os.path.join(glob.escape(home), SUPPORT, 'Recovery', '2* *.xml')))
-    if not things:
+    known = known_before(home, os.path.join('Recovery', '2* *.xml'), reply)
+    if not known:
         return False
-    os.remove(things[0])
+    os.remove(known[0])
+    return True
+
+
+def known_before(home, pattern, reply):
+    """What is only there since this step is known to nobody, and a program that was killed is looked after later."""
+    things = set(glob.glob(os.path.join(glob.escape(home), SUPPORT, pattern)))
+    known = sorted(things & SEEN)
+    SEEN.clear()
+    if 'ended' not in reply:
+        SEEN.update(things)
+    return known
+
+
+def spoil_state(home, _asked, reply):
+    """A state of the last days is gone."""
+    known = known_before(home, os.path.join('Recovery', 'Generations', 'vendarodatabase-*', '2*'), reply)
+    if len(known) < 3:
+        return False
+    shutil.rmtree(known[-1])
     return True
 
 
@@ -93,7 +115,7 @@ def spoil_listing(_home, _asked, reply):
     return True
 
 
-WAYS = (spoil_file, spoil_memory, spoil_rows, spoil_alert, spoil_notice, spoil_recovery, spoil_lock, spoil_listing)
+WAYS = (spoil_file, spoil_memory, spoil_rows, spoil_alert, spoil_notice, spoil_recovery, spoil_lock, spoil_listing, spoil_state)
 #: Of what is not saved some may be on disk all the same: silence about that is no loss.
 OFTEN = (spoil_notice,)
 
@@ -117,6 +139,7 @@ class SpoiltProcess(shop_process.ShopProcess):
 def is_noticed(options, way):
     """Says what was noticed, and when."""
     SpoiltProcess.way, SpoiltProcess.spoilt = staticmethod(way), 0
+    SEEN.clear()
     with tempfile.TemporaryDirectory(prefix='vendaro-life-', dir=MEMORY) as work:
         world = World(work, lambda line: None)
         life = Life(random.Random(options.seed), world, (os.path.abspath(options.shop), os.path.abspath(options.library)))

@@ -328,6 +328,9 @@ def remove(program, orders):
     program.payments = [pair for pair in program.payments if not any(pair[1] is payment for payment in payments)]
     bills = [program.bills.find(found['bill']) for found in orders if found['bill'] > 0]
     program.bills.remove([bill for bill in bills if bill])
+    # Its number may go to another order's bill before the order is undone.
+    for found in orders:
+        found['bill'] = 0
     program.orders.remove(orders)
 
 
@@ -339,10 +342,9 @@ def delete_one(program, asked):
 
 
 def delete_orders(program, asked):
-    rows = reversed(program.orders.records) if program.orders.newest_first else program.orders.records
-    selected = [record for record in rows if record.visible and record['id'] in asked['ids']]
-    if not selected or program.ask('Delete Order', 'Are you sure you want to delete the selected item(s) from the database?') != 0 \
-            or not program.may_change():
+    selected = program.chosen_to_go(program.orders.shown(), asked['ids'], 'Delete Order',
+                                    'Are you sure you want to delete the selected item(s) from the database?')
+    if not selected:
         return
     remove(program, selected[::-1])
     program.write_orders()

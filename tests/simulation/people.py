@@ -104,9 +104,9 @@ def outline(program):
 
 
 def delete_contacts(program, asked):
-    selected = [record for record in outline(program) if record['id'] in asked['ids']]
-    if not selected or program.ask('Delete contact', 'Do you want to delete the selected item from the database?') != 0 \
-            or not program.may_change():
+    selected = program.chosen_to_go(outline(program), asked['ids'], 'Delete contact',
+                                    'Do you want to delete the selected item from the database?')
+    if not selected:
         return
     program.contacts.remove(selected)
     program.contacts.undoable = selected[::-1]

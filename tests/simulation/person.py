@@ -1,9 +1,11 @@
 """A person with a home and the program: does deeds on it and on the model of it, and holds what is there against what must be."""
+import datetime
 import os
 import plistlib
 
+from earlier_files import readable_state_of
 from folder import Lock
-from home import SETTINGS, RecoveryReader, Wrong, home_reader, saved_settings, state_of
+from home import BROKEN, SETTINGS, RecoveryReader, Wrong, home_reader, saved_settings, state_of
 from house import DEEDS
 from program import FOLDER_KEYS, LOCATION, ORDER_FILTER, OWN_KEYS, Program
 from records import FILES, PAIR
@@ -19,6 +21,9 @@ FIRST_SETTINGS = {
     'VendaroDefaultSort': '0'}
 #: What changes together.
 UNITS = [PAIR] + [(file,) for file in FILES if file not in PAIR]
+#: So many states are kept of a database, and all of the last so many days.
+MOST_STATES = 50
+DAYS_OF_ALL_STATES = 14
 LISTS = ('contacts', 'orders', 'items', 'lines', 'bills', 'tasks', 'goals', 'payments')
 
 
@@ -76,7 +81,8 @@ class Person:
         program.now, program.answers = self.world.now, asked.get('answers', {})
         program.unsaved = set(self.stale) | self.doubtful
         before = Before(self)
-        listed = self.imagine(asked)
+        earlier = self.earlier_state(asked)
+        listed = self.imagine(asked, earlier)
         asked = asked | {'now': self.world.now.isoformat()}
         if fault:
             self.fault = fault if fault['at'] else None
@@ -87,6 +93,8 @@ class Person:
         if 'ended' in reply and 'alerts' not in reply:
             return self.after_kill(reply, before)
         self.judge(asked, reply, before, listed)
+        if earlier is not None:
+            self.judge_earlier(reply, earlier)
         if asked['do'] == 'settings' and self.fault:
             self.settle_settings(before)
         if asked['do'] == 'quit':
@@ -95,11 +103,14 @@ class Person:
             self.fault = None
         return reply
 
-    def imagine(self, asked):
+    def earlier_state(self, asked):
+        """What is brought back from, if anything is."""
+        return readable_state_of(os.path.join(self.place_of_states(), asked['state'])) if asked['do'] == 'restore' else None
+
+    def imagine(self, asked, earlier):
         """Lets the model do what is asked."""
-        if asked['do'] == 'restore':
-            state = state_of(os.path.join(self.place_of_states(), asked['state']))
-            return restore(self.program, asked, state)
+        if earlier is not None:
+            return restore(self.program, asked, earlier)
         DEEDS[asked['do']](self.program, asked)
         return None
 
@@ -129,6 +140,7 @@ class Person:
         self.told |= set(reply['told'])
         self.judge_foreign(asked, reply, before)
         self.judge_state_of_today(before)
+        self.judge_earlier_states(before)
 
     def judge_alerts(self, reply):
         wanted = self.program.alerts
@@ -150,8 +162,9 @@ class Person:
             numbers = [record['id'] for record in found]
             if len(set(numbers)) != len(numbers):
                 raise Wrong(f'{name} with equal ids: {numbers}')
-            if name in self.program.filters and collection.shown() != self.mirror[name]['shown']:
-                raise Wrong(f'{name} shown are {self.mirror[name]["shown"]} instead of {collection.shown()}')
+            shown = [record['id'] for record in collection.shown()]
+            if name in self.program.filters and shown != self.mirror[name]['shown']:
+                raise Wrong(f'{name} shown are {self.mirror[name]["shown"]} instead of {shown}')
             undoable = [record['id'] for record in collection.undoable]
             if name in self.program.filters and undoable != self.mirror[name]['undo']:
                 raise Wrong(f'{name}: undo would bring {self.mirror[name]["undo"]} instead of {undoable}')
@@ -161,6 +174,13 @@ class Person:
         wanted = [difference.what for difference in listed]
         if [row[2] for row in reply['differences']] != wanted and not reply['trouble']:
             raise Wrong(f'the differences to an earlier state are {reply["differences"]} instead of {wanted}')
+
+    @staticmethod
+    def judge_earlier(reply, earlier):
+        """It is told which files of an earlier state do not read, and of no others."""
+        broken = [file for file in FILES if earlier.get(file) == BROKEN]
+        if len(reply['unread']) != len(broken) or not all(text.startswith(file) for file, text in zip(broken, reply['unread'])):
+            raise Wrong(f'of the earlier state {broken} do not read, and it is told: {reply["unread"]}')
 
     # Judging what lies on disk
 
@@ -175,6 +195,7 @@ class Person:
             # What could not take its place is read through the intent until it can.
             folder.candidates = combinations(before.states(moments))
             self.doubtful |= set(FILES)
+            folder.may_be_littered |= bool(self.fault)
             return
         found = reader.state()
         if before.candidates:
@@ -274,25 +295,32 @@ class Person:
 
     def judge_foreign(self, asked, reply, before):
         """What somebody else wrote was kept before it was written over, and that is told."""
+        data = self.world.reader(before.folder).data if before.folder else {}
         for file in self.program.foreign:
-            if before.data.get(file) is None or self.fault and self.reader().data.get(file) == before.data[file]:
+            # What is there still was not written over: whatever stopped it, or because it is what the program would write.
+            if before.data.get(file) is None or data.get(file) == before.data[file]:
                 continue
             if not self.recovery.holds(before.data[file]):
                 raise Wrong(f'what somebody else wrote into {file} is not kept')
             if 'ended' in reply:
                 # Nobody looks any more: the next start tells it.
                 self.notes.append(file)
-            elif not tells(reply, file):
+            elif not tells(reply, file) and not self.was_told(file, before.data[file]):
                 raise Wrong(f'nobody was told that {file} of somebody else was written over')
-        if asked['do'] == 'start' and not self.fault:
-            for file in self.notes:
-                if not tells(reply, file):
-                    raise Wrong(f'the start does not tell that {file} of somebody else was written over')
-            self.notes = []
+        if asked['do'] == 'start':
+            # A start in which a call fails tells them too, or the next one does.
+            self.notes = [file for file in self.notes if not tells(reply, file)]
+            if self.notes and not self.fault:
+                raise Wrong(f'the start does not tell that {self.notes[0]} of somebody else was written over')
+
+    def was_told(self, file, data):
+        """Whether the window tells it already, of the same bytes: what is kept is not kept twice, and its sentence is the same."""
+        kept = [name for name, thing in self.recovery.things.items() if thing == data]
+        return any(f'/{name}.' in text for text in self.told if file in text and 'somebody else' in text for name in kept)
 
     def judge_state_of_today(self, before):
-        """The first full write of a day keeps what was there."""
-        if not self.program.everything or self.fault or before.generations is None:
+        """The first write of a day keeps what was there."""
+        if not self.program.moments or self.program.retried or self.fault or before.candidates or before.generations is None:
             return
         today = self.world.now.strftime('%Y%m%d')
         if any(name.startswith(today) for name, _ in before.generations):
@@ -301,6 +329,17 @@ class Person:
         held = {file: entries for file, entries in before.files.items() if entries is not None}
         if held and (not kept or state_of(kept[-1]) != held):
             raise Wrong('the files of before were not kept as a state of today')
+
+    def judge_earlier_states(self, before):
+        """Those of the last fourteen days stay, unless there are fifty of them."""
+        left = {name for name, _ in self.recovery.generations(before.folder.path)} if before.folder else set()
+        gone = [name for name, _ in before.generations or () if name not in left and self.is_of_last_days(name)]
+        if gone and (len(left) < MOST_STATES or not all(map(self.is_of_last_days, left))):
+            raise Wrong(f'the state {gone[0]} is gone')
+
+    def is_of_last_days(self, name):
+        since = datetime.datetime.strptime(name[:8], '%Y%m%d').date()
+        return 0 <= (self.world.now.date() - since).days <= DAYS_OF_ALL_STATES
 
     def settle_settings(self, before):
         """What was to be written is on disk, or what was there before."""
@@ -316,11 +355,17 @@ class Person:
         """A write was broken off while its files took their places: what the program reads says how it counts."""
         folder = self.program.folder
         found = {name: part['records'] for name, part in reply['memory'].items()}
+        fitting = []
         for candidate in folder.candidates:
             self.program.load(candidate)
             if all(self.program.memory(name) == found[name] for name in LISTS):
-                folder.files, folder.candidates = dict(candidate), [candidate]
-                return
+                fitting.append(candidate)
+        if fitting:
+            # More than one where they differ only in what is not read back: the mark of stock that was added, or a file without records
+            # and one that is not there. The disk says which.
+            self.program.load(fitting[-1])
+            folder.files, folder.candidates = dict(fitting[-1]), fitting
+            return
         name = next(name for name in LISTS if self.program.memory(name) != found[name])
         raise Wrong(f'what was read after a broken-off write is of no one moment: {name}'
                     f'{home_reader.difference(self.program.memory(name), found[name])}')
@@ -334,6 +379,7 @@ class Person:
         if before.folder is not None:
             self.judge_kept_attachments(before)
             self.judge_foreign_after_kill(before)
+        self.judge_earlier_states(before)
         saved = self.read_settings()
         if saved not in (before.saved, self.program.saved):
             raise Wrong(f'settings on disk: {home_reader.difference(self.program.saved, saved)}')

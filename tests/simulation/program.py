@@ -47,7 +47,6 @@ class Program:
         self.moments = []
         #: Files that somebody else wrote and that are written over.
         self.foreign = []
-        self.everything = False
         self.removed_attachments = []
         #: What the deed tries to write once more.
         self.retried = set()
@@ -84,6 +83,11 @@ class Program:
             self.alerts.append(list(READ_ONLY))
         return not self.read_only
 
+    def chosen_to_go(self, rows, ids, title, question):
+        """The selected rows in their order, once the person said yes to deleting them; none otherwise."""
+        selected = [record for record in rows if record['id'] in ids]
+        return selected if selected and self.ask(title, question) == 0 and self.may_change() else []
+
     def today(self):
         return self.now.strftime('%d/%m/%y')
 
@@ -114,7 +118,6 @@ class Program:
     def write_everything(self):
         if self.read_only:
             return
-        self.everything = True
         self.write_files(FILES)
 
     def knows(self, folder, files):

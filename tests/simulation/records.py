@@ -8,6 +8,15 @@ def leading_integer(text):
     return int(found.group()) if found else 0
 
 
+def leading_number(text):
+    found = re.match(r'\s*[-+]?(\d+\.?\d*|\.\d+)(e[-+]?\d+)?', text, re.IGNORECASE)
+    return float(found.group()) if found else 0.0
+
+
+#: Keys that are written under another spelling than they are read from.
+READ_FROM = {'stockadded': 'stockAdded'}
+
+
 @dataclass(frozen=True)
 class Kind:
     """A kind of record. Integers and flags are always written, texts when they are not empty, or always too."""
@@ -36,53 +45,82 @@ class Kind:
         entry |= {key: record.text(key) for key in self.texts if self.always or record.text(key)}
         if self.nested and (record[self.nested] or self.always):
             entry[self.nested] = [written(self.nested, part) for part in record[self.nested]]
-        return entry
+        return record.others | entry
 
     def record(self, entry):
         """The record that its file's entry stands for, before rules that need other records."""
         record = Record({'id': leading_integer(entry.get('id', ''))})
+        record.others = {key: value for key, value in entry.items() if key not in self.keys()}
         for key in self.integers:
             record[key] = leading_integer(entry.get(key, ''))
         for key in self.flags:
-            # Written under another spelling than it is read from: the mark is gone after a reload.
-            record[key] = entry.get(key) == 'YES' and key != 'stockadded'
+            record[key] = entry.get(READ_FROM.get(key, key)) == 'YES'
         for key in self.texts:
             record.put(key, entry.get(key, self.defaults.get(key, '')))
         if self.nested:
             record[self.nested] = [read(self.nested, part) for part in entry.get(self.nested, [])]
         return record
 
+    def keys(self):
+        """All that mean something in an entry; what stands under others is kept as it is."""
+        return ('id', *self.integers, *self.flags, *(READ_FROM[key] for key in self.flags if key in READ_FROM), *self.texts, self.nested)
+
 
 PAYMENT_KEYS = ('amount', 'datepaid', 'paymentmethod')
 PART_KEYS = ('id', 'code', 'item', 'qty')
 
 
+class Part(list):
+    """A payment or a part of a set that was read, with all that its file holds of it."""
+
+    def __init__(self, values, entry):
+        super().__init__(values)
+        self.entry, self.as_read = entry, list(values)
+
+
 def written(nested, part):
-    if nested == 'paymentarray':
-        return dict(zip(PAYMENT_KEYS, part))
     if nested == 'actions':
         return str(part)
-    quantity = float(part[3])
-    return {'id': int(part[0]), 'code': part[1], 'item': part[2], 'qty': int(quantity) if quantity == int(quantity) else quantity}
+    payment = nested == 'paymentarray'
+    if isinstance(part, Part):
+        fresh = dict.fromkeys(PAYMENT_KEYS, '') if payment else {}
+        # Only what was changed since has another value now.
+        changes = {key: value for key, value, old in zip(PAYMENT_KEYS if payment else PART_KEYS, part, part.as_read) if value != old}
+        return fresh | part.entry | {key: value if payment else written_value(key, value) for key, value in changes.items()}
+    if payment:
+        return dict(zip(PAYMENT_KEYS, part))
+    return {key: written_value(key, value) for key, value in zip(PART_KEYS, part)}
+
+
+def written_value(key, text):
+    """Of a set's part."""
+    if key == 'id':
+        return int(text)
+    if key != 'qty':
+        return text
+    quantity = float(text)
+    return int(quantity) if quantity == int(quantity) else quantity
 
 
 def read(nested, part):
-    if nested == 'paymentarray':
-        return [part.get(key, '') for key in PAYMENT_KEYS]
     if nested == 'actions':
         return leading_integer(part)
-    return [str(part['id']), part['code'], part['item'], '%g' % part['qty']]
+    if nested == 'paymentarray':
+        return Part([part.get(key, '') for key in PAYMENT_KEYS], part)
+    return Part(['%g' % value if isinstance(value, float) else str(value) for value in (part.get(key, '') for key in PART_KEYS)], part)
 
 
 class Record(dict):
     """A record's fields. An empty text is no entry."""
-    __slots__ = ('visible', 'links')
+    __slots__ = ('visible', 'links', 'others')
 
     def __init__(self, fields):
         super().__init__(fields)
         self.visible = True
         #: Of an order: the contacts it was connected with.
         self.links = [None, None]
+        #: What its entry holds under keys that mean nothing here.
+        self.others = {}
 
     # Two records of equal fields are still two.
     __hash__ = object.__hash__
@@ -93,15 +131,17 @@ class Record(dict):
     def text(self, key):
         return self.get(key, '')
 
+    def with_tasks(self, numbers):
+        """The same, of a goal, with other tasks."""
+        same = Record(self | {'actions': numbers})
+        same.others = self.others
+        return same
+
     def put(self, key, text):
         if text:
             self[key] = text
         else:
             self.pop(key, None)
-
-    def copy(self):
-        return Record({key: [list(part) if isinstance(part, list) else part for part in value] if isinstance(value, list) else value
-                       for key, value in self.items()})
 
 
 CONTACTS = Kind(
@@ -187,9 +227,9 @@ class Collection:
         self.undoable = []
 
     def shown(self):
-        """The ids of the rows."""
+        """The records of the rows."""
         rows = reversed(self.records) if self.newest_first else self.records
-        return [record['id'] for record in rows if record.visible]
+        return [record for record in rows if record.visible]
 
     def entries(self):
         return [self.kind.entry(record) for record in self.records]

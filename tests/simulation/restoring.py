@@ -1,7 +1,7 @@
 """What became of an earlier state's records, and how they come back, those as well whose number another record has by now."""
 from dataclasses import dataclass
 
-from records import BILLS, CONTACTS, GOALS, ITEMS, KIND_OF, KINDS, LINES, ORDERS, PAIR, TASKS, leading_integer
+from records import BILLS, CONTACTS, GOALS, ITEMS, KIND_OF, KINDS, LINES, ORDERS, PAIR, TASKS, leading_integer, written
 
 #: What people know a record by.
 TITLES = {'contacts': ('name',), 'orders': ('ordernum', 'title'), 'items': ('code', 'item'), 'lines': ('code', 'item'),
@@ -23,10 +23,14 @@ def title_of(kind, record):
     return ' '.join(record.text(key) for key in TITLES[kind.name] if record.text(key)) or str(record['id'])
 
 
-def changed_keys(kind, earlier, now):
-    keys = [*kind.texts, *kind.integers, *kind.flags, kind.nested]
-    different = [key for key in keys if key and key != 'stockadded' and earlier.get(key, '') != now.get(key, '')]
-    return sorted(different)
+def changed_keys(kind, entry, earlier, now):
+    """entry: the earlier record as its file has it. A line's contact that is open there is its order's, whichever that is."""
+    silent = {'stockadded'} | ({'contact'} if kind is LINES and not leading_integer(entry.get('contact', '')) else set())
+    keys = [*kind.texts, *kind.integers, *kind.flags]
+    changed = [key for key in keys if key not in silent and earlier.get(key, '') != now.get(key, '')]
+    if kind.nested and [written(kind.nested, part) for part in earlier[kind.nested]] != [written(kind.nested, part) for part in now[kind.nested]]:
+        changed.append(kind.nested)
+    return sorted(changed) + ['further keys'] * (earlier.others != now.others)
 
 
 def are_two(kind, earlier, now):
@@ -49,7 +53,9 @@ def follow(kind, record, number_of):
         record['actions'] = [number_of(TASKS, number) for number in record['actions']]
     if kind is ITEMS:
         for part in record['constituents']:
-            part[0] = str(number_of(ITEMS, int(part[0])))
+            number = leading_integer(part[0])
+            if number_of(ITEMS, number) != number:
+                part[0] = str(number_of(ITEMS, number))
         supplier = leading_integer(record.text('supplier'))
         if number_of(CONTACTS, supplier) != supplier:
             record['supplier'] = str(number_of(CONTACTS, supplier))
@@ -73,55 +79,89 @@ class Earlier:
 
     def __init__(self, program, state):
         self.program = program
+        self.entries = {kind.name: state.get(kind.file) or [] for kind in KINDS}
         #: The kind's name and the id then, to the id on the way back.
         self.numbers = {}
-        self.differences = []
-        for kind in KINDS:
-            self.compare(kind, state.get(kind.file) or [])
+        self.give_all_numbers()
+        self.differences = [difference for kind in KINDS for difference in self.compared(kind)]
 
     def number_of(self, kind, number):
         return self.numbers.get((kind.name, number), number)
 
-    def as_of_now(self, kind, entry):
-        """The record as it would stand among those of now."""
+    def as_of_now(self, kind, entry, number=None):
+        """The record as it would stand among those of now: under that number, or the one it gets."""
         record = kind.record(entry)
-        follow(kind, record, self.number_of)
+        then, number = record['id'], self.number_of(kind, record['id']) if number is None else number
+        follow(kind, record, lambda other, named: number if other is kind and named == then else self.number_of(other, named))
+        if kind is GOALS:
+            record['actions'] = self.tasks_of(record)
         self.program.complete(kind, record)
-        record['id'] = self.number_of(kind, record['id'])
+        record['id'] = number
         return record
 
-    def compare(self, kind, entries):
-        self.give_numbers(kind, entries)
+    def tasks_of(self, goal):
+        """The tasks that are there, or come back: a goal has no others."""
+        back = {self.number_of(TASKS, leading_integer(entry.get('id', ''))) for entry in self.entries['tasks']}
+        return [number for number in goal['actions'] if number in back or self.program.lists['tasks'].find(number)]
+
+    def changed_since(self, kind, entry, now):
+        """The keys of the earlier record, if it has that one's number, which are not as that one has them."""
+        if kind is GOALS:
+            now = now.with_tasks(self.tasks_of(now))
+        return changed_keys(kind, entry, self.as_of_now(kind, entry, now['id']), now)
+
+    def compared(self, kind):
         found = self.program.lists[kind.name].find
-        for entry in entries:
-            then, record = kind.record(entry), self.as_of_now(kind, entry)
-            now = found(record['id'])
-            changed = [] if now is None else changed_keys(kind, record, now)
+        for entry in self.entries[kind.name]:
+            then, number = kind.record(entry), self.as_of_now(kind, entry)['id']
+            now = found(number)
+            changed = [] if now is None else self.changed_since(kind, entry, now)
             what = 'Changed: ' + ', '.join(changed) if now is not None else 'Deleted'
-            is_replaced = now is None and record['id'] != then['id']
+            is_replaced = now is None and number != then['id']
             if is_replaced:
                 what += f'; its number is used by {title_of(kind, found(then["id"]))}'
             if now is None or changed:
                 owner = then['order'] if kind is LINES else 0
-                self.differences.append(Difference(kind, entry, then['id'], owner, what, now is None, is_replaced))
+                yield Difference(kind, entry, then['id'], owner, what, now is None, is_replaced)
 
-    def give_numbers(self, kind, entries):
+    # Numbers that others have by now
+
+    def give_all_numbers(self):
+        """What a record names tells who came back as which, and may have come back itself: so it is asked until the answers stay."""
+        before = None
+        while self.numbers != before:
+            before = dict(self.numbers)
+            for kind in KINDS:
+                given = self.given_numbers(kind)
+                self.numbers = {key: number for key, number in self.numbers.items() if key[0] != kind.name}
+                self.numbers |= {(kind.name, then): number for then, number in given.items()}
+
+    def given_numbers(self, kind):
         """Who finds another one under his number has that of the record he came back as, or gets the next that was never given."""
-        present = self.program.lists[kind.name].records
-        then = {leading_integer(entry.get('id', '')) for entry in entries}
-        added = [record for record in present if record['id'] not in then]
-        highest = max(then | {record['id'] for record in present}, default=0)
-        for entry in entries:
-            record = self.as_of_now(kind, entry)
-            now = self.program.lists[kind.name].find(record['id'])
-            if now is None or not are_two(kind, record, now):
-                continue
-            back = next((one for one in added if not changed_keys(kind, record, one)), None)
-            if back:
-                added.remove(back)
-            else:
+        present = sorted(self.program.lists[kind.name].records, key=lambda record: record['id'])
+        entries = {leading_integer(entry.get('id', '')): entry for entry in reversed(self.entries[kind.name])}
+        lost = [number for number in map(leading_integer, (entry.get('id', '') for entry in self.entries[kind.name]))
+                if self.has_another(kind, number, entries[number])]
+        others = [record for record in present if record['id'] not in entries or record['id'] in lost]
+        given = {}
+        # Whoever had his answer keeps it as long as it fits; the others choose after them.
+        for is_known in (True, False):
+            for number in lost:
+                back = next((one for one in others if number not in given and (self.number_of(kind, number) == one['id'] or not is_known)
+                             and not self.changed_since(kind, entries[number], one)), None)
+                if back:
+                    others.remove(back)
+                    given[number] = back['id']
+        highest = max([*entries, *(record['id'] for record in present)], default=0)
+        for number in lost:
+            if number not in given:
                 highest += 1
-            self.numbers[kind.name, record['id']] = back['id'] if back else highest
+                given[number] = highest
+        return given
+
+    def has_another(self, kind, number, entry):
+        now = self.program.lists[kind.name].find(number)
+        return now is not None and are_two(kind, self.as_of_now(kind, entry, number), now)
 
     # What goes along
 
@@ -137,11 +177,16 @@ class Earlier:
             chosen |= more
 
     def named_by(self, difference):
+        """Whom it would not name without them: whose number another has, a line's order, a goal's tasks."""
         named = set()
         follow(difference.kind, difference.kind.record(difference.entry),
                lambda kind, number: named.add((kind.name, number)) or number)
-        return [row for row, other in enumerate(self.differences) if (other.kind.name, other.number) in named
-                and (other.is_replaced or other.is_gone and other.kind is ORDERS and other.number == difference.owner)]
+
+        def goes_along(other):
+            is_needed = other.kind is TASKS or other.kind is ORDERS and other.number == difference.owner
+            return (other.kind.name, other.number) in named and (other.is_replaced or other.is_gone and is_needed)
+
+        return [row for row, other in enumerate(self.differences) if goes_along(other)]
 
 
 def restore(program, asked, state):
@@ -177,6 +222,7 @@ def bring_back(program, kind, record):
     program.payments = [pair for pair in program.payments if not any(pair[1] is payment for payment in payments)]
     now.clear()
     now.update(record)
+    now.others = record.others
     if kind is ORDERS:
         program.payments += [(now, payment) for payment in now['paymentarray']]
         now.links = [program.contacts.find(now[key]) for key in ('contact', 'contact2')]

@@ -8,8 +8,9 @@ class ShopProcess:
     def __init__(self, program, library, counts):
         environment = dict(os.environ, LD_PRELOAD=library, QT_QPA_PLATFORM='offscreen', LC_ALL='C.UTF-8', TZ='UTC', QT_HASH_SEED='0')
         self.counts = counts
+        # When the disk fails on the way into the trash, notes about it may be left in the folder the program was started from.
         self.process = subprocess.Popen([program], stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                                        env=environment)
+                                        env=environment, cwd=os.path.dirname(counts))
         self.runs = False
 
     def begin(self, home, user):

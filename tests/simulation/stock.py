@@ -2,7 +2,7 @@
 import re
 
 from figures import amount, over, plus, short, single, times
-from records import ITEMS, leading_integer
+from records import ITEMS, leading_integer, leading_number
 
 COLLECTIVE = 'Collective item'
 
@@ -13,9 +13,9 @@ def held(program, item):
         return 0.0
     counts = []
     for part in item['constituents']:
-        found = program.items.find(int(part[0]))
-        if found and float(part[3]) > 0:
-            counts.append(over(quantity(found), single(float(part[3]))))
+        found = program.items.find(leading_integer(part[0]))
+        if found and leading_number(part[3]) > 0:
+            counts.append(over(quantity(found), single(leading_number(part[3]))))
     return max(min(counts), 0.0) if counts else 0.0
 
 
@@ -35,7 +35,7 @@ def whole_quantity(item):
 
 
 def lists(program, collective, item):
-    return collective.text('type') == COLLECTIVE and any(program.items.find(int(part[0])) is item for part in collective['constituents'])
+    return collective.text('type') == COLLECTIVE and any(program.items.find(leading_integer(part[0])) is item for part in collective['constituents'])
 
 
 def where_used(program, item):
@@ -51,7 +51,7 @@ def refers_to_itself(program, candidate, seen):
         return True
     seen.append(candidate)
     for part in candidate['constituents']:
-        found = program.items.find(int(part[0]))
+        found = program.items.find(leading_integer(part[0]))
         if found and (found in seen or (found.text('type') == COLLECTIVE and refers_to_itself(program, found, seen))):
             return True
     return False
@@ -83,9 +83,9 @@ def move_parts(program, item, by, around):
     # A plain item may become a collective one again that its own parts have meanwhile: they are not followed round.
     if item not in around:
         for part in list(item['constituents']):
-            found = program.items.find(int(part[0]))
+            found = program.items.find(leading_integer(part[0]))
             if found:
-                move(program, found, times(by, single(float(part[3]))), (*around, item))
+                move(program, found, times(by, single(leading_number(part[3]))), (*around, item))
     return True
 
 
@@ -187,10 +187,9 @@ def item(program, asked):
 
 
 def delete_items(program, asked):
-    rows = reversed(program.items.records) if program.items.newest_first else program.items.records
-    selected = [record for record in rows if record.visible and record['id'] in asked['ids']]
-    if not selected or program.ask('Delete Item', 'Do you want to delete the selected item from the database?') != 0 \
-            or not program.may_change():
+    selected = program.chosen_to_go(program.items.shown(), asked['ids'], 'Delete Item',
+                                    'Do you want to delete the selected item from the database?')
+    if not selected:
         return
     gone = []
     for record in reversed(selected):
@@ -202,7 +201,6 @@ def delete_items(program, asked):
             program.items.remove([record])
             gone.append(record)
     program.items.undoable = gone
-
 
 
 DEEDS = {'item': item}

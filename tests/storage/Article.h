@@ -48,12 +48,12 @@ public:
     static constexpr auto& fieldRows() { return articleFields; }
     static std::span<const DerivedField<Article>> derivedFields() { return {}; }
 
-    float getNumericCode() const override { return numbers::digitsOf(m_values.code); }
+    float getNumericCode() const override { return numbers::digitsOf(values().code); }
     float getNumericOrdernum() const override { return -getNumericCode(); }
-    bool isComplete() const override { return m_values.sold; }
+    bool isComplete() const override { return values().sold; }
     std::int64_t getDateByName(std::string_view nameAsDate) const override
     {
-        const std::optional<QDate> date = nameAsDate == "dateasdate" ? dates::readDate(m_values.date, dates::dayFirst) : std::nullopt;
+        const std::optional<QDate> date = nameAsDate == "dateasdate" ? dates::readDate(values().date, dates::dayFirst) : std::nullopt;
         return date.value_or(QDate(2000, 1, 1)).toJulianDay();
     }
 
@@ -80,8 +80,8 @@ public:
     /// Hides all that do not hold every word.
     void search(std::string_view words)
     {
-        makeAllVisible();
-        hideWithoutWords(words);
+        m_words = words;
+        applyFilter();
         reloadData();
     }
     std::string objectValue(std::string_view identifier, int row) const override
@@ -102,6 +102,16 @@ public:
             names += objectValue("name", row) + ' ';
         return names;
     }
+
+protected:
+    void applyFilter() override
+    {
+        makeAllVisible();
+        hideWithoutWords(m_words);
+    }
+
+private:
+    std::string m_words;
 };
 
 /// "articles.xml" with the key "articles".

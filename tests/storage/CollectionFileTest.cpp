@@ -13,16 +13,16 @@ public:
 protected:
     void complete(StoredRecord<Article>& stored) const override
     {
-        if (stored.values.code.isEmpty())
-            stored.values.code = stored.values.name;
+        if (stored.values->code.isEmpty())
+            stored.values.change().code = stored.values->name;
     }
     std::span<const std::string_view> titleKeys() const override { return keys; }
-    int ownerOf(const StoredRecord<Article>& stored) const override { return stored.values.owner; }
+    int ownerOf(const StoredRecord<Article>& stored) const override { return stored.values->owner; }
     std::span<const std::string_view> fixedKeys() const override { return fixed; }
     std::span<const std::string_view> tellingKeys() const override { return telling; }
     void visitLinks(StoredRecord<Article>& stored, TextStore&, const UseLink& use) const override
     {
-        use("owners.xml", stored.values.owner);
+        use("owners.xml", stored.values.change().owner);
     }
 
 private:
@@ -31,12 +31,30 @@ private:
     static constexpr std::array<std::string_view, 2> keys {"name", "price"};
 };
 
+/// Articles whose owner is another article, filled in where a file leaves it open.
+class NestedArticleFile : public OwnedArticleFile {
+public:
+    using OwnedArticleFile::OwnedArticleFile;
+
+protected:
+    std::span<const std::string_view> fixedKeys() const override { return {}; }
+    std::span<const std::string_view> filledInKeys() const override { return filledIn; }
+    void visitLinks(StoredRecord<Article>& stored, TextStore&, const UseLink& use) const override
+    {
+        use("articles.xml", stored.values.change().owner);
+    }
+
+private:
+    static constexpr std::array<std::string_view, 1> filledIn {"owner"};
+};
+
 class EarlierFileTest : public testing::Test {
 protected:
+    virtual RecordFile& usedFile() { return file; }
     std::unique_ptr<ParsedFile> parsed(const std::string& records)
     {
         Result<std::unique_ptr<ParsedFile>> result =
-            file.parse(R"(<plist version="1.0"><dict><key>articles</key><array>)" + records + "</array></dict></plist>");
+            usedFile().parse(R"(<plist version="1.0"><dict><key>articles</key><array>)" + records + "</array></dict></plist>");
         EXPECT_TRUE(result.ok());
         return std::move(result).value();
     }
@@ -60,6 +78,17 @@ protected:
     ArticleShop shop;
     OwnedArticleFile file {shop.articles};
     IdChanges newIds;
+};
+
+class NestedFileTest : public EarlierFileTest {
+protected:
+    RecordFile& usedFile() override { return nestedFile; }
+    static std::string called(const std::string& name, const std::string& price, int owner = 0)
+    {
+        return entry("name", name) + entry("price", price) + entry("owner", std::to_string(owner));
+    }
+
+    NestedArticleFile nestedFile {shop.articles};
 };
 
 } // namespace
@@ -245,11 +274,110 @@ TEST_F(EarlierFileTest, whatARecordNamesFollowsItsNewId)
     EXPECT_EQ(links[0].fileName, "owners.xml");
     EXPECT_EQ(links[0].id, 4);
 
-    newIds.set("owners.xml", 4, 11);
+    newIds.replace("owners.xml", {{4, 11}});
     earlier->bringBack(0, newIds);
 
     EXPECT_EQ(shop.articles.getItemById(1)->getFieldByName("owner"), "11");
     IdChanges known;
-    known.set("owners.xml", 4, 11);
+    known.replace("owners.xml", {{4, 11}});
     EXPECT_TRUE(earlier->differences(known).empty());
+}
+
+TEST_F(EarlierFileTest, whoWasKnownToBeBackStaysTheOneThatItIs)
+{
+    const std::string bowl = entry("name", "Bowl") + entry("price", "9.00");
+    const std::string mug = entry("name", "Mug") + entry("price", "2.00");
+    load(record(1, mug) + record(2, mug) + record(6, bowl));
+    const auto earlier = parsed(record(1, bowl) + record(2, bowl));
+    newIds.replace("articles.xml", {{2, 6}});
+
+    const std::vector<RecordDifference> found = earlier->differences(newIds);
+
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].id, 1);
+    EXPECT_EQ(newIds.now("articles.xml", 1), 7);
+    EXPECT_EQ(newIds.now("articles.xml", 2), 6);
+}
+
+TEST_F(EarlierFileTest, whoWasTakenForTheOneThatIsBackIsAnotherOnceItChanges)
+{
+    load(record(1, entry("name", "Mug") + entry("price", "2.00")) + record(5, entry("name", "Bowl") + entry("price", "9.00")));
+    const auto earlier = parsed(record(1, entry("name", "Bowl") + entry("price", "9.00")));
+    ASSERT_TRUE(differences(*earlier).empty());
+
+    shop.articles.getItemById(5)->setFieldByName("note", "chipped");
+
+    EXPECT_EQ(earlier->differences(newIds).size(), 1U);
+    EXPECT_EQ(newIds.now("articles.xml", 1), 6);
+}
+
+TEST_F(EarlierFileTest, whoHasItsIdAgainHasNoOtherOne)
+{
+    load(record(1, entry("name", "Mug") + entry("price", "2.00")));
+    const auto earlier = parsed(record(1, entry("name", "Bowl") + entry("price", "9.00")));
+    ASSERT_EQ(differences(*earlier).size(), 1U);
+    ASSERT_FALSE(newIds.isEmpty());
+
+    shop.articles.getItemById(1)->setFieldByName("name", "Bowl");
+
+    EXPECT_EQ(earlier->differences(newIds).at(0).sinceThen, SinceThen::changed);
+    EXPECT_TRUE(newIds.isEmpty());
+}
+
+TEST_F(EarlierFileTest, oneWithoutATitleIsKnownWhenItIsBack)
+{
+    const auto noTitle = [](const char* date) { return entry("date", date) + entry("owner", "4"); };
+    load(record(1, entry("name", "Mug") + entry("owner", "5")) + record(2, noTitle("02/01/24")) + record(3, noTitle("01/01/24")));
+
+    EXPECT_TRUE(differencesTo(record(1, noTitle("01/01/24"))).empty());
+    EXPECT_EQ(newIds.now("articles.xml", 1), 3);
+}
+
+TEST_F(EarlierFileTest, twoThatChangedTheirIdsAreBothThere)
+{
+    const std::string bowl = entry("name", "Bowl") + entry("price", "9.00");
+    const std::string mug = entry("name", "Mug") + entry("price", "2.00");
+    load(record(1, mug) + record(2, bowl));
+
+    EXPECT_TRUE(differencesTo(record(1, bowl) + record(2, mug)).empty());
+    EXPECT_EQ(newIds.now("articles.xml", 1), 2);
+    EXPECT_EQ(newIds.now("articles.xml", 2), 1);
+}
+
+// Records that name others of their file
+
+TEST_F(NestedFileTest, oneThatNamesItselfIsKnownWhenItIsBack)
+{
+    load(record(1, called("Mug", "2.00")) + record(5, called("Bowl", "9.00", 5)));
+
+    EXPECT_TRUE(differencesTo(record(1, called("Bowl", "9.00", 1))).empty());
+    EXPECT_EQ(newIds.now("articles.xml", 1), 5);
+}
+
+TEST_F(NestedFileTest, oneThatNamesAnotherIsKnownOnceTheOtherIs)
+{
+    load(record(1, called("Mug", "2.00")) + record(2, called("Jug", "3.00")) + record(5, called("Lid", "1.00", 6))
+        + record(6, called("Bowl", "9.00")));
+    const auto earlier = parsed(record(1, called("Lid", "1.00", 2)) + record(2, called("Bowl", "9.00")));
+    ASSERT_EQ(differences(*earlier).size(), 1U);
+    EXPECT_EQ(newIds.now("articles.xml", 1), 7);
+    EXPECT_EQ(newIds.now("articles.xml", 2), 6);
+
+    EXPECT_TRUE(earlier->differences(newIds).empty());
+
+    EXPECT_EQ(newIds.now("articles.xml", 1), 5);
+    const IdChanges before = newIds;
+    EXPECT_TRUE(earlier->differences(newIds).empty());
+    EXPECT_TRUE(newIds == before);
+}
+
+TEST_F(NestedFileTest, whatWasFilledInSaysNothing)
+{
+    load(record(1, called("Mug", "2.00", 4)) + record(2, called("Jug", "3.00")));
+
+    const std::vector<RecordDifference> found = differencesTo(record(1, called("Mug", "2.00")) + record(2, called("Jug", "3.00", 4)));
+
+    ASSERT_EQ(found.size(), 1U) << "but what was there and is gone does";
+    EXPECT_EQ(found[0].id, 2);
+    EXPECT_EQ(found[0].changedKeys, std::vector<std::string> {"owner"});
 }

@@ -144,6 +144,16 @@ TEST_F(DatabaseFolderTest, aCopyIsNeverMadeOverSomethingOrIntoItself)
     EXPECT_FALSE(QFileInfo::exists(location() + ".unfinished"));
 }
 
+TEST_F(DatabaseFolderTest, aDatabaseThatIsNotThereCannotBeCopiedAndThatIsSaid)
+{
+    load();
+
+    const Result<void> copied = folder.copyTo(user.home() + "/copy.vendb");
+
+    ASSERT_FALSE(copied.ok());
+    EXPECT_EQ(copied.error().message, location().toStdString() + " is not there");
+}
+
 // What did not read
 
 TEST_F(DatabaseFolderTest, afterDamageAllFilesAreKeptAsTheyWereBeforeAnyIsWritten)
@@ -154,7 +164,6 @@ TEST_F(DatabaseFolderTest, afterDamageAllFilesAreKeptAsTheyWereBeforeAnyIsWritte
     const auto states = [this] { return Generations(recoveryFolder(), clock).of(location()); };
     ASSERT_TRUE(states().empty());
 
-    // Not a full write, and the second of the day.
     write({&orderFile});
     ASSERT_EQ(states().size(), 1U);
     orders.articles.addNamed("new");
@@ -163,16 +172,6 @@ TEST_F(DatabaseFolderTest, afterDamageAllFilesAreKeptAsTheyWereBeforeAnyIsWritte
     ASSERT_EQ(states().size(), 1U);
     EXPECT_EQ(contents(states()[0].folder + "/orders.xml"), document("old"));
     EXPECT_EQ(contents(states()[0].folder + "/mugs.xml"), "damaged");
-}
-
-TEST_F(DatabaseFolderTest, withoutDamageAPartialWriteKeepsNoState)
-{
-    put("orders.xml", document("old"));
-    load();
-
-    write({&orderFile});
-
-    EXPECT_TRUE(Generations(recoveryFolder(), clock).of(location()).empty());
 }
 
 TEST_F(DatabaseFolderTest, aFileThatHoldsMoreThanItsCollectionIsToldAndKeptBeforeItIsReplaced)

@@ -403,6 +403,24 @@ TEST_F(DatabaseFolderTest, whenItComesBackWritingGoesOnAsBefore)
     EXPECT_EQ(folder.unsavedReason(), "");
 }
 
+TEST_F(DatabaseFolderTest, aFolderThatStandsInAnothersPlaceGivesNoStateOfTheDay)
+{
+    put("mugs.xml", document("a"));
+    load();
+    ASSERT_TRUE(QDir().rename(location(), user.home() + "/gone.vendb"));
+    write({&mugFile});
+    write({&mugFile});
+    EXPECT_TRUE(folder.generations().of(location()).empty());
+    ASSERT_TRUE(QDir(location()).removeRecursively());
+    ASSERT_TRUE(QDir().rename(user.home() + "/gone.vendb", location()));
+    mugs.articles.addNamed("b");
+
+    write({&mugFile});
+
+    ASSERT_EQ(folder.generations().of(location()).size(), 1U);
+    EXPECT_EQ(contents(folder.generations().of(location())[0].folder + "/mugs.xml"), document("a"));
+}
+
 TEST_F(DatabaseFolderTest, aFolderMadeByTheFirstWriteIsNotAnotherOne)
 {
     load();
@@ -410,5 +428,5 @@ TEST_F(DatabaseFolderTest, aFolderMadeByTheFirstWriteIsNotAnotherOne)
     write({&mugFile});
 
     EXPECT_EQ(folder.unsavedReason(), "");
-    EXPECT_FALSE(QFileInfo::exists(recoveryFolder()));
+    EXPECT_TRUE(recovery.things().empty());
 }

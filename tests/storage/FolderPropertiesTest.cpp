@@ -166,3 +166,51 @@ TEST_F(FolderPropertiesTest, aKeyThatCouldNotBeReadKeepsItsValueUntilItIsReadAga
     properties.setObjectForKey(folder, "GBP", "currency");
     EXPECT_EQ(properties.objectForKey(folder, "currency"), "GBP");
 }
+
+TEST_F(FolderPropertiesTest, aDamagedFileIsToldWheneverItIsMetAndKeptOnce)
+{
+    put("damaged");
+    QStringList told;
+    properties.onTrouble = [&](const QString& sentence) { told += sentence; };
+
+    EXPECT_FALSE(properties.objectForKey(folder, "dbName").has_value());
+    EXPECT_FALSE(properties.objectForKey(folder, "currency").has_value());
+    properties.setObjectForKey(folder, "New", "dbName");
+
+    const QString kept = user.home() + "/Recovery/20240301-101530 info.plist";
+    const QString sentence = folder + "/info.plist could not be read. Its original is kept as " + kept + ".";
+    EXPECT_EQ(told, QStringList({sentence, sentence, sentence}));
+    EXPECT_EQ(contents(kept), "damaged");
+    EXPECT_EQ(recovery.things().size(), 1U);
+}
+
+TEST_F(FolderPropertiesTest, aValueThatIsNoTextIsKeptAndToldBeforeItIsReplaced)
+{
+    const QByteArray bytes = document("<dict>\n\t<key>dbName</key>\n\t<array>\n\t\t<string>KEEP</string>\n\t</array>\n</dict>\n");
+    put(bytes);
+    QStringList told;
+    properties.onTrouble = [&](const QString& sentence) { told += sentence; };
+    EXPECT_FALSE(properties.objectForKey(folder, "dbName").has_value());
+    EXPECT_EQ(told, QStringList()) << "it is there as it was";
+
+    properties.setObjectForKey(folder, "New", "dbName");
+
+    EXPECT_EQ(told.size(), 1);
+    EXPECT_EQ(contents(user.home() + "/Recovery/20240301-101530 info.plist"), bytes);
+    EXPECT_EQ(properties.objectForKey(folder, "dbName"), "New");
+}
+
+TEST_F(FolderPropertiesTest, whatCouldNotBeWrittenIsKeptAtTheEnd)
+{
+    QDir().mkpath(folder + "/info.plist");
+    properties.setObjectForKey(folder, "GBP", "currency");
+    properties.setObjectForKey(folder, "Shop", "dbName");
+    QDir(folder).rmdir("info.plist");
+    properties.setObjectForKey(folder, "Shop", "dbName");
+
+    const QString kept = user.home() + "/Recovery/20240301-101530 info.plist";
+    EXPECT_EQ(
+        properties.keepUnsaved(), QStringList {folder + "/info.plist could not be written. What it should hold is kept as " + kept + "."});
+    EXPECT_EQ(contents(kept), document("<dict>\n\t<key>currency</key>\n\t<string>GBP</string>\n</dict>\n"));
+    EXPECT_EQ(properties.keepUnsaved(), QStringList()) << "once";
+}

@@ -1,4 +1,4 @@
-// What becomes of files that somebody else writes while the database is open here, and of the state before a day's first full write.
+// What becomes of files that somebody else writes while the database is open here, and of the state before a day's first write.
 #include "DatabaseFolderTest.h"
 
 #include <sys/stat.h>
@@ -104,6 +104,26 @@ TEST_F(ForeignWritesTest, ourOwnWritesAreNobodyElses)
     EXPECT_FALSE(folder.changedSinceRead());
 }
 
+TEST_F(ForeignWritesTest, whatOnlyHalfOfAPairCouldBeReplacedByIsOursToo)
+{
+    put("orders.xml", document("a"));
+    put("itemsordered.xml", document("b"));
+    load();
+    block("itemsordered.xml");
+
+    for (int times = 0; times < 3; ++times) {
+        orders.articles.addNamed("order");
+        write({&orderFile, &lineFile});
+        folder.retry();
+        folder.drain();
+    }
+
+    EXPECT_EQ(contents("orders.xml").count(">order<"), 3) << "it was put into its place each time";
+    EXPECT_FALSE(folder.unsavedReason().isEmpty());
+    EXPECT_TRUE(kept("orders.xml").isEmpty());
+    EXPECT_TRUE(folder.takeNews().isEmpty());
+}
+
 TEST_F(ForeignWritesTest, anInterruptedWriteThatIsPutRightIsNobodyElses)
 {
     load();
@@ -143,7 +163,7 @@ TEST_F(ForeignWritesTest, whatCannotBeKeptIsNotWrittenOver)
 
 // Generations
 
-TEST_F(ForeignWritesTest, aDaysFirstFullWriteKeepsWhatTheFilesHeldBefore)
+TEST_F(ForeignWritesTest, aDaysFirstWriteKeepsWhatTheFilesHeldBefore)
 {
     put("mugs.xml", document("before"));
     load();
@@ -157,14 +177,73 @@ TEST_F(ForeignWritesTest, aDaysFirstFullWriteKeepsWhatTheFilesHeldBefore)
     EXPECT_TRUE(recovery.things().empty()) << "a second name for our file is nobody else's write";
 }
 
-TEST_F(ForeignWritesTest, aWriteOfSomeFilesKeepsNoGeneration)
+TEST_F(ForeignWritesTest, aWriteOfSomeFilesKeepsThemAllOnceADay)
 {
-    put("mugs.xml", document("before"));
+    put("mugs.xml", document("monday"));
+    put("orders.xml", document("monday"));
     load();
+    mugs.articles.addNamed("later");
 
     write({&mugFile});
+    write({&orderFile, &lineFile});
+    folder.writeEverything();
 
-    EXPECT_TRUE(states().empty());
+    ASSERT_EQ(states().size(), 1U);
+    EXPECT_EQ(contents(states()[0].folder + "/mugs.xml"), document("monday"));
+    EXPECT_EQ(contents(states()[0].folder + "/orders.xml"), document("monday"));
+}
+
+TEST_F(ForeignWritesTest, whatIsMadeAfterADaysLastQuitAndDeletedTheNextMorningIsInAState)
+{
+    put("mugs.xml", document("old"));
+    load();
+    folder.writeEverything();
+    mugs.articles.addNamed("jug");
+    folder.writeEverything();
+    clock.moment = clock.moment.addDays(1);
+
+    mugs.articles.deleteItem(*mugs.articles.getItemById(2));
+    write({&mugFile});
+    folder.writeEverything();
+
+    ASSERT_EQ(states().size(), 2U);
+    EXPECT_TRUE(contents(states()[0].folder + "/mugs.xml").contains(">jug<"));
+    EXPECT_FALSE(contents("mugs.xml").contains(">jug<"));
+}
+
+TEST_F(ForeignWritesTest, ofWritesOfTheSameFilesThatWaitTheNewestIsEnough)
+{
+    load();
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool goOn = false;
+    int writes = 0;
+    folder.onSavedStateChanged = [&] {
+        std::unique_lock guard(mutex);
+        ++writes;
+        changed.notify_all();
+        changed.wait(guard, [&] { return goOn; });
+    };
+    write({&orderFile}, DatabaseFolder::When::inBackground);
+    {
+        std::unique_lock guard(mutex);
+        changed.wait(guard, [&] { return writes == 1; });
+    }
+    for (const char* name : {"first", "second", "third"}) {
+        mugs.articles.addNamed(name);
+        write({&mugFile}, DatabaseFolder::When::inBackground);
+    }
+    write({&orderFile}, DatabaseFolder::When::inBackground);
+    {
+        const std::lock_guard guard(mutex);
+        goOn = true;
+    }
+    changed.notify_all();
+    folder.drain();
+
+    EXPECT_EQ(writes, 3);
+    EXPECT_TRUE(contents("mugs.xml").contains(">third<"));
+    folder.onSavedStateChanged = nullptr;
 }
 
 TEST_F(ForeignWritesTest, aGenerationThatCannotBeKeptHoldsNoWriteUp)

@@ -9,6 +9,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <csignal>
+
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 class GenerationsTest : public testing::Test {
@@ -38,7 +41,7 @@ protected:
         struct stat status { };
         return ::stat(path.toStdString().c_str(), &status) == 0 ? status.st_nlink : 0;
     }
-    Result<void> keepDaily() const { return generations.keepOncePerDay(database(), {"orders.xml", "items.xml", "goals.xml"}); }
+    Result<void> keepDaily() { return generations.keepOncePerDay(database(), {"orders.xml", "items.xml", "goals.xml"}); }
     void goTo(const QDate& date, const QTime& time = QTime(9, 0)) { clock.moment = QDateTime(date, time); }
 
     FakeClock clock;
@@ -98,6 +101,51 @@ TEST_F(GenerationsTest, askedForByThePersonOneIsKeptWheneverItIs)
     EXPECT_EQ(generations.of(database()).size(), 2U);
 }
 
+TEST_F(GenerationsTest, whatIsKeptNowStaysThoughTheClockStandsBeforeAllOthers)
+{
+    put("orders.xml", "later");
+    for (int minute = 0; minute < 60; ++minute) {
+        goTo(QDate(2026, 1, 5), QTime(10, minute));
+        ASSERT_TRUE(generations.keep(database(), {"orders.xml"}).ok());
+    }
+    ASSERT_EQ(generations.of(database()).size(), 50U);
+    put("orders.xml", "now");
+    goTo(QDate(2020, 1, 6));
+
+    ASSERT_TRUE(generations.keep(database(), {"orders.xml"}).ok());
+
+    const std::vector<Generation> kept = generations.of(database());
+    const auto now =
+        std::find_if(kept.begin(), kept.end(), [](const Generation& generation) { return generation.since.date().year() == 2020; });
+    ASSERT_NE(now, kept.end());
+    EXPECT_EQ(contents(now->folder + "/orders.xml"), "now");
+}
+
+TEST_F(GenerationsTest, whatWasKeptThatDayAndTheDayBeforeStaysThoughTheClockStandsBeforeAllOthers)
+{
+    put("orders.xml", "later");
+    for (int minute = 0; minute < 60; ++minute) {
+        goTo(QDate(2026, 1, 5), QTime(10, minute));
+        ASSERT_TRUE(generations.keep(database(), {"orders.xml"}).ok());
+    }
+    const auto keepAt = [&](int day, const char* bytes) {
+        put("orders.xml", bytes);
+        goTo(QDate(2020, 1, day));
+        ASSERT_TRUE(generations.keep(database(), {"orders.xml"}).ok());
+    };
+
+    keepAt(6, "in the morning");
+    keepAt(6, "before bringing back");
+    keepAt(7, "the day after");
+
+    const std::vector<Generation> kept = generations.of(database());
+    ASSERT_EQ(kept.size(), 50U);
+    EXPECT_EQ(contents(kept[47].folder + "/orders.xml"), "the day after");
+    EXPECT_EQ(contents(kept[48].folder + "/orders.xml"), "before bringing back");
+    EXPECT_EQ(contents(kept[49].folder + "/orders.xml"), "in the morning");
+    EXPECT_EQ(kept[46].since, QDateTime(QDate(2026, 1, 5), QTime(10, 13)));
+}
+
 TEST_F(GenerationsTest, anEmptyDatabaseHasNothingToKeep)
 {
     ASSERT_TRUE(keepDaily().ok());
@@ -149,6 +197,69 @@ TEST_F(GenerationsTest, whatABrokenOffAttemptLeftIsNoGenerationAndDoesNotStayInT
     EXPECT_EQ(contents(generations.of(database())[0].folder + "/orders.xml"), "orders");
 }
 
+TEST_F(GenerationsTest, whatWasBrokenOffAtAnotherTimeGoesToo)
+{
+    put("orders.xml", "orders");
+    ASSERT_TRUE(keepDaily().ok());
+    const QString place = QFileInfo(generations.of(database())[0].folder).path();
+    QDir().mkpath(place + "/.20240229-080000");
+    put("orders.xml", "half", place + "/.20240229-080000");
+    goTo(QDate(2024, 3, 2));
+
+    ASSERT_TRUE(keepDaily().ok());
+
+    EXPECT_EQ(QDir(place).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+        (QStringList {"20240301-101530", "20240302-090000"}));
+}
+
+TEST_F(GenerationsTest, oneThatFailsLeavesNothing)
+{
+    put("orders.xml", "orders");
+    ASSERT_TRUE(keepDaily().ok());
+    const QString place = QFileInfo(generations.of(database())[0].folder).path();
+    goTo(QDate(2024, 3, 2));
+    // A link is copied, and larger than a file may be here.
+    put("large", QByteArray(5'000, 'x'), user.home());
+    ASSERT_TRUE(QFile::link("../large", database() + "/items.xml"));
+    const auto before = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit {};
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    const rlimit small {1'000, limit.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &small);
+
+    EXPECT_FALSE(keepDaily().ok());
+
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, before);
+    EXPECT_EQ(QDir(place).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList {"20240301-101530"});
+}
+
+TEST_F(GenerationsTest, onlyTheUserCanLookIntoThem)
+{
+    put("orders.xml", "orders");
+
+    ASSERT_TRUE(keepDaily().ok());
+
+    struct stat status { };
+    ASSERT_EQ(::stat((user.home() + "/Recovery").toStdString().c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0700u);
+}
+
+TEST_F(GenerationsTest, aDayThatHasOneIsKnownAgainWhenTheClockWentBack)
+{
+    put("orders.xml", "orders");
+    ASSERT_TRUE(keepDaily().ok());
+    goTo(QDate(2024, 3, 2));
+    ASSERT_TRUE(keepDaily().ok());
+    ASSERT_TRUE(generations.hasToday(database()));
+    goTo(QDate(2024, 3, 1), QTime(18, 0));
+
+    EXPECT_TRUE(generations.hasToday(database()));
+    goTo(QDate(2024, 2, 28));
+    EXPECT_FALSE(generations.hasToday(database()));
+    EXPECT_FALSE(generations.hasToday(user.home() + "/other.vendb"));
+}
+
 namespace {
 
 /// One generation a day at nine, so many days up to the first of March 2024, the newest first.
@@ -191,6 +302,19 @@ TEST(GenerationsToGiveUp, thereAreNeverMoreThanFiftyAndTheOldestGoFirst)
         times.emplace_back(QDate(2024, 3, 1), QTime(12, 59 - minute));
 
     EXPECT_EQ(Generations::superfluous(times, QDateTime(QDate(2024, 3, 1), QTime(18, 0))), (std::vector<std::size_t> {50, 51, 52}));
+}
+
+TEST(GenerationsToGiveUp, thoseOfTheLastDaysGoLastThoughTheClockWasAheadBefore)
+{
+    std::vector<QDateTime> times;
+    for (int minute = 0; minute < 50; ++minute)
+        times.emplace_back(QDate(2031, 1, 1), QTime(12, 59 - minute));
+    times.emplace_back(QDate(2024, 3, 1), QTime(9, 0));
+    times.emplace_back(QDate(2024, 2, 16), QTime(9, 0));
+    // A day older than that, and the first of its week.
+    times.emplace_back(QDate(2024, 2, 15), QTime(9, 0));
+
+    EXPECT_EQ(Generations::superfluous(times, QDateTime(QDate(2024, 3, 1), QTime(18, 0))), (std::vector<std::size_t> {48, 49, 52}));
 }
 
 TEST(GenerationsToGiveUp, aClockThatWasAheadCostsNothing)

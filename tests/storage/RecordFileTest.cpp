@@ -185,6 +185,39 @@ TEST_F(RecordFileTest, aValueThatIsNoTextIsKeptUntilATextTakesItsPlace)
     EXPECT_EQ(written().find("<data>"), std::string::npos);
 }
 
+TEST_F(RecordFileTest, aValueThatIsNoNumberOrFlagIsKeptUntilAnotherTakesItsPlace)
+{
+    const std::string list = "\t\t\t<array>\n\t\t\t\t<string>KEEP</string>\n\t\t\t</array>\n";
+    const auto record = [](const std::string& owner, const std::string& sold, const std::string& stocked) {
+        return "\t\t<dict>\n" + keyed("id", "1") + keyed("name", "Mug") + keyed("note", "") + owner + sold + stocked + "\t\t</dict>\n";
+    };
+    const std::string bytes =
+        documentOf(record("\t\t\t<key>owner</key>\n" + list, "\t\t\t<key>sold</key>\n" + list, "\t\t\t<key>stocked</key>\n" + list));
+    ASSERT_EQ(load(bytes), "");
+
+    EXPECT_EQ(only().values().owner, 0);
+    EXPECT_FALSE(only().values().sold);
+    EXPECT_EQ(written(), bytes);
+    EXPECT_EQ(file.leftOut(), "");
+    only().setFieldByName("owner", "3");
+    only().setFieldByName("sold", "YES");
+    only().setFieldByName("stocked", "YES");
+    EXPECT_EQ(written(), documentOf(record(keyed("owner", "3"), keyed("sold", "YES"), keyed("stocked", "YES"))));
+}
+
+TEST_F(RecordFileTest, aValueThatCannotBeKeptIsToldUntilTheNextReading)
+{
+    ASSERT_EQ(load(documentOf("<dict><key>id</key><array><string>KEEP</string></array>" + keyed("name", "Mug") + "</dict>")), "");
+
+    EXPECT_EQ(file.leftOut(), "\"id\" of \"0\" holds what nobody expects there");
+
+    file.forget();
+    EXPECT_EQ(file.leftOut(), "");
+    // What nobody knows is kept where it is.
+    ASSERT_EQ(load(documentOf("<dict><key>further</key><dict/><key>code</key><array/></dict>")), "");
+    EXPECT_EQ(file.leftOut(), "");
+}
+
 TEST_F(RecordFileTest, whatTheRootHoldsBesideTheRecordsIsKept)
 {
     const std::string bytes =
@@ -307,4 +340,41 @@ TEST_F(RecordFileTest, controlCharactersAreDroppedOnBothWays)
     shop.articles.clear();
     ASSERT_EQ(load(documentOf("\t\t<dict><key>name</key><string>be\x07ll\xef\xbf\xbe</string></dict>\n")), "");
     EXPECT_EQ(only().getFieldByName("name"), "bell");
+}
+
+TEST_F(RecordFileTest, whatIsNotUtf8IsRefusedWhereverItStands)
+{
+    const std::string good = documentOf(recordOf("1", "one") + recordOf("2", "two") + recordOf("3", "three"));
+    ASSERT_EQ(load(good), "");
+    for (const char* place : {"version", "one", "three", "note", "</plist>"}) {
+        for (const char* bytes : {"\xff", "\xc3", "\xed\xa0\x80"})
+            EXPECT_EQ(load(std::string(good).insert(good.find(place), bytes)), "the file is not UTF-8") << place;
+    }
+    EXPECT_EQ(load(good + "\x80"), "the file is not UTF-8");
+    // Whatever else is wrong before it.
+    EXPECT_EQ(load(std::string(good).replace(good.find("<dict>"), 6, "<wrong>") + "\xff"), "the file is not UTF-8");
+}
+
+TEST_F(RecordFileTest, lettersBeyondAsciiReadInEveryRecord)
+{
+    ASSERT_EQ(load(documentOf(recordOf("1", "Caf\xc3\xa9") + recordOf("2", "\xe6\x9d\xb1") + recordOf("3", "\xf0\x9f\x98\x80"))), "");
+    EXPECT_EQ(shop.articles.at(0).getFieldByName("name"), "Caf\xc3\xa9");
+    EXPECT_EQ(shop.articles.at(1).getFieldByName("name"), "\xe6\x9d\xb1");
+    EXPECT_EQ(shop.articles.at(2).getFieldByName("name"), "\xf0\x9f\x98\x80");
+}
+
+TEST_F(RecordFileTest, whatFollowsAClosedListOrRecordIsNotTakenForItsContents)
+{
+    const std::string whole = documentOf(recordOf("1", "one"));
+    std::string closedList = whole;
+    closedList.replace(closedList.find("<array>"), 7, "<array/>");
+    std::string closedRecord = documentOf("\t\t<dict/>\n" + recordOf("2", "two"));
+    std::string closedTwice = documentOf("\t\t<dict/>\n\t\t</dict>\n");
+
+    EXPECT_NE(load(closedList), "");
+    EXPECT_NE(load(closedTwice), "");
+    EXPECT_EQ(shop.articles.getCount(), 0);
+    EXPECT_EQ(load(closedRecord), "");
+    ASSERT_EQ(shop.articles.getCount(), 2);
+    EXPECT_EQ(shop.articles.at(1).getID(), 2);
 }

@@ -130,6 +130,100 @@ TEST_F(RecoveryStoreTest, aFolderIsNotMovedIntoAnotherOfItsNameAndSecond)
     EXPECT_EQ(contents(store() + "/20240301-101530-1 7/letter.txt"), "second");
 }
 
+TEST_F(RecoveryStoreTest, aFolderIsCopiedWithEverythingInIt)
+{
+    const QString package = user.home() + "/shop.vendb/notepad.rtfd";
+    put(package + "/TXT.rtf", "text");
+    put(package + "/inner/a.png", "picture");
+    const Result<QString> first = recovery.keepCopy(package, KeptFor::unreadable);
+    put(package + "/TXT.rtf", "other text");
+    const Result<QString> second = recovery.keepCopy(package, KeptFor::foreign);
+
+    ASSERT_TRUE(first.ok() && second.ok());
+    EXPECT_EQ(contents(first.value() + "/TXT.rtf"), "text");
+    EXPECT_EQ(contents(first.value() + "/inner/a.png"), "picture");
+    EXPECT_EQ(contents(second.value() + "/TXT.rtf"), "other text");
+    EXPECT_EQ(contents(package + "/TXT.rtf"), "other text");
+    const std::vector<KeptThing> things = recovery.things();
+    ASSERT_EQ(things.size(), 2u);
+    EXPECT_EQ(things[0].name, "notepad.rtfd");
+    EXPECT_EQ(things[0].origin, package);
+    // Nothing but those two and what is known about them.
+    EXPECT_EQ(QDir(store()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), 3);
+}
+
+TEST_F(RecoveryStoreTest, whatWasLeftOfAFolderIsNoPartOfItsNextCopy)
+{
+    const QString package = user.home() + "/shop.vendb/notepad.rtfd";
+    put(package + "/TXT.rtf", "text");
+    put(store() + "/.notepad.rtfd.unfinished/old.png", "left by a crash");
+    const Result<QString> kept = recovery.keepCopy(package, KeptFor::unreadable);
+    ASSERT_TRUE(kept.ok());
+    EXPECT_EQ(contents(kept.value() + "/old.png"), "(none)");
+    EXPECT_EQ(recovery.things().size(), 1u);
+}
+
+TEST_F(RecoveryStoreTest, theSameBytesOfTheSameFileAreNotCopiedAgainWithinAMonth)
+{
+    put(path(), "damaged");
+    put(user.home() + "/other.vendb/orders.xml", "damaged");
+    const Result<QString> first = recovery.keepCopy(path(), KeptFor::unreadable);
+    clock.moment = clock.moment.addDays(30);
+    const Result<QString> again = recovery.keepCopy(path(), KeptFor::unreadable);
+    const Result<QString> ofAnother = recovery.keepCopy(user.home() + "/other.vendb/orders.xml", KeptFor::unreadable);
+    const Result<QString> forAnotherReason = recovery.keepCopy(path(), KeptFor::foreign);
+    clock.moment = clock.moment.addDays(1);
+    const Result<QString> later = recovery.keepCopy(path(), KeptFor::unreadable);
+
+    ASSERT_TRUE(first.ok() && again.ok() && ofAnother.ok() && forAnotherReason.ok() && later.ok());
+    EXPECT_EQ(again.value(), first.value());
+    EXPECT_NE(ofAnother.value(), first.value());
+    EXPECT_NE(forAnotherReason.value(), first.value());
+    EXPECT_NE(later.value(), first.value());
+    EXPECT_EQ(recovery.things().size(), 4U);
+}
+
+TEST_F(RecoveryStoreTest, aCopyThatIsNoMoreAsItWasDoesNotStandForANewOne)
+{
+    put(path(), "damaged");
+    const Result<QString> first = recovery.keepCopy(path(), KeptFor::unreadable);
+    ASSERT_TRUE(first.ok());
+    put(first.value(), "DAMAGED");
+
+    const Result<QString> second = recovery.keepCopy(path(), KeptFor::unreadable);
+
+    ASSERT_TRUE(second.ok());
+    EXPECT_EQ(contents(second.value()), "damaged");
+    EXPECT_EQ(contents(first.value()), "DAMAGED");
+}
+
+TEST_F(RecoveryStoreTest, whatIsGivenUpLeavesNothing)
+{
+    const Result<QString> kept = recovery.keepBytes(path(), "orders", KeptFor::displaced);
+    ASSERT_TRUE(kept.ok());
+
+    recovery.giveUp(kept.value());
+
+    EXPECT_TRUE(recovery.things().empty());
+    EXPECT_TRUE(QDir(store() + "/.about").isEmpty());
+}
+
+TEST_F(RecoveryStoreTest, whatAProgramThatDiedLeftHalfWrittenIsRemoved)
+{
+    // No process has the number: it is beyond the highest that there can be.
+    const QString left = "/.vendaro-20240301-101530 orders.xml.4194305.0.tmp";
+    const QString running = "/.vendaro-orders.xml.1.0.tmp";
+    put(store() + left, "half");
+    put(store() + running, "half");
+    put(store() + "/.about" + left, "half");
+
+    recovery.cleanUp();
+
+    EXPECT_FALSE(QFileInfo::exists(store() + left));
+    EXPECT_FALSE(QFileInfo::exists(store() + "/.about" + left));
+    EXPECT_TRUE(QFileInfo::exists(store() + running));
+}
+
 TEST_F(RecoveryStoreTest, onlyTheUserCanLookIntoIt)
 {
     ASSERT_TRUE(recovery.keepBytes("draft.txt", "text", KeptFor::unsaved).ok());

@@ -259,3 +259,91 @@ TEST_F(SettingsTest, textsAreCleanedOnTheirWayIn)
 
     EXPECT_EQ(store.text("a"), "bell caf\xef\xbf\xbd");
 }
+
+TEST_F(SettingsTest, whySettingsAreNotSavedIsKnownUntilTheyAre)
+{
+    ASSERT_TRUE(QDir().mkpath(user.home() + "/Library"));
+    QFile inTheWay(user.home() + "/Library/Preferences");
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    FileSettingsStore store(path(), recovery);
+    EXPECT_EQ(store.unsavedReason(), "");
+    store.setText("a", "1");
+
+    EXPECT_FALSE(store.flush().ok());
+    EXPECT_TRUE(store.unsavedReason().contains(user.home() + "/Library/Preferences")) << store.unsavedReason().toStdString();
+    ASSERT_TRUE(inTheWay.remove());
+    EXPECT_TRUE(store.flush().ok());
+    EXPECT_EQ(store.unsavedReason(), "");
+}
+
+// Two programs
+
+TEST_F(SettingsTest, whatAnotherProgramSetMeanwhileStays)
+{
+    put(document("<dict>\n\t<key>both</key>\n\t<string>0</string>\n\t<key>gone</key>\n\t<string>0</string>\n</dict>\n"));
+    FileSettingsStore ours(path(), recovery);
+    FileSettingsStore theirs(path(), recovery);
+    theirs.setText("colour", "red");
+    theirs.setText("both", "theirs");
+    theirs.remove("gone");
+    ASSERT_TRUE(theirs.flush().ok());
+    EXPECT_EQ(ours.text("colour"), std::nullopt) << "what is shown does not change by itself";
+
+    ours.setText("both", "ours");
+    ours.setText("word", "Order");
+    ASSERT_TRUE(ours.flush().ok());
+
+    FileSettingsStore after(path(), recovery);
+    EXPECT_EQ(after.text("colour"), "red");
+    EXPECT_EQ(after.text("both"), "ours");
+    EXPECT_EQ(after.text("word"), "Order");
+    EXPECT_EQ(after.text("gone"), std::nullopt);
+}
+
+TEST_F(SettingsTest, whatWasWrittenBeforeIsNotWrittenOverWhatAnotherProgramSetSince)
+{
+    FileSettingsStore ours(path(), recovery);
+    ours.setText("colour", "blue");
+    ASSERT_TRUE(ours.flush().ok());
+    FileSettingsStore theirs(path(), recovery);
+    theirs.setText("colour", "red");
+    ASSERT_TRUE(theirs.flush().ok());
+
+    ours.setText("word", "Order");
+    ASSERT_TRUE(ours.flush().ok());
+    ours.setText("word", "Job");
+    ASSERT_TRUE(ours.flush().ok());
+
+    FileSettingsStore after(path(), recovery);
+    EXPECT_EQ(after.text("colour"), "red");
+    EXPECT_EQ(after.text("word"), "Job");
+}
+
+TEST_F(SettingsTest, whatAnotherProgramWroteAndNobodyCanReadIsKeptAndTold)
+{
+    put(document("<dict>\n\t<key>word</key>\n\t<string>Order</string>\n</dict>\n"));
+    FileSettingsStore store(path(), recovery);
+    put("damaged");
+
+    store.setText("colour", "red");
+    ASSERT_TRUE(store.flush().ok());
+
+    const QString kept = recoveryFolder() + "/20240301-101530 Vendaro.plist";
+    EXPECT_EQ(contents(kept), "damaged");
+    EXPECT_EQ(store.takeDamage(), QStringList {"The settings that somebody else wrote could not be read. They are kept as " + kept + "."});
+    FileSettingsStore after(path(), recovery);
+    EXPECT_EQ(after.text("word"), "Order");
+    EXPECT_EQ(after.text("colour"), "red");
+}
+
+TEST_F(SettingsTest, whatAProgramThatDiedLeftBesideThemIsRemoved)
+{
+    put("<plist/>");
+    const QString left = QFileInfo(path()).path() + "/.vendaro-Vendaro.plist.4194305.0.tmp";
+    QFile half(left);
+    ASSERT_TRUE(half.open(QIODevice::WriteOnly));
+
+    const FileSettingsStore store(path(), recovery);
+
+    EXPECT_FALSE(QFileInfo::exists(left));
+}

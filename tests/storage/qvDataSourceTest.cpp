@@ -9,10 +9,10 @@ namespace {
 /// Counts what a list on screen is told.
 struct Watcher : ListObserver {
     void listReset() override { ++resets; }
-    void rowChanged(int) override { ++changes; }
+    void rowChanged(int row) override { changed.push_back(row); }
     void selectionChanged() override { ++selections; }
     int resets = 0;
-    int changes = 0;
+    std::vector<int> changed;
     int selections = 0;
 };
 
@@ -433,6 +433,78 @@ TEST_F(qvDataSourceTest, listsOnScreenAreToldOfResetsAndSelections)
     articles.removeObserver(watcher);
     articles.reloadData();
     EXPECT_EQ(watcher.resets, 1);
+}
+
+TEST_F(qvDataSourceTest, aRecordThatStaysWhereItIsChangesOnlyItsRow)
+{
+    articles.setDefaultSortNew(false);
+    addAll({"oak", "ash", "oak bench"});
+    articles.search("oak");
+    EXPECT_EQ(articles.shown(), "oak oak bench ");
+    Watcher watcher;
+    articles.addObserver(watcher);
+
+    articles.getnthItem(2)->setFieldByName("name", "oak chair");
+    articles.filterAfterChange(*articles.getnthItem(2));
+
+    EXPECT_EQ(watcher.resets, 0);
+    EXPECT_EQ(watcher.changed, std::vector<int> {1});
+    EXPECT_EQ(articles.shown(), "oak oak chair ");
+    articles.removeObserver(watcher);
+}
+
+TEST_F(qvDataSourceTest, aHiddenRecordThatStaysHiddenChangesNothing)
+{
+    addAll({"oak", "ash"});
+    articles.search("oak");
+    EXPECT_EQ(articles.shown(), "oak ");
+    Watcher watcher;
+    articles.addObserver(watcher);
+
+    articles.filterAfterChange(*articles.getnthItem(1));
+
+    EXPECT_EQ(watcher.resets, 0);
+    EXPECT_TRUE(watcher.changed.empty());
+    articles.removeObserver(watcher);
+}
+
+TEST_F(qvDataSourceTest, aRecordThatComesOrGoesByItsChangeHasAllRowsAskedAgain)
+{
+    articles.setDefaultSortNew(false);
+    addAll({"oak", "ash"});
+    articles.search("oak");
+    EXPECT_EQ(articles.shown(), "oak ");
+    Watcher watcher;
+    articles.addObserver(watcher);
+
+    articles.getnthItem(0)->setFieldByName("name", "elm");
+    articles.filterAfterChange(*articles.getnthItem(0));
+    EXPECT_EQ(watcher.resets, 1);
+    EXPECT_EQ(articles.shown(), "");
+
+    articles.getnthItem(1)->setFieldByName("name", "bog oak");
+    articles.filterAfterChange(*articles.getnthItem(1));
+    EXPECT_EQ(watcher.resets, 2);
+    EXPECT_EQ(articles.shown(), "bog oak ");
+    EXPECT_TRUE(watcher.changed.empty());
+    articles.removeObserver(watcher);
+}
+
+TEST_F(qvDataSourceTest, rowsThatTheListWasNotToldOfAreToldWithTheNextChange)
+{
+    articles.setDefaultSortNew(false);
+    addAll({"oak"});
+    articles.reloadData();
+    Watcher watcher;
+    articles.addObserver(watcher);
+    addAll({"ash"});
+    EXPECT_EQ(articles.numberOfRows(), 2);
+
+    articles.filterAfterChange(*articles.getnthItem(0));
+
+    EXPECT_EQ(watcher.resets, 1);
+    EXPECT_TRUE(watcher.changed.empty());
+    articles.removeObserver(watcher);
 }
 
 TEST_F(qvDataSourceTest, aClickOnAHeadingSortsAndAnotherTurnsTheDirection)

@@ -103,13 +103,15 @@ public:
 /// A printer that takes the title and leaves the paper white; accepts says what a cancelled dialog or a failure would.
 class FakePrinting : public Printing {
 public:
-    bool print(const QString& title, const std::function<bool(QPagedPaintDevice&)>&) override
+    bool print(const QString& title, const std::function<bool(QPagedPaintDevice&)>& paint) override
     {
         titles += title;
-        return accepts;
+        return accepts && (!device || paint(*device));
     }
     QStringList titles;
     bool accepts = true;
+    /// What is painted on; none when nothing is.
+    QPagedPaintDevice* device = nullptr;
 };
 
 /// Keeps the work until the test lets time pass.

@@ -39,6 +39,14 @@ void Scenario::startWatched(const std::function<void(Vendaro&)>& watch)
     m_app->finishLaunching();
 }
 
+void Scenario::startListening(const std::function<void(Vendaro&)>& listen)
+{
+    m_app = std::make_unique<Vendaro>(VendaroDesktop {alerts, beeper, clock, user, panels, opener, printing, resources, locale});
+    m_app->start();
+    listen(*m_app);
+    m_app->finishLaunching();
+}
+
 void Scenario::quit()
 {
     if (m_app)

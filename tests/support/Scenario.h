@@ -24,6 +24,8 @@ protected:
     void start();
     /// The same, with a look at the program before it starts: for signals of the start itself.
     void startWatched(const std::function<void(Vendaro&)>& watch);
+    /// The same, with a look between the two, when the windows are made: for what they hear.
+    void startListening(const std::function<void(Vendaro&)>& listen);
     /// Quits the program that runs, if any.
     void quit();
     /// Quits and starts again on the same home.

@@ -137,6 +137,22 @@ TEST_F(TaskFiles, whatIsNoIdAmongAGoalsTasksIsToldUntilTheNextReading)
     EXPECT_EQ(goalFile.leftOut(), "");
 }
 
+TEST_F(TaskFiles, whatStandsInThePlaceOfAGoalsTasksIsKeptUntilItHasSome)
+{
+    tasks.add(std::make_unique<Action>());
+    const std::string bytes =
+        document("goals", text("actions", "KEEP") + text("details", "") + text("id", "1") + text("name", "Spring fair"));
+    load(goalFile, bytes);
+
+    EXPECT_EQ(written(goalFile), bytes);
+    EXPECT_EQ(goalFile.leftOut(), "");
+    goals.at(0).addAction(*tasks.getItemById(1));
+    EXPECT_EQ(written(goalFile),
+        document("goals",
+            "\t\t\t<key>actions</key>\n\t\t\t<array>\n\t\t\t\t<string>1</string>\n\t\t\t</array>\n" + text("details", "") + text("id", "1")
+                + text("name", "Spring fair")));
+}
+
 TEST_F(TaskFiles, aDeletedTaskStaysKnownToItsGoal)
 {
     Action& task = tasks.add(std::make_unique<Action>());

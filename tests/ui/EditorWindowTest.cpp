@@ -94,6 +94,20 @@ TEST_F(Note, comesUpAndGoesWithItsForm)
     EXPECT_FALSE(window.isVisible());
 }
 
+TEST_F(Note, aWindowThatIsMadeLateShowsWhatItMissed)
+{
+    open();
+    NoteWindow late(form, "LateNote");
+    EXPECT_FALSE(late.isVisible());
+    late.catchUp();
+    EXPECT_TRUE(late.isVisible());
+    EXPECT_EQ(late.windowTitle(), QString("Note"));
+    form.close();
+    EXPECT_FALSE(late.isVisible());
+    late.catchUp();
+    EXPECT_FALSE(late.isVisible());
+}
+
 TEST_F(Note, followsTheFormsTitle)
 {
     open();

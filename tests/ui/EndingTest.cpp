@@ -2,6 +2,7 @@
 #include "ui/Ending.h"
 
 #include "UiTest.h"
+#include "foundation/Log.h"
 #include "ui/Program.h"
 #include "ui/shell/MainWindow.h"
 
@@ -13,6 +14,9 @@
 
 #include <csignal>
 #include <cstdio>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -32,6 +36,7 @@ TEST(EndedProgram, waitsWithUnwrittenWork)
     if (!qEnvironmentVariableIsSet("VENDARO_TEST_HOME"))
         GTEST_SKIP() << "runs only as the second program of the tests below";
     QApplication::setQuitOnLastWindowClosed(false);
+    Ending::ignoreClosedPipes();
     Ending ending;
     Program program;
     ending.onScreenLost = [&program] { program.endWithoutScreen(); };
@@ -46,6 +51,11 @@ TEST(EndedProgram, waitsWithUnwrittenWork)
     }
     std::fputs(ready, stdout);
     std::fflush(stdout);
+    // Goes on logging for whoever may listen.
+    QTimer talk;
+    QObject::connect(&talk, &QTimer::timeout, &talk, [] { logLine("at work"); });
+    if (qEnvironmentVariableIsSet("VENDARO_TEST_TALKING"))
+        talk.start(5);
     const int status = QApplication::exec();
     program.end();
     ASSERT_EQ(status, 0);
@@ -65,6 +75,7 @@ TEST(EndedProgram, asksWhileItStarts)
                "<string>2024-03-01 10:15:30 +0000</string><key>reason</key><string>offline browsing</string>"
                "<key>user</key><string>bob</string></dict></plist>\n");
     lock.close();
+    Ending::ignoreClosedPipes();
     Ending ending;
     Program program;
     QTimer asked;
@@ -168,6 +179,20 @@ TEST_P(Ended, isHeardWhileTheProgramAsksSomethingAtItsStart)
     startOther("asksWhileItStarts");
     end(GetParam());
     EXPECT_TRUE(contentsOf(database() + "/lock.xml").contains("offline browsing"));
+}
+
+TEST_F(EndedFromOutside, aReaderOfItsLogThatIsGoneDoesNotEndIt)
+{
+    int log[2];
+    ASSERT_EQ(::pipe2(log, O_CLOEXEC), 0);
+    m_program.setChildProcessModifier([end = log[1]] { ::dup2(end, STDERR_FILENO); });
+    start({"VENDARO_TEST_TALKING=1"});
+    ::close(log[1]);
+    ::close(log[0]);
+    EXPECT_FALSE(m_program.waitForFinished(200)) << "it ended by itself";
+    end(SIGTERM);
+    EXPECT_TRUE(contentsOf(database() + "/orders.xml").contains("<string>Three stools</string>"));
+    EXPECT_FALSE(QFile::exists(database() + "/lock.xml"));
 }
 
 TEST_F(EndedByItsScreen, writesEverythingAndGivesTheDatabaseFree)

@@ -1,13 +1,7 @@
 // The main window on the running application.
-#include "ui/shell/MainWindow.h"
-
-#include "UiTest.h"
-#include "support/Business.h"
-#include "ui/kit/Label.h"
-#include "ui/kit/MessageBar.h"
+#include "MainOnScreen.h"
 #include "ui/kit/RecordTable.h"
 #include "ui/kit/RecordTree.h"
-#include "ui/kit/SideBar.h"
 #include "ui/kit/ToolBar.h"
 #include "ui/shell/RecoveryWindow.h"
 #include "ui/shell/Sheets.h"
@@ -18,76 +12,9 @@
 #include <QMenuBar>
 #include <QRadioButton>
 #include <QSignalSpy>
-#include <QStatusBar>
 #include <QToolButton>
 
 using namespace uitest;
-
-namespace {
-
-class MainOnScreen : public Business {
-protected:
-    /// As the program starts: settings, then the window, then the database.
-    void launch()
-    {
-        desktop = std::make_unique<Vendaro>(VendaroDesktop {alerts, beeper, clock, user, panels, opener, printing, resources, locale});
-        desktop->start();
-        window = std::make_unique<MainWindow>(*desktop);
-        window->show();
-        desktop->finishLaunching();
-        window->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-        settle();
-    }
-    void TearDown() override
-    {
-        SheetStack::instance().cancelAll();
-        if (desktop)
-            desktop->quit();
-        window.reset();
-        desktop.reset();
-    }
-    void chooseDates() const { writeSettings("<key>VendaroDateFormat</key><string>0</string>"); }
-    /// Two orders, three contacts, one item, saved before the window is there.
-    void haveRecords()
-    {
-        begin();
-        order("Three stools");
-        order("A bench", "Complete");
-        for (const char* name : {"Ada Penrose", "Bert Hill", "Cleo Rivers"})
-            contact(name);
-        item("Oak stool");
-        quit();
-    }
-
-    QString status() const { return window->statusBar()->findChildren<Label*>().first()->text(); }
-    QAction* command(const char* name) const { return child<QAction>(*window, name); }
-    /// The list of a page, by what it is called.
-    QAbstractItemView* list(const QString& name) const
-    {
-        for (auto* view : window->findChildren<QAbstractItemView*>()) {
-            if (view->accessibleName() == name && !qobject_cast<SideBar*>(view))
-                return view;
-        }
-        ADD_FAILURE() << "no list " << name.toStdString();
-        return nullptr;
-    }
-    QStringList barTexts() const
-    {
-        QStringList texts;
-        for (const MessageBar* bar : window->findChildren<MessageBar*>()) {
-            if (bar->isVisible())
-                texts += bar->text();
-        }
-        return texts;
-    }
-    bool opened(Form& form) const { return form.isOpen(); }
-
-    std::unique_ptr<Vendaro> desktop;
-    std::unique_ptr<MainWindow> window;
-};
-
-} // namespace
 
 TEST_F(MainOnScreen, welcomesWhoeverHasNoOrdersWithTheKeyboardOnTheFirstThingToDo)
 {
@@ -99,6 +26,25 @@ TEST_F(MainOnScreen, welcomesWhoeverHasNoOrdersWithTheKeyboardOnTheFirstThingToD
     ASSERT_NE(focus, nullptr);
     EXPECT_EQ(focus->accessibleName(), QString("New Contact"));
     EXPECT_EQ(status(), QString("No orders"));
+}
+
+TEST_F(MainOnScreen, saysNothingOfTheListsUntilTheDatabaseIsRead)
+{
+    haveRecords();
+    desktop = std::make_unique<Vendaro>(VendaroDesktop {alerts, beeper, clock, user, panels, opener, printing, resources, locale});
+    desktop->start();
+    window = std::make_unique<MainWindow>(*desktop, MainWindow::Lists::later);
+    uitest::show(*window);
+    EXPECT_EQ(status(), QString("Opening the database…"));
+    window->makeLists();
+    EXPECT_EQ(status(), QString("Opening the database…"));
+    EXPECT_FALSE(list("Orders")->isVisible());
+    EXPECT_FALSE(window->findChild<WelcomeView*>()->isVisible());
+
+    desktop->finishLaunching();
+    EXPECT_TRUE(list("Orders")->isVisible());
+    EXPECT_EQ(status(), QString("2 orders"));
+    EXPECT_EQ(QApplication::focusWidget(), list("Orders"));
 }
 
 TEST_F(MainOnScreen, returnAndSpacePressWhatHasTheKeyboard)
@@ -450,9 +396,11 @@ TEST_F(MainOnScreen, aFileThatCannotBeReadIsToldInABar)
 {
     haveRecords();
     writeFile("items.xml", "this is no property list");
+    writeFile("info.plist", "this is no property list");
     launch();
     ASSERT_EQ(barTexts().size(), 1);
-    EXPECT_TRUE(barTexts().first().contains("items.xml")) << barTexts().first().toStdString();
+    EXPECT_TRUE(barTexts().first().contains("items.xml could not be read")) << barTexts().first().toStdString();
+    EXPECT_TRUE(barTexts().first().contains("info.plist could not be read")) << barTexts().first().toStdString();
 }
 
 TEST_F(MainOnScreen, saysWhenItSaved)
@@ -463,6 +411,29 @@ TEST_F(MainOnScreen, saysWhenItSaved)
     settle();
     const QString saved = window->statusBar()->findChildren<Label*>().last()->text();
     EXPECT_TRUE(saved.startsWith("Saved ")) << saved.toStdString();
+}
+
+TEST_F(MainOnScreen, saysThatSettingsAreNotSavedUntilTheyAre)
+{
+    haveRecords();
+    launch();
+    const auto said = [this] { return window->statusBar()->findChildren<Label*>().last()->text(); };
+    ASSERT_TRUE(QDir(home() + "/Library/Preferences").removeRecursively());
+    QFile inTheWay(home() + "/Library/Preferences");
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    desktop->settingsStore().setText("word", "Job");
+
+    ASSERT_FALSE(desktop->keepSettings());
+    EXPECT_TRUE(said().startsWith("Not saved: ")) << said().toStdString();
+    EXPECT_TRUE(said().contains("Library/Preferences")) << said().toStdString();
+    // Records that are saved do not make it good.
+    desktop->session().writeDatabase(desktop->getItemManager());
+    settle();
+    EXPECT_TRUE(said().startsWith("Not saved: ")) << said().toStdString();
+
+    ASSERT_TRUE(inTheWay.remove());
+    ASSERT_TRUE(desktop->keepSettings());
+    EXPECT_TRUE(said().startsWith("Saved ")) << said().toStdString();
 }
 
 TEST_F(MainOnScreen, closingTheWindowWantsToQuitAndLeavesTheDecision)

@@ -81,6 +81,16 @@ TEST_F(SavingPanel, anotherEndingIsKeptAndOursComesBehindIt)
     EXPECT_EQ(panels.saveFile(panel).value_or("none"), path("invoice 1.2.pdf"));
 }
 
+TEST_F(SavingPanel, aFolderThatIsThereIsChosenAsItIs)
+{
+    ASSERT_TRUE(QDir(folder.path()).mkdir("Shop.vendb"));
+    panel.fileType = "vendb";
+    panel.name = {};
+    panel.what = SavePanel::What::existingFolder;
+    answer([](QFileDialog& dialog) { typeName(dialog, "Shop.vendb"); });
+    EXPECT_EQ(panels.saveFile(panel), path("Shop.vendb"));
+}
+
 TEST_F(SavingPanel, cancellingAnswersNothing)
 {
     answer([](QFileDialog& dialog) { dialog.reject(); });

@@ -3,7 +3,12 @@
 
 #include "UiTest.h"
 
+#include <QDir>
+#include <QFile>
 #include <QScreen>
+
+#include <sys/stat.h>
+#include <tuple>
 
 using namespace uitest;
 
@@ -46,6 +51,24 @@ TEST(WindowMemory, theLastPlaceCounts)
     QWidget next;
     WindowMemory::restore(next, "twice");
     EXPECT_EQ(next.size(), QSize(350, 250));
+}
+
+TEST(WindowMemory, aWindowThatStandsWhereItStoodWritesNothing)
+{
+    const auto file = [] {
+        struct stat status { };
+        EXPECT_EQ(stat(QFile::encodeName(QDir::homePath() + "/Library/Preferences/Vendaro.windows.ini"), &status), 0);
+        return std::tuple(status.st_ino, status.st_mtim.tv_sec, status.st_mtim.tv_nsec);
+    };
+    QWidget window;
+    window.resize(300, 200);
+    WindowMemory::remember(window, "still");
+    const auto written = file();
+    WindowMemory::remember(window, "still");
+    EXPECT_EQ(file(), written);
+    window.resize(310, 200);
+    WindowMemory::remember(window, "still");
+    EXPECT_NE(file(), written);
 }
 
 TEST(WindowMemory, aWindowThatStoodOnAScreenThatIsGoneComesBackWhereItCanBeSeen)

@@ -27,22 +27,57 @@ constexpr int daysOfBusiness = 730;
 constexpr std::array linesPerOrder {3, 2, 4, 1, 5, 3, 2, 4, 1, 5};
 constexpr std::array paymentsPerOrder {1, 0, 2, 1, 1, 3, 0, 1, 2, 1};
 
+/// A record file that is written while its records are made: a large business never stands in memory as a whole.
+class RecordWriter {
+public:
+    RecordWriter(const std::string& path, const char* key)
+        : m_target(path)
+        , m_writer([this](std::string_view bytes) { m_target.append(bytes); })
+    {
+        m_writer.openDict();
+        m_writer.key(key);
+        m_writer.openArray();
+    }
+    void append(const PlistValue& record) { m_writer.value(record); }
+    Result<void> finish()
+    {
+        m_writer.closeArray();
+        m_writer.closeDict();
+        m_writer.finish();
+        return m_target.commit();
+    }
+
+private:
+    SafeFile m_target;
+    PlistWriter m_writer;
+};
+
 struct Business {
-    PlistValue orders = PlistValue::makeArray();
-    PlistValue lines = PlistValue::makeArray();
-    PlistValue bills = PlistValue::makeArray();
-    PlistValue tasks = PlistValue::makeArray();
-    PlistValue goals = PlistValue::makeArray();
+    explicit Business(const std::string& folder)
+        : orders(folder + "/orders.xml", "orders")
+        , lines(folder + "/itemsordered.xml", "materials")
+        , bills(folder + "/bills.xml", "bills")
+        , tasks(folder + "/actions.xml", "actions")
+        , goals(folder + "/goals.xml", "goals")
+    {
+    }
+
+    RecordWriter orders;
+    RecordWriter lines;
+    RecordWriter bills;
+    RecordWriter tasks;
+    RecordWriter goals;
     int nextLine = 1;
     int nextBill = 1;
 };
 
 class Maker {
 public:
-    explicit Maker(int scale)
+    Maker(const std::string& folder, int scale)
         : m_scale(scale)
         , m_people(makePeople(m_chance, contactsAtScaleOne * scale))
         , m_stock(makeStock(m_chance, itemsAtScaleOne * scale, m_people.suppliers))
+        , m_business(folder)
     {
     }
 
@@ -57,7 +92,7 @@ public:
 
     const People& people() const { return m_people; }
     const Stock& stock() const { return m_stock; }
-    const Business& business() const { return m_business; }
+    Business& business() { return m_business; }
 
 private:
     struct Figures {
@@ -283,14 +318,10 @@ void Maker::makeGoals()
 
 Result<void> writeRecords(const std::string& folder, const char* file, const char* key, const PlistValue& records)
 {
-    SafeFile target(folder + "/" + file);
-    PlistWriter writer([&](std::string_view bytes) { target.append(bytes); });
-    writer.openDict();
-    writer.key(key);
-    writer.value(records);
-    writer.closeDict();
-    writer.finish();
-    return target.commit();
+    RecordWriter writer(folder + "/" + file, key);
+    for (const PlistValue& record : records.array())
+        writer.append(record);
+    return writer.finish();
 }
 
 PlistValue textDict(std::initializer_list<std::pair<const char*, const char*>> entries)
@@ -333,21 +364,21 @@ PlistValue settings()
 
 Result<void> writeBusiness(const std::string& folder, const std::string& settingsPath, int scale)
 {
-    Maker maker(scale);
+    Maker maker(folder, scale);
     maker.makeOrders();
     maker.makeTasks();
     maker.makeGoals();
-    const Business& business = maker.business();
+    Business& business = maker.business();
     const PlistValue info = textDict({{"dbName", "Sample Business"}, {"VendaroCurrency", "£"}, {"VendaroCurrencyCode", "GBP"},
         {"VendaroOrderPrefix", "INV"}, {"VendaroItemPrefix", ""}, {"VendaroContactPrefix", "C"}});
     const std::array results {
         writeRecords(folder, "contacts.xml", "contacts", maker.people().contacts),
-        writeRecords(folder, "orders.xml", "orders", business.orders),
+        business.orders.finish(),
         writeRecords(folder, "items.xml", "products", maker.stock().items),
-        writeRecords(folder, "itemsordered.xml", "materials", business.lines),
-        writeRecords(folder, "bills.xml", "bills", business.bills),
-        writeRecords(folder, "actions.xml", "actions", business.tasks),
-        writeRecords(folder, "goals.xml", "goals", business.goals),
+        business.lines.finish(),
+        business.bills.finish(),
+        business.tasks.finish(),
+        business.goals.finish(),
         writeFileSafely(folder + "/info.plist", plist::write(info)),
         writeFileSafely(settingsPath, plist::write(settings())),
     };

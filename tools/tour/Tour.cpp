@@ -1,5 +1,6 @@
 #include "Tour.h"
 
+#include "UpdateServer.h"
 #include "documents/CustomInvoiceController.h"
 #include "foundation/SafeFile.h"
 #include "storage/Settings.h"
@@ -11,7 +12,9 @@
 #include "ui/kit/SheetStack.h"
 #include "ui/kit/Theme.h"
 #include "ui/kit/UnderlineTabs.h"
+#include "ui/kit/SideBar.h"
 #include "ui/orders/OrderEditor.h"
+#include "ui/settings/SettingsWindow.h"
 #include "ui/shell/MainWindow.h"
 #include "ui/shell/Sheets.h"
 
@@ -19,15 +22,23 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QLineEdit>
+#include <QFile>
+#include <QHash>
+#include <QImage>
 #include <QProcess>
+#include <QTextEdit>
 #include <QTimer>
 
 #include <algorithm>
 
 namespace {
 
-constexpr int windowWidth = 1400;
-constexpr int windowHeight = 900;
+constexpr QSize fullWindow {1400, 900};
+/// In the manual a picture is as wide as a line of text, and its words are still read.
+constexpr QSize manualWindow {1080, 720};
+constexpr QSize manualEditor {1080, 700};
+constexpr double manualScale = 0.7;
 
 void settle(int milliseconds = 120)
 {
@@ -66,6 +77,22 @@ void showPeople(RecordTree& tree)
     }
 }
 
+/// With the colours that most of it has, which makes a small file.
+QImage inFewColours(const QImage& picture)
+{
+    const QImage plain = picture.convertToFormat(QImage::Format_RGB32);
+    QHash<QRgb, int> counts;
+    for (int y = 0; y < plain.height(); ++y) {
+        for (int x = 0; x < plain.width(); ++x)
+            ++counts[plain.pixel(x, y)];
+    }
+    QList<QRgb> colours = counts.keys();
+    std::sort(colours.begin(), colours.end(),
+        [&counts](QRgb one, QRgb other) { return std::pair(-counts[one], one) < std::pair(-counts[other], other); });
+    colours.resize(std::min<qsizetype>(colours.size(), 256));
+    return plain.convertToFormat(QImage::Format_Indexed8, colours, Qt::ThresholdDither);
+}
+
 QString textOfPdf(const QString& path)
 {
     QProcess reader;
@@ -95,11 +122,25 @@ QStringList Tour::go()
         inBothShades(&Tour::itemEditor);
         inBothShades(&Tour::contactEditors);
         inBothShades(&Tour::document);
-        checkInvoice();
+        inBothShades(&Tour::settings);
+        inBothShades(&Tour::notepad);
+        inBothShades(&Tour::update);
+        if (m_forManual.isEmpty())
+            checkInvoice();
         makeMishaps();
         inBothShades(&Tour::recovery);
+        inBothShades(&Tour::help);
+    }
+    for (const QString& name : m_forManual) {
+        if (!QFile::exists(m_folder + '/' + name + ".png"))
+            fail(QString("The manual shows \"%1\", which the tour does not come by.").arg(name));
     }
     return m_failures;
+}
+
+void Tour::takeForManual(const QStringList& names)
+{
+    m_forManual = names;
 }
 
 void Tour::inBothShades(void (Tour::*part)())
@@ -121,9 +162,24 @@ void Tour::take(QWidget* window, const char* name)
         return;
     }
     settle();
-    const QString file = QString("%1/%2-%3-%4.png").arg(m_folder).arg(m_number, 2, 10, QChar('0')).arg(name, m_shade);
-    if (!window->grab().save(file))
-        fail(file + " could not be written.");
+    if (!save(window->grab(), QString::fromLatin1(name)))
+        fail(QString("The picture \"%1\" could not be written.").arg(name));
+}
+
+bool Tour::save(const QPixmap& picture, const QString& name) const
+{
+    if (m_forManual.isEmpty())
+        return picture.save(QString("%1/%2-%3-%4.png").arg(m_folder).arg(m_number, 2, 10, QChar('0')).arg(name, m_shade));
+    if (!m_forManual.contains(name))
+        return true;
+    const QString ending = m_shade == "dark" ? "-dark.png" : ".png";
+    return inFewColours(picture.toImage().scaled(picture.size() * manualScale, Qt::KeepAspectRatio, Qt::SmoothTransformation))
+        .save(m_folder + '/' + name + ending, "PNG", 0);
+}
+
+QSize Tour::windowSize() const
+{
+    return m_forManual.isEmpty() ? fullWindow : manualWindow;
 }
 
 void Tour::takeSheet(QWidget* window, const char* name)
@@ -158,8 +214,12 @@ QWidget* Tour::windowNamed(const char* name) const
 void Tour::sheets()
 {
     MainWindow& window = m_program.windows().main();
-    window.resize(windowWidth, windowHeight);
+    window.resize(windowSize());
     window.showPage(Page::orders);
+    m_program.vendaro().tips().showNext();
+    take(windowNamed("TipsWindow"), "tip");
+    m_program.vendaro().tips().form.close();
+    window.activateWindow();
     take(&window, "welcome");
     window.showPage(Page::items);
     take(&window, "no-items");
@@ -205,6 +265,8 @@ void Tour::orderEditor()
     OrderEditor& editor = m_program.windows().order();
     orders.editThisOrder(*fullestOrder(m_program.vendaro()));
     settle();
+    if (!m_forManual.isEmpty())
+        editor.resize(manualEditor);
     static constexpr const char* names[] {"order", "order-contact", "order-second-contact", "order-payments", "order-repeat"};
     for (int tab = 0; tab < 5; ++tab) {
         editor.tabs()->setCurrentIndex(tab);
@@ -309,6 +371,68 @@ void Tour::document()
     settle();
 }
 
+void Tour::update()
+{
+    const UpdateServer server;
+    Vendaro& vendaro = m_program.vendaro();
+    vendaro.settingsStore().setText(settings::updateEndpoint, server.address("/updates.plist").toStdString());
+    vendaro.updates().checkForUpdates();
+    settle(1'000);
+    take(windowNamed("UpdateWindow"), "update");
+    vendaro.updates().form.getUpdate.trigger();
+    settle(1'000);
+    take(windowNamed("UpdateWindow"), "update-download");
+    vendaro.updates().form.close();
+    vendaro.settingsStore().remove(settings::updateEndpoint);
+    settle();
+}
+
+void Tour::settings()
+{
+    PrefsController& preferences = m_program.vendaro().getPrefsController();
+    preferences.openWindow();
+    SettingsWindow& window = m_program.windows().settings();
+    static constexpr const char* names[] {"settings", "settings-tax", "settings-words", "settings-lists", "settings-colours",
+        "settings-columns", "settings-time", "settings-documents", "settings-databases", "settings-look"};
+    preferences.form.colourStatus.edit(1);
+    for (int page = 0; page < window.pages()->count(); ++page) {
+        window.pages()->setCurrentRow(page);
+        take(&window, names[page]);
+    }
+    preferences.newDatabaseMenuItem();
+    preferences.newDatabase.displayName.edit("Side business");
+    takeSheet(&window, "new-database");
+    preferences.newDatabase.displayName.edit("Side/business");
+    takeSheet(&window, "new-database-fault");
+    SheetStack::instance().cancelAll();
+    showSettingsFaults();
+    preferences.form.leave.trigger();
+    settle();
+}
+
+/// What does not read, put right again afterwards.
+void Tour::showSettingsFaults()
+{
+    PrefsController& preferences = m_program.vendaro().getPrefsController();
+    SettingsWindow& window = m_program.windows().settings();
+    const QString warnLevel = preferences.form.stockWarn.text();
+    const QString shipping = preferences.form.taxShipping.text();
+    const std::string rate = preferences.getTaxRates()[1].rate;
+    preferences.form.stockWarn.edit("a few");
+    preferences.form.taxShipping.edit("Q");
+    preferences.setTaxRateValue("rate", 1, "5%");
+    window.pages()->setCurrentRow(0);
+    take(&window, "settings-fault");
+    window.pages()->setCurrentRow(1);
+    take(&window, "settings-tax-fault");
+    window.resize(window.minimumSize());
+    take(&window, "settings-small");
+    window.resize(880, 680);
+    preferences.form.stockWarn.edit(warnLevel);
+    preferences.form.taxShipping.edit(shipping);
+    preferences.setTaxRateValue("rate", 1, rate);
+}
+
 void Tour::makeMishaps()
 {
     Vendaro& vendaro = m_program.vendaro();
@@ -318,6 +442,34 @@ void Tour::makeMishaps()
         fail("Nothing could be put into the recovery store.");
     vendaro.getOrderManager().deleteItem(*fullestOrder(vendaro));
     vendaro.getContactManager().getnthItem(0)->setPhone("020 7946 0018");
+}
+
+void Tour::notepad()
+{
+    Notepad& notepad = m_program.vendaro().notepad();
+    notepad.open();
+    settle();
+    QWidget* window = windowNamed("NotepadWindow");
+    auto* text = window ? window->findChild<QTextEdit*>() : nullptr;
+    if (!text)
+        return fail("The notepad did not come up.");
+    text->setHtml(
+        "<p style='font-size:18pt; font-weight:600'>This week</p><p>Ring <b>Ada Penrose</b> about the oak shelves, "
+        "<i>before noon</i>.</p><p><span style='color:#b3261e'>Order wax: two tins left.</span> "
+        "<span style='color:#1f56c4'>Timber comes on Thursday.</span></p><p><span style='color:#000000'>Black from elsewhere</span> and "
+        "<span style='background:#ffe680'>marked words</span>.</p><p align='right'>Workshop closed 24 to 27 December</p>");
+    take(window, "notepad");
+    if (auto* find = window->findChild<QLineEdit*>("find")) {
+        find->setFocus();
+        find->setText("or");
+        Q_EMIT find->textEdited("or");
+        take(window, "notepad-find");
+        find->setText("nowhere");
+        Q_EMIT find->textEdited("nowhere");
+        take(window, "notepad-not-found");
+        find->clear();
+    }
+    window->close();
 }
 
 void Tour::recovery()
@@ -335,6 +487,17 @@ void Tour::recovery()
     take(window, "earlier-states");
     window->close();
     settle();
+}
+
+void Tour::help()
+{
+    for (const auto& [topic, name] : {std::pair("index", "help-contents"), std::pair("order", "help")}) {
+        m_program.windows().showHelp(QString::fromLatin1(topic));
+        QWidget* window = windowNamed("HelpWindow");
+        take(window, name);
+        if (window)
+            window->close();
+    }
 }
 
 void Tour::checkInvoice()

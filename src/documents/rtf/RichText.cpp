@@ -1,5 +1,7 @@
 #include "documents/rtf/RichText.h"
 
+#include "documents/rtf/RtfFormat.h"
+
 #include <QFileInfo>
 #include <QImageReader>
 #include <QTextCursor>
@@ -23,7 +25,7 @@ protected:
 /// The picture, by its base name only; nothing when it is missing, no picture, or too large.
 QImage readPicture(const QString& folder, const QString& name)
 {
-    const QFileInfo file(folder + '/' + QFileInfo(name).fileName());
+    const QFileInfo file(folder + '/' + pictureFileName(name));
     if (!file.isFile() || file.isSymLink() || file.size() > largestPictureFile)
         return {};
     QImageReader reader(file.filePath());
@@ -40,6 +42,7 @@ public:
     void write(const RichText& text)
     {
         m_cursor.beginEditBlock();
+        keepPage(text);
         for (std::size_t i = 0; i < text.blocks.size(); ++i) {
             if (const auto* paragraph = std::get_if<RichParagraph>(&text.blocks[i])) {
                 writeParagraph(*paragraph);
@@ -53,6 +56,15 @@ public:
     }
 
 private:
+    void keepPage(const RichText& text)
+    {
+        QTextFrameFormat format = m_document.rootFrame()->frameFormat();
+        format.setProperty(rtf::paperProperty, text.paper);
+        if (text.hasMargins)
+            format.setProperty(rtf::marginsProperty, QVariant::fromValue(text.margins));
+        m_document.rootFrame()->setFrameFormat(format);
+    }
+
     void writeParagraph(const RichParagraph& paragraph)
     {
         const QTextCharFormat first = paragraph.runs.empty() ? QTextCharFormat() : paragraph.runs.front().format;
@@ -75,7 +87,9 @@ private:
         const QUrl address(QString("picture:%1").arg(m_pictures++));
         m_document.addResource(QTextDocument::ImageResource, address, readPicture(m_folder, run.picture));
         QTextImageFormat format;
+        format.merge(run.format);
         format.setName(address.toString());
+        format.setProperty(rtf::pictureNameProperty, run.picture);
         if (!run.pictureSize.isEmpty()) {
             format.setWidth(run.pictureSize.width());
             format.setHeight(run.pictureSize.height());
@@ -121,23 +135,40 @@ private:
         for (const auto& row : table.rows)
             columns = std::max(columns, row.size());
         // A document starts with a paragraph, and one stands before every table; an unused one is taken as the place for it.
+        if (m_fresh) {
+            QTextBlockFormat place;
+            place.setProperty(rtf::placeForTableProperty, true);
+            m_cursor.setBlockFormat(place);
+        }
         QTextTable* made =
             m_cursor.insertTable(static_cast<int>(table.rows.size()), static_cast<int>(columns), tableFormat(table, above, below));
         for (std::size_t row = 0; row < table.rows.size(); ++row) {
-            for (std::size_t column = 0; column < table.rows[row].size(); ++column)
-                writeCell(made->cellAt(static_cast<int>(row), static_cast<int>(column)), table.rows[row][column]);
+            for (std::size_t column = 0; column < columns; ++column) {
+                const RichCell* cell = column < table.rows[row].size() ? &table.rows[row][column] : nullptr;
+                writeCell(*made, static_cast<int>(row), static_cast<int>(column), cell);
+            }
         }
         m_cursor = made->lastCursorPosition();
         m_cursor.movePosition(QTextCursor::NextBlock);
         m_fresh = true;
     }
 
-    void writeCell(const QTextTableCell& place, const RichCell& cell)
+    /// cell: none where the row ends sooner than others.
+    void writeCell(const QTextTable& table, int row, int column, const RichCell* cell)
     {
-        m_cursor = place.firstCursorPosition();
+        m_cursor = table.cellAt(row, column).firstCursorPosition();
         m_fresh = true;
-        for (const RichParagraph& paragraph : cell.paragraphs)
+        for (const RichParagraph& paragraph : cell ? cell->paragraphs : std::vector<RichParagraph>())
             writeParagraph(paragraph);
+        // The cell shares its format with its first paragraph's end, so this comes last.
+        QTextTableCell place = table.cellAt(row, column);
+        QTextCharFormat format = place.format();
+        if (cell) {
+            format.setProperty(rtf::cellEdgeProperty, cell->rightEdge);
+            format.setProperty(rtf::cellBorderProperty, cell->bordered);
+        } else
+            format.setProperty(rtf::cellFillsRowProperty, true);
+        place.setFormat(format);
     }
 
     QTextDocument& m_document;
@@ -195,6 +226,11 @@ std::unique_ptr<QTextDocument> makeDocument(const RichText& text, const QString&
     DocumentWriter(*document, pictureFolder).write(text);
     document->setUndoRedoEnabled(true);
     return document;
+}
+
+QString pictureFileName(const QString& name)
+{
+    return QFileInfo(name).fileName();
 }
 
 QString plainTextOf(const QTextDocument& document)

@@ -1,9 +1,8 @@
 #include "documents/rtf/RtfBuilder.h"
 
-#include <QColor>
-#include <QTextOption>
+#include "documents/rtf/RtfCodePage.h"
 
-#include <unicode/unistr.h>
+#include <QTextOption>
 
 #include <algorithm>
 #include <array>
@@ -16,49 +15,28 @@ constexpr std::size_t deepestGroup = 512;
 constexpr std::size_t mostCellsInARow = 64;
 constexpr qsizetype mostCharacters = 8'000'000;
 constexpr unsigned char pictureByte = 0xac;
-constexpr int macRoman = 10000;
-constexpr int utf8Page = 65001;
+constexpr std::u16string_view paragraphEnds = u"\n\r\u2029";
 
-/// Twentieths of a point to the layout's unit, the 96th of an inch.
-qreal fromTwips(int twips)
-{
-    return twips / 15.0;
-}
-
-qreal pointsFromTwips(int twips)
-{
-    return twips / 20.0;
-}
-
+/// What these hold is no part of the text.
 constexpr std::array<std::string_view, 14> skippedDestinations {"stylesheet", "info", "pict", "listtable", "listoverridetable", "generator",
     "header", "footer", "footnote", "filetbl", "revtbl", "object", "themedata", "colorschememapping"};
+/// And these the person would miss.
+constexpr std::array<std::string_view, 6> missedDestinations {"pict", "listtable", "header", "footer", "footnote", "object"};
 
-int codePageOfCharset(int charset)
+template <std::size_t N>
+bool isAmong(const std::array<std::string_view, N>& names, std::string_view name)
 {
-    switch (charset) {
-    case 77: return macRoman;
-    case 128: return 932;
-    case 129: return 949;
-    case 134: return 936;
-    case 136: return 950;
-    case 161: return 1253;
-    case 162: return 1254;
-    case 177: return 1255;
-    case 178: return 1256;
-    case 186: return 1257;
-    case 204: return 1251;
-    case 222: return 874;
-    case 238: return 1250;
-    default: return 0;
-    }
+    return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-QString decoded(std::string_view bytes, const std::string& page)
+/// Text as a document can hold it: two code points would end a frame of it.
+QString fitForDocument(QString text)
 {
-    icu::UnicodeString text(bytes.data(), static_cast<int32_t>(bytes.size()), page.c_str());
-    if (text.isEmpty())
-        text = icu::UnicodeString(bytes.data(), static_cast<int32_t>(bytes.size()), "windows-1252");
-    return QString::fromUtf16(text.getBuffer(), text.length());
+    for (QChar& character : text) {
+        if (character == QChar(0xfdd0) || character == QChar(0xfdd1))
+            character = QChar::ReplacementCharacter;
+    }
+    return text;
 }
 
 /// The address in a field's instruction: HYPERLINK "address".
@@ -73,6 +51,11 @@ QString linkIn(std::string_view instruction)
 }
 
 } // namespace
+
+bool RtfBuilder::passesOver(std::string_view destination)
+{
+    return isAmong(skippedDestinations, destination);
+}
 
 RichText RtfBuilder::build(std::string_view bytes)
 {
@@ -91,26 +74,26 @@ RichText RtfBuilder::build(std::string_view bytes)
                 word(token);
         }
     }
-    flushBytes();
+    settleText();
     closeTable();
-    m_paragraph.format = m_format;
-    m_text.blocks.emplace_back(std::move(m_paragraph));
+    m_text.blocks.emplace_back(finishedParagraph());
     return std::move(m_text);
 }
 
 void RtfBuilder::openGroup()
 {
-    flushBytes();
+    settleText();
     m_skipAfterUnicode = 0;
     if (m_stack.size() < deepestGroup)
         m_stack.push_back(m_state);
     else
         ++m_tooDeep;
+    m_leavesOut = m_leavesOut || m_tooDeep > 0;
 }
 
 void RtfBuilder::closeGroup()
 {
-    flushBytes();
+    settleText();
     m_skipAfterUnicode = 0;
     if (m_tooDeep > 0) {
         --m_tooDeep;
@@ -127,14 +110,11 @@ void RtfBuilder::closeGroup()
         endPicture();
 }
 
-std::string RtfBuilder::codePage() const
+int RtfBuilder::codePage() const
 {
     const auto charset = m_charsets.find(m_state.font);
-    const int ofFont = charset == m_charsets.end() ? 0 : codePageOfCharset(charset->second);
-    const int page = ofFont ? ofFont : m_ansiCodePage;
-    if (page == utf8Page)
-        return "UTF-8";
-    return page == macRoman ? "macintosh" : page >= 1250 && page <= 1258 ? "windows-" + std::to_string(page) : "cp" + std::to_string(page);
+    const int ofFont = charset == m_charsets.end() ? 0 : rtf::codePageOfCharset(charset->second);
+    return ofFont ? ofFont : m_ansiCodePage;
 }
 
 void RtfBuilder::takeBytes(std::string_view bytes)
@@ -160,50 +140,81 @@ void RtfBuilder::takeBytes(std::string_view bytes)
 
 void RtfBuilder::flushBytes()
 {
-    if (m_bytes.empty())
-        return;
-    const QString text = decoded(std::exchange(m_bytes, {}), codePage());
-    if (m_state.destination == Destination::fonts)
-        fontText(text);
-    else if (m_state.destination == Destination::picture)
-        pictureText(text);
-    else
-        appendText(text);
+    if (!m_bytes.empty())
+        takeText(rtf::decoded(std::exchange(m_bytes, {}), codePage()));
+}
+
+/// Half a letter whose other half did not come is a letter that cannot be shown.
+void RtfBuilder::endSurrogate()
+{
+    if (std::exchange(m_highSurrogate, u'\0'))
+        takeText(QString(QChar::ReplacementCharacter));
+}
+
+/// Before anything but text comes.
+void RtfBuilder::settleText()
+{
+    flushBytes();
+    endSurrogate();
 }
 
 void RtfBuilder::takeUnicode(int value)
 {
     flushBytes();
-    const auto unit = static_cast<char16_t>(value < 0 ? value + 0x10000 : value);
+    const QChar unit(static_cast<char16_t>(value < 0 ? value + 0x10000 : value));
     m_skipAfterUnicode = m_state.bytesAfterUnicode;
-    if (m_state.destination == Destination::picture)
-        return pictureText(QString(QChar(unit)));
-    if (m_state.destination != Destination::body)
-        return;
-    if (QChar::isHighSurrogate(unit)) {
-        m_highSurrogate = unit;
+    if (unit.isHighSurrogate()) {
+        endSurrogate();
+        m_highSurrogate = unit.unicode();
         return;
     }
-    if (QChar::isLowSurrogate(unit)) {
-        appendText(m_highSurrogate ? QString(QChar(m_highSurrogate)) + QChar(unit) : QString(QChar::ReplacementCharacter));
-        m_highSurrogate = 0;
-        return;
+    if (!unit.isLowSurrogate())
+        return takeText(QString(unit));
+    const char16_t high = std::exchange(m_highSurrogate, u'\0');
+    takeText(high ? QString(QChar(high)) + unit : QString(QChar::ReplacementCharacter));
+}
+
+void RtfBuilder::takeText(const QString& text)
+{
+    endSurrogate();
+    switch (m_state.destination) {
+    case Destination::body: appendParagraphs(text); break;
+    case Destination::fonts: fontText(text); break;
+    case Destination::picture: pictureText(text); break;
+    case Destination::fieldInstruction: m_instruction += text.toStdString(); break;
+    case Destination::colours:
+    case Destination::skipped: break;
     }
-    appendText(QString(QChar(unit)));
+}
+
+/// Line ends that were written as letters end paragraphs all the same.
+void RtfBuilder::appendParagraphs(const QString& text)
+{
+    const std::u16string_view letters(reinterpret_cast<const char16_t*>(text.utf16()), static_cast<std::size_t>(text.size()));
+    std::size_t start = 0;
+    for (std::size_t end = letters.find_first_of(paragraphEnds); end != letters.npos; end = letters.find_first_of(paragraphEnds, start)) {
+        appendText(text.mid(static_cast<qsizetype>(start), static_cast<qsizetype>(end - start)));
+        endParagraph();
+        start = end + (letters.substr(end).starts_with(u"\r\n") ? 2 : 1);
+    }
+    appendText(text.mid(static_cast<qsizetype>(start)));
 }
 
 void RtfBuilder::appendText(const QString& text)
 {
-    if (m_state.destination != Destination::body || text.isEmpty() || m_characters > mostCharacters)
+    if (text.isEmpty())
+        return;
+    m_leavesOut = m_leavesOut || m_characters > mostCharacters;
+    if (m_characters > mostCharacters)
         return;
     if (!m_inTable)
         closeTable();
     m_characters += text.size();
     QTextCharFormat format = characterFormat();
     if (!m_paragraph.runs.empty() && m_paragraph.runs.back().picture.isEmpty() && m_paragraph.runs.back().format == format)
-        m_paragraph.runs.back().text += text;
+        m_paragraph.runs.back().text += fitForDocument(text);
     else
-        m_paragraph.runs.push_back({text, std::move(format), {}, {}});
+        m_paragraph.runs.push_back({fitForDocument(text), std::move(format), {}, {}});
 }
 
 void RtfBuilder::symbol(char character)
@@ -211,16 +222,16 @@ void RtfBuilder::symbol(char character)
     switch (character) {
     case '\n':
     case '\r':
-        flushBytes();
+        settleText();
         endParagraph();
         break;
     case '~':
         flushBytes();
-        appendText(QString(QChar::Nbsp));
+        takeText(QString(QChar::Nbsp));
         break;
     case '_':
         flushBytes();
-        appendText(QString(QChar(0x2011)));
+        takeText(QString(QChar(0x2011)));
         break;
     case '*': m_state.destination = m_state.destination == Destination::body ? Destination::skipped : m_state.destination; break;
     case '\\':
@@ -241,12 +252,12 @@ void RtfBuilder::word(const RtfToken& token)
         return;
     }
     if (m_state.destination == Destination::picture) {
-        flushBytes();
+        settleText();
         m_pictureNameDone = true;
         if (name == "width")
-            m_pictureSize.setWidth(fromTwips(value));
+            m_pictureSize.setWidth(rtf::unitsFromTwips(std::clamp(value, 0, rtf::largestPicture)));
         else if (name == "height")
-            m_pictureSize.setHeight(fromTwips(value));
+            m_pictureSize.setHeight(rtf::unitsFromTwips(std::clamp(value, 0, rtf::largestPicture)));
         return;
     }
     if (m_state.destination == Destination::colours) {
@@ -255,7 +266,7 @@ void RtfBuilder::word(const RtfToken& token)
         part = std::clamp(value, 0, 255);
         return;
     }
-    flushBytes();
+    settleText();
     if (m_state.destination == Destination::fonts) {
         if (name == "f")
             m_fontBeingRead = value;
@@ -286,8 +297,9 @@ bool RtfBuilder::destinationWord(std::string_view name)
         m_pictureName.clear();
         m_pictureNameDone = false;
         m_pictureSize = {};
-    } else if (std::find(skippedDestinations.begin(), skippedDestinations.end(), name) != skippedDestinations.end()) {
+    } else if (passesOver(name)) {
         m_state.destination = Destination::skipped;
+        m_leavesOut = m_leavesOut || isAmong(missedDestinations, name);
     } else {
         return false;
     }
@@ -299,7 +311,7 @@ bool RtfBuilder::specialWord(std::string_view name)
     if (name == "par" || name == "sect")
         endParagraph();
     else if (name == "page")
-        m_format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+        m_pageBreak = true;
     else if (name == "tab")
         appendText("\t");
     else if (name == "line")
@@ -335,6 +347,8 @@ bool RtfBuilder::characterWord(std::string_view name, int value, bool off)
         m_state.strike = !off;
     else if (name == "cf")
         m_state.colour = value;
+    else if (name == "cb" || name == "highlight")
+        m_state.background = value;
     else if (name == "super")
         m_state.vertical = off ? 0 : 1;
     else if (name == "sub")
@@ -342,10 +356,20 @@ bool RtfBuilder::characterWord(std::string_view name, int value, bool off)
     else if (name == "nosupersub")
         m_state.vertical = 0;
     else if (name == "plain")
-        m_state = State {m_state.destination, m_state.font, 12, false, false, false, false, 0, 0, m_state.bytesAfterUnicode, m_state.link};
+        makePlain();
     else
         return false;
     return true;
+}
+
+void RtfBuilder::makePlain()
+{
+    State plain;
+    plain.destination = m_state.destination;
+    plain.font = m_state.font;
+    plain.bytesAfterUnicode = m_state.bytesAfterUnicode;
+    plain.link = m_state.link;
+    m_state = plain;
 }
 
 bool RtfBuilder::paragraphWord(std::string_view name, int value)
@@ -364,21 +388,22 @@ bool RtfBuilder::paragraphWord(std::string_view name, int value)
     else if (name == "qj")
         m_format.setAlignment(Qt::AlignJustify);
     else if (name == "li")
-        m_format.setLeftMargin(fromTwips(std::clamp(value, 0, 20000)));
+        m_format.setLeftMargin(rtf::unitsFromTwips(std::clamp(value, 0, rtf::largestIndent)));
     else if (name == "ri")
-        m_format.setRightMargin(fromTwips(std::clamp(value, 0, 20000)));
+        m_format.setRightMargin(rtf::unitsFromTwips(std::clamp(value, 0, rtf::largestIndent)));
     else if (name == "fi")
-        m_format.setTextIndent(fromTwips(std::clamp(value, -20000, 20000)));
+        m_format.setTextIndent(rtf::unitsFromTwips(std::clamp(value, -rtf::largestIndent, rtf::largestIndent)));
     else if (name == "sb")
-        m_format.setTopMargin(fromTwips(std::clamp(value, 0, 20000)));
+        m_format.setTopMargin(rtf::unitsFromTwips(std::clamp(value, 0, rtf::largestIndent)));
     else if (name == "sa")
-        m_format.setBottomMargin(fromTwips(std::clamp(value, 0, 20000)));
+        m_format.setBottomMargin(rtf::unitsFromTwips(std::clamp(value, 0, rtf::largestIndent)));
     else if (name == "tqr")
         m_nextTab = QTextOption::RightTab;
     else if (name == "tqc")
         m_nextTab = QTextOption::CenterTab;
     else if (name == "tx") {
-        m_tabs.append(QTextOption::Tab(fromTwips(std::clamp(value, 0, 40000)), std::exchange(m_nextTab, QTextOption::LeftTab)));
+        const qreal place = rtf::unitsFromTwips(std::clamp(value, 0, rtf::largestTab));
+        m_tabs.append(QTextOption::Tab(place, std::exchange(m_nextTab, QTextOption::LeftTab)));
         m_format.setTabPositions(m_tabs);
     } else
         return false;
@@ -394,14 +419,14 @@ bool RtfBuilder::tableWord(std::string_view name, int value)
         m_nextCellBordered = false;
         m_nextCellWidth = 0;
     } else if (name == "clwWidth")
-        m_nextCellWidth = std::clamp(value, 0, 40000);
+        m_nextCellWidth = std::clamp(value, 0, rtf::widestTable);
     else if (name == "brdrs")
         m_nextCellBordered = true;
     else if (name == "cellx") {
-        RichCell shape;
-        const qreal left = m_cellShapes.empty() ? 0 : m_cellShapes.back().rightEdge;
+        const int left = m_cellShapes.empty() ? 0 : rtf::twipsFromUnits(m_cellShapes.back().rightEdge);
         const int width = std::exchange(m_nextCellWidth, 0);
-        shape.rightEdge = width > 0 ? left + fromTwips(width) : fromTwips(std::clamp(value, 0, 40000));
+        RichCell shape;
+        shape.rightEdge = rtf::unitsFromTwips(std::clamp(width > 0 ? left + width : value, 0, rtf::widestTable));
         shape.bordered = std::exchange(m_nextCellBordered, false);
         m_cellShapes.push_back(shape);
     } else if (name == "cell")
@@ -415,9 +440,9 @@ bool RtfBuilder::tableWord(std::string_view name, int value)
 
 bool RtfBuilder::pageWord(std::string_view name, int value)
 {
-    const qreal points = pointsFromTwips(std::clamp(value, 0, 60000));
+    const qreal points = rtf::pointsFromTwips(std::clamp(value, 0, rtf::largestPaper));
     if (name == "mac")
-        m_ansiCodePage = macRoman;
+        m_ansiCodePage = rtf::macRoman;
     else if (name == "ansicpg" && value > 0)
         m_ansiCodePage = value;
     else if (name == "paperw")
@@ -444,18 +469,23 @@ void RtfBuilder::endParagraph()
         return;
     if (!m_inTable)
         closeTable();
-    m_paragraph.format = m_format;
     if (m_inTable)
-        m_cell.push_back(std::exchange(m_paragraph, {}));
+        m_cell.push_back(finishedParagraph());
     else
-        m_text.blocks.emplace_back(std::exchange(m_paragraph, {}));
-    m_format.setPageBreakPolicy(QTextFormat::PageBreak_Auto);
+        m_text.blocks.emplace_back(finishedParagraph());
+}
+
+RichParagraph RtfBuilder::finishedParagraph()
+{
+    m_paragraph.format = rtf::writtenPartOf(m_format);
+    if (std::exchange(m_pageBreak, false))
+        m_paragraph.format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+    return std::exchange(m_paragraph, {});
 }
 
 void RtfBuilder::endCell()
 {
-    m_paragraph.format = m_format;
-    m_cell.push_back(std::exchange(m_paragraph, {}));
+    m_cell.push_back(finishedParagraph());
     if (m_row.size() == mostCellsInARow) {
         std::vector<RichParagraph>& last = m_row.back().paragraphs;
         std::move(m_cell.begin(), m_cell.end(), std::back_inserter(last));
@@ -480,8 +510,14 @@ void RtfBuilder::closeTable()
         endCell();
     if (!m_row.empty())
         endRow();
-    if (!m_table.rows.empty())
-        m_text.blocks.emplace_back(std::exchange(m_table, {}));
+    if (m_table.rows.empty())
+        return;
+    // With nothing in between it is the same table.
+    if (RichTable* last = m_text.blocks.empty() ? nullptr : std::get_if<RichTable>(&m_text.blocks.back()))
+        std::move(m_table.rows.begin(), m_table.rows.end(), std::back_inserter(last->rows));
+    else
+        m_text.blocks.emplace_back(std::move(m_table));
+    m_table = {};
 }
 
 void RtfBuilder::endPicture()
@@ -492,7 +528,8 @@ void RtfBuilder::endPicture()
         return;
     if (!m_inTable)
         closeTable();
-    m_paragraph.runs.push_back({QString(), characterFormat(), name, m_pictureSize});
+    const QSizeF size = m_pictureSize.isEmpty() ? QSizeF() : m_pictureSize;
+    m_paragraph.runs.push_back({QString(), linkFormat(), name, size});
 }
 
 void RtfBuilder::pictureText(const QString& text)
@@ -523,38 +560,36 @@ void RtfBuilder::colourText(std::string_view bytes)
     }
 }
 
-QTextCharFormat RtfBuilder::characterFormat() const
+QColor RtfBuilder::colourAt(int index) const
 {
-    QTextCharFormat format;
-    const auto font = m_fonts.find(m_state.font);
-    const QString name = font == m_fonts.end() ? QString("Helvetica") : font->second;
-    const QString style = name.section('-', 1);
-    QString family = name.section('-', 0, 0);
-    if (family.isEmpty() || family == "Helvetica" || family == "HelveticaNeue" || family == "Helvetica Neue" || family == "Arial")
-        family = "Liberation Sans";
-    else if (family == "Times" || family == "Times New Roman" || family == "TimesNewRomanPS")
-        family = "Liberation Serif";
-    else if (family == "Courier" || family == "Menlo" || family == "Monaco" || family == "Courier New")
-        family = "Liberation Mono";
-    format.setFontFamilies({family});
-    format.setFontPointSize(m_state.size);
-    format.setFontWeight(m_state.bold || style.contains("Bold") ? QFont::Bold : QFont::Normal);
-    format.setFontItalic(m_state.italic || style.contains("Italic") || style.contains("Oblique"));
-    format.setFontUnderline(m_state.underline);
-    format.setFontStrikeOut(m_state.strike);
-    if (m_state.vertical != 0)
-        format.setVerticalAlignment(m_state.vertical > 0 ? QTextCharFormat::AlignSuperScript : QTextCharFormat::AlignSubScript);
-    const auto index = static_cast<std::size_t>(std::max(m_state.colour, 0));
-    if (index < m_colours.size() && m_colours[index].isValid())
-        format.setForeground(m_colours[index]);
-    applyLink(format);
-    return format;
+    const auto place = static_cast<std::size_t>(std::max(index, 0));
+    return place < m_colours.size() ? m_colours[place] : QColor();
 }
 
-void RtfBuilder::applyLink(QTextCharFormat& format) const
+QTextCharFormat RtfBuilder::characterFormat() const
 {
+    const auto font = m_fonts.find(m_state.font);
+    rtf::CharacterStyle style;
+    style.font = font == m_fonts.end() || font->second.isEmpty() ? QString("Helvetica") : font->second;
+    style.size = m_state.size;
+    style.bold = m_state.bold || rtf::isBoldByName(style.font);
+    style.italic = m_state.italic || rtf::isItalicByName(style.font);
+    style.underline = m_state.underline;
+    style.strike = m_state.strike;
+    style.vertical = m_state.vertical;
+    style.colour = colourAt(m_state.colour);
+    style.background = colourAt(m_state.background);
+    style.link = m_state.link;
+    return rtf::formatOf(style);
+}
+
+/// A picture has no other format.
+QTextCharFormat RtfBuilder::linkFormat() const
+{
+    QTextCharFormat format;
     if (m_state.link.isEmpty())
-        return;
+        return format;
     format.setAnchor(true);
     format.setAnchorHref(m_state.link);
+    return format;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "documents/rtf/RichText.h"
+#include "documents/rtf/RtfFormat.h"
 #include "documents/rtf/RtfTokenizer.h"
 
 #include <string>
@@ -13,6 +14,11 @@ class RtfBuilder {
 public:
     /// Reads everything; what is unknown or malformed is passed over.
     RichText build(std::string_view bytes);
+    /// Whether the file holds things that a person would miss in what was built: pictures in the text itself, headers, notes, the
+    /// numbering of lists, or more than can be read.
+    bool leavesOut() const { return m_leavesOut; }
+    /// Whether what a destination of that name holds is no part of the text.
+    static bool passesOver(std::string_view destination);
 
 private:
     enum class Destination { body, skipped, fonts, colours, fieldInstruction, picture };
@@ -25,6 +31,7 @@ private:
         bool underline = false;
         bool strike = false;
         int colour = 0;
+        int background = 0;
         int vertical = 0;
         int bytesAfterUnicode = 1;
         QString link;
@@ -43,8 +50,14 @@ private:
     void takeBytes(std::string_view bytes);
     void takeUnicode(int value);
     void flushBytes();
+    void endSurrogate();
+    void settleText();
+    void takeText(const QString& text);
+    void appendParagraphs(const QString& text);
     void appendText(const QString& text);
+    void makePlain();
     void endParagraph();
+    RichParagraph finishedParagraph();
     void endCell();
     void endRow();
     void closeTable();
@@ -52,9 +65,10 @@ private:
     void pictureText(const QString& text);
     void fontText(const QString& text);
     void colourText(std::string_view bytes);
-    std::string codePage() const;
+    int codePage() const;
+    QColor colourAt(int index) const;
     QTextCharFormat characterFormat() const;
-    void applyLink(QTextCharFormat& format) const;
+    QTextCharFormat linkFormat() const;
 
     RichText m_text;
     State m_state;
@@ -68,6 +82,7 @@ private:
     QTextBlockFormat m_format;
     QList<QTextOption::Tab> m_tabs;
     QTextOption::TabType m_nextTab = QTextOption::LeftTab;
+    bool m_pageBreak = false;
     bool m_inTable = false;
     RichTable m_table;
     std::vector<RichCell> m_row;
@@ -94,4 +109,5 @@ private:
     bool m_swallowPictureByte = false;
     int m_ansiCodePage = 1252;
     qsizetype m_characters = 0;
+    bool m_leavesOut = false;
 };

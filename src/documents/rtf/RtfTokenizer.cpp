@@ -33,6 +33,7 @@ RtfToken RtfTokenizer::next()
     // Line ends between tokens only make the file readable.
     while (m_at < m_bytes.size() && (m_bytes[m_at] == '\r' || m_bytes[m_at] == '\n' || m_bytes[m_at] == '\0'))
         ++m_at;
+    m_begin = m_at;
     if (m_at >= m_bytes.size())
         return {};
     switch (m_bytes[m_at]) {

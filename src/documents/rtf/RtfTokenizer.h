@@ -21,6 +21,9 @@ public:
     RtfToken next();
     /// Passes over raw bytes that follow a word like "bin".
     void skip(std::size_t bytes);
+    /// Where the token that came last begins and ends.
+    std::size_t tokenBegin() const { return m_begin; }
+    std::size_t tokenEnd() const { return m_at; }
 
 private:
     RtfToken word();
@@ -28,5 +31,6 @@ private:
     RtfToken plain();
 
     std::string_view m_bytes;
+    std::size_t m_begin = 0;
     std::size_t m_at = 0;
 };

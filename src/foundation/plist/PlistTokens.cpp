@@ -17,6 +17,11 @@ std::string named(std::string_view element)
 }
 
 constexpr std::string_view xmlBlanks = " \t\r\n";
+bool isXmlBlank(char character)
+{
+    return xmlBlanks.find(character) != std::string_view::npos;
+}
+
 constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
 
 struct ElementName {
@@ -129,7 +134,8 @@ PlistTokens::Token PlistTokens::next()
         return owed;
     }
     for (;;) {
-        m_at = std::min(m_bytes.find_first_not_of(xmlBlanks, m_at), m_bytes.size());
+        while (m_at < m_bytes.size() && isXmlBlank(m_bytes[m_at]))
+            ++m_at;
         if (m_at == m_bytes.size())
             return m_root == Root::open ? fail("the file ends too early") : Token::end;
         if (m_bytes[m_at] != '<')

@@ -18,6 +18,15 @@ public:
     /// Of a key or scalar: its text with entities resolved and line ends as LF. Good until the next call.
     std::string_view text() const { return m_text; }
 
+    /// Passes these bytes when they come next, as they stand; for tags whose meaning the caller knows.
+    bool take(std::string_view expected)
+    {
+        if (m_owesArrayClose || m_owesDictClose || !m_error.empty() || m_bytes.compare(m_at, expected.size(), expected) != 0)
+            return false;
+        m_at += expected.size();
+        return true;
+    }
+
     /// Where the next token starts. Going back is only allowed to a place that was asked for.
     std::size_t position() const { return m_at; }
     void setPosition(std::size_t position) { m_at = position; }

@@ -3,11 +3,16 @@
 #include "foundation/Text.h"
 
 #include <algorithm>
-#include <array>
+#include <cstring>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace {
 
-constexpr std::size_t writerBuffer = 1 << 20;
+/// A line that is begun before the buffer is full seldom needs more than this beyond it.
+constexpr std::size_t roomForLine = 1 << 12;
 constexpr std::string_view documentHead =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
     "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
@@ -33,21 +38,61 @@ bool isEscaped(char character)
     return character == '&' || character == '<' || character == '>' || character == '\r';
 }
 
-/// Marks what stands in the file as it is: visible ASCII that needs no escaping.
-constexpr std::array<bool, 256> plainBytes = [] {
-    std::array<bool, 256> plain {};
-    for (std::size_t byte = 0x20; byte < 0x7f; ++byte)
-        plain[byte] = byte != '&' && byte != '<' && byte != '>';
-    return plain;
-}();
-
-bool isPlain(std::string_view text)
+bool isPlainByte(char character)
 {
-    bool plain = true;
-    for (const char byte : text)
-        plain &= plainBytes[static_cast<unsigned char>(byte)];
+    return character >= 0x20 && character < 0x7f && !isEscaped(character);
+}
+
+#ifdef __SSE2__
+
+constexpr std::size_t blockSize = sizeof(__m128i);
+
+/// Whether sixteen bytes are plain.
+bool isPlainBlock(__m128i block)
+{
+    const auto are = [&](char byte) { return _mm_cmpeq_epi8(block, _mm_set1_epi8(byte)); };
+    // What is not ASCII is negative here.
+    const __m128i outside = _mm_or_si128(_mm_cmplt_epi8(block, _mm_set1_epi8(0x20)), are(0x7f));
+    const __m128i escaped = _mm_or_si128(are('&'), _mm_or_si128(are('<'), are('>')));
+    return _mm_movemask_epi8(_mm_or_si128(outside, escaped)) == 0;
+}
+
+bool copyPlainBlock(char* place, const char* bytes)
+{
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(place), block);
+    return isPlainBlock(block);
+}
+
+/// Of at least sixteen bytes. The last block ends where the text does, whatever of it was copied already.
+bool copyPlainBlocks(char* place, std::string_view text)
+{
+    const std::size_t last = text.size() - blockSize;
+    bool plain = copyPlainBlock(place + last, text.data() + last);
+    for (std::size_t at = 0; at < last; at += blockSize)
+        plain &= copyPlainBlock(place + at, text.data() + at);
     return plain;
 }
+
+/// Copies a text of one to two words: the first and the last of it, which may have bytes in common.
+template <class Word>
+bool copyPlainEnds(char* place, std::string_view text)
+{
+    const std::size_t end = text.size() - sizeof(Word);
+    Word first;
+    Word last;
+    std::memcpy(&first, text.data(), sizeof first);
+    std::memcpy(&last, text.data() + end, sizeof last);
+    std::memcpy(place, &first, sizeof first);
+    std::memcpy(place + end, &last, sizeof last);
+    if constexpr (sizeof(Word) == sizeof(std::uint64_t))
+        return isPlainBlock(_mm_set_epi64x(static_cast<long long>(last), static_cast<long long>(first)));
+    else
+        return isPlainBlock(
+            _mm_set_epi32(static_cast<int>(last), static_cast<int>(first), static_cast<int>(last), static_cast<int>(first)));
+}
+
+#endif
 
 const char* elementFor(PlistValue::Kind kind)
 {
@@ -58,21 +103,47 @@ const char* elementFor(PlistValue::Kind kind)
 
 PlistWriter::PlistWriter(Sink sink) : m_sink(std::move(sink))
 {
-    m_buffer.reserve(writerBuffer + writerBuffer / 8);
-    m_buffer = documentHead;
+    append(documentHead);
+}
+
+void PlistWriter::makeRoom(std::size_t bytes)
+{
+    const std::size_t needed = m_used + bytes;
+    m_buffer.resize(std::max(needed, std::min(2 * needed, fullBuffer + roomForLine)));
+}
+
+/// Copies the text and answers whether it may stand in the file as it is.
+bool PlistWriter::copyPlain(char* place, std::string_view text)
+{
+#ifdef __SSE2__
+    if (text.size() >= blockSize)
+        return copyPlainBlocks(place, text);
+    if (text.size() >= sizeof(std::uint64_t))
+        return copyPlainEnds<std::uint64_t>(place, text);
+    if (text.size() >= sizeof(std::uint32_t))
+        return copyPlainEnds<std::uint32_t>(place, text);
+#endif
+    std::copy(text.begin(), text.end(), place);
+    return std::all_of(text.begin(), text.end(), isPlainByte);
+}
+
+void PlistWriter::append(std::string_view bytes)
+{
+    std::copy(bytes.begin(), bytes.end(), roomFor(bytes.size()));
+    m_used += bytes.size();
 }
 
 void PlistWriter::indent()
 {
-    m_buffer.append(m_depth, '\t');
+    std::fill_n(roomFor(m_depth), m_depth, '\t');
+    m_used += m_depth;
 }
 
-void PlistWriter::flushWhenFull()
+void PlistWriter::handOver()
 {
-    if (m_buffer.size() < writerBuffer)
-        return;
+    m_buffer.resize(m_used);
     m_sink(m_buffer);
-    m_buffer.clear();
+    m_used = 0;
 }
 
 /// Something comes next: a list or dictionary that was held back because it might be empty is not.
@@ -82,14 +153,22 @@ void PlistWriter::begin()
     indent();
 }
 
-void PlistWriter::beginLine()
+void PlistWriter::beginLineSlowly()
 {
     if (m_pending) {
-        m_buffer.append("<").append(m_pending).append(">\n");
+        appendTag("<", m_pending, ">\n");
         m_pending = nullptr;
         ++m_depth;
     }
-    flushWhenFull();
+    if (m_used >= fullBuffer)
+        handOver();
+}
+
+void PlistWriter::appendTag(std::string_view before, std::string_view element, std::string_view after)
+{
+    append(before);
+    append(element);
+    append(after);
 }
 
 void PlistWriter::open(const char* element)
@@ -101,19 +180,19 @@ void PlistWriter::open(const char* element)
 void PlistWriter::close(const char* element)
 {
     if (m_pending) {
-        m_buffer.append("<").append(element).append("/>\n");
+        appendTag("<", element, "/>\n");
         m_pending = nullptr;
         return;
     }
     --m_depth;
     indent();
-    m_buffer.append("</").append(element).append(">\n");
+    appendTag("</", element, ">\n");
 }
 
 void PlistWriter::appendEscaped(std::string_view text)
 {
-    if (isPlain(text)) {
-        m_buffer += text;
+    if (copyPlain(roomFor(text.size()), text)) {
+        m_used += text.size();
         return;
     }
     if (!isCleanUtf8(text))
@@ -121,11 +200,11 @@ void PlistWriter::appendEscaped(std::string_view text)
     for (std::size_t at = 0; at < text.size();) {
         const auto found = std::find_if(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(), isEscaped);
         const auto special = static_cast<std::size_t>(found - text.begin());
-        m_buffer += text.substr(at, special - at);
+        append(text.substr(at, special - at));
         if (special == text.size())
             return;
         const char character = text[special];
-        m_buffer += character == '&' ? "&amp;" : character == '<' ? "&lt;" : character == '>' ? "&gt;" : "&#13;";
+        append(character == '&' ? "&amp;" : character == '<' ? "&lt;" : character == '>' ? "&gt;" : "&#13;");
         at = special + 1;
     }
 }
@@ -133,61 +212,62 @@ void PlistWriter::appendEscaped(std::string_view text)
 void PlistWriter::key(std::string_view name)
 {
     begin();
-    m_buffer += "<key>";
+    append("<key>");
     appendEscaped(name);
-    m_buffer += "</key>\n";
+    append("</key>\n");
 }
 
 void PlistWriter::text(std::string_view text)
 {
     begin();
-    m_buffer += "<string>";
+    append("<string>");
     appendEscaped(text);
-    m_buffer += "</string>\n";
+    append(textEnd);
 }
 
-std::string PlistWriter::opening(std::string_view key, std::size_t depth)
+PlistWriter::Opening::Opening(std::string_view key, std::size_t depth)
 {
     const std::string indent(depth, '\t');
-    return indent + "<key>" + std::string(key) + "</key>\n" + indent + "<string>";
+    m_bytes = indent + "<key>" + std::string(key) + "</key>\n" + indent + "<string>";
+    m_size = m_bytes.size();
+    m_bytes.resize((m_size + step - 1) / step * step);
 }
 
-void PlistWriter::textAfter(std::string_view opening, std::string_view text)
+void PlistWriter::endEscaped(std::string_view text)
 {
-    beginLine();
-    m_buffer += opening;
     appendEscaped(text);
-    m_buffer += "</string>\n";
+    append(textEnd);
 }
 
 void PlistWriter::scalar(const char* element, std::string_view text)
 {
     begin();
-    m_buffer.append("<").append(element).append(">");
+    appendTag("<", element, ">");
     appendEscaped(text);
-    m_buffer.append("</").append(element).append(">\n");
+    appendTag("</", element, ">\n");
 }
 
 void PlistWriter::boolean(bool value)
 {
     begin();
-    m_buffer += value ? "<true/>\n" : "<false/>\n";
+    append(value ? "<true/>\n" : "<false/>\n");
 }
 
 void PlistWriter::data(std::string_view bytes)
 {
     begin();
-    m_buffer += "<data>\n";
+    append("<data>\n");
     const std::string text = encodeBase64(bytes);
     // Lines of 76 characters, less eight for every level of indent, but at least 16.
     const std::size_t indented = 8 * m_depth;
     const std::size_t width = std::max<std::size_t>(16, indented < 76 ? 76 - indented : 0) / 4 * 4;
     for (std::size_t at = 0; at < text.size(); at += width) {
         indent();
-        m_buffer.append(text, at, width).append("\n");
+        append(std::string_view(text).substr(at, width));
+        append("\n");
     }
     indent();
-    m_buffer += "</data>\n";
+    append("</data>\n");
 }
 
 void PlistWriter::value(const PlistValue& value)
@@ -219,9 +299,8 @@ void PlistWriter::value(const PlistValue& value)
 
 void PlistWriter::finish()
 {
-    m_buffer += documentEnd;
-    m_sink(m_buffer);
-    m_buffer.clear();
+    append(documentEnd);
+    handOver();
 }
 
 std::string plist::write(const PlistValue& value)

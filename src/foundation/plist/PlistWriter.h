@@ -6,7 +6,9 @@
 
 #include "foundation/plist/PlistValue.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -14,7 +16,8 @@
 
 class PlistWriter {
 public:
-    using Sink = std::function<void(std::string_view)>;
+    /// Takes the next bytes. What it leaves in their place is not looked at: it may exchange the memory for some of its own.
+    using Sink = std::function<void(std::string& bytes)>;
     explicit PlistWriter(Sink sink);
 
     void openDict() { open("dict"); }
@@ -23,10 +26,37 @@ public:
     void closeArray() { close("array"); }
     void key(std::string_view name);
     void text(std::string_view text);
-    /// What stands before the text of a key at this depth; for textAfter().
-    static std::string opening(std::string_view key, std::size_t depth);
+    /// What stands before the text of a key at a depth. Whole steps are copied, since their number is all that has to be found out then.
+    class Opening {
+    public:
+        Opening(std::string_view key, std::size_t depth);
+
+    private:
+        friend class PlistWriter;
+        static constexpr std::size_t step = 32;
+        void copyTo(char* place) const
+        {
+            for (std::size_t at = 0; at < m_bytes.size(); at += step)
+                std::memcpy(place + at, m_bytes.data() + at, step);
+        }
+        /// Filled up to whole steps.
+        std::string m_bytes;
+        std::size_t m_size = 0;
+    };
+    static Opening opening(std::string_view key, std::size_t depth) { return {key, depth}; }
     /// A key and its text in one go; opening was made for the depth that is written at.
-    void textAfter(std::string_view opening, std::string_view text);
+    void textAfter(const Opening& opening, std::string_view text)
+    {
+        beginLine();
+        char* place = roomFor(opening.m_bytes.size() + text.size() + textEnd.size());
+        opening.copyTo(place);
+        place += opening.m_size;
+        m_used += opening.m_size;
+        if (!copyPlain(place, text))
+            return endEscaped(text);
+        std::copy(textEnd.begin(), textEnd.end(), place + text.size());
+        m_used += text.size() + textEnd.size();
+    }
     void boolean(bool value);
     /// Base64 in lines at the indent of the value.
     void data(std::string_view bytes);
@@ -38,16 +68,38 @@ public:
     void finish();
 
 private:
+    /// Small enough to stay in the processor's cache until it is written.
+    static constexpr std::size_t fullBuffer = 1 << 18;
+    static constexpr std::string_view textEnd = "</string>\n";
+
     void open(const char* element);
     void close(const char* element);
     void begin();
-    void beginLine();
+    void beginLine()
+    {
+        if (m_pending || m_used >= fullBuffer)
+            beginLineSlowly();
+    }
+    void beginLineSlowly();
     void indent();
-    void flushWhenFull();
+    void handOver();
+    /// Where so many bytes may be put next.
+    char* roomFor(std::size_t bytes)
+    {
+        if (m_buffer.size() - m_used < bytes)
+            makeRoom(bytes);
+        return m_buffer.data() + m_used;
+    }
+    void makeRoom(std::size_t bytes);
+    static bool copyPlain(char* place, std::string_view text);
+    void endEscaped(std::string_view text);
+    void append(std::string_view bytes);
+    void appendTag(std::string_view before, std::string_view element, std::string_view after);
     void appendEscaped(std::string_view text);
 
     Sink m_sink;
     std::string m_buffer;
+    std::size_t m_used = 0;
     std::size_t m_depth = 0;
     /// A list or dictionary was opened and nothing written into it yet.
     const char* m_pending = nullptr;

@@ -2,6 +2,7 @@
 
 #include "contacts/ContactForm.h"
 #include "ui/FormBinder.h"
+#include "ui/HelpTopic.h"
 #include "ui/kit/Button.h"
 #include "ui/kit/Fields.h"
 #include "ui/kit/FormGrid.h"
@@ -43,6 +44,7 @@ ContactWindow::ContactWindow(CompanyContactForm& form) : EditorWindow(form, form
 
 void ContactWindow::build(ContactForm& contactForm, Kind kind)
 {
+    helpTopic::set(*this, "contact");
     resize(820, 640);
     setMinimumSize(720, 560);
     auto* header = new RecordHeader;
@@ -61,10 +63,7 @@ void ContactWindow::build(ContactForm& contactForm, Kind kind)
         header->setTitle(name.isEmpty() ? contactForm.title() : name);
         header->setSubtitle(kindWord + " · " + contactForm.ref.text());
     };
-    connect(&contactForm, &Form::fieldChanged, this, [&contactForm, showHeader](FormField* field) {
-        if (field == &contactForm.name || field == &contactForm.ref)
-            showHeader();
-    });
+    contactForm.follow({&contactForm.name, &contactForm.ref}, this, showHeader);
     connect(&contactForm, &Form::opened, this, showHeader);
 }
 

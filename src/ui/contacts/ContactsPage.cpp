@@ -35,6 +35,7 @@ ContactsPage::ContactsPage(ContactManager& contacts, QWidget* parent)
     m_tree->setModel(m_model);
     m_tree->setAccessibleName(tr("Contacts"));
     m_tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_tree->setDragDropMode(QAbstractItemView::DragOnly);
     auto* widths = new ColumnMemory(contacts.list, m_tree->tableHeader(), "contacts");
     m_tree->tableHeader()->setSectionsClickable(true);
     m_tree->tableHeader()->setStretchLastSection(true);

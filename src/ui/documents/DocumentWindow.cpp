@@ -1,11 +1,12 @@
 #include "ui/documents/DocumentWindow.h"
 
 #include "documents/CustomInvoiceController.h"
+#include "ui/ArrangedToolBar.h"
+#include "ui/HelpTopic.h"
 #include "ui/WindowMemory.h"
 #include "ui/documents/BackgroundImageTextView.h"
 #include "ui/kit/Icons.h"
 #include "ui/kit/MessageBar.h"
-#include "ui/kit/ToolBar.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -16,12 +17,15 @@
 namespace {
 
 constexpr char frameName[] = "InvoiceWindow";
+constexpr char barName[] = "vendaroCustomInvoiceToolBar";
 
 QAction* toolBarCommand(QObject* parent, const char* identifier, const QString& label, const char* icon, const QKeySequence& keys)
 {
     auto* action = new QAction(Icons::get(QLatin1String(icon)), label, parent);
     action->setObjectName(QLatin1String(identifier));
     action->setShortcut(keys);
+    // The sheet that arranges the bar paints the icon itself.
+    action->setData(QString::fromLatin1(icon));
     return action;
 }
 
@@ -34,6 +38,7 @@ DocumentWindow::DocumentWindow(CustomInvoiceController* document)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setObjectName(frameName);
+    helpTopic::set(*this, "documents");
     setWindowTitle(document->title());
     resize(980, 860);
     makeToolBar();
@@ -48,14 +53,15 @@ DocumentWindow::DocumentWindow(CustomInvoiceController* document)
 
 void DocumentWindow::makeToolBar()
 {
-    auto* bar = new ToolBar(tr("Tool bar"), this);
-    bar->setObjectName("vendaroCustomInvoiceToolBar");
     QAction* print = toolBarCommand(this, "printItemIdentifier", tr("Print"), "document-print", QKeySequence::Print);
     connect(print, &QAction::triggered, this, [this] { m_document->print(); });
     QAction* pdf = toolBarCommand(this, "pdfItemIdentifier", tr("Save PDF"), "document-export", QKeySequence::Save);
     connect(pdf, &QAction::triggered, this, [this] { m_document->savePDF(); });
-    bar->addCommand(print);
-    bar->addCommand(pdf);
+    const QStringList all {print->objectName(), pdf->objectName()};
+    const QStringList gaps {ArrangedToolBar::spaceIdentifier, ArrangedToolBar::flexibleSpaceIdentifier};
+    auto* bar =
+        new ArrangedToolBar(tr("Tool bar"), {barName, {{print->objectName(), print}, {pdf->objectName(), pdf}}, all, all + gaps}, this);
+    bar->setObjectName(barName);
     addToolBar(bar);
 
     auto* closeWindow = new QAction(tr("Close"), this);

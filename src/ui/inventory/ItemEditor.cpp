@@ -2,6 +2,7 @@
 
 #include "inventory/ItemManager.h"
 #include "ui/FormBinder.h"
+#include "ui/HelpTopic.h"
 #include "ui/ListBinder.h"
 #include "ui/kit/Button.h"
 #include "ui/kit/CardFrame.h"
@@ -47,6 +48,7 @@ QWidget* twoColumns(FormGrid* left, FormGrid* right)
 
 ItemEditor::ItemEditor(ItemManager& items) : EditorWindow(items.form, items.form.cancel, "ItemWindow"), m_items(items)
 {
+    helpTopic::set(*this, "item");
     resize(920, 640);
     setMinimumSize(780, 560);
     auto* header = new RecordHeader;
@@ -66,22 +68,17 @@ ItemEditor::ItemEditor(ItemManager& items) : EditorWindow(items.form, items.form
     for (const char* name : {"warnlevel", "optimumqty"})
         binder.bindVisibility(name, findChild<QWidget*>(QString::fromLatin1(name) + "Label"));
 
-    const auto show = [this, header, tabs, parts] {
-        const ItemForm& shown = m_items.form;
+    ItemForm& shown = m_items.form;
+    const auto show = [&shown, header, tabs, parts] {
         header->setTitle(shown.item.text().isEmpty() ? shown.title() : shown.item.text());
         header->setSubtitle(shown.title() + " · " + shown.code.text());
         tabs->setTabVisible(tabs->indexOf(parts), shown.collective.isOn());
     };
-    connect(&m_items.form, &Form::fieldChanged, this, [this, show](FormField* field) {
-        const ItemForm& shown = m_items.form;
-        if (field == &shown.item || field == &shown.code || field == &shown.collective)
-            show();
-    });
-    connect(&m_items.form, &Form::opened, this, [tabs, show] {
+    shown.follow({&shown.item, &shown.code, &shown.collective}, this, show);
+    connect(&shown, &Form::opened, this, [tabs, show] {
         tabs->setCurrentIndex(0);
         show();
     });
-    show();
 }
 
 QWidget* ItemEditor::makeItemTab()
@@ -129,6 +126,7 @@ QWidget* ItemEditor::makeMoreTab()
 QWidget* ItemEditor::makePartsTab()
 {
     auto* tab = new QWidget;
+    helpTopic::set(*tab, "item#collective");
     auto* column = new QVBoxLayout(tab);
     column->setContentsMargins(24, 20, 24, 20);
     column->setSpacing(8);

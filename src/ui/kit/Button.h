@@ -1,4 +1,5 @@
-// Push buttons. A window has one filled button at most; what can lose data is red text; what is merely at hand is text in the accent colour.
+// Push buttons. A window has one filled button at most; what can lose data is red text; what is merely at hand is
+// text in the accent colour.
 #pragma once
 
 #include <QPushButton>

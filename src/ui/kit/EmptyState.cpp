@@ -53,6 +53,7 @@ void EmptyState::addButton(QWidget* button)
 
 ActionCard::ActionCard(const QString& iconName, const QString& title, const QString& detail, Rank rank, QWidget* parent)
     : Button({}, parent)
+    , m_title(new Label(title, LabelSize::strong))
 {
     look::setKind(this, "action");
     setAccessibleName(title);
@@ -64,13 +65,19 @@ ActionCard::ActionCard(const QString& iconName, const QString& title, const QStr
     auto* words = new QVBoxLayout;
     words->setSpacing(2);
     words->addStretch();
-    words->addWidget(new Label(title, LabelSize::strong));
+    words->addWidget(m_title);
     words->addWidget(new Label(detail, LabelSize::small, LabelTone::secondary));
     words->addStretch();
     row->addLayout(words, 1);
     row->addWidget(new IconLabel(QStringLiteral("go-next"), IconRole::placeholder, 16));
     for (QWidget* part : findChildren<QWidget*>())
         part->setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void ActionCard::setTitle(const QString& title)
+{
+    m_title->setText(title);
+    setAccessibleName(title);
 }
 
 QSize ActionCard::sizeHint() const

@@ -29,5 +29,9 @@ public:
     /// first marks the one most people want: its icon is in the accent colour.
     enum class Rank { first, other };
     ActionCard(const QString& iconName, const QString& title, const QString& detail, Rank rank = Rank::other, QWidget* parent = nullptr);
+    void setTitle(const QString& title);
     QSize sizeHint() const override;
+
+private:
+    Label* m_title;
 };

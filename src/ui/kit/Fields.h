@@ -15,7 +15,8 @@ public:
     void setSize(Size size);
 };
 
-/// A computed figure: no box until the pointer or the keyboard is on it, but on the same right edge as the fields. Can be copied, not typed into.
+/// A computed figure: no box until the pointer or the keyboard is on it, but on the same right edge as the
+/// fields. Can be copied, not typed into.
 class Figure : public QLineEdit {
     Q_OBJECT
 public:

@@ -23,7 +23,8 @@ enum class IconRole {
 class Icons {
 public:
     /// An icon that is sharp at 16, 22 and 32 logical pixels on any screen. Disabled it turns grey; selected, a normal one takes the colour
-    /// of the chosen page and a secondary one that of text on the accent. A name that is not part of the program gives an empty icon and a line in the log.
+    /// of the chosen page and a secondary one that of text on the accent.
+    /// A name that is not part of the program gives an empty icon and a line in the log.
     static QIcon get(const QString& name, IconRole role = IconRole::normal);
     /// The same for painting by hand, in a colour of one's own.
     static QPixmap pixmap(const QString& name, const QColor& colour, int size, qreal devicePixelRatio);

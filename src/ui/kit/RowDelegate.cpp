@@ -144,7 +144,7 @@ QColor RowDelegate::textColour(const QModelIndex& index, bool filled) const
     const QVariant ownColour = index.data(Qt::ForegroundRole);
     if (ownColour.canConvert<QBrush>())
         return ownColour.value<QBrush>().color();
-    if (!(index.flags() & Qt::ItemIsEnabled))
+    if (!(index.flags() & Qt::ItemIsEnabled) || !m_view->isEnabled())
         return themeColour(Colour::placeholder);
     const bool light = m_weight == Weight::onFirstColumn && index.column() > 0;
     const bool quiet = light || index.data(m_roles.secondary).toBool() || index.siblingAtColumn(0).data(m_roles.finished).toBool();
@@ -178,6 +178,19 @@ void RowDelegate::paintCurrentFrame(QPainter* painter, const QRect& rect, const 
     }
 }
 
+void RowDelegate::paintText(QPainter* painter, const QStyleOptionViewItem& cell, const QModelIndex& index, bool filled) const
+{
+    const QRectF place = textRect(cell.rect, index);
+    if (cell.text.isEmpty() || place.width() <= 0)
+        return;
+    const QTextLine line = m_texts.shown(cell.text, int(place.width()), cell.font).lineAt(0);
+    const double left = place.width() - line.horizontalAdvance();
+    const Qt::Alignment alignment = QStyle::visualAlignment(cell.direction, cell.displayAlignment);
+    const double x = alignment & Qt::AlignRight ? left : alignment & Qt::AlignHCenter ? left / 2 : 0;
+    painter->setPen(textColour(index, filled));
+    line.draw(painter, place.topLeft() + QPointF(x, (place.height() - line.height()) / 2));
+}
+
 void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
     QStyleOptionViewItem cell(option);
@@ -192,11 +205,7 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
         painter->fillRect(QRect(option.rect.left(), option.rect.top(), statusBarWidth, option.rect.height() - lineBelow), status);
     }
     paintIcon(painter, option.rect, index, filled);
-    const QRect place = textRect(option.rect, index);
-    painter->setPen(textColour(index, filled));
-    painter->setFont(cell.font);
-    painter->drawText(
-        place, int(cell.displayAlignment) | Qt::TextSingleLine, cell.fontMetrics.elidedText(cell.text, Qt::ElideRight, place.width()));
+    paintText(painter, cell, index, filled);
     paintCurrentFrame(painter, option.rect, index, selected);
     painter->restore();
 }

@@ -1,6 +1,8 @@
 // Paints the cells of every list and table: selection, status, hairlines, text and icons, and the frame around the cell being worked on.
 #pragma once
 
+#include "ui/kit/CellTexts.h"
+
 #include <QPersistentModelIndex>
 #include <QPointer>
 #include <QStyledItemDelegate>
@@ -73,6 +75,7 @@ private:
     bool isHovered(const QModelIndex& index) const;
     QColor statusOf(const QModelIndex& index) const;
     QColor textColour(const QModelIndex& index, bool filled) const;
+    void paintText(QPainter* painter, const QStyleOptionViewItem& cell, const QModelIndex& index, bool filled) const;
     void paintIcon(QPainter* painter, const QRect& cell, const QModelIndex& index, bool filled) const;
     void paintCurrentFrame(QPainter* painter, const QRect& rect, const QModelIndex& index, bool selected) const;
     void hover(const QModelIndex& index);
@@ -87,4 +90,5 @@ private:
     int m_rowHeight = 30;
     int m_firstInset = inset;
     QPersistentModelIndex m_hovered;
+    mutable CellTexts m_texts;
 };

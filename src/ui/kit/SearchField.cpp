@@ -27,6 +27,16 @@ void SearchField::steer(QAbstractItemView* view)
         delegate->setSteeredBy(this);
 }
 
+bool SearchField::event(QEvent* event)
+{
+    // A window that closes with Esc waits until there is nothing left to empty.
+    if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape && !text().isEmpty()) {
+        event->accept();
+        return true;
+    }
+    return QLineEdit::event(event);
+}
+
 void SearchField::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Escape) {

@@ -18,6 +18,8 @@ bool belongsTo(const QWidget* widget, const QWidget* ancestor)
     return false;
 }
 
+constexpr char usableProperty[] = "usableBesideSheets";
+
 bool isUse(QEvent::Type type)
 {
     switch (type) {
@@ -80,10 +82,16 @@ QWidget* SheetStack::frontWindow()
     return window ? window->window() : nullptr;
 }
 
+void SheetStack::leaveUsable(QWidget& window)
+{
+    window.setProperty(usableProperty, true);
+}
+
 bool SheetStack::isBlocked(const QWidget* widget) const
 {
     const QWidget* window = widget->window();
     const bool looseMenu = window->windowType() == Qt::Popup && !window->parentWidget();
+    const bool usable = window->property(usableProperty).toBool();
     const bool modalDialog = window == QApplication::activeModalWidget();
     if (looseMenu)
         return false;
@@ -92,7 +100,7 @@ bool SheetStack::isBlocked(const QWidget* widget) const
             return false;
         if (window == (*sheet)->hostWindow())
             return true;
-        if ((*sheet)->blocks() == Sheet::Blocks::theProgram && !modalDialog)
+        if ((*sheet)->blocks() == Sheet::Blocks::theProgram && !modalDialog && !usable)
             return true;
     }
     return false;

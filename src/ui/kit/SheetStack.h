@@ -20,6 +20,8 @@ public:
     void cancelAll();
     /// Whether an open sheet keeps the widget from being used.
     bool isBlocked(const QWidget* widget) const;
+    /// The window can be used whatever sheets are open, unless one stands on it.
+    static void leaveUsable(QWidget& window);
     /// The window that the next dialog belongs to: the active one. A dialog that was just closed may still be the active window for a
     /// moment and will soon be gone: then what it stood on. None without a window on the screen.
     static QWidget* frontWindow();

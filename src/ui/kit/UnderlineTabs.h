@@ -1,4 +1,5 @@
-// Tabs told by an underline. Left and Right go from tab to tab while they have the keyboard, Ctrl+Page Up and Ctrl+Page Down from anywhere inside.
+// Tabs told by an underline. Left and Right go from tab to tab while they have the keyboard, Ctrl+Page Up and
+// Ctrl+Page Down from anywhere inside.
 #pragma once
 
 #include <QTabBar>

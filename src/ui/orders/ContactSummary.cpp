@@ -50,12 +50,8 @@ ContactSummary::ContactSummary(OrderForm& form, const QString& prefix, QWidget* 
     m_column->addSpacing(12);
     m_column->addWidget(new Hairline);
     m_column->addSpacing(12);
-    connect(&form, &Form::fieldChanged, this, [this](FormField* field) {
-        if (field == &m_name || field == &m_details)
-            showDetails();
-    });
+    form.follow({&m_name, &m_details}, this, [this] { showDetails(); });
     connect(&form, &Form::opened, this, &ContactSummary::showDetails);
-    showDetails();
 }
 
 void ContactSummary::showDetails()

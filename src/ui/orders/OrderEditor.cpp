@@ -3,6 +3,7 @@
 #include "inventory/BOMManager.h"
 #include "orders/OrderManager.h"
 #include "ui/FormBinder.h"
+#include "ui/HelpTopic.h"
 #include "ui/ListBinder.h"
 #include "ui/kit/Button.h"
 #include "ui/kit/CardFrame.h"
@@ -52,6 +53,7 @@ NumberField* openFigure(const char* name)
 /// Where the fields beside the tabs begin.
 constexpr int sideLabelWidth = 86;
 constexpr int sideMargin = 20;
+constexpr int dateWidth = 110;
 
 } // namespace
 
@@ -62,6 +64,7 @@ OrderEditor::OrderEditor(OrderManager& orders, BOMManager& lines)
     , m_header(new RecordHeader)
     , m_tabs(new UnderlineTabs)
 {
+    helpTopic::set(*this, "order");
     resize(1200, 800);
     setMinimumSize(980, 640);
     m_tabs->addTab(makeOrderTab(), tr("Order"));
@@ -91,7 +94,8 @@ OrderEditor::OrderEditor(OrderManager& orders, BOMManager& lines)
     setPassing("stationery");
     for (const char* name : {"taxAmount", "sent"})
         binder.bindCaption(name, findChild<QWidget*>(QString::fromLatin1(name) + "Label"));
-    binder.bindVisibility("balancePaid", findChild<QWidget*>("balancePaidLabel"));
+    for (const char* name : {"balancePaidLabel", "balancePaidCaption"})
+        binder.bindVisibility("balancePaid", findChild<QWidget*>(QString::fromLatin1(name)));
     connectTabs();
 }
 
@@ -128,6 +132,7 @@ QWidget* OrderEditor::makeOrderTab()
 QWidget* OrderEditor::makeContactTab(const QString& prefix)
 {
     auto* tab = new QWidget;
+    helpTopic::set(*tab, "order#contact");
     QVBoxLayout* column = tabColumn(tab);
     column->addWidget(new ContactSummary(m_orders.form, prefix));
     column->addStretch(1);
@@ -137,6 +142,7 @@ QWidget* OrderEditor::makeContactTab(const QString& prefix)
 QWidget* OrderEditor::makePaymentsTab()
 {
     auto* tab = new QWidget;
+    helpTopic::set(*tab, "payments");
     QVBoxLayout* column = tabColumn(tab);
     auto* header = new GroupHeader(tr("Payments"));
     header->addButton(named<Button>("tenderFullAmount", tr("Full amount")));
@@ -157,6 +163,7 @@ QWidget* OrderEditor::makePaymentsTab()
 QWidget* OrderEditor::makeRepeatTab()
 {
     auto* tab = new QWidget;
+    helpTopic::set(*tab, "attachments");
     QVBoxLayout* column = tabColumn(tab);
     column->addWidget(new GroupHeader(tr("Recurrence")));
     auto* row = new QHBoxLayout;
@@ -182,17 +189,12 @@ QWidget* OrderEditor::makeRepeatTab()
         for (const QString& path : paths)
             m_orders.fileDropped(path);
     });
-    connect(&form(), &Form::fieldChanged, drop, [this, drop](FormField* field) {
-        if (field == &m_orders.form.attachments)
-            drop->setTitle(m_orders.form.attachments.text());
-    });
+    const TextField& attachments = m_orders.form.attachments;
+    form().follow({&attachments}, drop, [drop, &attachments] { drop->setTitle(attachments.text()); });
     column->addWidget(drop);
     auto* trouble = new MessageBar(MessageBar::Kind::warning);
-    connect(&form(), &Form::fieldChanged, trouble, [this, trouble](FormField* field) {
-        if (field == &m_orders.form.attachmentTrouble)
-            trouble->setText(m_orders.form.attachmentTrouble.text());
-    });
-    trouble->setText({});
+    const TextField& sentence = m_orders.form.attachmentTrouble;
+    form().follow({&sentence}, trouble, [trouble, &sentence] { trouble->setText(sentence.text()); });
     column->addWidget(trouble);
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(8);
@@ -210,7 +212,10 @@ QWidget* OrderEditor::makeSide()
     auto* grid = new FormGrid(FormGrid::Labels::left);
     grid->setLabelWidth(sideLabelWidth);
     grid->addRow(tr("Number"), named<QLineEdit>("orderNum"));
-    grid->addRow(tr("Date"), named<QLineEdit>("date"));
+    auto* date = named<QLineEdit>("date");
+    date->setFixedWidth(dateWidth);
+    m_dateCaption = named<Label>("dateCaption", QString(), LabelSize::small, LabelTone::secondary);
+    grid->addRow(tr("Date"), {date, m_dateCaption});
     grid->addRow(tr("Type"), named<ChoiceBox>("type"));
     grid->addRow(tr("Status"), named<ChoiceBox>("status"));
     grid->addRow(tr("Payment"), named<ChoiceBox>("paymentMethod"));
@@ -228,11 +233,8 @@ QWidget* OrderEditor::makeSide()
     balance->addStretch(1);
     auto* amount = new Label({}, LabelSize::balance);
     amount->setContentsMargins(0, 0, 11, 0);
-    connect(&form(), &Form::fieldChanged, amount, [this, amount](FormField* field) {
-        const TextField& remaining = m_orders.form.balanceRemaining;
-        if (field == &remaining)
-            amount->setText(remaining.caption() + remaining.text());
-    });
+    const TextField& remaining = m_orders.form.balanceRemaining;
+    form().follow({&remaining}, amount, [amount, &remaining] { amount->setText(remaining.caption() + remaining.text()); });
     balance->addWidget(amount);
     side->column()->addLayout(balance);
     side->column()->addStretch(1);
@@ -273,7 +275,10 @@ void OrderEditor::addFlags(SidePanel& side)
 {
     auto* grid = new FormGrid(FormGrid::Labels::left);
     grid->setLabelWidth(sideLabelWidth);
-    Label* paid = grid->addRow(tr("Paid on"), named<QLineEdit>("balancePaid"));
+    auto* paidOn = named<QLineEdit>("balancePaid");
+    paidOn->setFixedWidth(dateWidth);
+    m_paidCaption = named<Label>("balancePaidCaption", QString(), LabelSize::small, LabelTone::secondary);
+    Label* paid = grid->addRow(tr("Paid on"), {paidOn, m_paidCaption});
     paid->setObjectName("balancePaidLabel");
     side.column()->addLayout(grid);
     side.column()->addWidget(named<Button>("addStock", tr("Add to stock")));
@@ -312,14 +317,9 @@ bool OrderEditor::hasSomethingToLose() const
 void OrderEditor::connectTabs()
 {
     ChoiceField& tab = m_orders.form.tab;
+    form().follow({&tab}, this, [this, &tab] { m_tabs->setCurrentIndex(tab.index()); });
     connect(m_tabs, &QTabWidget::currentChanged, this, [&tab](int index) { tab.edit(index); });
-    connect(&form(), &Form::fieldChanged, this, [this, &tab](FormField* field) {
-        if (field == &tab)
-            m_tabs->setCurrentIndex(tab.index());
-        if (field == &m_orders.form.orderNum || field == &m_orders.form.contactName)
-            showHeader();
-    });
-    showHeader();
+    form().follow({&m_orders.form.orderNum, &m_orders.form.contactName}, this, [this] { showHeader(); });
 }
 
 void OrderEditor::showHeader()
@@ -335,4 +335,10 @@ void OrderEditor::setWords(const QString& items, const QString& lines)
     m_lineTable->setAccessibleName(lines);
     m_pickButton->setText(tr("Select From %1…").arg(items));
     m_lineTable->setEmptyText(tr("Nothing on this order yet. %1 adds the first line.").arg(m_pickButton->text()));
+}
+
+void OrderEditor::setDateCaption(const QString& caption)
+{
+    m_dateCaption->setText(caption);
+    m_paidCaption->setText(caption);
 }

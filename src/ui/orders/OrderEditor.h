@@ -19,6 +19,8 @@ public:
     UnderlineTabs* tabs() const { return m_tabs; }
     /// The words the user has for an item and for the lines.
     void setWords(const QString& items, const QString& lines);
+    /// How dates are written: stands beside the fields for them.
+    void setDateCaption(const QString& caption);
 
 protected:
     /// A new order's lines and payments go with it.
@@ -42,5 +44,7 @@ private:
     UnderlineTabs* m_tabs;
     class GroupHeader* m_linesHeader = nullptr;
     class Button* m_pickButton = nullptr;
+    Label* m_dateCaption = nullptr;
+    Label* m_paidCaption = nullptr;
     RecordTable* m_lineTable = nullptr;
 };

@@ -2,6 +2,7 @@
 
 #include "orders/OrderForm.h"
 #include "ui/FormBinder.h"
+#include "ui/HelpTopic.h"
 #include "ui/kit/Button.h"
 #include "ui/kit/Fields.h"
 #include "ui/kit/FormGrid.h"
@@ -12,6 +13,8 @@
 #include <QVBoxLayout>
 
 namespace {
+
+constexpr int dateWidth = 120;
 
 Label* amountLabel(const char* name, LabelSize size)
 {
@@ -27,6 +30,7 @@ Label* amountLabel(const char* name, LabelSize size)
 TenderSheet::TenderSheet(TenderForm& form, QWidget* host) : Sheet(host), m_form(form)
 {
     setTitle(form.title());
+    helpTopic::set(*this, "payments#tender");
     card()->setFixedWidth(420);
     auto* choices = new FormGrid(FormGrid::Labels::left);
     choices->setLabelWidth(130);
@@ -35,7 +39,10 @@ TenderSheet::TenderSheet(TenderForm& form, QWidget* host) : Sheet(host), m_form(
     choices->addRow(tr("Payment method"), method);
     auto* date = new QLineEdit;
     date->setObjectName("datePaid");
-    choices->addRow(tr("Date paid"), date);
+    date->setFixedWidth(dateWidth);
+    m_dateCaption = new Label({}, LabelSize::small, LabelTone::secondary);
+    m_dateCaption->setObjectName("dateCaption");
+    choices->addRow(tr("Date paid"), {date, m_dateCaption});
     column()->addWidget(new Label(form.title(), LabelSize::group));
     column()->addSpacing(12);
     column()->addLayout(choices);
@@ -78,4 +85,9 @@ TenderSheet::TenderSheet(TenderForm& form, QWidget* host) : Sheet(host), m_form(
         if (answer == cancelled)
             m_form.close();
     });
+}
+
+void TenderSheet::setDateCaption(const QString& caption)
+{
+    m_dateCaption->setText(caption);
 }

@@ -3,6 +3,7 @@
 
 #include "ui/kit/Sheet.h"
 
+class Label;
 class TenderForm;
 
 class TenderSheet : public Sheet {
@@ -10,6 +11,10 @@ class TenderSheet : public Sheet {
 public:
     TenderSheet(TenderForm& form, QWidget* host);
 
+    /// How dates are written: stands beside the field for one.
+    void setDateCaption(const QString& caption);
+
 private:
     TenderForm& m_form;
+    Label* m_dateCaption;
 };

@@ -28,6 +28,7 @@ ListPage::ListPage(qvDataSource& source, ListForm& form, const ListPageTexts& te
     m_header->searchField()->steer(m_table);
     m_table->setAccessibleName(texts.title);
     m_table->tableHeader()->setStretchLastSection(true);
+    m_table->setDragDropMode(QAbstractItemView::DragOnly);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);

@@ -1,7 +1,9 @@
 // The main window's commands: each made once, shown in the menus and on the tool bar.
 #include "app/Vendaro.h"
+#include "storage/RowText.h"
 #include "ui/contacts/ContactsPage.h"
-#include "ui/WindowMemory.h"
+#include "ui/HelpTopic.h"
+#include "ui/LookChoice.h"
 #include "ui/kit/Icons.h"
 #include "ui/kit/Theme.h"
 #include "ui/shell/ListPage.h"
@@ -15,8 +17,6 @@
 #include <QClipboard>
 #include <QMenuBar>
 
-#include <algorithm>
-
 namespace {
 
 /// Has the field or list with the keyboard do what its slot of that name does; false when it has none.
@@ -27,24 +27,15 @@ bool passToKeyboard(const char* slot)
     return widget && widget->metaObject()->indexOfSlot(signature) >= 0 && QMetaObject::invokeMethod(widget, slot);
 }
 
-/// Copies what the selected rows of the list with the keyboard show: a line for each, its columns separated by tabs.
+/// Copies what the selected rows of the list with the keyboard show.
 void copyRows()
 {
     const auto* list = qobject_cast<QAbstractItemView*>(QApplication::focusWidget());
     if (!list || !list->selectionModel())
         return;
-    QModelIndexList rows = list->selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end(),
-        [list](const QModelIndex& a, const QModelIndex& b) { return list->visualRect(a).top() < list->visualRect(b).top(); });
-    QStringList lines;
-    for (const QModelIndex& row : rows) {
-        QStringList cells;
-        for (int column = 0; column < row.model()->columnCount(row.parent()); ++column)
-            cells += row.siblingAtColumn(column).data().toString();
-        lines += cells.join('\t');
-    }
-    if (!lines.isEmpty())
-        QApplication::clipboard()->setText(lines.join('\n'));
+    const QString text = rowText(list->selectionModel()->selectedRows());
+    if (!text.isEmpty())
+        QApplication::clipboard()->setText(text);
 }
 
 } // namespace
@@ -107,11 +98,29 @@ void MainWindow::makeCommands()
     addCommand("showContacts", tr("&Contacts"), {}, QKeySequence("Ctrl+1"), [this] { showPage(Page::contacts); });
     addCommand("showOrders", tr("&Orders"), {}, QKeySequence("Ctrl+2"), [this] { showPage(Page::orders); });
     addCommand("showItems", tr("&Items"), {}, QKeySequence("Ctrl+3"), [this] { showPage(Page::items); });
+    addCommand("notepad", tr("&Notepad"), "view-pim-notes", QKeySequence("Ctrl+Shift+N"), [this] { m_vendaro.notepad().open(); });
+    command("notepad")->setIconText(tr("Notepad"));
     addCommand("customiseToolBar", tr("Customise &Tool Bar…"), {}, {}, [this] { m_toolBar->customise(); });
+    addCommand("print", tr("&Print…"), "document-print", QKeySequence::Print, [this] { m_vendaro.printMenuItem(); });
+    addCommand("exportCSV", tr("To Spreadsheet"), "insert-table", QKeySequence("Ctrl+Shift+E"), [this] { m_vendaro.exportCSVMenuItem(); });
+    addCommand("exportTDL", tr("To Tab-Delimited Text"), {}, {}, [this] { m_vendaro.exportTDLMenuItem(); });
+    addCommand("exportHTML", tr("To HTML"), "document-export", {}, [this] { m_vendaro.exportHTMLMenuItem(); });
     addCommand("sample", tr("Open &Sample Business"), {}, {}, [this] { m_vendaro.openSampleBusiness(); });
-    addCommand("copy", tr("Copy &Database…"), {}, {}, [this] { m_vendaro.session().copyDatabase(); });
+    addCommand(
+        "preferences", tr("&Preferences…"), "configure", QKeySequence("Ctrl+,"), [this] { m_vendaro.getPrefsController().openWindow(); });
+    // As it stands on the tool bar.
+    command("preferences")->setIconText(tr("Preferences"));
+    addCommand("newDatabase", tr("New Da&tabase…"), {}, {}, [this] { m_vendaro.getPrefsController().newDatabaseMenuItem(); });
+    addCommand("copy", tr("Make &Offline Copy…"), {}, {}, [this] { m_vendaro.session().copyDatabase(); });
     addCommand("unlock", tr("&Unlock Database…"), {}, {}, [this] { m_vendaro.session().unlockDatabase(); });
     addCommand("recovery", tr("&Recovery…"), {}, {}, [this] { showRecovery(); });
+    addCommand("showHelp", tr("&Vendaro Help"), {}, QKeySequence::HelpContents, [this] { Q_EMIT helpWanted(helpTopic::inFront()); });
+    addCommand("help", tr("&Menus and Keys in Browser"), "help-contents", {}, [this] { m_vendaro.help(); });
+    // As it stands on the tool bar.
+    command("help")->setIconText(tr("Help"));
+    addCommand("tips", tr("&Tip of the Day"), {}, {}, [this] { m_vendaro.tips().showNext(); });
+    addCommand("checkForUpdates", tr("Check for &Updates…"), {}, {}, [this] { m_vendaro.updates().checkForUpdates(); });
+    addCommand("automaticUpdates", tr("Check for Updates &Automatically"), {}, {}, [this] { m_vendaro.updates().turnOnAutomaticCheck(); });
     addCommand("quit", tr("&Quit"), {}, QKeySequence::Quit, [this] { Q_EMIT quitWanted(); });
 }
 
@@ -121,12 +130,18 @@ void MainWindow::makeMenus()
     for (const char* name : {"newContact", "newCompany", "newOrder", "newPurchaseOrder", "newItem"})
         file->addAction(command(name));
     file->addSeparator();
-    for (const char* name : {"sample", "copy", "unlock", "recovery"})
+    for (const char* name : {"newDatabase", "sample", "copy", "unlock", "recovery"})
         file->addAction(command(name));
+    file->addSeparator();
+    QMenu* exports = file->addMenu(tr("&Export"));
+    for (const char* name : {"exportCSV", "exportTDL", "exportHTML"})
+        exports->addAction(command(name));
+    file->addAction(command("print"));
     file->addSeparator();
     file->addAction(command("quit"));
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
-    for (const char* name : {"undo", "redo", "", "cut", "copyText", "paste", "selectAll", "", "edit", "delete", "", "find"}) {
+    for (const char* name :
+        {"undo", "redo", "", "cut", "copyText", "paste", "selectAll", "", "edit", "delete", "", "find", "", "preferences"}) {
         if (*name)
             edit->addAction(command(name));
         else
@@ -135,6 +150,7 @@ void MainWindow::makeMenus()
     QMenu* view = menuBar()->addMenu(tr("&View"));
     for (const char* name : {"showContacts", "showOrders", "showItems"})
         view->addAction(command(name));
+    view->addAction(command("notepad"));
     view->addSeparator();
     auto* sortMenu = new SortMenu(tr("Sort &By"), view);
     view->addMenu(sortMenu);
@@ -142,32 +158,44 @@ void MainWindow::makeMenus()
     view->addSeparator();
     view->addAction(command("customiseToolBar"));
     addLookMenu(*view);
+    QMenu* help = menuBar()->addMenu(tr("&Help"));
+    for (const char* name : {"showHelp", "help", "tips"})
+        help->addAction(command(name));
+    help->addSeparator();
+    for (const char* name : {"checkForUpdates", "automaticUpdates"})
+        help->addAction(command(name));
+    showAutomaticUpdates();
+}
+
+/// What turns the automatic check on is gone while it is on.
+void MainWindow::showAutomaticUpdates()
+{
+    command("automaticUpdates")->setVisible(!m_vendaro.updates().isAutomatic());
 }
 
 void MainWindow::addLookMenu(QMenu& menu)
 {
     QMenu* look = menu.addMenu(tr("&Look"));
     auto* group = new QActionGroup(look);
-    const auto add = [&](const QString& text, Theme::Mode mode) {
-        QAction* action = look->addAction(text);
+    for (const LookChoice& choice : lookChoices()) {
+        QAction* action = look->addAction(choice.title);
         action->setCheckable(true);
-        action->setChecked(Theme::current().mode() == mode);
         group->addAction(action);
-        connect(action, &QAction::triggered, this, [mode] {
-            Theme::apply(*qApp, mode);
-            WindowMemory::rememberState("look", Theme::nameOf(mode).toUtf8());
-        });
-    };
-    add(tr("&Light"), Theme::Mode::light);
-    add(tr("&Dark"), Theme::Mode::dark);
-    add(tr("&As the Desktop"), Theme::Mode::asDesktop);
+        connect(action, &QAction::triggered, this, [mode = choice.mode] { chooseLook(mode); });
+        // It may have been chosen in the settings since.
+        connect(look, &QMenu::aboutToShow, action, [action, mode = choice.mode] { action->setChecked(Theme::current().mode() == mode); });
+    }
 }
 
 void MainWindow::makeToolBar()
 {
-    const QHash<QString, QAction*> commands {{"deleteItemIdentifier", command("delete")}, {"editItemIdentifier", command("edit")},
-        {"contactItemIdentifier", command("newContact")}, {"companyItemIdentifier", command("newCompany")},
-        {"orderItemIdentifier", command("newOrder")}, {"itemItemIdentifier", command("newItem")}};
+    command("print")->setIconText(tr("Print"));
+    const QHash<QString, QAction*> commands {{"printItemIdentifier", command("print")}, {"deleteItemIdentifier", command("delete")},
+        {"editItemIdentifier", command("edit")}, {"contactItemIdentifier", command("newContact")},
+        {"companyItemIdentifier", command("newCompany")}, {"orderItemIdentifier", command("newOrder")},
+        {"itemItemIdentifier", command("newItem")}, {"padItemIdentifier", command("notepad")},
+        {"htmlItemIdentifier", command("exportHTML")}, {"csvItemIdentifier", command("exportCSV")},
+        {"prefsItemIdentifier", command("preferences")}, {"helpItemIdentifier", command("help")}};
     m_toolBar = new MainToolBar(tr("Tool bar"), commands, this);
     m_toolBar->setObjectName("vendaroToolBar");
     addToolBar(m_toolBar);

@@ -1,6 +1,8 @@
 #include "ui/shell/MainWindow.h"
 
 #include "app/Vendaro.h"
+#include "ui/FirstResponder.h"
+#include "ui/HelpTopic.h"
 #include "ui/WindowMemory.h"
 #include "ui/contacts/ContactsPage.h"
 #include "ui/kit/Hairline.h"
@@ -29,6 +31,13 @@ namespace {
 /// Pages of the side bar, in its order.
 constexpr std::array shownPages {Page::contacts, Page::orders, Page::items};
 
+/// -1 for a page that is not there yet.
+int placeOf(Page page)
+{
+    const auto found = std::find(shownPages.begin(), shownPages.end(), page);
+    return found == shownPages.end() ? -1 : static_cast<int>(found - shownPages.begin());
+}
+
 QString countLine(int shown, int all, const QString& one, const QString& many)
 {
     if (all == 0)
@@ -39,9 +48,10 @@ QString countLine(int shown, int all, const QString& one, const QString& many)
 
 } // namespace
 
-MainWindow::MainWindow(Vendaro& vendaro) : m_vendaro(vendaro)
+MainWindow::MainWindow(Vendaro& vendaro, Lists lists) : m_vendaro(vendaro)
 {
     setObjectName("MainWindow");
+    helpTopic::set(*this, "orders");
     resize(1400, 900);
     setMinimumSize(960, 560);
     makeCommands();
@@ -51,8 +61,15 @@ MainWindow::MainWindow(Vendaro& vendaro) : m_vendaro(vendaro)
     makeStatusBar();
     connectVendaro();
     WindowMemory::restore(*this, "MainWindow");
-    showTerms();
-    showPage(Page::orders);
+    m_sideBar->setPage(placeOf(Page::orders));
+    if (lists == Lists::now) {
+        makeLists();
+        showPage(Page::orders);
+    } else {
+        showTerms();
+        m_pages->setCurrentWidget(m_blank);
+        m_counts->setText(tr("Opening the database…"));
+    }
 }
 
 MainWindow::~MainWindow()
@@ -65,7 +82,9 @@ MainWindow::~MainWindow()
 
 void MainWindow::makePages()
 {
-    auto* central = new QWidget;
+    // Everything is made where it belongs: what moves to another parent is styled once more, with all it holds.
+    auto* central = new QWidget(this);
+    setCentralWidget(central);
     auto* column = new QVBoxLayout(central);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
@@ -79,6 +98,7 @@ void MainWindow::makePages()
     column->addWidget(m_damageBar);
 
     auto* row = new QHBoxLayout;
+    column->addLayout(row, 1);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     m_sideBar = new SideBar(tr("Pages"));
@@ -88,29 +108,40 @@ void MainWindow::makePages()
     row->addWidget(m_sideBar);
     row->addWidget(new Hairline(Qt::Vertical));
 
-    m_pages = new QStackedWidget;
-    m_contactsPage = new ContactsPage(m_vendaro.getContactManager());
+    m_pages = new QStackedWidget(central);
+    m_blank = new QWidget(m_pages);
+    m_pages->addWidget(m_blank);
+    row->addWidget(m_pages, 1);
+    connect(m_sideBar, &SideBar::pageChosen, this, [this](int index) { showPage(shownPages[static_cast<std::size_t>(index)]); });
+}
+
+void MainWindow::makeLists()
+{
+    m_contactsPage = new ContactsPage(m_vendaro.getContactManager(), m_pages);
     m_ordersPage = new ListPage(m_vendaro.getOrderManager(), m_vendaro.getOrderManager().listForm,
         {"orders", tr("Orders"), tr("Search orders and contacts"), "view-list-text", tr("No orders yet"),
-            tr("Make your first one with New Order.")});
+            tr("Make your first one with New Order.")},
+        m_pages);
     m_itemsPage = new ListPage(m_vendaro.getItemManager(), m_vendaro.getItemManager().listForm,
-        {"items", tr("Items"), tr("Search items"), "tag", tr("No items yet"), tr("Make your first one with New Item.")});
+        {"items", tr("Items"), tr("Search items"), "tag", tr("No items yet"), tr("Make your first one with New Item.")}, m_pages);
     m_contactsPage->setMaking(command("newContact"));
     m_ordersPage->setMaking(command("newOrder"));
     m_itemsPage->setMaking(command("newItem"));
     m_welcome = new WelcomeView;
-    m_pages->addWidget(m_contactsPage);
-    m_pages->addWidget(m_ordersPage);
-    m_pages->addWidget(m_itemsPage);
-    m_pages->addWidget(m_welcome);
-    row->addWidget(m_pages, 1);
-    column->addLayout(row, 1);
-    setCentralWidget(central);
+    helpTopic::set(*m_contactsPage, "contacts");
+    helpTopic::set(*m_ordersPage, "orders");
+    helpTopic::set(*m_itemsPage, "items");
+    helpTopic::set(*m_welcome, "welcome");
+    // In the side bar's order, before what stands in for them.
+    int place = 0;
+    for (QWidget* page : std::initializer_list<QWidget*> {m_contactsPage, m_ordersPage, m_itemsPage, m_welcome})
+        m_pages->insertWidget(place++, page);
     for (QAbstractItemView* view : lists()) {
         view->setContextMenuPolicy(Qt::ActionsContextMenu);
         view->addActions({command("edit"), command("delete")});
     }
-    connect(m_sideBar, &SideBar::pageChosen, this, [this](int index) { showPage(shownPages[static_cast<std::size_t>(index)]); });
+    connectLists();
+    showTerms();
 }
 
 std::array<QAbstractItemView*, 3> MainWindow::lists() const
@@ -129,12 +160,14 @@ void MainWindow::makeStatusBar()
 
 void MainWindow::showPage(Page page)
 {
-    const auto found = std::find(shownPages.begin(), shownPages.end(), page);
-    if (found == shownPages.end())
+    const int index = placeOf(page);
+    if (index < 0)
         return;
-    const int index = static_cast<int>(found - shownPages.begin());
     m_sideBar->setPage(index);
+    m_vendaro.setFrontPage(page);
     m_pages->setCurrentIndex(page == Page::orders && m_vendaro.splashShown() ? m_pages->indexOf(m_welcome) : index);
+    // Menus, bars and sheets of the window are about its page unless they say otherwise.
+    helpTopic::set(*this, helpTopic::of(m_pages->currentWidget()));
     if (m_pages->currentWidget() == m_ordersPage)
         m_ordersPage->takeKeyboard();
     else if (m_pages->currentWidget() == m_itemsPage)
@@ -143,6 +176,13 @@ void MainWindow::showPage(Page page)
         m_contactsPage->takeKeyboard();
     else
         m_welcome->focusFirst();
+    showCounts();
+}
+
+void MainWindow::showRead()
+{
+    if (m_pages->currentWidget() == m_blank)
+        showPage(page());
     showCounts();
 }
 
@@ -163,7 +203,7 @@ void MainWindow::connectVendaro()
     connect(&session, &DatabaseSession::titleChanged, this, [this] { setWindowTitle(m_vendaro.session().windowTitle()); });
     connect(&session, &DatabaseSession::readOnlyChanged, this, &MainWindow::showReadOnly);
     connect(&session, &DatabaseSession::locked, this, &MainWindow::showLockSheet, Qt::QueuedConnection);
-    connect(&session, &DatabaseSession::databaseRead, this, &MainWindow::showCounts);
+    connect(&session, &DatabaseSession::databaseRead, this, &MainWindow::showRead);
     connect(&session, &DatabaseSession::savedStateChanged, this, &MainWindow::showSaved);
     connect(
         &session, &DatabaseSession::damageFound, this, [this](const QStringList& sentences) { m_damageBar->setText(sentences.join(' ')); });
@@ -176,8 +216,15 @@ void MainWindow::connectVendaro()
         activateWindow();
     });
     connect(&m_vendaro, &Vendaro::statusWanted, this, [this](const QString& line) { m_counts->setText(line); });
+    connect(&m_vendaro, &Vendaro::quitWanted, this, &MainWindow::quitWanted);
+    connect(&m_vendaro.updates(), &UpdateWindowController::automaticChanged, this, &MainWindow::showAutomaticUpdates);
     connect(&m_vendaro, &Vendaro::dateFormatWanted, this, &MainWindow::chooseDateFormat);
     connect(&m_vendaro.getPrefsController(), &PrefsController::wordsChanged, this, &MainWindow::showTerms);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { followFocus(now); });
+}
+
+void MainWindow::connectLists()
+{
     for (const QAbstractItemView* view : lists()) {
         connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &MainWindow::showCounts);
         connect(view->model(), &QAbstractItemModel::modelReset, this, &MainWindow::showCounts);
@@ -186,13 +233,14 @@ void MainWindow::connectVendaro()
     connect(m_welcome, &WelcomeView::newContact, this, [this] { m_vendaro.getContactManager().create(); });
     connect(m_welcome, &WelcomeView::newItem, this, [this] { m_vendaro.getItemManager().create(); });
     connect(m_welcome, &WelcomeView::sampleBusiness, this, [this] { m_vendaro.openSampleBusiness(); });
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { followFocus(now); });
 }
 
 void MainWindow::showRecovery()
 {
-    if (!m_recovery)
+    if (!m_recovery) {
         m_recovery = new RecoveryWindow(m_vendaro);
+        addPrintKey(m_recovery, m_vendaro);
+    }
     m_recovery->show();
     m_recovery->raise();
     m_recovery->activateWindow();
@@ -201,7 +249,7 @@ void MainWindow::showRecovery()
 void MainWindow::followFocus(QWidget* now)
 {
     // The buttons of the tool bar work on the list that had the keyboard before.
-    if (!now || now->window() != this || m_toolBar->isAncestorOf(now))
+    if (!now || !m_ordersPage || now->window() != this || m_toolBar->isAncestorOf(now))
         return;
     // While a page has nothing to list, a button stands in for its list.
     const auto isList = [now](const QWidget* page) { return page->isAncestorOf(now) && !qobject_cast<QLineEdit*>(now); };
@@ -220,10 +268,15 @@ void MainWindow::showTerms()
     const PrefsForm& words = m_vendaro.getPrefsController().form;
     m_sideBar->setPageTitle(1, words.termOrders.text());
     m_sideBar->setPageTitle(2, words.termItems.text());
-    m_ordersPage->setTitle(words.termOrders.text());
-    m_itemsPage->setTitle(words.termItems.text());
+    if (m_ordersPage) {
+        m_ordersPage->setTitle(words.termOrders.text());
+        m_itemsPage->setTitle(words.termItems.text());
+        m_welcome->setWords(words.termOrder.text(), words.termItem.text());
+    }
     command("newOrder")->setText(tr("New %1").arg(words.termOrder.text()));
     command("newItem")->setText(tr("New %1").arg(words.termItem.text()));
+    command("showOrders")->setText(words.termOrders.text());
+    command("showItems")->setText(words.termItems.text());
 }
 
 void MainWindow::showReadOnly()
@@ -277,7 +330,7 @@ void MainWindow::showCounts()
 
 void MainWindow::showSaved()
 {
-    const QString reason = m_vendaro.folder().unsavedReason();
+    const QString reason = m_vendaro.unsavedReason();
     m_saved->setTone(reason.isEmpty() ? LabelTone::secondary : LabelTone::error);
     m_saved->setText(reason.isEmpty() ? tr("Saved %1").arg(QTime::currentTime().toString("HH:mm")) : tr("Not saved: %1").arg(reason));
 }
@@ -303,6 +356,13 @@ void MainWindow::showLockSheet()
     connect(&session, &DatabaseSession::aboutToSwitch, sheet, &Sheet::cancel);
     connect(sheet, &Sheet::finished, sheet, &QObject::deleteLater);
     sheet->open();
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::ActivationChange)
+        m_vendaro.setMainWindowIsKey(isActiveWindow());
+    QMainWindow::changeEvent(event);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

@@ -2,6 +2,7 @@
 
 #include "app/Vendaro.h"
 #include "ui/FormBinder.h"
+#include "ui/HelpTopic.h"
 #include "ui/ListBinder.h"
 #include "ui/WindowMemory.h"
 #include "ui/kit/Button.h"
@@ -62,6 +63,7 @@ RecoveryWindow::RecoveryWindow(Vendaro& vendaro)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setObjectName(frameName);
+    helpTopic::set(*this, "recovery");
     setWindowTitle(tr("Recovery"));
     resize(980, 620);
     m_tabs->addTab(makeKeptTab(), tr("Kept Files"));

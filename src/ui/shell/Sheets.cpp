@@ -2,6 +2,7 @@
 
 #include "foundation/Text.h"
 #include "storage/DatabaseLock.h"
+#include "ui/HelpTopic.h"
 #include "ui/kit/Button.h"
 #include "ui/kit/FormGrid.h"
 #include "ui/kit/IconLabel.h"
@@ -46,6 +47,7 @@ QHBoxLayout* buttonRow(std::initializer_list<QPushButton*> buttons)
 LockSheet::LockSheet(const LockInfo& lock, QWidget* host) : Sheet(host)
 {
     setTitle(tr("Database locked"));
+    helpTopic::set(*this, "sharing");
     card()->setFixedWidth(480);
     auto* words = new QVBoxLayout;
     words->setContentsMargins(0, 4, 0, 0);
@@ -93,6 +95,7 @@ DateFormatSheet::DateFormatSheet(QWidget* host)
     , m_monthFirst(new QRadioButton(tr("Month first: mm/dd/yy")))
 {
     setTitle(tr("How do you write dates?"));
+    helpTopic::set(*this, "settings-general#dates");
     card()->setFixedWidth(460);
     column()->addWidget(new Label(tr("How do you write dates?"), LabelSize::group));
     column()->addSpacing(8);

@@ -1,9 +1,10 @@
 #include "ui/shell/ToolBarSheet.h"
 
+#include "ui/HelpTopic.h"
 #include "ui/kit/Button.h"
 #include "ui/kit/Fields.h"
 #include "ui/kit/Label.h"
-#include "ui/kit/PickList.h"
+#include "ui/shell/ToolBarList.h"
 
 #include <QHBoxLayout>
 
@@ -11,7 +12,6 @@
 
 namespace {
 
-constexpr int identifierRole = Qt::UserRole;
 constexpr int listWidth = 286;
 constexpr int listHeight = 380;
 constexpr int moveWidth = 112;
@@ -29,15 +29,15 @@ PickList::Weight weightOf(const ToolBarEntry& entry)
     return entry.kind == ToolBarEntry::Kind::space ? PickList::Weight::quiet : PickList::Weight::normal;
 }
 
-void addTo(PickList& list, const ToolBarEntry& entry)
+void addTo(ToolBarList& list, const ToolBarEntry& entry)
 {
-    list.addEntry(entry.icon, entry.title, weightOf(entry))->setData(identifierRole, entry.identifier);
+    list.addEntry(entry.identifier, entry.icon, entry.title, weightOf(entry));
 }
 
-QString chosenIn(const PickList& list)
+/// The tooltip tells the key that does the same in the lists.
+void tellKey(QPushButton& button, const QKeySequence& key)
 {
-    const QListWidgetItem* item = list.currentItem();
-    return item ? item->data(identifierRole).toString() : QString();
+    button.setToolTip(QString("%1 (%2)").arg(button.text(), key.toString(QKeySequence::NativeText)));
 }
 
 } // namespace
@@ -46,14 +46,15 @@ ToolBarSheet::ToolBarSheet(QList<ToolBarEntry> known, QStringList defaults, QWid
     : Sheet(host)
     , m_known(std::move(known))
     , m_defaults(std::move(defaults))
-    , m_available(new PickList(tr("Available")))
-    , m_shown(new PickList(tr("In the tool bar")))
+    , m_available(new ToolBarList("available", tr("Available")))
+    , m_shown(new ToolBarList("shown", tr("In the tool bar")))
 {
     setTitle(tr("Customise Tool Bar"));
+    helpTopic::set(*this, "toolbar");
     column()->addWidget(new Label(tr("Customise Tool Bar"), LabelSize::group));
     column()->addSpacing(6);
     column()->addWidget(
-        new Label(tr("Add and remove with the buttons; drag to change the order. The tool bar changes when you choose Done."),
+        new Label(tr("Drag entries into the tool bar, out of it and to their places, or use the buttons. It changes with Done."),
             LabelSize::body, LabelTone::secondary));
     column()->addSpacing(16);
     column()->addLayout(makeLists());
@@ -63,31 +64,53 @@ ToolBarSheet::ToolBarSheet(QList<ToolBarEntry> known, QStringList defaults, QWid
         addTo(*m_available, each);
     m_available->setCurrentRow(0);
     setFirstFocus(m_available);
+    connectLists();
+    showWhatIsPossible();
+}
+
+void ToolBarSheet::connectLists()
+{
     connect(m_available, &QListWidget::currentRowChanged, this, &ToolBarSheet::showWhatIsPossible);
     connect(m_shown, &QListWidget::currentRowChanged, this, &ToolBarSheet::showWhatIsPossible);
     connect(m_available, &QListWidget::itemDoubleClicked, this, &ToolBarSheet::addChosen);
-    showWhatIsPossible();
+    connect(m_available, &ToolBarList::addKeyPressed, this, &ToolBarSheet::addChosen);
+    connect(m_shown, &ToolBarList::removeKeyPressed, this, &ToolBarSheet::removeChosen);
+    connect(m_shown, &ToolBarList::moveKeyPressed, this, &ToolBarSheet::moveChosen);
+    m_shown->setDropping(ToolBarList::Dropping::betweenEntries);
+    m_shown->mayTake = [this](const ToolBarList::Dragged& dragged) {
+        const bool isMove = dragged.list == m_shown->objectName();
+        return isMove ? m_shown->identifierAt(dragged.row) == dragged.identifier : mayAdd(dragged.identifier);
+    };
+    // Back to where it came from is out of the bar.
+    m_available->mayTake = [this](const ToolBarList::Dragged& dragged) {
+        return dragged.list == m_shown->objectName() && m_shown->identifierAt(dragged.row) == dragged.identifier;
+    };
+    connect(m_available, &ToolBarList::entryDropped, this, [this](const ToolBarList::Dragged& dragged) { takeOut(dragged.row); });
+    connect(m_shown, &ToolBarList::entryDropped, this, [this](const ToolBarList::Dragged& dragged, int beforeRow) {
+        if (dragged.list == m_shown->objectName())
+            move(dragged.row, beforeRow > dragged.row ? beforeRow - 1 : beforeRow);
+        else
+            put(dragged.identifier, beforeRow);
+    });
 }
 
 QLayout* ToolBarSheet::makeLists()
 {
     auto* row = new QHBoxLayout;
     row->setSpacing(12);
-    const auto addList = [row](PickList* list, const char* name) {
+    const auto addList = [row](ToolBarList* list) {
         auto* column = new QVBoxLayout;
         column->setSpacing(6);
         auto* heading = new Label(list->accessibleName(), LabelSize::tableHeading, LabelTone::secondary);
         heading->setBuddy(list);
         column->addWidget(heading);
-        list->setObjectName(QString::fromLatin1(name));
         list->setFixedSize(listWidth, listHeight);
         column->addWidget(list);
         row->addLayout(column);
     };
-    addList(m_available, "available");
+    addList(m_available);
     row->addLayout(makeMoves());
-    addList(m_shown, "shown");
-    m_shown->setDragDropMode(QAbstractItemView::InternalMove);
+    addList(m_shown);
     return row;
 }
 
@@ -101,6 +124,10 @@ QLayout* ToolBarSheet::makeMoves()
     connect(m_remove, &QPushButton::clicked, this, &ToolBarSheet::removeChosen);
     connect(m_up, &QPushButton::clicked, this, [this] { moveChosen(-1); });
     connect(m_down, &QPushButton::clicked, this, [this] { moveChosen(1); });
+    tellKey(*m_add, QKeySequence(Qt::Key_Insert));
+    tellKey(*m_remove, QKeySequence(Qt::Key_Delete));
+    tellKey(*m_up, QKeySequence(Qt::ALT | Qt::Key_Up));
+    tellKey(*m_down, QKeySequence(Qt::ALT | Qt::Key_Down));
     auto* column = new QVBoxLayout;
     column->setSpacing(8);
     column->addStretch(1);
@@ -157,6 +184,7 @@ void ToolBarSheet::setArrangement(const QStringList& identifiers, ToolBar::Show 
     m_shown->clear();
     for (const QString& identifier : identifiers)
         put(identifier, m_shown->count());
+    m_shown->setCurrentRow(-1);
     m_parts->setCurrentIndex(static_cast<int>(show));
     showWhatIsPossible();
 }
@@ -165,13 +193,19 @@ QStringList ToolBarSheet::identifiers() const
 {
     QStringList identifiers;
     for (int row = 0; row < m_shown->count(); ++row)
-        identifiers += m_shown->item(row)->data(identifierRole).toString();
+        identifiers += m_shown->identifierAt(row);
     return identifiers;
 }
 
 ToolBar::Show ToolBarSheet::shownParts() const
 {
     return static_cast<ToolBar::Show>(m_parts->currentIndex());
+}
+
+bool ToolBarSheet::mayAdd(const QString& identifier) const
+{
+    const ToolBarEntry* known = entry(identifier);
+    return known && (known->kind == ToolBarEntry::Kind::space || !holds(identifier));
 }
 
 void ToolBarSheet::put(const QString& identifier, int row)
@@ -181,6 +215,21 @@ void ToolBarSheet::put(const QString& identifier, int row)
         return;
     addTo(*m_shown, *known);
     m_shown->insertItem(row, m_shown->takeItem(m_shown->count() - 1));
+    m_shown->setCurrentRow(row);
+    showWhatIsPossible();
+}
+
+void ToolBarSheet::takeOut(int row)
+{
+    delete m_shown->takeItem(row);
+    showWhatIsPossible();
+}
+
+void ToolBarSheet::move(int row, int toRow)
+{
+    m_shown->insertItem(toRow, m_shown->takeItem(row));
+    m_shown->setCurrentRow(toRow);
+    showWhatIsPossible();
 }
 
 void ToolBarSheet::addChosen()
@@ -189,28 +238,25 @@ void ToolBarSheet::addChosen()
         return;
     // Behind the entry that is chosen there, else at the end.
     const int row = m_shown->currentRow() < 0 ? m_shown->count() : m_shown->currentRow() + 1;
-    put(chosenIn(*m_available), row);
-    m_shown->setCurrentRow(row);
-    showWhatIsPossible();
+    put(m_available->chosen(), row);
 }
 
 void ToolBarSheet::removeChosen()
 {
-    delete m_shown->takeItem(m_shown->currentRow());
-    showWhatIsPossible();
+    takeOut(m_shown->currentRow());
 }
 
 void ToolBarSheet::moveChosen(int steps)
 {
     const int row = m_shown->currentRow();
-    m_shown->insertItem(row + steps, m_shown->takeItem(row));
-    m_shown->setCurrentRow(row + steps);
+    const int toRow = row + steps;
+    if (row >= 0 && toRow >= 0 && toRow < m_shown->count())
+        move(row, toRow);
 }
 
 void ToolBarSheet::showWhatIsPossible()
 {
-    const ToolBarEntry* chosen = entry(chosenIn(*m_available));
-    m_add->setEnabled(chosen && (chosen->kind == ToolBarEntry::Kind::space || !holds(chosen->identifier)));
+    m_add->setEnabled(mayAdd(m_available->chosen()));
     const int row = m_shown->currentRow();
     m_remove->setEnabled(row >= 0);
     m_up->setEnabled(row > 0);

@@ -5,7 +5,7 @@
 #include "ui/kit/ToolBar.h"
 
 class ChoiceBox;
-class PickList;
+class ToolBarList;
 
 /// Something a tool bar can hold.
 struct ToolBarEntry {
@@ -35,7 +35,12 @@ private:
     QLayout* makeFooter();
     const ToolBarEntry* entry(const QString& identifier) const;
     bool holds(const QString& identifier) const;
+    void connectLists();
+    /// Whether another one of it has a place in the bar.
+    bool mayAdd(const QString& identifier) const;
     void put(const QString& identifier, int row);
+    void takeOut(int row);
+    void move(int row, int toRow);
     void addChosen();
     void removeChosen();
     void moveChosen(int steps);
@@ -43,8 +48,8 @@ private:
 
     QList<ToolBarEntry> m_known;
     QStringList m_defaults;
-    PickList* m_available;
-    PickList* m_shown;
+    ToolBarList* m_available;
+    ToolBarList* m_shown;
     ChoiceBox* m_parts = nullptr;
     QPushButton* m_add = nullptr;
     QPushButton* m_remove = nullptr;

@@ -34,8 +34,8 @@ WelcomeView::WelcomeView(QWidget* parent) : QWidget(parent)
     };
     m_first =
         card("list-add-user", tr("New Contact"), tr("Somebody you sell to or buy from"), ActionCard::Rank::first, &WelcomeView::newContact);
-    card("archive-insert", tr("New Item"), tr("Something you sell"), ActionCard::Rank::other, &WelcomeView::newItem);
-    card("document-new", tr("New Order"), tr("Put items on it, print it, take the payment"), ActionCard::Rank::other,
+    m_newItem = card("archive-insert", tr("New Item"), tr("Something you sell"), ActionCard::Rank::other, &WelcomeView::newItem);
+    m_newOrder = card("document-new", tr("New Order"), tr("Put items on it, print it, take the payment"), ActionCard::Rank::other,
         &WelcomeView::newOrder);
     card("folder-open", tr("Open Sample Business"), tr("Look around in a workshop with two years of orders"), ActionCard::Rank::other,
         &WelcomeView::sampleBusiness);
@@ -46,4 +46,10 @@ WelcomeView::WelcomeView(QWidget* parent) : QWidget(parent)
 void WelcomeView::focusFirst()
 {
     m_first->setFocus(Qt::OtherFocusReason);
+}
+
+void WelcomeView::setWords(const QString& order, const QString& item)
+{
+    m_newOrder->setTitle(tr("New %1").arg(order));
+    m_newItem->setTitle(tr("New %1").arg(item));
 }

@@ -10,6 +10,8 @@ class WelcomeView : public QWidget {
 public:
     explicit WelcomeView(QWidget* parent = nullptr);
     void focusFirst();
+    /// What the person calls an order and an item.
+    void setWords(const QString& order, const QString& item);
 
 Q_SIGNALS:
     void newOrder();
@@ -19,4 +21,6 @@ Q_SIGNALS:
 
 private:
     ActionCard* m_first;
+    ActionCard* m_newItem;
+    ActionCard* m_newOrder;
 };

@@ -211,6 +211,25 @@ TEST(SearchField, escapeEmptiesItAndThenLeavesIt)
     EXPECT_EQ(abandoned.count(), 1);
 }
 
+TEST(SearchField, aWindowThatClosesWithEscapeWaitsUntilItIsEmpty)
+{
+    QWidget window;
+    SearchField field(QStringLiteral("Search"), &window);
+    QAction close(&window);
+    close.setShortcut(Qt::Key_Escape);
+    window.addAction(&close);
+    QSignalSpy closed(&close, &QAction::triggered);
+    show(window);
+    field.setFocus();
+    QTest::keyClicks(&field, "oak");
+
+    QTest::keyClick(&field, Qt::Key_Escape);
+    EXPECT_EQ(field.text(), QString());
+    EXPECT_EQ(closed.count(), 0);
+    QTest::keyClick(&field, Qt::Key_Escape);
+    EXPECT_EQ(closed.count(), 1);
+}
+
 TEST(SearchField, arrowKeysMoveInTheListItSteersAndLettersStay)
 {
     QListWidget list;

@@ -7,6 +7,7 @@
 #include <QSet>
 #include <QHelpEvent>
 #include <QLineEdit>
+#include <QPainter>
 #include <QSignalSpy>
 #include <QToolTip>
 #include <QVBoxLayout>
@@ -281,6 +282,51 @@ TEST_F(RowDelegateInTable, aHundredThousandRowsScrollWithoutBeingMeasured)
     picture(m_table);
     EXPECT_LT(many.rows.size(), 200) << "only rows that can be seen are asked for";
     EXPECT_EQ(m_table.rowHeight(99999), 30);
+}
+
+TEST_F(RowDelegateInTable, aTextStandsWhereThePainterPutsItTheFirstTimeAndAgain)
+{
+    QStandardItem& item = *m_model.item(4, 1);
+    const QRect cell = m_table.visualRect(item.index());
+    const QRect place = cell.adjusted(RowDelegate::inset, 0, -RowDelegate::inset, 0);
+    for (const QString& text : {QString("Oak shelf"), QString("Oak shelf of three boards, oiled twice, for the reading room"), QString(),
+             QString::fromUtf8("\u05e9\u05d5\u05dc\u05d7\u05df 12, oak")}) {
+        for (const Qt::Alignment side : {Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight}) {
+            item.setText(text);
+            item.setTextAlignment(side | Qt::AlignVCenter);
+            const QImage first = rows();
+            EXPECT_EQ(rows(), first);
+
+            QImage expected = first;
+            QPainter painter(&expected);
+            painter.fillRect(cell.adjusted(0, 0, 0, -1), surface);
+            painter.setFont(m_table.font());
+            painter.setLayoutDirection(m_table.layoutDirection());
+            painter.setPen(colourOf(Colour::text, Shade::light));
+            painter.drawText(place, int(side | Qt::AlignVCenter) | Qt::TextSingleLine,
+                m_table.fontMetrics().elidedText(text, Qt::ElideRight, place.width()));
+            painter.end();
+            EXPECT_EQ(expected, first) << text.toStdString();
+        }
+    }
+}
+
+TEST_F(RowDelegateInTable, aTextOfSeveralLinesStandsOnOne)
+{
+    m_model.item(4, 1)->setText("two lines");
+    const QImage onOne = rows();
+    m_model.item(4, 1)->setText("two\nlines");
+    EXPECT_EQ(rows(), onOne);
+}
+
+TEST_F(RowDelegateInTable, aTextInAnotherFontIsLaidOutAnew)
+{
+    const QRect cell = m_table.visualRect(m_model.index(4, 1));
+    const QImage before = rows().copy(cell);
+    QFont large = m_table.font();
+    large.setPixelSize(20);
+    m_table.setFont(large);
+    EXPECT_NE(rows().copy(cell), before);
 }
 
 TEST_F(RowDelegateInTable, aTextThatIsCutShowsItselfWholeAsToolTip)

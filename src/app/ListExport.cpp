@@ -1,0 +1,64 @@
+#include "app/ListExport.h"
+
+#include "desktop/Desktop.h"
+#include "desktop/TextTable.h"
+#include "foundation/Log.h"
+#include "foundation/SafeFile.h"
+#include "storage/TableExport.h"
+
+#include <QFileInfo>
+#include <QStringEncoder>
+
+namespace {
+
+QString fileTypeOf(ExportForm form)
+{
+    switch (form) {
+    case ExportForm::commaSeparated: return "csv";
+    case ExportForm::tabDelimited: return "txt";
+    case ExportForm::html: break;
+    }
+    return "html";
+}
+
+/// A page with the table, in UTF-16 with a byte-order mark. That the body stands in the head is how these files always were.
+std::string htmlFile(const qvDataSource& source)
+{
+    const std::string page = "<html><head><title>Data Export from Vendaro</title><body>" + getDataAsHTML(source) + "</body></head></html>";
+    QStringEncoder encoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
+    const QByteArray bytes = encoder.encode(QString::fromStdString(page));
+    return bytes.toStdString();
+}
+
+std::string fileContents(const qvDataSource& source, ExportForm form)
+{
+    switch (form) {
+    case ExportForm::commaSeparated: return getDataAsCSV(source);
+    case ExportForm::tabDelimited: return getDataAsTDL(source);
+    case ExportForm::html: break;
+    }
+    return htmlFile(source);
+}
+
+void logFailure(ExportForm form, const std::string& path, const std::string& reason)
+{
+    if (form == ExportForm::html)
+        logFormat("Unsuccessful exporting data to %s\n", path.c_str());
+    else
+        logFormat("Unsuccessful exporting data to %s \nerror:%s", path.c_str(), reason.c_str());
+}
+
+} // namespace
+
+QString ListExport::run(const qvDataSource& source, ExportForm form, const QString& name)
+{
+    const std::optional<QString> path = m_panels.saveFile({localText("Export"), fileTypeOf(form), {}, name, {}, {}});
+    if (!path)
+        return {};
+    const Result<void> written = writeFileSafely(path->toStdString(), fileContents(source, form));
+    if (!written) {
+        logFailure(form, path->toStdString(), written.error().message);
+        return fillText(localText("Not exported: %@"), {QString::fromStdString(written.error().message)});
+    }
+    return fillText(localText("Exported to %@"), {QFileInfo(*path).fileName()});
+}

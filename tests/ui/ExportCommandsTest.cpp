@@ -1,0 +1,78 @@
+// The commands that write the list in front into a file, from the menu and from the tool bar.
+#include "MainOnScreen.h"
+
+#include "ui/kit/SheetStack.h"
+#include "ui/kit/ToolBar.h"
+
+#include <QFile>
+#include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
+
+using namespace uitest;
+
+namespace {
+
+class ExportCommands : public MainOnScreen {
+protected:
+    QByteArray exported(const char* name, const QString& file)
+    {
+        const QString path = home() + '/' + file;
+        panels.choose(path);
+        command(name)->trigger();
+        QFile written(path);
+        return written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray("(not there)");
+    }
+};
+
+} // namespace
+
+TEST_F(ExportCommands, writeTheListOfThePageThatIsShown)
+{
+    haveRecords();
+    launch();
+    const QByteArray orders = exported("exportCSV", "Orders.csv");
+    EXPECT_TRUE(orders.contains("\"Three stools\"")) << orders.toStdString();
+    EXPECT_EQ(status(), QString("Exported to Orders.csv"));
+
+    window->showPage(Page::items);
+    const QByteArray items = exported("exportTDL", "Items.txt");
+    EXPECT_TRUE(items.contains("Oak stool")) << items.toStdString();
+    EXPECT_FALSE(items.contains("Three stools"));
+
+    window->showPage(Page::contacts);
+    EXPECT_TRUE(exported("exportHTML", "Contacts.html").startsWith("\xff\xfe<"));
+    EXPECT_TRUE(exported("exportTDL", "Contacts.txt").contains("Bert Hill"));
+}
+
+TEST_F(ExportCommands, standInTheFileMenuAndAmongTheToolBarsItems)
+{
+    launch();
+    QStringList texts;
+    for (const QMenu* menu : window->menuBar()->findChildren<QMenu*>()) {
+        for (const QAction* action : menu->actions()) {
+            if (menu->title().remove('&') == "Export")
+                texts += action->text().remove('&');
+        }
+    }
+    EXPECT_EQ(texts, QStringList({"To Spreadsheet", "To Tab-Delimited Text", "To HTML"}));
+    command("customiseToolBar")->trigger();
+    ASSERT_NE(SheetStack::instance().top(), nullptr);
+    const auto* available = SheetStack::instance().top()->findChild<QListWidget*>("available");
+    ASSERT_NE(available, nullptr);
+    for (const char* text : {"To HTML", "To Spreadsheet"})
+        EXPECT_EQ(available->findItems(text, Qt::MatchExactly).size(), 1) << text;
+    EXPECT_TRUE(command("exportCSV")->isEnabled());
+}
+
+TEST_F(ExportCommands, doNothingWhileAnotherWindowHasTheKeyboard)
+{
+    haveRecords();
+    launch();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    EXPECT_EQ(exported("exportCSV", "Orders.csv"), QByteArray("(not there)"));
+    EXPECT_EQ(log().back(), QString("qvds is nil"));
+}
