@@ -50,7 +50,7 @@ endfunction()
 
 # A test runs once or twice: quick to compile counts for more than quick to run.
 function(vendaro_quick_to_compile target)
-  target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O0>)
+  target_compile_options(${target} PRIVATE -O0)
   if(VENDARO_PCH)
     target_precompile_headers(${target} PRIVATE
       <gmock/gmock.h> <gtest/gtest.h> <functional> <map> <memory> <string> <vector> <QDateTime> <QHash> <QString> <QStringList>)
