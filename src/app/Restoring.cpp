@@ -3,7 +3,6 @@
 #include "app/DatabaseSession.h"
 #include "desktop/Alerts.h"
 #include "desktop/TextTable.h"
-#include "foundation/SafeFile.h"
 #include "storage/DatabaseFolder.h"
 
 #include <QFileInfo>
@@ -87,11 +86,11 @@ void Restoring::read(const std::shared_ptr<Reading>& reading, const QString& fol
 
 Restoring::ReadFile Restoring::readFile(RecordFile& file, const QString& folder)
 {
-    const FileBytes bytes = readRecords((folder + '/' + file.fileName()).toStdString());
-    if (bytes.trouble == ReadTrouble::missing)
+    FilePieces pieces((folder + '/' + file.fileName()).toStdString(), RecordFile::recordEnd);
+    if (pieces.trouble() == ReadTrouble::missing)
         return {&file, {}, {}};
     Result<std::unique_ptr<ParsedFile>> parsed =
-        bytes.trouble == ReadTrouble::none ? file.parse(bytes.bytes) : Result<std::unique_ptr<ParsedFile>>(Error {bytes.reason});
+        pieces.trouble() == ReadTrouble::none ? file.parse(pieces) : Result<std::unique_ptr<ParsedFile>>(Error {pieces.reason()});
     if (parsed)
         return {&file, std::move(parsed).value(), {}};
     return {&file, {}, parsed.error().message};

@@ -263,10 +263,9 @@ FileBytes tooLarge(const std::string& path, std::size_t most)
     return {{}, ReadTrouble::unreadable, path + " is larger than " + std::to_string(most / gigabyte) + " GB"};
 }
 
-FileBytes readUpTo(const std::string& path, ByteBuffer into, std::size_t most)
+FileBytes readUpTo(const std::string& path, std::size_t most)
 {
-    into.clear();
-    FileBytes file {std::move(into), ReadTrouble::none, {}};
+    FileBytes file;
     struct stat status { };
     if (::stat(path.c_str(), &status) == 0) {
         if (!S_ISREG(status.st_mode))
@@ -286,17 +285,18 @@ FileBytes readUpTo(const std::string& path, ByteBuffer into, std::size_t most)
 
 FileBytes readWholeFile(const std::string& path)
 {
-    return readUpTo(path, {}, largestFile);
+    return readUpTo(path, largestFile);
 }
 
-FileBytes readRecords(const std::string& path, ByteBuffer into)
+FileBytes readRecords(const std::string& path)
 {
-    return readUpTo(path, std::move(into), std::max(memorySize(), largestFile));
+    return readUpTo(path, mostOfRecords());
 }
 
-std::size_t memorySize()
+std::size_t mostOfRecords()
 {
-    return static_cast<std::size_t>(::sysconf(_SC_PHYS_PAGES)) * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    const auto memory = static_cast<std::size_t>(::sysconf(_SC_PHYS_PAGES)) * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    return std::max(memory, largestFile);
 }
 
 Result<bool> createExclusively(const std::string& path, std::string_view bytes, void (*finish)(const std::string& path))

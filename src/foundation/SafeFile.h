@@ -98,10 +98,10 @@ struct FileBytes {
 };
 /// Refuses files that are larger than what anything but records fills, and would take the memory of everything else.
 FileBytes readWholeFile(const std::string& path);
-/// A file of records, into memory that may have held something else before: refused only when the computer's whole memory is smaller.
-FileBytes readRecords(const std::string& path, ByteBuffer into = {});
-/// Bytes of the computer's memory.
-std::size_t memorySize();
+/// A file of records: refused only when it is larger than mostOfRecords().
+FileBytes readRecords(const std::string& path);
+/// The bytes that a file of records may have: as many as the computer's whole memory.
+std::size_t mostOfRecords();
 
 /// Makes a file that is complete the moment it appears. Answers false when there was one already. finish, if given, does to the file what
 /// belongs to it beside its bytes, before it appears where that is possible.

@@ -7,7 +7,6 @@
 #include "foundation/SafeFile.h"
 #include "foundation/plist/PlistWriter.h"
 #include "storage/FileComparison.h"
-#include "storage/ReadingMemory.h"
 #include "storage/RecoveryStore.h"
 
 #include <QDir>
@@ -44,25 +43,22 @@ struct ReadFile {
 };
 
 /// Reads the new contents that an interrupted write left, when there are such, else the file itself.
-ReadFile readRecordFile(RecordFile& file, const std::string& ownPath, const std::string& instead, ReadingMemory& memory)
+ReadFile readRecordFile(RecordFile& file, const std::string& ownPath, const std::string& instead)
 {
     ReadFile result {instead.empty() ? ownPath : instead, false, {}, {}};
-    FileBytes bytes = readRecords(result.path, memory.take());
-    if (bytes.trouble == ReadTrouble::missing && !instead.empty()) {
-        // Another program has put them into their place meanwhile.
-        result.path = ownPath;
-        bytes = readRecords(ownPath, std::move(bytes.bytes));
-    }
-    result.exists = bytes.trouble != ReadTrouble::missing;
-    result.reason = bytes.reason;
-    if (bytes.trouble != ReadTrouble::none)
+    FilePieces pieces(result.path, RecordFile::recordEnd);
+    result.exists = pieces.trouble() != ReadTrouble::missing;
+    // Another program has put them into their place meanwhile.
+    if (!result.exists && !instead.empty())
+        return readRecordFile(file, ownPath, {});
+    result.reason = pieces.reason();
+    if (pieces.trouble() != ReadTrouble::none)
         return result;
-    Result<std::unique_ptr<ParsedFile>> parsed = file.parse(bytes.bytes);
+    Result<std::unique_ptr<ParsedFile>> parsed = file.parse(pieces);
     if (parsed)
         result.parsed = std::move(parsed).value();
     else
         result.reason = parsed.error().message;
-    memory.giveBack(std::move(bytes.bytes));
     return result;
 }
 
@@ -158,13 +154,12 @@ LoadReport DatabaseFolder::readAgain(const AfterFile& afterFile)
     if (!interrupted)
         tellUnreadable(interrupted.error().message, report);
     const std::map<std::string, std::string> instead = interrupted ? interrupted.value() : std::map<std::string, std::string>();
-    ReadingMemory memory(m_files, m_location);
     const auto startReading = [&](RecordFile& file) {
         file.forget();
         const auto found = instead.find(file.fileName());
         const std::string other = found == instead.end() ? std::string() : found->second;
-        return std::async(std::launch::async,
-            [&file, path = pathIn(m_location, file), other, &memory] { return readRecordFile(file, path, other, memory); });
+        return std::async(
+            std::launch::async, [&file, path = pathIn(m_location, file), other] { return readRecordFile(file, path, other); });
     };
     // One file is read ahead while the one before it is read and handed over; they are handed over in their order.
     std::future<ReadFile> next = m_files.empty() ? std::future<ReadFile>() : startReading(*m_files.front());

@@ -5,6 +5,7 @@
 // Writing is in two steps too: snapshot() copies the values on the main thread, the snapshot is written on any thread.
 #pragma once
 
+#include "foundation/FilePieces.h"
 #include "foundation/LargeMemory.h"
 #include "foundation/Result.h"
 #include "foundation/Text.h"
@@ -147,7 +148,15 @@ public:
     /// Whether other records can name one of this file only as long as it is there: what they name beside that is not kept.
     virtual bool isNamedOnlyWhileThere() const { return false; }
 
-    virtual Result<std::unique_ptr<ParsedFile>> parse(std::string_view bytes) = 0;
+    /// What stands where a record ends, in the layout that files are written in.
+    static constexpr std::string_view recordEnd = "\n\t\t</dict>";
+
+    virtual Result<std::unique_ptr<ParsedFile>> parse(FilePieces& pieces) = 0;
+    Result<std::unique_ptr<ParsedFile>> parse(std::string_view bytes)
+    {
+        FilePieces pieces(bytes);
+        return parse(pieces);
+    }
     virtual std::unique_ptr<FileSnapshot> snapshot() const = 0;
     /// Before a load: what the file of the database before held beside its records is forgotten.
     virtual void forget() = 0;

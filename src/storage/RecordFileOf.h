@@ -27,10 +27,17 @@ class RecordFileOf : public RecordFile {
 public:
     using RecordFile::RecordFile;
 
-    Result<std::unique_ptr<ParsedFile>> parse(std::string_view bytes) override
+    using RecordFile::parse;
+    Result<std::unique_ptr<ParsedFile>> parse(FilePieces& pieces) override
     {
         auto parsed = std::make_unique<Parsed>(*this);
-        const Result<void> read = plist::isBinary(bytes) ? readTree(bytes, *parsed) : readTokens(bytes, *parsed);
+        Result<void> read = readPieces(pieces, *parsed);
+        if (!read && !pieces.isWhole()) {
+            // Not in the layout that can be taken apart, or damaged: where and how is found out with all of it.
+            pieces.takeWhole();
+            parsed = std::make_unique<Parsed>(*this);
+            read = pieces.trouble() == ReadTrouble::none ? readPieces(pieces, *parsed) : Error {pieces.reason()};
+        }
         if (!read)
             return read.error();
         parsed->store->endRepeating();
@@ -228,18 +235,43 @@ private:
         return {};
     }
 
-    /// Whatever else is wrong with a file, that it is no text comes first.
-    Result<void> readTokens(std::string_view bytes, Parsed& parsed) const
+    Result<void> readPieces(FilePieces& pieces, Parsed& parsed) const
     {
-        PlistTokens tokens(bytes);
-        std::size_t checked = 0;
-        Result<void> read = readDocument(tokens, parsed, checked);
-        return isUtf8(bytes.substr(checked)) ? read : Error {notUtf8};
+        return plist::isBinary(pieces.piece()) ? readTree(pieces.piece(), parsed) : readTokens(pieces, parsed);
     }
 
-    /// Everything before checked is known to be UTF-8; the records are looked at one by one, while they are in the processor's cache.
-    Result<void> readDocument(PlistTokens& tokens, Parsed& parsed, std::size_t& checked) const
+    /// The tokens of a file that comes in pieces.
+    struct Source {
+        FilePieces& pieces;
+        PlistTokens tokens {pieces.piece()};
+        /// Everything of the piece before it is known to be UTF-8; the records are looked at one by one, while they are in the
+        /// processor's cache.
+        std::size_t checked = 0;
+
+        /// After a record: on to the next piece, when this one ends here.
+        void recordRead()
+        {
+            if (pieces.isWhole() || tokens.position() < pieces.piece().size())
+                return;
+            pieces.next();
+            tokens.continueWith(pieces.piece());
+            checked = 0;
+        }
+        /// So many bytes of the file are read.
+        std::size_t bytesRead() const { return pieces.passed() + tokens.position(); }
+    };
+
+    /// Whatever else is wrong with a file, that it is no text comes first.
+    Result<void> readTokens(FilePieces& pieces, Parsed& parsed) const
     {
+        Source source {pieces};
+        Result<void> read = readDocument(source, parsed);
+        return isUtf8(pieces.piece().substr(source.checked)) ? read : Error {notUtf8};
+    }
+
+    Result<void> readDocument(Source& source, Parsed& parsed) const
+    {
+        PlistTokens& tokens = source.tokens;
         if (tokens.next() != Token::dictOpen)
             return wrong(tokens, "the file's root is no dictionary");
         for (;;) {
@@ -254,7 +286,7 @@ private:
                 if (value != Token::arrayOpen)
                     return wrong(tokens, "\"" + key + "\" is no list");
                 parsed.records.clear();
-                if (Result<void> read = readRecords(tokens, parsed, checked); !read)
+                if (Result<void> read = readRecords(source, parsed); !read)
                     return read;
                 continue;
             }
@@ -272,8 +304,9 @@ private:
         return Error {tokens.error()};
     }
 
-    Result<void> readRecords(PlistTokens& tokens, Parsed& parsed, std::size_t& checked) const
+    Result<void> readRecords(Source& source, Parsed& parsed) const
     {
+        PlistTokens& tokens = source.tokens;
         const StoredRecord<R> blank = blankRecord();
         for (;;) {
             const Token token = tokens.take("\n\t\t<dict>") ? Token::dictOpen : tokens.next();
@@ -281,25 +314,26 @@ private:
                 return {};
             if (token != Token::dictOpen)
                 return wrong(tokens, "an entry of the list is no dictionary");
-            makeRoom(parsed.records, tokens);
+            makeRoom(parsed.records, source);
             StoredRecord<R>& record = parsed.records.emplace_back(blank);
             readExpectedFields(tokens, record, *parsed.store);
-            if (!tokens.take("\n\t\t</dict>")) {
+            if (!tokens.take(recordEnd)) {
                 if (Result<void> read = readOtherFields(tokens, record, *parsed.store); !read)
                     return read;
             }
-            if (!isUtf8(tokens.bytes().substr(checked, tokens.position() - checked)))
+            if (!isUtf8(tokens.bytes().substr(source.checked, tokens.position() - source.checked)))
                 return Error {notUtf8};
-            checked = tokens.position();
+            source.checked = tokens.position();
+            source.recordRead();
         }
     }
 
     /// Before there are too many records to move: room for as many as the file holds, if the rest are as long as those so far.
-    static void makeRoom(StoredRecords<R>& records, const PlistTokens& tokens)
+    static void makeRoom(StoredRecords<R>& records, const Source& source)
     {
         constexpr std::size_t fewest = 64;
         if (records.size() == records.capacity() && records.size() >= fewest)
-            records.reserve(records.size() + records.size() / 16 + records.size() * tokens.bytes().size() / tokens.position());
+            records.reserve(records.size() + records.size() / 16 + records.size() * source.pieces.fileSize() / source.bytesRead());
     }
 
     /// The short way: text fields in the order they are written in. Stops at the first thing that is different.

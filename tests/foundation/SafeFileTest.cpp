@@ -206,7 +206,7 @@ TEST_F(SafeFileTest, RecordsMayFillTheMemoryButNotMore)
     const std::string path = in("file");
     std::ofstream(path) << "start";
     EXPECT_EQ(readRecords(path).bytes.view(), "start");
-    const std::size_t most = std::max(memorySize(), std::size_t(1) << 30);
+    const std::size_t most = mostOfRecords();
     ASSERT_EQ(::truncate(path.c_str(), static_cast<off_t>(most + 1)), 0);
 
     const FileBytes read = readRecords(path);

@@ -2,6 +2,9 @@
 
 #include "storage/Article.h"
 
+#include <QTemporaryDir>
+
+#include <fstream>
 #include <gtest/gtest.h>
 
 #include <random>
@@ -32,16 +35,34 @@ std::string recordOf(const std::string& id, const std::string& name)
 
 class RecordFileTest : public testing::Test {
 protected:
-    /// The error's message, or the empty text.
+    /// The error's message, or the empty text. What a file gives that is read a piece at a time has to be the same.
     std::string load(const std::string& bytes)
     {
-        Result<std::unique_ptr<ParsedFile>> parsed = file.parse(bytes);
+        const bool wasEmpty = shop.articles.getCount() == 0;
+        const std::string error = take(file.parse(bytes));
+        const QTemporaryDir folder;
+        const std::string path = folder.filePath("file").toStdString();
+        std::ofstream(path, std::ios::binary) << bytes;
+        for (const std::size_t largest : {250, 400, 1000}) {
+            ArticleShop other;
+            ArticleFile otherFile {other.articles};
+            FilePieces pieces(path, RecordFile::recordEnd, largest);
+            EXPECT_EQ(take(otherFile.parse(pieces)), error) << "in pieces of " << largest;
+            if (wasEmpty) {
+                EXPECT_EQ(writtenBy(otherFile), written()) << "in pieces of " << largest;
+            }
+        }
+        return error;
+    }
+    static std::string take(Result<std::unique_ptr<ParsedFile>> parsed)
+    {
         if (!parsed)
             return parsed.error().message;
         parsed.value()->adopt();
         return {};
     }
-    std::string written() const
+    std::string written() const { return writtenBy(file); }
+    static std::string writtenBy(const RecordFile& file)
     {
         std::string bytes;
         PlistWriter writer([&](std::string_view piece) { bytes += piece; });
@@ -104,6 +125,67 @@ TEST_F(RecordFileTest, whatWasWrittenReadsBack)
     EXPECT_EQ(only().parts, (std::vector<std::string> {"handle", ""}));
     // Written under "stocked", read under "Stocked": the flag is off after every load.
     EXPECT_EQ(only().getFieldByName("stocked"), "NO");
+}
+
+TEST_F(RecordFileTest, aFileInPiecesIsReadWithoutTakingAllOfIt)
+{
+    std::string records;
+    for (int id = 1; id <= 20; ++id)
+        records += recordOf(std::to_string(id), "Cup " + std::to_string(id));
+    const std::string bytes = documentOf(records);
+    const QTemporaryDir folder;
+    const std::string path = folder.filePath("file").toStdString();
+    std::ofstream(path, std::ios::binary) << bytes;
+    FilePieces pieces(path, RecordFile::recordEnd, 1000);
+
+    ASSERT_EQ(take(file.parse(pieces)), "");
+
+    EXPECT_FALSE(pieces.isWhole());
+    EXPECT_EQ(shop.articles.getCount(), 20);
+    EXPECT_EQ(shop.articles.at(19).getFieldByName("name"), "Cup 20");
+}
+
+TEST_F(RecordFileTest, aRecordsEndInsideATextIsNone)
+{
+    std::string records;
+    for (int id = 1; id <= 6; ++id)
+        records += recordOf(std::to_string(id), "<![CDATA[a" + std::string(RecordFile::recordEnd) + "b]]>");
+
+    ASSERT_EQ(load(documentOf(records)), "");
+
+    EXPECT_EQ(shop.articles.getCount(), 6);
+    EXPECT_EQ(shop.articles.at(5).getFieldByName("name"), "a\n\t\t</dict>b");
+}
+
+TEST_F(RecordFileTest, aRecordThatIsLongerThanAPieceIsRead)
+{
+    std::string records;
+    for (int id = 1; id <= 9; ++id)
+        records += recordOf(std::to_string(id), std::string(id % 3 == 0 ? 2000 : 5, 'x'));
+
+    ASSERT_EQ(load(documentOf(records)), "");
+
+    EXPECT_EQ(shop.articles.getCount(), 9);
+}
+
+TEST_F(RecordFileTest, aFileThatEndsAfterARecordEndsTooEarly)
+{
+    const std::string bytes = documentOf(recordOf("1", "a") + recordOf("2", "b") + recordOf("3", "c"));
+    const std::string cut = bytes.substr(0, bytes.rfind(RecordFile::recordEnd) + RecordFile::recordEnd.size());
+
+    EXPECT_EQ(load(cut), "line " + std::to_string(6 + 3 * 14) + ": the file ends too early");
+}
+
+TEST_F(RecordFileTest, whereAFileIsDamagedIsToldByTheLineOfTheFile)
+{
+    std::string records;
+    for (int id = 1; id <= 20; ++id)
+        records += recordOf(std::to_string(id), id == 15 ? "<b>Cup</b>" : "Cup");
+
+    const std::string error = load(documentOf(records));
+
+    // Six lines before the records, fourteen records of fourteen lines, and five lines of the fifteenth.
+    EXPECT_EQ(error.substr(0, error.find(':')), "line " + std::to_string(6 + 14 * 14 + 5));
 }
 
 TEST_F(RecordFileTest, aMissingFlagIsOffAndOnlyUpperCaseYesIsOn)

@@ -31,6 +31,12 @@ public:
     std::size_t position() const { return m_at; }
     void setPosition(std::size_t position) { m_at = position; }
     std::string_view bytes() const { return m_bytes; }
+    /// The bytes so far are used up; from here on these are read, as if they stood behind.
+    void continueWith(std::string_view bytes)
+    {
+        m_bytes = bytes;
+        m_at = 0;
+    }
     /// The line of the current position, counted from 1.
     int line() const;
     const std::string& error() const { return m_error; }
