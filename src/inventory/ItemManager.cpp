@@ -5,6 +5,7 @@
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
 #include "desktop/ValueCheck.h"
+#include "inventory/CollectiveMove.h"
 #include "storage/PresentItem.h"
 #include "storage/Settings.h"
 #include "storage/WriteGate.h"
@@ -115,8 +116,16 @@ bool ItemManager::isSelfReferential(const Item& candidate, std::vector<const Ite
 
 bool ItemManager::adjustQtyFor(Item& item, float by)
 {
-    if (item.isCollectiveItem())
-        return adjustCollective(item, by);
+    if (!item.isCollectiveItem())
+        return adjustPlain(item, by);
+    CollectiveMove move(*this,
+        {[this](const Item& collective, float amount) { return mayMoveCollective(collective, amount); },
+            [this](Item& part, float amount) { adjustPlain(part, amount); }});
+    return move.run(item, by);
+}
+
+bool ItemManager::adjustPlain(Item& item, float by)
+{
     if (!item.getDecreaseQty())
         return true;
     if (by < 0 && item.getQtyAsFloat() < -by && !takesStockAnyway(item, by))
@@ -135,27 +144,27 @@ bool ItemManager::takesStockAnyway(const Item& item, float by)
     return m_needs.alerts.ask(makeAlert(alerts::outOfStock, {}, {toQString(item.getItem()), figure})) == 0;
 }
 
-bool ItemManager::adjustCollective(Item& item, float by)
+bool ItemManager::mayMoveCollective(const Item& item, float by)
 {
-    if (by < 0 && getQtyForCollectiveItem(item) <= 0
-        && m_needs.alerts.ask(makeAlert(alerts::collectiveOutOfStock, {}, {toQString(item.getItem())})) != 0)
-        return false;
-    // A file may hold a collective item that contains itself; its parts are not followed round.
-    if (m_adjusting.size() >= deepestCollective || std::find(m_adjusting.begin(), m_adjusting.end(), &item) != m_adjusting.end())
-        return true;
-    m_adjusting.push_back(&item);
-    for (const Constituent& part : std::vector<Constituent>(item.getConstituents())) {
-        if (Item* held = presentItem(*this, part.id()))
-            adjustQtyFor(*held, by * part.qty());
-    }
-    m_adjusting.pop_back();
-    return true;
+    return by >= 0 || getQtyForCollectiveItem(item) > 0
+        || m_needs.alerts.ask(makeAlert(alerts::collectiveOutOfStock, {}, {toQString(item.getItem())})) == 0;
 }
 
 // Deleting
 
+void ItemManager::recordAdded(dataObject&)
+{
+    finder.forget();
+}
+
+void ItemManager::recordChanged(dataObject& record)
+{
+    finder.changed(static_cast<const Item&>(record));
+}
+
 void ItemManager::recordRemoved(dataObject& record)
 {
+    finder.forget();
     // Nothing may be saved into an item that is gone.
     if (m_currentItem == &record)
         form.close();
@@ -163,6 +172,7 @@ void ItemManager::recordRemoved(dataObject& record)
 
 void ItemManager::recordsCleared()
 {
+    finder.forget();
     m_categories.clear();
     addCategories({});
 }

@@ -3,6 +3,7 @@
 
 #include "inventory/ConstituentTable.h"
 #include "inventory/Item.h"
+#include "inventory/ItemFinder.h"
 #include "inventory/ItemForm.h"
 #include "inventory/OrderLookup.h"
 #include "storage/CollectionFile.h"
@@ -41,6 +42,7 @@ public:
     ItemForm form;
     ListForm listForm;
     ConstituentTable constituentTable;
+    ItemFinder finder {*this};
 
     Item* currentItem() const { return m_currentItem; }
     const ItemRules& rules() const { return m_needs.rules; }
@@ -85,6 +87,8 @@ public:
     std::string objectValue(std::string_view identifier, int row) const override;
 
 protected:
+    void recordAdded(dataObject& record) override;
+    void recordChanged(dataObject& record) override;
     void recordRemoved(dataObject& record) override;
     void recordsCleared() override;
 
@@ -106,7 +110,8 @@ private:
     void copyEditorInto(Item& item);
     std::string supplierIdFor(const std::string& name) const;
     void showQtyOfCollective();
-    bool adjustCollective(Item& item, float by);
+    bool mayMoveCollective(const Item& item, float by);
+    bool adjustPlain(Item& item, float by);
     bool takesStockAnyway(const Item& item, float by);
 
     ItemManagerNeeds m_needs;
@@ -118,9 +123,6 @@ private:
     /// The quantity as the editor was given it.
     QString m_qtyShown;
     QStringList m_categories;
-    static constexpr std::size_t deepestCollective = 32;
-    /// The collective items whose parts are being moved now.
-    std::vector<const Item*> m_adjusting;
 };
 
 /// "items.xml".
