@@ -167,26 +167,45 @@ Material& BOMManager::addProduct(const Item& item, bool purchaseOrder)
     line->setOrderType(purchaseOrder ? "Purchase Order" : "Customer");
     setContactfor(*line);
     line->recalcTotal();
+    return join(std::move(line));
+}
+
+Material& BOMManager::join(std::unique_ptr<Material> line)
+{
     Material& added = add(std::move(line));
     reloadData();
     return added;
 }
 
+Material& BOMManager::create(std::string_view description)
+{
+    auto line = std::make_unique<Material>(m_needs.rules, m_currentOrder);
+    line->setItem(description);
+    line->setTaxCode(fallbackTaxCode);
+    line->setDateAdded(dates::write(m_needs.clock.today(), dates::dayFirstLong));
+    copyOrderType(*line);
+    setContactfor(*line);
+    line->recalcTotal();
+    return join(std::move(line));
+}
+
 Material& BOMManager::addTimeLine(const TimeLine& time)
 {
-    constexpr std::size_t codeLength = 5;
+    constexpr qsizetype codeLength = 5;
+    const QString startDate = toQString(time.startDate);
     auto line = std::make_unique<Material>(m_needs.rules, m_currentOrder);
     line->setItem(time.title);
-    if (time.startDate.size() > codeLength)
-        line->setCode(std::string_view(time.startDate).substr(0, codeLength));
+    if (startDate.size() > codeLength)
+        line->setCode(startDate.left(codeLength).toStdString());
     line->setQty(time.totalTime);
     line->setUnit(time.unit);
     line->setCost(time.rate);
     line->setTotal(time.totalCharge);
     line->setTaxCode(fallbackTaxCode);
     line->setDateAdded(dates::write(m_needs.clock.today(), dates::dayFirstLong));
+    copyOrderType(*line);
     setContactfor(*line);
-    return add(std::move(line));
+    return join(std::move(line));
 }
 
 void BOMManager::duplicateMaterialsFromOrder(int fromOrder, int toOrder)
@@ -204,8 +223,16 @@ void BOMManager::duplicateMaterialsFromOrder(int fromOrder, int toOrder)
         line->setTaxCode(source->getTaxCode());
         line->setVariation(source->getVariation());
         line->setDateAdded(today);
+        copyOrderType(*line);
         add(std::move(line));
     }
+    reloadData();
+}
+
+void BOMManager::copyOrderType(Material& line) const
+{
+    const bool purchase = m_needs.rules.orders.orderType(line.getOrder()) == "Purchase Order";
+    line.setOrderType(purchase ? "Purchase Order" : "Customer");
 }
 
 Item* BOMManager::managedItemOf(const Material& line) const
@@ -274,6 +301,8 @@ void BOMManager::deleteAllForCurrentOrder()
         returnStock(static_cast<const Material&>(*line));
     deleteItems(lines);
     reloadData();
+    m_needs.items.reloadData();
+    m_needs.target.linesChanged();
     m_needs.gate.writeDatabase(*this);
 }
 

@@ -57,6 +57,8 @@ public:
     /// Makes the line for an item on the current order, at the cost price on a purchase order.
     Material& addProduct(const Item& item, bool purchaseOrder);
     Material& addTimeLine(const TimeLine& time);
+    /// A line on the current order that is from no item: one of what the description says, at no price yet.
+    Material& create(std::string_view description = {});
     /// Takes one line off its order; managed stock comes back, except from purchase orders.
     void deleteLine(Material& line);
     void deleteKey() override;
@@ -101,6 +103,8 @@ private:
     float taxOfCurrentOrder(TaxMode mode, bool applyDiscount, float discount, bool percentage) const;
     std::optional<std::string> acceptedText(std::string_view identifier, std::string_view value) const;
     bool moveStockForEdit(Material& line, std::string_view newQty);
+    void copyOrderType(Material& line) const;
+    Material& join(std::unique_ptr<Material> line);
     void returnStock(const Material& line);
 
     BOMManagerNeeds m_needs;
