@@ -23,7 +23,7 @@ public:
     /// "field1" is the first value; other names are empty.
     std::string getFieldByName(std::string_view name) const override;
     /// "NUMBER", "STRING" or "DATE".
-    std::string kindOf(std::string_view name) const;
+    virtual std::string kindOf(std::string_view name) const;
     bool contains(std::string_view text) const override;
     void appendSearchText(std::string& text) const override;
     float getNumericCode() const override { return m_record ? m_record->getNumericCode() : 0; }

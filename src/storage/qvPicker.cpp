@@ -4,6 +4,7 @@
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
 #include "foundation/Numbers.h"
+#include "storage/TextSearch.h"
 
 namespace {
 
@@ -12,6 +13,47 @@ std::string pickerField(std::string_view identifier)
 {
     return "field" + std::string(identifier);
 }
+
+/// A row whose values are read from its record when somebody looks at them: of twenty thousand only a few ever are.
+class PickerRow : public ReportItem {
+public:
+    PickerRow(dataObject& record, const qvPicker& picker) : ReportItem(&record), m_picker(picker) { }
+
+    std::string getFieldByName(std::string_view name) const override
+    {
+        const std::string* field = fieldOf(name);
+        return field ? getdObject()->getFieldByName(*field) : std::string();
+    }
+    std::string kindOf(std::string_view name) const override
+    {
+        const std::string* field = fieldOf(name);
+        return field && m_picker.isNumber(*field) ? "NUMBER" : "STRING";
+    }
+    bool contains(std::string_view text) const override
+    {
+        std::string all;
+        appendSearchText(all);
+        return FoldedText(text).occursIn(all);
+    }
+    void appendSearchText(std::string& text) const override
+    {
+        for (const std::string& field : m_picker.fields)
+            text.append(getdObject()->getFieldByName(field)).append(1, '\n');
+    }
+
+private:
+    const std::string* fieldOf(std::string_view name) const
+    {
+        constexpr std::string_view prefix = "field";
+        if (!name.starts_with(prefix))
+            return nullptr;
+        const int column = numbers::leadingInt(name.substr(prefix.size()));
+        const std::vector<std::string>& fields = m_picker.fields;
+        return column >= 1 && column <= static_cast<int>(fields.size()) ? &fields[static_cast<std::size_t>(column) - 1] : nullptr;
+    }
+
+    const qvPicker& m_picker;
+};
 
 } // namespace
 
@@ -63,16 +105,15 @@ void qvPicker::fillColumns(const std::vector<int>& widths, const QStringList& he
 
 void qvPicker::fillRows(const std::vector<dataObject*>& records)
 {
-    for (dataObject* record : records) {
-        auto row = std::make_unique<ReportItem>(record);
-        row->setStore(textStore());
-        for (const std::string& field : fields) {
-            const bool isNumber = dataObject::isNumber(field, sortSettings().codeSort());
-            row->addValue(record->getFieldByName(field), isNumber ? ReportValueKind::number : ReportValueKind::string);
-        }
-        add(std::move(row));
-    }
+    makeRoom(records.size());
+    for (dataObject* record : records)
+        add(std::make_unique<PickerRow>(*record, *this));
     setDefaultSortNew(false);
+}
+
+bool qvPicker::isNumber(std::string_view field) const
+{
+    return dataObject::isNumber(field, sortSettings().codeSort());
 }
 
 void qvPicker::filter()
@@ -93,11 +134,10 @@ void qvPicker::sortUsingDescriptors(std::span<const SortDescriptor> descriptors)
     if (column < 1 || column > static_cast<int>(fields.size()))
         return;
     const std::string& field = fields[static_cast<std::size_t>(column) - 1];
-    const std::string codeSort = sortSettings().codeSort();
-    SortOptions options = dataObject::isNumber(field, codeSort) ? SortOptions::numeric : SortOptions::text;
+    SortOptions options = isNumber(field) ? SortOptions::numeric : SortOptions::text;
     // A row's own id says nothing about its record.
     const bool isCode = field == "code" || field == "ordernum" || field == "order:number";
-    if (isCode && codeSort == "2")
+    if (isCode && sortSettings().codeSort() == "2")
         options = SortOptions::numericOfRecord;
     sortByColumn(pickerField(first.key), first.ascending, options);
 }

@@ -42,6 +42,8 @@ public:
     /// The columns' names are numbers; what they sort by is the field they show.
     void sortUsingDescriptors(std::span<const SortDescriptor> descriptors) override;
     std::string objectValue(std::string_view identifier, int row) const override;
+    /// Whether the field of the records sorts as a number.
+    bool isNumber(std::string_view field) const;
 
 private:
     void fillRows(const std::vector<dataObject*>& records);

@@ -220,6 +220,24 @@ TEST_F(qvPickerTest, theNextUseStartsFromScratch)
     EXPECT_EQ(picker.highestId(), 1);
 }
 
+TEST_F(qvPickerTest, aRowAnswersWithItsRecordsFieldsAndTheirKinds)
+{
+    addArticle("Mug", "M1", "4.50");
+    begin();
+    const ReportItem& row = *picker.getnthVisibleItem(0);
+    EXPECT_EQ(row.getFieldByName("field1"), "M1");
+    EXPECT_EQ(row.getFieldByName("field3"), "4.50");
+    EXPECT_EQ(row.kindOf("field1"), "NUMBER");
+    EXPECT_EQ(row.kindOf("field2"), "STRING");
+    for (const char* none : {"field0", "field4", "field", "name", ""}) {
+        EXPECT_EQ(row.getFieldByName(none), "") << none;
+        EXPECT_EQ(row.kindOf(none), "STRING") << none;
+    }
+    EXPECT_TRUE(row.contains("mug"));
+    EXPECT_TRUE(row.contains("4.5"));
+    EXPECT_FALSE(row.contains("g4"));
+}
+
 TEST_F(qvPickerTest, aRecordThatWasDeletedMeanwhileIsNotHandedOver)
 {
     Article& mug = addArticle("Mug", "M1", "4.50");
