@@ -70,7 +70,7 @@ void Vendaro::linesChanged()
 
 void Vendaro::addItemToCurrentOrder(Item& item)
 {
-    m_orders.addItemToCurrentOrder(item);
+    m_orders.addNewItem(item);
 }
 
 void Vendaro::hideSplash()

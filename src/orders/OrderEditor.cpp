@@ -130,6 +130,7 @@ void OrderManager::connectForm()
             m_needs.shell.editContactForOrder(*contact, order);
     });
     form.pickMaterial.run = [this] { pickMaterial(); };
+    form.newItem.run = onCurrent([this](Order&) { createItemForCurrentOrder(); });
     form.removeMaterial.run = [this] { m_needs.lines.deleteKey(); };
     form.pickContact.run = [this] { pickContact(); };
     form.addStock.run = [this] { increaseQuantitiesForPurchaseOrder(); };
@@ -144,6 +145,7 @@ void OrderManager::connectForm()
 void OrderManager::setItem(Order& order)
 {
     tender.tenderCancel();
+    lineEntry.clear();
     m_currentItem = &order;
     m_needs.lines.setCurrentOrder(order.getID());
     showText(form.orderTitle, order.getTitle());
@@ -244,6 +246,7 @@ void OrderManager::showPurchaseOrderControls(const Order& order)
 void OrderManager::showTitle()
 {
     const bool purchaseOrder = m_currentItem && m_currentItem->isPurchaseOrder();
+    form.newItem.setCaption(fillText(localText("New %@"), {QString::fromStdString(m_needs.preferences.getTermItem())}));
     form.setTitle(purchaseOrder ? localText("Purchase Order") : QString::fromStdString(m_needs.preferences.getTermOrder()));
 }
 

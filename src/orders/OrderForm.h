@@ -41,7 +41,13 @@ public:
     TextField orderTitle {*this, "title"};
     TextField description {*this, "description"};
     CommandField pickMaterial {*this, "pickMaterial"};
+    CommandField newItem {*this, "newItem"};
     CommandField removeMaterial {*this, "removeMaterial"};
+    /// Below the lines: what is typed or scanned for the next one, the items it may stand for, and the two ways to add it.
+    TextField lineEntry {*this, "lineEntry"};
+    ChoiceField lineMatches {*this, "lineMatches"};
+    CommandField addLine {*this, "addLine"};
+    CommandField addFreeLine {*this, "addFreeLine"};
 
     // Contacts
     TextField contactName {*this, "contactName"};

@@ -33,6 +33,12 @@ const dataObject* contactOfOrder(const dataObject& order)
     return static_cast<const Order&>(order).getContact();
 }
 
+/// So that whoever scans sees what came.
+void selectLast(BOMManager& lines)
+{
+    lines.selectRow(lines.numberOfRows() - 1);
+}
+
 } // namespace
 
 OrderManager::OrderManager(OrderManagerNeeds needs)
@@ -40,6 +46,14 @@ OrderManager::OrderManager(OrderManagerNeeds needs)
     , paymentTable(needs.sorting, needs.beeper, needs.rules, needs.gate)
     , totals(form, needs.lines, needs.rules, needs.preferences)
     , tender({needs.rules, needs.preferences, needs.gate, needs.alerts, needs.clock, needs.payments, paymentTable, totals, form})
+    , lineEntry({form, needs.items.finder, needs.beeper,
+          [this](Item& item, int count) {
+              const bool made = addItemToCurrentOrder(item, count);
+              if (made)
+                  selectLast(m_needs.lines);
+              return made;
+          },
+          [this](const QString& description) { return addFreeLine(description); }})
     , m_needs(needs)
     , m_selectedLine(needs.lines, [this] { showRemovable(); })
     , m_selectedPayment(paymentTable, [this] { showRemovable(); })
@@ -155,17 +169,53 @@ void OrderManager::pickMaterial()
         QString::fromStdString(m_needs.preferences.getTermItem()));
 }
 
-void OrderManager::addItemToCurrentOrder(Item& item)
+bool OrderManager::mayChangeCurrentOrder()
 {
-    if (!m_currentItem || !holds(*m_currentItem) || !m_needs.gate.readOnlyCheck())
-        return;
+    return m_currentItem && holds(*m_currentItem) && m_needs.gate.readOnlyCheck();
+}
+
+bool OrderManager::addItemToCurrentOrder(Item& item, int count)
+{
+    if (!mayChangeCurrentOrder())
+        return false;
     const bool purchaseOrder = m_currentItem->isPurchaseOrder();
     // Whatever the stock questions were answered, the line is made; the answer only decides about the stock.
     if (!purchaseOrder)
-        m_needs.items.adjustQtyFor(item, -1);
-    m_needs.lines.addProduct(item, purchaseOrder);
+        m_needs.items.adjustQtyFor(item, static_cast<float>(-count));
+    Material& line = m_needs.lines.addProduct(item, purchaseOrder);
+    if (count != 1) {
+        line.setQty(std::to_string(count));
+        line.recalcTotal();
+        m_needs.lines.reloadData();
+    }
     m_needs.items.reloadData();
     totals.linesChanged(*m_currentItem);
+    return true;
+}
+
+void OrderManager::createItemForCurrentOrder()
+{
+    m_orderOfNewItem = m_currentItem;
+    m_needs.items.createForCurrentOrder();
+}
+
+void OrderManager::addNewItem(Item& item)
+{
+    const Order* const order = std::exchange(m_orderOfNewItem, nullptr);
+    if (!order || (order == m_currentItem && form.isOpen()))
+        addItemToCurrentOrder(item);
+    else
+        m_needs.shell.showStatus(localText("Saved. The order it was made for is no longer open, so it has no line for it."));
+}
+
+bool OrderManager::addFreeLine(const QString& description)
+{
+    if (!mayChangeCurrentOrder())
+        return false;
+    m_needs.lines.create(cleanUtf8(description));
+    selectLast(m_needs.lines);
+    totals.linesChanged(*m_currentItem);
+    return true;
 }
 
 void OrderManager::increaseQuantitiesForPurchaseOrder()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "orders/Attachments.h"
+#include "orders/LineEntry.h"
 #include "orders/Order.h"
 #include "orders/OrderForm.h"
 #include "orders/OrderTotals.h"
@@ -69,6 +70,7 @@ public:
     PaymentTable paymentTable;
     OrderTotals totals;
     Tender tender;
+    LineEntry lineEntry;
 
     /// The order being edited, or the one last worked on; none at first.
     Order* currentItem() const { return m_currentItem; }
@@ -91,8 +93,15 @@ public:
     void cancel();
     /// Picks an item from stock and puts it on the order as a line.
     void pickMaterial();
-    /// The item goes on the order being edited, taking stock unless it is a purchase order.
-    void addItemToCurrentOrder(Item& item);
+    /// So many of the item go on the order being edited as one line, taking stock unless it is a purchase order. Answers whether the line
+    /// was made.
+    bool addItemToCurrentOrder(Item& item, int count = 1);
+    /// Makes an item that becomes a line of this order once it is saved.
+    void createItemForCurrentOrder();
+    /// That item was saved: its line is made unless the order was left meanwhile.
+    void addNewItem(Item& item);
+    /// A line that is from no item. Answers whether it was made.
+    bool addFreeLine(const QString& description);
     void increaseQuantitiesForPurchaseOrder();
     void setRepeatInformativeText();
     /// Titles the editor with the user's word for what is in it.
@@ -178,6 +187,7 @@ private:
     void connectForm();
     void chooseType();
     void discountChanged();
+    bool mayChangeCurrentOrder();
     void markNewCustomer(Contact& contact, Order& order);
     void number(Order& order);
     Order& addNewOrder();
@@ -189,6 +199,8 @@ private:
     OrderManagerNeeds m_needs;
     Order* m_currentItem = nullptr;
     bool m_creating = false;
+    /// The one that the item being made is for.
+    const Order* m_orderOfNewItem = nullptr;
     int m_numberofAttachments = 0;
     SelectionWatch m_selectedLine;
     SelectionWatch m_selectedPayment;

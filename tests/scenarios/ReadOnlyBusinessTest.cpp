@@ -139,6 +139,10 @@ TEST_F(ReadOnlyBusinessTest, LinesAndStockStayAsTheyAre)
     refused([&] { lines().setObjectValue("qty", 0, "5"); });
     refused([&] { lines().setObjectValue("item", 0, "Other"); });
     refused([&] { lines().deleteAllForCurrentOrder(); });
+    orders().form.lineEntry.edit("Mug");
+    refused([&] { orders().form.addLine.trigger(); });
+    refused([&] { orders().form.addFreeLine.trigger(); });
+    EXPECT_EQ(orders().form.lineEntry.text(), "Mug");
     EXPECT_EQ(lines().getCount(), 1);
     EXPECT_EQ(lines().at(0).getQty(), "1");
     EXPECT_EQ(items().at(0).getQty(), "9");

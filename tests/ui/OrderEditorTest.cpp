@@ -226,7 +226,8 @@ TEST_F(OrderOnScreen, anOrderWithoutLinesSaysHowToAddOne)
     open();
     const RecordTable* table = lineTable();
     editor->setWords("Products", "Goods");
-    EXPECT_EQ(table->accessibleDescription(), QString("Nothing on this order yet. Select From Products… adds the first line."));
+    EXPECT_EQ(
+        table->accessibleDescription(), QString("Nothing on this order yet. Select From Products… adds the first line, or type it below."));
 }
 
 TEST_F(OrderOnScreen, anOrderWithoutContactSaysHowToChooseOne)

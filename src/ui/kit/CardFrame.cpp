@@ -43,18 +43,23 @@ QLineEdit* CardFrame::addLineField(const QString& placeholder)
     m_column->setContentsMargins(1, 1, 1, 1);
     auto* strip = new QFrame(this);
     look::setKind(strip, "addLine");
-    auto* row = new QHBoxLayout(strip);
-    row->setContentsMargins(10, 4, 8, 4);
-    row->setSpacing(4);
-    row->addWidget(new IconLabel(QStringLiteral("list-add"), IconRole::placeholder, 16, strip));
+    m_lineRow = new QHBoxLayout(strip);
+    m_lineRow->setContentsMargins(10, 4, 8, 4);
+    m_lineRow->setSpacing(4);
+    m_lineRow->addWidget(new IconLabel(QStringLiteral("list-add"), IconRole::placeholder, 16, strip));
     auto* field = new QLineEdit(strip);
     look::setKind(field, "quiet");
     field->setPlaceholderText(placeholder);
     field->setAccessibleName(placeholder);
-    row->addWidget(field, 1);
+    m_lineRow->addWidget(field, 1);
     m_column->addWidget(strip);
     connect(field, &QLineEdit::returnPressed, this, [this, field] { Q_EMIT lineTyped(field->text()); });
     return field;
+}
+
+void CardFrame::addBesideLineField(QWidget* widget)
+{
+    m_lineRow->addWidget(widget);
 }
 
 DropArea::DropArea(const QString& iconName, const QString& title, const QString& hint, QWidget* parent)

@@ -5,6 +5,7 @@
 
 class IconLabel;
 class Label;
+class QHBoxLayout;
 class QLineEdit;
 class QVBoxLayout;
 
@@ -15,6 +16,8 @@ public:
 
     /// Puts a quiet field under the table, for typing a new line. The card keeps it; its line is told by lineTyped().
     QLineEdit* addLineField(const QString& placeholder);
+    /// Something more at the end of the strip with the line field.
+    void addBesideLineField(QWidget* widget);
 
 Q_SIGNALS:
     /// Return in the line field; the field is left as it is.
@@ -22,6 +25,7 @@ Q_SIGNALS:
 
 private:
     QVBoxLayout* m_column;
+    QHBoxLayout* m_lineRow = nullptr;
 };
 
 /// Where files are dropped. What happens with them is up to whoever listens.

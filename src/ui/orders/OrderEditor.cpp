@@ -18,6 +18,7 @@
 #include "ui/kit/TableHeader.h"
 #include "ui/kit/UnderlineTabs.h"
 #include "ui/orders/ContactSummary.h"
+#include "ui/orders/LineEntryStrip.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -91,7 +92,8 @@ OrderEditor::OrderEditor(OrderManager& orders, BOMManager& lines)
 
     FormBinder& binder = bindForm();
     setFirstField("title");
-    setPassing("stationery");
+    for (const char* name : {"stationery", "lineEntry", "lineMatches"})
+        setPassing(name);
     for (const char* name : {"taxAmount", "sent"})
         binder.bindCaption(name, findChild<QWidget*>(QString::fromLatin1(name) + "Label"));
     for (const char* name : {"balancePaidLabel", "balancePaidCaption"})
@@ -115,6 +117,7 @@ QWidget* OrderEditor::makeOrderTab()
     m_linesHeader = new GroupHeader(tr("Items ordered"));
     m_pickButton = named<Button>("pickMaterial", tr("Select From Items…"));
     m_linesHeader->addButton(m_pickButton);
+    m_linesHeader->addButton(named<Button>("newItem", tr("New Item")));
     m_linesHeader->addButton(named<Button>("removeMaterial", tr("Remove")));
     column->addWidget(m_linesHeader);
 
@@ -126,6 +129,7 @@ QWidget* OrderEditor::makeOrderTab()
     connect(m_lineTable, &RecordTable::removalWanted, this, [this] { m_orders.form.removeMaterial.trigger(); });
     auto* card = new CardFrame(m_lineTable);
     column->addWidget(card, 1);
+    new LineEntryStrip(m_orders.form, m_orders.lineEntry, card, tab);
     return tab;
 }
 
@@ -334,7 +338,7 @@ void OrderEditor::setWords(const QString& items, const QString& lines)
     m_linesHeader->setTitle(lines);
     m_lineTable->setAccessibleName(lines);
     m_pickButton->setText(tr("Select From %1…").arg(items));
-    m_lineTable->setEmptyText(tr("Nothing on this order yet. %1 adds the first line.").arg(m_pickButton->text()));
+    m_lineTable->setEmptyText(tr("Nothing on this order yet. %1 adds the first line, or type it below.").arg(m_pickButton->text()));
 }
 
 void OrderEditor::setDateCaption(const QString& caption)
