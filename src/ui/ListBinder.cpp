@@ -1,9 +1,11 @@
 #include "ui/ListBinder.h"
 
 #include "ui/ColumnMemory.h"
+#include "ui/RowCopy.h"
 #include "ui/kit/RecordTable.h"
 #include "ui/kit/TableHeader.h"
 
+#include <QKeyEvent>
 #include <QScopedValueRollback>
 
 ListBinder::ListBinder(qvDataSource& source, RecordTable* table, const QString& name)
@@ -19,6 +21,7 @@ ListBinder::ListBinder(qvDataSource& source, RecordTable* table, const QString& 
     roles.fault = RecordListModel::FaultRole;
     table->rowDelegate()->setRoles(roles);
     table->setModel(&m_model);
+    table->installEventFilter(this);
     takeColumns();
     connect(&m_model, &RecordListModel::columnsReset, this, &ListBinder::takeColumns);
     connect(&m_model, &RecordListModel::selectionWanted, this, &ListBinder::takeSelection);
@@ -27,6 +30,14 @@ ListBinder::ListBinder(qvDataSource& source, RecordTable* table, const QString& 
     // A table whose cells are edited keeps the order of its record.
     table->tableHeader()->setSectionsClickable(table->rowDelegate()->unit() == RowDelegate::Unit::rows);
     takeSelection();
+}
+
+bool ListBinder::eventFilter(QObject*, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress || !static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy))
+        return false;
+    copyRows(*m_table);
+    return true;
 }
 
 void ListBinder::takeColumns()

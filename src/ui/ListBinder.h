@@ -17,6 +17,10 @@ public:
     RecordListModel& model() { return m_model; }
     qvDataSource& source() { return m_source; }
 
+protected:
+    /// The key for copying copies the selected rows.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void takeColumns();
     void takeSelection();

@@ -3,9 +3,11 @@
 
 #include "UiTest.h"
 #include "support/Business.h"
+#include "ui/RowCopy.h"
 #include "ui/kit/RecordTable.h"
 #include "ui/kit/TableHeader.h"
 
+#include <QClipboard>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -274,6 +276,85 @@ TEST_F(BoundLines, tabTakesTheValueAndGoesOnToTheNextCellThatCanBeEdited)
     EXPECT_EQ(lines().objectValue("variation", 0), "long");
     EXPECT_EQ(m_table->currentIndex(), cell(0, "qty"));
     EXPECT_NE(editor(), nullptr) << "the next cell is not being edited";
+}
+
+TEST_F(BoundLines, shiftTabGoesBackOverTheCellThatCannotBeEdited)
+{
+    go(0, "qty");
+    QTest::keyClicks(m_table, "2");
+    QTest::keyClick(editor(), Qt::Key_Backtab, Qt::ShiftModifier);
+    settle();
+    EXPECT_EQ(lines().objectValue("qty", 0), "2");
+    EXPECT_EQ(m_table->currentIndex(), cell(0, "variation"));
+    EXPECT_NE(editor(), nullptr);
+}
+
+TEST_F(BoundLines, tabGoesOnInTheNextLineAndEndsBehindTheLast)
+{
+    go(0, "total");
+    QTest::keyClicks(m_table, "9");
+    QTest::keyClick(editor(), Qt::Key_Tab);
+    settle();
+    EXPECT_EQ(m_table->currentIndex(), cell(1, "code"));
+    ASSERT_NE(editor(), nullptr);
+    QTest::keyClick(editor(), Qt::Key_Escape);
+    go(1, "total");
+    QTest::keyClicks(m_table, "8");
+    QTest::keyClick(editor(), Qt::Key_Tab);
+    settle();
+    EXPECT_EQ(lines().objectValue("total", 0), "9.00");
+    EXPECT_EQ(lines().objectValue("total", 1), "8.00");
+    EXPECT_EQ(m_table->currentIndex(), cell(1, "total"));
+    EXPECT_TRUE(m_table->hasFocus());
+}
+
+TEST_F(BoundLines, returnOpensTheCellWithItsValueAndClosesItAgain)
+{
+    go(0, "cost");
+    QTest::keyClick(m_table, Qt::Key_Return);
+    ASSERT_NE(editor(), nullptr);
+    EXPECT_EQ(qobject_cast<QLineEdit*>(editor())->selectedText(), QString("2.00"));
+    QTest::keyClicks(editor(), "5");
+    QTest::keyClick(editor(), Qt::Key_Return);
+    settle();
+    EXPECT_EQ(editor(), nullptr);
+    EXPECT_EQ(lines().objectValue("cost", 0), "5.00");
+    go(0, "brand");
+    QTest::keyClick(m_table, Qt::Key_Return);
+    EXPECT_EQ(editor(), nullptr);
+}
+
+TEST_F(BoundLines, aRefusedQuantityBeepsAndTabGoesOn)
+{
+    go(0, "qty");
+    QTest::keyClicks(m_table, "9");
+    QTest::keyClicks(keyboard(), "99");
+    alerts.answer("Cancel");
+    QTest::keyClick(editor(), Qt::Key_Tab);
+    settle();
+    EXPECT_EQ(lines().objectValue("qty", 0), "1");
+    EXPECT_EQ(items().at(0).getQty(), "99");
+    EXPECT_EQ(beeper.beeps, 1);
+    EXPECT_EQ(m_table->currentIndex(), cell(0, "unit"));
+}
+
+TEST_F(BoundLines, theSelectedLineIsCopiedWithTabsBetweenItsCells)
+{
+    QGuiApplication::clipboard()->setText("before");
+    lines().setObjectValue("variation", 1, "a\tb");
+    go(1, "item");
+    QTest::keyClick(m_table, Qt::Key_C, Qt::ControlModifier);
+    const QString copied = QGuiApplication::clipboard()->text();
+    EXPECT_EQ(copied, QString("\tScrew\ta b\t\t1\t\t3.00\t3.00"));
+}
+
+TEST_F(BoundLines, whileACellIsEditedItsTextIsCopied)
+{
+    go(1, "item");
+    QTest::keyClick(m_table, Qt::Key_F2);
+    ASSERT_NE(editor(), nullptr);
+    QTest::keyClick(editor(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QString("Screw"));
 }
 
 TEST_F(BoundLines, escapeGivesTheOldValueBack)

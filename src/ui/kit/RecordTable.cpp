@@ -95,9 +95,15 @@ void RecordTable::paintEmptyText()
 
 void RecordTable::keyPressEvent(QKeyEvent* event)
 {
+    const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier && !event->isAutoRepeat();
+    // A cell's editor passes on the Return that closes it.
+    const bool isOurs = isPlain && m_delegate->unit() == RowDelegate::Unit::cells && state() != EditingState;
     const bool removes = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
-    if (removes && event->modifiers() == Qt::NoModifier && m_delegate->unit() == RowDelegate::Unit::cells && !event->isAutoRepeat())
+    const bool edits = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isOurs && removes)
         Q_EMIT removalWanted();
+    else if (isOurs && edits && (currentIndex().flags() & Qt::ItemIsEditable))
+        edit(currentIndex());
     else
         QTableView::keyPressEvent(event);
 }

@@ -21,7 +21,7 @@ public:
     void setRowHeight(int height);
     /// Fixes the height to the header and this many rows.
     void setVisibleRows(int count);
-    /// Rows are chosen as a whole unless told; cells makes cells current and editable by keyboard and double click.
+    /// Rows are chosen as a whole unless told; cells makes cells current and editable by typing, Return, F2 and double click.
     void setUnit(RowDelegate::Unit unit);
     /// Shows the sort mark; clicking headings is reported by the header's sectionClicked.
     void setSorted(int column, Qt::SortOrder order);

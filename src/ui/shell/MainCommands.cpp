@@ -1,9 +1,9 @@
 // The main window's commands: each made once, shown in the menus and on the tool bar.
 #include "app/Vendaro.h"
-#include "storage/RowText.h"
 #include "ui/contacts/ContactsPage.h"
 #include "ui/HelpTopic.h"
 #include "ui/LookChoice.h"
+#include "ui/RowCopy.h"
 #include "ui/kit/Icons.h"
 #include "ui/kit/Theme.h"
 #include "ui/shell/ListPage.h"
@@ -14,7 +14,6 @@
 #include <QAbstractItemView>
 #include <QActionGroup>
 #include <QApplication>
-#include <QClipboard>
 #include <QMenuBar>
 
 namespace {
@@ -27,15 +26,11 @@ bool passToKeyboard(const char* slot)
     return widget && widget->metaObject()->indexOfSlot(signature) >= 0 && QMetaObject::invokeMethod(widget, slot);
 }
 
-/// Copies what the selected rows of the list with the keyboard show.
-void copyRows()
+/// Of the list with the keyboard.
+void copySelectedRows()
 {
-    const auto* list = qobject_cast<QAbstractItemView*>(QApplication::focusWidget());
-    if (!list || !list->selectionModel())
-        return;
-    const QString text = rowText(list->selectionModel()->selectedRows());
-    if (!text.isEmpty())
-        QApplication::clipboard()->setText(text);
+    if (const auto* list = qobject_cast<QAbstractItemView*>(QApplication::focusWidget()))
+        copyRows(*list);
 }
 
 } // namespace
@@ -85,7 +80,7 @@ void MainWindow::makeCommands()
     addCommand("cut", tr("Cu&t"), {}, QKeySequence::Cut, [] { passToKeyboard("cut"); });
     addCommand("copyText", tr("&Copy"), {}, QKeySequence::Copy, [] {
         if (!passToKeyboard("copy"))
-            copyRows();
+            copySelectedRows();
     });
     addCommand("paste", tr("&Paste"), {}, QKeySequence::Paste, [] { passToKeyboard("paste"); });
     addCommand("selectAll", tr("Select &All"), {}, QKeySequence::SelectAll, [] { passToKeyboard("selectAll"); });
