@@ -76,6 +76,18 @@ Constituent::Constituent(int id, std::string_view code, std::string_view item) :
     m_entry.set("code", PlistValue(std::string(code)));
     m_entry.set("item", PlistValue(std::string(item)));
     m_entry.set("qty", PlistValue::makeInteger(1));
+    readNumbers();
+}
+
+Constituent::Constituent(PlistValue entry) : m_entry(std::move(entry))
+{
+    readNumbers();
+}
+
+void Constituent::readNumbers()
+{
+    m_id = numbers::leadingInt(text("id"));
+    m_qty = numbers::leadingFloat(text("qty"));
 }
 
 std::string Constituent::text(std::string_view key) const
@@ -84,20 +96,12 @@ std::string Constituent::text(std::string_view key) const
     return value ? value->asText() : std::string();
 }
 
-int Constituent::id() const
-{
-    return numbers::leadingInt(text("id"));
-}
-
 void Constituent::setId(int id)
 {
-    if (m_entry.isDict())
-        m_entry.set("id", PlistValue::makeInteger(id));
-}
-
-float Constituent::qty() const
-{
-    return numbers::leadingFloat(text("qty"));
+    if (!m_entry.isDict())
+        return;
+    m_entry.set("id", PlistValue::makeInteger(id));
+    readNumbers();
 }
 
 void Constituent::setQty(float qty)
@@ -107,6 +111,7 @@ void Constituent::setQty(float qty)
     const float whole = std::trunc(qty);
     const bool isWhole = std::fabs(qty - whole) <= 0.0001f && std::fabs(qty) < 2e9f;
     m_entry.set("qty", isWhole ? PlistValue::makeInteger(static_cast<int>(whole)) : PlistValue::makeReal(static_cast<double>(qty)));
+    readNumbers();
 }
 
 std::span<const DerivedField<Item>> Item::derivedFields()

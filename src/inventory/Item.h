@@ -80,19 +80,24 @@ static_assert(namesAreUnique(itemFields));
 class Constituent {
 public:
     /// What is no dictionary names no item and has no quantity; it is kept as it is.
-    explicit Constituent(PlistValue entry) : m_entry(std::move(entry)) { }
+    explicit Constituent(PlistValue entry);
     Constituent(int id, std::string_view code, std::string_view item);
 
-    int id() const;
+    int id() const { return m_id; }
     void setId(int id);
-    float qty() const;
+    float qty() const { return m_qty; }
     /// A whole number is kept as one; it counts as whole when it differs from its integer part by no more than 0.0001.
     void setQty(float qty);
     std::string text(std::string_view key) const;
     const PlistValue& entry() const { return m_entry; }
 
 private:
+    void readNumbers();
+
     PlistValue m_entry;
+    /// What the entry says: stock moves by them.
+    int m_id = 0;
+    float m_qty = 0;
 };
 
 /// The trimmed, non-empty entries of a comma-separated list of categories.
