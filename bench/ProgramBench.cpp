@@ -2,6 +2,7 @@
 //
 //     paint        from start to the first paint of the main window
 //     memory       after opening, with every list searched once
+//     pickers COUNT the time from asking for the item picker until it is painted, over twenty items and over all of them
 //     saves COUNT  the longest time the window does not answer while a changed order is saved, and what it worked in that time
 //
 // Prints one figure a line, its name before it.
@@ -52,6 +53,36 @@ void measureMemory(Program& program)
     vendaro.getItemManager().listForm.search.edit("qu");
     QApplication::processEvents();
     std::printf("memory %ld\n", ownMemory());
+    std::fflush(stdout);
+    std::_Exit(0);
+}
+
+/// Opens the item picker over the records, waits until it is painted and leaves it; answers milliseconds of work.
+double openPicker(Vendaro& vendaro, const std::vector<dataObject*>& items)
+{
+    qvPicker& picker = vendaro.getPicker();
+    const double before = ownTime();
+    picker.beginfor([](dataObject&) {}, items, {"code", "item", "variation"}, {80, 320, 100}, {"Code", "Item", "Variation"}, "Item");
+    QApplication::processEvents();
+    const double worked = ownTime() - before;
+    picker.cancel();
+    QApplication::processEvents();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return worked;
+}
+
+/// By turns, since the first ones warm up what both need.
+void measurePickers(Program& program, int count)
+{
+    const ItemManager& items = program.vendaro().getItemManager();
+    std::vector<dataObject*> all;
+    for (int n = 0; n < items.getCount(); ++n)
+        all.push_back(items.getnthSortedItem(n));
+    const std::vector<dataObject*> few(all.begin(), all.begin() + 20);
+    for (int i = 0; i < count; ++i) {
+        std::printf("picker-few %.3f\n", openPicker(program.vendaro(), few));
+        std::printf("picker-all %.3f\n", openPicker(program.vendaro(), all));
+    }
     std::fflush(stdout);
     std::_Exit(0);
 }
@@ -146,6 +177,8 @@ int main(int argc, char** argv)
         program.start();
         if (measure == "memory")
             QTimer::singleShot(500, &program, [&] { measureMemory(program); });
+        if (measure == "pickers")
+            QTimer::singleShot(500, &program, [&] { measurePickers(program, std::atoi(argv[2])); });
         if (measure == "saves")
             saves = std::make_unique<Saves>(program, std::atoi(argv[2]));
     });

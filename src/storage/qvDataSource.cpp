@@ -62,8 +62,11 @@ dataObject& qvDataSource::add(std::unique_ptr<dataObject> owned)
     return record;
 }
 
-void qvDataSource::makeRoom(std::size_t more)
+void qvDataSource::makeRoom(std::size_t expected)
 {
+    // The first record that a person adds does not move all the others.
+    constexpr std::size_t added = 1024;
+    const std::size_t more = expected + added;
     m_owned.reserve(m_owned.size() + more);
     m_collection.reserve(m_collection.size() + more);
     m_idLookupDictionary.makeRoom(more);
