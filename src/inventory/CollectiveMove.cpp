@@ -19,6 +19,7 @@ const CollectiveMove::Node* CollectiveMove::explore(const Item& collective, int 
     Node& node = place->second;
     if (!isNew)
         return node.isOnPath ? nullptr : &node;
+    node.parts.reserve(collective.getConstituents().size());
     for (const Constituent& constituent : collective.getConstituents()) {
         Item* const item = presentItem(m_items, constituent.id());
         if (!item || depth == deepest)
