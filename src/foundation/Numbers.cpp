@@ -181,6 +181,15 @@ std::string fixed(double number, int digits)
     return printed(number, std::chars_format::fixed, digits);
 }
 
+std::string plain(double number)
+{
+    std::string text = fixed(number, 6);
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.ends_with('.'))
+        text.pop_back();
+    return text;
+}
+
 std::optional<double> decimal(std::string_view text)
 {
     const std::size_t length = decimalLength(text);

@@ -19,6 +19,8 @@ float digitsOf(std::string_view code);
 std::string general(double number);
 std::string twoDigits(double number);
 std::string fixed(double number, int digits);
+/// Written out to at most six decimals, without zeros at the end: the short form would lose pennies of large figures.
+std::string plain(double number);
 
 /// A plain decimal number and nothing else: optional sign, digits, point, digits.
 std::optional<double> decimal(std::string_view text);

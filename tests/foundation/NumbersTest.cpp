@@ -110,6 +110,16 @@ TEST(Numbers, twoDigitNotationKeepsTwoSignificantDigits)
     EXPECT_EQ(numbers::twoDigits(123), "1.2e+02");
 }
 
+TEST(Numbers, writtenOutThereAreSixDecimalsAtMostAndNoZerosAtTheEnd)
+{
+    EXPECT_EQ(numbers::plain(7), "7");
+    EXPECT_EQ(numbers::plain(100), "100");
+    EXPECT_EQ(numbers::plain(1234567.25), "1234567.25");
+    EXPECT_EQ(numbers::plain(1.0 / 3), "0.333333");
+    EXPECT_EQ(numbers::plain(-2.50), "-2.5");
+    EXPECT_EQ(numbers::plain(0), "0");
+}
+
 TEST(Numbers, fixedNotationHasExactlyItsDigits)
 {
     EXPECT_EQ(numbers::fixed(3.14159, 2), "3.14");
