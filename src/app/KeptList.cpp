@@ -17,6 +17,7 @@ const char* wordsFor(KeptFor reason)
     case KeptFor::unsaved: return "Could not be saved";
     case KeptFor::displaced: return "Saved while its folder was away";
     case KeptFor::attachments: return "Attachments of a deleted order";
+    case KeptFor::pictures: return "Picture of an item, taken away or replaced";
     case KeptFor::upgraded: return "As it was before templates and reports were upgraded";
     case KeptFor::unknown: break;
     }

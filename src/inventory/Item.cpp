@@ -1,6 +1,7 @@
 #include "inventory/Item.h"
 
 #include "foundation/Money.h"
+#include "inventory/ItemPictures.h"
 #include "storage/Settings.h"
 
 #include <algorithm>
@@ -147,6 +148,21 @@ float Item::getOptimumQtyAsFloat() const
 float Item::getBoughtAsFloat() const
 {
     return number(values().bought);
+}
+
+QImage Item::getImage() const
+{
+    if (!m_rules.pictures)
+        return {};
+    const Result<QImage> picture = m_rules.pictures->getImage(getID());
+    return picture ? picture.value() : QImage();
+}
+
+Result<void> Item::setImage(const QImage& picture)
+{
+    if (!m_rules.pictures)
+        return Error {"There is no place for pictures."};
+    return m_rules.pictures->setImage(getID(), picture);
 }
 
 std::string Item::money(float amount) const

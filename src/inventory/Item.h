@@ -1,6 +1,7 @@
 // A product or stock line that the business sells or buys; a collective item is made of other items.
 #pragma once
 
+#include "foundation/Result.h"
 #include "foundation/plist/PlistValue.h"
 #include "storage/Record.h"
 
@@ -8,7 +9,9 @@
 #include <span>
 #include <vector>
 
+class ItemPictures;
 class MoneyFormatter;
+class QImage;
 class SettingsStore;
 
 struct ItemValues {
@@ -103,10 +106,11 @@ private:
 /// The trimmed, non-empty entries of a comma-separated list of categories.
 std::vector<std::string> categoriesIn(std::string_view list);
 
-/// What items' figures depend on.
+/// What items' figures depend on, and where their pictures lie; without that place an item has none.
 struct ItemRules {
     const SettingsStore& settings;
     const MoneyFormatter& money;
+    ItemPictures* pictures = nullptr;
 };
 
 /// A quantity in stock: read through the formatter, or in the short form that stock is written in from a million on ("2e+06"), which
@@ -141,9 +145,15 @@ public:
     std::string_view getPart() const { return values().part; }
     std::string_view getLink() const { return values().link; }
     std::string_view getImageLink() const { return values().imageLink; }
+    std::string_view getStatus() const { return values().status; }
+    std::string_view getButtoncode() const { return values().buttoncode; }
+    std::string_view getWebsitefolder() const { return values().websitefolder; }
     std::string_view getQuantityMethod() const { return values().qtymethod; }
     std::string getType() const override { return values().type.string(); }
     bool getDecreaseQty() const { return values().decreaseQty; }
+    bool getExportbrevand() const { return values().exportbrevand; }
+    bool getExportgoogle() const { return values().exportgoogle; }
+    bool getHidebuttoncode() const { return values().hidebuttoncode; }
 
     void setItem(std::string_view text) { set(&ItemValues::item, text); }
     void setCode(std::string_view text) { set(&ItemValues::code, text); }
@@ -164,8 +174,14 @@ public:
     void setPart(std::string_view text) { set(&ItemValues::part, text); }
     void setLink(std::string_view text) { set(&ItemValues::link, text); }
     void setImageLink(std::string_view text) { set(&ItemValues::imageLink, text); }
+    void setStatus(std::string_view text) { set(&ItemValues::status, text); }
+    void setButtoncode(std::string_view text) { set(&ItemValues::buttoncode, text); }
+    void setWebsitefolder(std::string_view text) { set(&ItemValues::websitefolder, text); }
     void setQuantityMethod(std::string_view text) { set(&ItemValues::qtymethod, text); }
     void setDecreaseQty(bool on) { set(&ItemValues::decreaseQty, on); }
+    void setExportbrevand(bool on) { set(&ItemValues::exportbrevand, on); }
+    void setExportgoogle(bool on) { set(&ItemValues::exportgoogle, on); }
+    void setHidebuttoncode(bool on) { set(&ItemValues::hidebuttoncode, on); }
 
     /// Read through the number formatter; what does not read is 0.
     float getPriceAsFloat() const;
@@ -193,6 +209,11 @@ public:
     void addConstituent(const Item& part);
     void removeConstituentAtIndex(int index);
     void setConstituentQty(int index, float qty);
+
+    /// Null when there is none, or none that can be shown.
+    QImage getImage() const;
+    /// A null picture takes it away. What was there before goes to the recovery store.
+    Result<void> setImage(const QImage& picture);
 
     /// A figure in money form.
     std::string money(float amount) const;

@@ -38,7 +38,8 @@ struct ReasonName {
 /// As the reasons are spelled on disk.
 constexpr std::array reasonNames {ReasonName {KeptFor::unreadable, "unreadable"}, ReasonName {KeptFor::foreign, "foreign"},
     ReasonName {KeptFor::unsaved, "unsaved"}, ReasonName {KeptFor::displaced, "displaced"},
-    ReasonName {KeptFor::attachments, "attachments"}, ReasonName {KeptFor::upgraded, "upgraded"}, ReasonName {KeptFor::unknown, "unknown"}};
+    ReasonName {KeptFor::attachments, "attachments"}, ReasonName {KeptFor::pictures, "pictures"},
+    ReasonName {KeptFor::upgraded, "upgraded"}, ReasonName {KeptFor::unknown, "unknown"}};
 
 const char* nameOf(KeptFor reason)
 {

@@ -24,6 +24,7 @@ enum class KeptFor {
     unsaved /* it could not be written where it belongs */,
     displaced /* it was written while another folder stood in the place of its own */,
     attachments /* of an order that was deleted */,
+    pictures /* of an item, taken away or replaced */,
     upgraded /* a template or report, as it was before the upgrade */,
     unknown
 };
