@@ -49,6 +49,10 @@ inline const AlertText collectiveOutOfStock {"Out of Stock",
     {"Add anyway", "Cancel"}};
 inline const AlertText outOfStock {
     "Out of Stock", "You don't have enough %@. Do you still wish to add %@ to this order?", {"Add anyway", "Cancel"}};
+// The figure is all that these two say.
+inline const AlertText oneItemUpdated {"", "%@ Item updated", {"OK"}};
+inline const AlertText itemsUpdated {"", "%@ Items updated", {"OK"}};
+inline const AlertText itemsExported {"Export", "Finished exporting items.", {"OK"}};
 inline const AlertText lowStock {"Low Stock", "This leaves %@ of %@ in stock.", {"OK"}};
 
 // Contacts

@@ -22,8 +22,9 @@ struct SavePanel {
     QString name;
     QString prompt;
     QString nameLabel;
-    /// A folder that is there already, instead of a file's new name.
-    enum class What { newFile, existingFolder } what = What::newFile;
+    /// existingFolder: a folder that is there already, instead of a file's new name. shownFolder: the same, but only the folder whose inside
+    /// the panel shows; one that is merely selected in it answers nothing.
+    enum class What { newFile, existingFolder, shownFolder } what = What::newFile;
 };
 
 class FilePanels {

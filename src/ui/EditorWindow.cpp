@@ -95,13 +95,18 @@ void EditorWindow::warn(const QString& warning)
         footer->setNote(warning);
 }
 
+bool EditorWindow::mayLeave(const QString& warning)
+{
+    if (!hasSomethingToLose() || m_warned)
+        return true;
+    warn(warning);
+    return false;
+}
+
 void EditorWindow::leave(const QString& warning)
 {
-    if (hasSomethingToLose() && !m_warned) {
-        warn(warning);
-        return;
-    }
-    m_cancel.trigger();
+    if (mayLeave(warning))
+        m_cancel.trigger();
 }
 
 void EditorWindow::closeEvent(QCloseEvent* event)

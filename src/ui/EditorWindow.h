@@ -28,6 +28,8 @@ protected:
     /// The field that has the keyboard whenever the window opens.
     void setFirstField(const QString& name) { m_firstField = name; }
 
+    /// Whether the window may go on to something else now: at the second try when there is something to lose; the footer says so.
+    bool mayLeave(const QString& warning);
     /// Whether closing now would lose something the person did.
     virtual bool hasSomethingToLose() const { return m_edited; }
 

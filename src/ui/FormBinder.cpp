@@ -1,9 +1,11 @@
 #include "ui/FormBinder.h"
 
+#include "desktop/PictureField.h"
 #include "ui/PageText.h"
 #include "ui/kit/Fields.h"
 #include "ui/kit/FormGrid.h"
 #include "ui/kit/Look.h"
+#include "ui/kit/PictureWell.h"
 #include "ui/kit/SegmentedChoice.h"
 
 #include <QAbstractButton>
@@ -68,6 +70,8 @@ void FormBinder::bind(FormField& field, QWidget* widget)
         bound = bindChoice(*choice, widget);
     else if (auto* command = dynamic_cast<CommandField*>(&field))
         bound = bindCommand(*command, widget);
+    else if (auto* picture = dynamic_cast<PictureField*>(&field))
+        bound = bindPicture(*picture, widget);
     Q_ASSERT_X(bound, "FormBinder", qPrintable("no way to bind " + field.name()));
     show(&field);
 }
@@ -207,6 +211,26 @@ bool FormBinder::bindCommand(CommandField& field, QWidget* widget)
     m_bindings.insert(&field, {button, [&field, button] {
                                    if (!field.caption().isEmpty())
                                        button->setText(field.caption());
+                               }});
+    return true;
+}
+
+bool FormBinder::bindPicture(PictureField& field, QWidget* widget)
+{
+    auto* well = qobject_cast<PictureWell*>(widget);
+    if (!well)
+        return false;
+    connect(well, &PictureWell::offered, this, [this, &field](const QMimeData& data) {
+        const qint64 before = field.picture().cacheKey();
+        field.offer(data);
+        if (field.picture().cacheKey() != before)
+            Q_EMIT edited(&field);
+    });
+    m_bindings.insert(&field, {well, [&field, well] {
+                                   showFault(field, well);
+                                   // It says itself what it shows, unless there is something wrong.
+                                   if (field.fault().isEmpty() || well->picture().cacheKey() != field.picture().cacheKey())
+                                       well->setPicture(field.picture());
                                }});
     return true;
 }

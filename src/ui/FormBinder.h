@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QPointer>
 
+class PictureField;
 class QListWidget;
 class QWidget;
 
@@ -33,6 +34,7 @@ private:
     void bindList(ChoiceField& field, QListWidget* list);
     void choose(ChoiceField& field, int index);
     bool bindCommand(CommandField& field, QWidget* widget);
+    bool bindPicture(PictureField& field, QWidget* widget);
     void show(FormField* field);
     /// The sentence about what was typed, where it can be seen, pointed at and read aloud.
     static void showFault(const FormField& field, QWidget* widget);

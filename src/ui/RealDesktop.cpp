@@ -53,7 +53,8 @@ std::optional<QString> RealFilePanels::saveFile(const SavePanel& panel)
     const QString ending = panel.fileType.isEmpty() ? QString() : '.' + panel.fileType;
     QFileDialog dialog(SheetStack::frontWindow(), panel.title, panel.folder.isEmpty() ? QDir::homePath() : panel.folder,
         ending.isEmpty() ? QString() : '*' + ending);
-    const bool choosesFolder = panel.what == SavePanel::What::existingFolder;
+    const bool choosesFolder = panel.what != SavePanel::What::newFile;
+    dialog.setOption(QFileDialog::ShowDirsOnly, panel.what == SavePanel::What::shownFolder);
     dialog.setAcceptMode(choosesFolder ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
     if (choosesFolder)
         dialog.setFileMode(QFileDialog::Directory);
@@ -67,6 +68,8 @@ std::optional<QString> RealFilePanels::saveFile(const SavePanel& panel)
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     const QString path = dialog.selectedFiles().constFirst();
+    if (panel.what == SavePanel::What::shownFolder && path != dialog.directory().path())
+        return std::nullopt;
     if (choosesFolder || path.endsWith(ending))
         return path;
     // A name with an ending of its own gets ours behind it, and the dialog has asked about another file.

@@ -91,6 +91,28 @@ TEST_F(SavingPanel, aFolderThatIsThereIsChosenAsItIs)
     EXPECT_EQ(panels.saveFile(panel), path("Shop.vendb"));
 }
 
+TEST_F(SavingPanel, ofFoldersTheOneThatIsShownIsChosenButNoneThatIsOnlySelected)
+{
+    ASSERT_TRUE(QDir(folder.path()).mkdir("site"));
+    panel.fileType = {};
+    panel.name = {};
+    panel.prompt = "Choose";
+    panel.nameLabel = "Folder name";
+    panel.what = SavePanel::What::shownFolder;
+    answer([](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.labelText(QFileDialog::Accept), QString("Choose"));
+        EXPECT_EQ(dialog.labelText(QFileDialog::FileName), QString("Folder name"));
+        EXPECT_TRUE(dialog.testOption(QFileDialog::ShowDirsOnly));
+        typeName(dialog, "site");
+    });
+    EXPECT_EQ(panels.saveFile(panel), std::nullopt);
+    answer([this](QFileDialog& dialog) {
+        dialog.setDirectory(path("site"));
+        typeName(dialog, {});
+    });
+    EXPECT_EQ(panels.saveFile(panel).value_or("none"), path("site"));
+}
+
 TEST_F(SavingPanel, cancellingAnswersNothing)
 {
     answer([](QFileDialog& dialog) { dialog.reject(); });

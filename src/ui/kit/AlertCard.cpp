@@ -79,10 +79,12 @@ void AlertCard::addWords(const Options& options)
     auto* words = new QVBoxLayout;
     words->setContentsMargins(0, 4, 0, 0);
     words->setSpacing(6);
-    auto* heading = new Label(m_title, LabelSize::group);
-    heading->setObjectName(QStringLiteral("alertTitle"));
-    heading->setWordWrap(true);
-    words->addWidget(heading);
+    if (!m_title.isEmpty()) {
+        auto* heading = new Label(m_title, LabelSize::group);
+        heading->setObjectName(QStringLiteral("alertTitle"));
+        heading->setWordWrap(true);
+        words->addWidget(heading);
+    }
     words->addWidget(makeText());
     if (!options.facts.isEmpty()) {
         auto* facts = new FormGrid;

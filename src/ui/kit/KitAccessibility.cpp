@@ -16,6 +16,7 @@ constexpr KitRole kitRoles[] = {
     {"MessageBar", QAccessible::AlertMessage},
     {"SegmentedChoice", QAccessible::Grouping},
     {"FooterBar", QAccessible::Grouping},
+    {"PictureWell", QAccessible::Graphic},
 };
 
 QAccessibleInterface* makeKitInterface(const QString& className, QObject* object)
