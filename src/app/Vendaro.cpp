@@ -36,7 +36,8 @@ Vendaro::Vendaro(VendaroDesktop desktop)
     , m_money(money::localeFor(m_desktop.locale))
     , m_folder(m_recovery, m_desktop.clock, m_desktop.user)
     , m_orderRules {m_settings, m_money}
-    , m_itemRules {m_settings, m_money}
+    , m_pictures([this] { return m_session.originalDbLocation(); }, m_recovery)
+    , m_itemRules {m_settings, m_money, &m_pictures}
     , m_lineRules {m_money, *this, m_items}
     , m_notepad(below(m_desktop.user, places::defaultDatabase), m_recovery,
           [this] { return m_session.mayWriteInto(below(m_desktop.user, places::defaultDatabase)); })
@@ -48,7 +49,7 @@ Vendaro::Vendaro(VendaroDesktop desktop)
     , m_contacts({*this, m_preferences, m_session, m_desktop.alerts, m_desktop.beeper, *this, *this,
           [this](const QString& line) { showStatus(line); }})
     , m_items({*this, m_preferences, m_itemRules, m_session, m_desktop.alerts, m_desktop.beeper, m_contacts, m_picker, *this,
-          [this](const QString& line) { showStatus(line); }})
+          m_desktop.user, m_desktop.panels, [this](const QString& line) { showStatus(line); }})
     , m_lines(
           {*this, m_settings, m_preferences, m_lineRules, m_session, m_desktop.alerts, m_desktop.beeper, m_desktop.clock, m_items, *this})
     , m_payments(*this, m_desktop.beeper, m_settings)

@@ -18,6 +18,7 @@
 #include "foundation/Money.h"
 #include "inventory/BOMManager.h"
 #include "inventory/ItemManager.h"
+#include "inventory/ItemPictures.h"
 #include "orders/BillManager.h"
 #include "orders/OrderFile.h"
 #include "orders/OrderManager.h"
@@ -219,6 +220,7 @@ private:
     MoneyFormatter m_money;
     DatabaseFolder m_folder;
     OrderRules m_orderRules;
+    ItemPictures m_pictures;
     ItemRules m_itemRules;
     LineRules m_lineRules;
     Notepad m_notepad;

@@ -25,23 +25,13 @@ bool isMoneyCell(std::string_view identifier)
     return identifier == "cost" || identifier == "total";
 }
 
-/// Written out to at most six decimals; the short form would lose pennies of large figures.
-std::string plainText(double number)
-{
-    std::string text = numbers::fixed(number, 6);
-    text.erase(text.find_last_not_of('0') + 1);
-    if (text.ends_with('.'))
-        text.pop_back();
-    return text;
-}
-
 /// "=2*3.50" worked out, anything else as it is.
 std::optional<std::string> workedOut(std::string_view value)
 {
     if (!value.starts_with('='))
         return std::string(value);
     const std::optional<double> result = numbers::arithmetic(value.substr(1));
-    return result ? std::optional(plainText(*result)) : std::nullopt;
+    return result ? std::optional(numbers::plain(*result)) : std::nullopt;
 }
 
 /// Cut off after the point; what no int can hold becomes the nearest one that can.
@@ -413,6 +403,7 @@ bool BOMManager::moveStockForEdit(Material& line, std::string_view newQty)
     if (!m_needs.items.adjustQtyFor(*item, before - after))
         return false;
     m_needs.items.reloadData();
+    m_needs.items.exportItemAsBrevandObject(*item);
     return true;
 }
 

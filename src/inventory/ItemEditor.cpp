@@ -38,6 +38,34 @@ constexpr std::array itemControls {
     ItemControl {&ItemForm::part, &Item::getPart, &Item::setPart},
     ItemControl {&ItemForm::link, &Item::getLink, &Item::setLink},
     ItemControl {&ItemForm::imageLink, &Item::getImageLink, &Item::setImageLink},
+    ItemControl {&ItemForm::status, &Item::getStatus, &Item::setStatus},
+    ItemControl {&ItemForm::websitefolder, &Item::getWebsitefolder, &Item::setWebsitefolder},
+    ItemControl {&ItemForm::buttoncode, &Item::getButtoncode, &Item::setButtoncode},
+};
+
+/// A switch of the item and the control that shows it.
+struct ItemSwitch {
+    FlagField ItemForm::*control;
+    bool (Item::*get)() const;
+    void (Item::*set)(bool);
+};
+constexpr std::array itemSwitches {
+    ItemSwitch {&ItemForm::decreaseQty, &Item::getDecreaseQty, &Item::setDecreaseQty},
+    ItemSwitch {&ItemForm::exportbrevand, &Item::getExportbrevand, &Item::setExportbrevand},
+    ItemSwitch {&ItemForm::exportgoogle, &Item::getExportgoogle, &Item::setExportgoogle},
+    ItemSwitch {&ItemForm::hidebuttoncode, &Item::getHidebuttoncode, &Item::setHidebuttoncode},
+};
+
+/// A choice of the item and the control that shows it; no choice leaves the item as it is.
+struct ItemChoice {
+    ChoiceField ItemForm::*control;
+    std::string_view (Item::*get)() const;
+    void (Item::*set)(std::string_view);
+};
+constexpr std::array itemChoices {
+    ItemChoice {&ItemForm::condition, &Item::getCondition, &Item::setCondition},
+    ItemChoice {&ItemForm::taxcode, &Item::getTaxcode, &Item::setTaxcode},
+    ItemChoice {&ItemForm::quantityMethod, &Item::getQuantityMethod, &Item::setQuantityMethod},
 };
 
 const QStringList itemConditions {"New", "Refurbished", "Used"};
@@ -55,6 +83,7 @@ std::vector<CheckedField> ItemManager::valueFields()
         {&form.qty, values::number([&money](std::string_view text) { return stockQuantity(money, text).has_value(); })},
         {&form.warnlevel, values::wholeNumber()},
         {&form.optimumQty, values::number(money)},
+        {&form.numberToMake, values::number(money)},
     };
 }
 
@@ -81,13 +110,19 @@ Item& ItemManager::join(std::unique_ptr<Item> created)
     return add(std::move(created));
 }
 
+std::unique_ptr<Item> ItemManager::makeNew()
+{
+    auto item = std::make_unique<Item>(m_needs.rules);
+    item->setID(nextFreeId(*this));
+    item->setCode(newCode(item->getID()));
+    item->setWarnlevel(m_needs.preferences.getStockWarn());
+    return item;
+}
+
 void ItemManager::begin()
 {
     restoreType();
-    m_created = std::make_unique<Item>(m_needs.rules);
-    m_created->setID(nextFreeId(*this));
-    m_created->setCode(newCode(m_created->getID()));
-    m_created->setWarnlevel(m_needs.preferences.getStockWarn());
+    m_created = makeNew();
     m_currentItem = m_created.get();
     setItem(*m_currentItem);
     form.open();
@@ -146,13 +181,19 @@ void ItemManager::setItem(const Item& item)
         (form.*shown.control).setText(toQString((item.*shown.get)()));
     const Contact* supplier = presentItem(m_needs.contacts, numbers::leadingInt(item.getSupplier()));
     form.supplier.setText(supplier ? toQString(supplier->getName()) : QString());
-    form.taxcode.setOrAddTitle(toQString(item.getTaxcode()));
     form.condition.setTitles(itemConditions);
-    form.condition.setOrAddTitle(toQString(item.getCondition()));
-    form.decreaseQty.setOn(item.getDecreaseQty());
+    form.quantityMethod.setTitles(WebExport::quantityMethods());
+    for (const ItemChoice& shown : itemChoices)
+        (form.*shown.control).setOrAddTitle(toQString((item.*shown.get)()));
+    for (const ItemSwitch& shown : itemSwitches)
+        (form.*shown.control).setOn((item.*shown.get)());
     form.collective.setOn(item.isCollectiveItem());
     constituentTable.setItem(m_currentItem);
-    showCollective();
+    showPicture(item);
+    showUsers();
+    form.numberToMake.setText("1");
+    makeCollectiveItem();
+    m_changedByCommand = false;
 }
 
 void ItemManager::showTitle()
@@ -161,30 +202,36 @@ void ItemManager::showTitle()
     form.setTitle(form.collective.isOn() ? fillText(localText("Collective %@"), {word}) : word);
 }
 
-void ItemManager::showCollective()
+void ItemManager::makeCollectiveItem()
 {
     const bool collective = form.collective.isOn();
     showTitle();
     form.qty.setReadOnly(collective);
-    for (FormField* stock : std::initializer_list<FormField*> {&form.warnlevel, &form.optimumQty, &form.decreaseQty})
+    for (FormField* stock : std::initializer_list<FormField*> {&form.warnlevel, &form.optimumQty, &form.decreaseQty, &form.addStock})
         stock->setVisible(!collective);
-    form.pickConstituent.setVisible(collective);
-    form.removeConstituent.setVisible(collective);
+    for (FormField* ofParts : std::initializer_list<FormField*> {
+             &form.pickConstituent, &form.removeConstituent, &form.canBeMade, &form.limitedBy, &form.numberToMake})
+        ofParts->setVisible(collective);
     if (!m_currentItem)
         return;
     // The parts are looked through as those of a collective item from the moment the switch is on.
     m_currentItem->makeCollectiveItem(collective);
-    if (collective)
+    if (collective) {
         showQtyOfCollective();
-    else
+    } else {
         form.qty.setText(toQString(m_currentItem->getQty()));
+        m_partsNeeded.reset();
+        showShortages();
+    }
     m_qtyShown = form.qty.text();
 }
 
 void ItemManager::showQtyOfCollective()
 {
-    if (m_currentItem)
-        form.qty.setText(QString::fromStdString(numbers::general(static_cast<double>(getQtyForCollectiveItem(*m_currentItem)))));
+    if (!m_currentItem)
+        return;
+    form.qty.setText(QString::fromStdString(numbers::general(static_cast<double>(getQtyForCollectiveItem(*m_currentItem)))));
+    showParts();
 }
 
 std::string ItemManager::supplierIdFor(const std::string& name) const
@@ -200,12 +247,13 @@ void ItemManager::copyEditorInto(Item& item)
     // Stock that orders moved meanwhile stays as it is.
     if (form.qty.text() != m_qtyShown)
         item.setQty(form.qty.text().toStdString());
-    if (!form.condition.title().isEmpty())
-        item.setCondition(form.condition.title().toStdString());
-    if (!form.taxcode.title().isEmpty())
-        item.setTaxcode(form.taxcode.title().toStdString());
+    for (const ItemChoice& shown : itemChoices) {
+        if (const QString title = (form.*shown.control).title(); !title.isEmpty())
+            (item.*shown.set)(title.toStdString());
+    }
     item.setSupplier(supplierIdFor(form.supplier.text().toStdString()));
-    item.setDecreaseQty(form.decreaseQty.isOn());
+    for (const ItemSwitch& shown : itemSwitches)
+        (item.*shown.set)((form.*shown.control).isOn());
     addCategories(form.category.text().toStdString());
     item.makeCollectiveItem(form.collective.isOn());
     if (item.isCollectiveItem())
@@ -220,15 +268,51 @@ void ItemManager::finish()
     }
     if (!m_currentItem)
         return;
+    saveEditor();
+    form.close();
+    publish();
+}
+
+void ItemManager::saveEditor()
+{
     copyEditorInto(*m_currentItem);
     m_typeBefore.reset();
-    if (m_created)
+    const bool isNew = m_created != nullptr;
+    if (isNew)
         m_currentItem = &join(std::move(m_created));
     if (std::exchange(m_forOrder, false))
         m_needs.lineTarget.addItemToCurrentOrder(*m_currentItem);
+    savePicture(*m_currentItem, isNew);
     filter();
-    form.close();
+}
+
+/// On its website, and on disk.
+void ItemManager::publish()
+{
+    exportItemAsBrevandObject(*m_currentItem);
     m_needs.gate.writeDatabase(*this);
+}
+
+void ItemManager::createSimilar()
+{
+    if (!m_currentItem || !form.isOpen() || !m_needs.gate.readOnlyCheck())
+        return;
+    saveEditor();
+    publish();
+    const Item& previous = *m_currentItem;
+    m_created = makeNew();
+    m_created->setConstituents(previous.getConstituents());
+    m_currentItem = m_created.get();
+    form.code.setText(toQString(m_created->getCode()));
+    constituentTable.setItem(m_currentItem);
+    showUsers();
+    m_currentItem->makeCollectiveItem(form.collective.isOn());
+    // What is shown becomes the new item's, the quantity too.
+    m_qtyShown.clear();
+    m_pictureChanged = false;
+    m_changedByCommand = false;
+    form.open();
+    form.focus(form.code);
 }
 
 void ItemManager::pickConstituent()
@@ -269,8 +353,12 @@ void ItemManager::removeConstituent()
 void ItemManager::pickSupplier()
 {
     const SupplierDataSource suppliers(m_needs.sorting, m_needs.beeper, m_needs.contacts);
-    m_needs.picker.beginfor([this](dataObject& supplier) { form.supplier.setText(toQString(static_cast<Contact&>(supplier).getName())); },
-        suppliers, {"name", "address"}, {150, 350}, {localText("Name"), localText("Address")}, localText("Supplier"));
+    const auto take = [this](dataObject& supplier) {
+        form.supplier.setText(toQString(static_cast<Contact&>(supplier).getName()));
+        m_changedByCommand = true;
+    };
+    m_needs.picker.beginfor(
+        take, suppliers, {"name", "address"}, {150, 350}, {localText("Name"), localText("Address")}, localText("Supplier"));
 }
 
 // The file

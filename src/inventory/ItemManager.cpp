@@ -29,7 +29,10 @@ QString joinedNames(const std::vector<Item*>& items)
 ItemManager::ItemManager(ItemManagerNeeds needs)
     : Collection(needs.sorting, needs.beeper)
     , constituentTable(needs.sorting, needs.beeper, needs.gate)
+    , usedIn(needs.sorting, needs.beeper)
+    , shortages(needs.sorting, needs.beeper)
     , m_needs(needs)
+    , m_webExport(needs.user)
 {
     list.columns = {
         {"code", localText("Code"), 110},
@@ -41,18 +44,36 @@ ItemManager::ItemManager(ItemManagerNeeds needs)
         {"qty", localText("In stock"), 110, ColumnAlign::right},
     };
     checkFields(form, valueFields());
-    form.save.run = [this] { finish(); };
-    form.cancel.run = [this] { cancel(); };
-    form.pickSupplier.run = [this] { pickSupplier(); };
-    form.pickConstituent.run = [this] { pickConstituent(); };
-    form.removeConstituent.run = [this] { removeConstituent(); };
-    QObject::connect(&form, &Form::closed, &form, [this] { restoreType(); });
-    form.collective.onEdited = [this] { showCollective(); };
+    form.quantityMethod.setTitles(WebExport::quantityMethods());
+    connectForms();
     constituentTable.onEdited = [this] { showQtyOfCollective(); };
     constituentTable.onSelected = [this] { form.removeConstituent.setEnabled(constituentTable.selectedConstituent() >= 0); };
     constituentTable.onSelected();
     listForm.search.onEdited = [this] { filter(); };
     listForm.filter.onEdited = [this] { filter(); };
+}
+
+void ItemManager::connectForms()
+{
+    form.save.run = [this] { finish(); };
+    form.cancel.run = [this] { cancel(); };
+    form.createSimilar.run = [this] { createSimilar(); };
+    form.pickSupplier.run = [this] { pickSupplier(); };
+    form.pickConstituent.run = [this] { pickConstituent(); };
+    form.removeConstituent.run = [this] { removeConstituent(); };
+    form.addStock.run = [this] { addStockToItem(); };
+    form.choosePicture.run = [this] { choosePicture(); };
+    form.removePicture.run = [this] { removePicture(); };
+    form.picture.onOffered = [this](const QMimeData& data) { pictureOffered(data); };
+    form.selectWebsiteLocation.run = [this] { selectWebsiteLocation(); };
+    form.collective.onEdited = [this] { makeCollectiveItem(); };
+    form.numberToMake.onEdited = [this] { showShortages(); };
+    addStockForm.ok.run = [this] { addStockDialogOK(); };
+    addStockForm.cancel.run = [this] { addStockForm.close(); };
+    QObject::connect(&form, &Form::closed, &form, [this] {
+        addStockForm.close();
+        restoreType();
+    });
 }
 
 // Collective items
@@ -94,19 +115,34 @@ std::vector<Item*> ItemManager::whereUsed(const Item& item) const
 
 bool ItemManager::isSelfReferential(const Item& candidate, std::vector<const Item*>& seen) const
 {
-    const auto isSeen = [&](const Item* item) { return std::find(seen.begin(), seen.end(), item) != seen.end(); };
+    std::unordered_set<const Item*> met(seen.begin(), seen.end());
     if (!candidate.isCollectiveItem())
-        return isSeen(&candidate);
-    if (candidate.getConstituents().empty())
+        return met.contains(&candidate);
+    struct Step {
+        const Item* item;
+        std::size_t next = 0;
+    };
+    // Without recursion: a file may hold any number of levels.
+    std::vector<Step> way;
+    const auto enter = [&](const Item& item) {
+        if (item.getConstituents().empty())
+            return false;
+        if (!met.insert(&item).second)
+            return true;
+        seen.push_back(&item);
+        way.push_back({&item});
         return false;
-    if (isSeen(&candidate))
+    };
+    if (enter(candidate))
         return true;
-    seen.push_back(&candidate);
-    for (const Constituent& part : candidate.getConstituents()) {
-        const Item* item = presentItem(*this, part.id());
-        if (!item)
+    while (!way.empty()) {
+        Step& step = way.back();
+        if (step.next == step.item->getConstituents().size()) {
+            way.pop_back();
             continue;
-        if (isSeen(item) || (item->isCollectiveItem() && isSelfReferential(*item, seen)))
+        }
+        const Item* part = presentItem(*this, step.item->getConstituents()[step.next++].id());
+        if (part && (met.contains(part) || (part->isCollectiveItem() && enter(*part))))
             return true;
     }
     return false;

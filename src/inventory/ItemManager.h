@@ -5,7 +5,10 @@
 #include "inventory/Item.h"
 #include "inventory/ItemFinder.h"
 #include "inventory/ItemForm.h"
+#include "inventory/ItemRows.h"
 #include "inventory/OrderLookup.h"
+#include "inventory/PartsNeeded.h"
+#include "inventory/WebExport.h"
 #include "storage/CollectionFile.h"
 #include "storage/ListForm.h"
 
@@ -16,6 +19,7 @@
 
 class Alerts;
 class ContactManager;
+class FilePanels;
 class SettingsForm;
 class WriteGate;
 struct CheckedField;
@@ -31,6 +35,8 @@ struct ItemManagerNeeds {
     const ContactManager& contacts;
     qvPicker& picker;
     LineTarget& lineTarget;
+    const User& user;
+    FilePanels& panels;
     /// Shows one line in the status bar.
     std::function<void(const QString&)> showStatus;
 };
@@ -40,9 +46,12 @@ public:
     explicit ItemManager(ItemManagerNeeds needs);
 
     ItemForm form;
+    AddStockForm addStockForm;
     ListForm listForm;
     ConstituentTable constituentTable;
     ItemFinder finder {*this};
+    UsedInRows usedIn;
+    ShortageRows shortages;
 
     Item* currentItem() const { return m_currentItem; }
     const ItemRules& rules() const { return m_needs.rules; }
@@ -60,6 +69,8 @@ public:
     bool adjustQtyFor(Item& item, float by);
 
     void create();
+    /// Saves what is in the editor and goes on with a new item that is like it but for its code; nothing while no item is open.
+    void createSimilar();
     /// A new item that becomes a line of the order being edited once it is saved.
     void createForCurrentOrder();
     void edit() override;
@@ -74,7 +85,33 @@ public:
     void removeConstituent();
     void pickSupplier();
     /// The collective switch of the editor.
-    void showCollective();
+    void makeCollectiveItem();
+    /// Opens the collective item that is selected in the list of where the item is used; what was changed is dropped.
+    void openUsedIn();
+    /// Whether a command changed the editor since it was filled: nothing was typed then, and still there is something to save.
+    bool wasChangedByCommand() const { return m_changedByCommand; }
+
+    // Stock by hand
+    /// Asks how much came in; with no item open it beeps.
+    void addStockToItem();
+    /// What came in is added to the quantity shown; it beeps when that is nothing.
+    void addStockDialogOK();
+    /// Turns stock management off for every item, and tells for how many.
+    void removeAllQtyManagement();
+
+    // Pictures
+    void choosePicture();
+    void pictureOffered(const QMimeData& data);
+    void removePicture();
+
+    // The website
+    /// Writes the item's data file, if it is marked for a website; the log tells how that went.
+    void exportItemAsBrevandObject(const Item& item) const;
+    /// Is told how many are done of how many, before each item and at the end; answering false stops.
+    using GoesOn = std::function<bool(int done, int total)>;
+    /// The same for every item that is marked, then it is told; not when it was stopped.
+    void exportAsBrevandObjects(const GoesOn& goesOn = {});
+    void selectWebsiteLocation();
     /// Titles the editor with the user's word for what is in it.
     void showTitle();
 
@@ -101,6 +138,17 @@ private:
     /// Which fields of the editor hold what kind of value.
     std::vector<CheckedField> valueFields();
     void begin();
+    std::unique_ptr<Item> makeNew();
+    void connectForms();
+    /// Everything of saving that comes before the editor closes.
+    void saveEditor();
+    void publish();
+    void savePicture(Item& item, bool isNew);
+    void takePicture(const Result<QImage>& picture);
+    void showPicture(const Item& item);
+    void showUsers();
+    void showParts();
+    void showShortages();
     /// The code proposed for a new item: the user's prefix and the id.
     std::string newCode(int id) const;
     /// A new item joins the collection. When its id went to another one meanwhile it gets the next, and so does its code.
@@ -122,6 +170,10 @@ private:
     bool m_forOrder = false;
     /// The quantity as the editor was given it.
     QString m_qtyShown;
+    bool m_pictureChanged = false;
+    bool m_changedByCommand = false;
+    WebExport m_webExport;
+    std::optional<PartsNeeded> m_partsNeeded;
     QStringList m_categories;
 };
 

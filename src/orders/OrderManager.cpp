@@ -189,6 +189,7 @@ bool OrderManager::addItemToCurrentOrder(Item& item, int count)
         m_needs.lines.reloadData();
     }
     m_needs.items.reloadData();
+    m_needs.items.exportItemAsBrevandObject(item);
     totals.linesChanged(*m_currentItem);
     return true;
 }

@@ -6,13 +6,6 @@ namespace {
 class ItemEditorTest : public Business {
 protected:
     ItemForm& form() { return items().form; }
-    void beginReadOnly()
-    {
-        writeFile("lock.xml",
-            document("<dict><key>datetime</key><string>2024-03-01 09:00:00 +0000</string><key>reason</key>"
-                     "<string>database open</string><key>user</key><string>bob</string></dict>"));
-        begin();
-    }
 };
 
 TEST_F(ItemEditorTest, StockThatAnOrderTookMeanwhileStaysTaken)

@@ -11,6 +11,14 @@ protected:
         writeSettings("<key>VendaroDateFormat</key><string>0</string>" + keysAndValues);
         start();
     }
+    /// The same, with the database locked by Bob: it can only be read.
+    void beginReadOnly()
+    {
+        writeFile("lock.xml",
+            document("<dict><key>datetime</key><string>2024-03-01 09:00:00 +0000</string><key>reason</key>"
+                     "<string>database open</string><key>user</key><string>bob</string></dict>"));
+        begin();
+    }
     /// Settings of somebody who handles tax: "S" is 20 percent on top, and shipping is taxed with it.
     static QByteArray taxSettings(const QByteArray& priceMode = "1")
     {

@@ -1,9 +1,11 @@
 // The commands that write the list in front into a file, from the menu and from the tool bar.
 #include "MainOnScreen.h"
 
+#include "ui/kit/ProgressCard.h"
 #include "ui/kit/SheetStack.h"
 #include "ui/kit/ToolBar.h"
 
+#include <QDir>
 #include <QFile>
 #include <QListWidget>
 #include <QMenu>
@@ -23,6 +25,19 @@ protected:
         QFile written(path);
         return written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray("(not there)");
     }
+    /// So many items, marked for a website that is there.
+    void haveWebsite(int count)
+    {
+        ASSERT_TRUE(QDir().mkpath(website()));
+        for (int i = 0; i < count; ++i) {
+            auto item = std::make_unique<Item>(desktop->getItemManager().rules());
+            item->setCode(std::to_string(i));
+            item->setExportbrevand(true);
+            desktop->getItemManager().add(std::move(item));
+        }
+    }
+    QString website() const { return home() + "/sites/mysite/data"; }
+    int exportedItems() const { return static_cast<int>(QDir(website()).entryList(QDir::Files).size()); }
 };
 
 } // namespace
@@ -55,7 +70,7 @@ TEST_F(ExportCommands, standInTheFileMenuAndAmongTheToolBarsItems)
                 texts += action->text().remove('&');
         }
     }
-    EXPECT_EQ(texts, QStringList({"To Spreadsheet", "To Tab-Delimited Text", "To HTML"}));
+    EXPECT_EQ(texts, QStringList({"To Spreadsheet", "To Tab-Delimited Text", "To HTML", "To Website"}));
     command("customiseToolBar")->trigger();
     ASSERT_NE(SheetStack::instance().top(), nullptr);
     const auto* available = SheetStack::instance().top()->findChild<QListWidget*>("available");
@@ -75,4 +90,50 @@ TEST_F(ExportCommands, doNothingWhileAnotherWindowHasTheKeyboard)
     ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
     EXPECT_EQ(exported("exportCSV", "Orders.csv"), QByteArray("(not there)"));
     EXPECT_EQ(log().back(), QString("qvds is nil"));
+}
+
+// The website
+
+TEST_F(ExportCommands, theItemsGoToTheirWebsiteBehindACardThatIsGoneWhenItIsTold)
+{
+    launch();
+    haveWebsite(3);
+    alerts.answer("OK");
+    command("exportWebsite")->trigger();
+    EXPECT_EQ(exportedItems(), 3);
+    EXPECT_EQ(alerts.texts(), QStringList("Finished exporting items."));
+    EXPECT_EQ(SheetStack::instance().top(), nullptr);
+}
+
+TEST_F(ExportCommands, withNothingToExportThereIsNoCard)
+{
+    launch();
+    alerts.answer("OK");
+    command("exportWebsite")->trigger();
+    EXPECT_EQ(alerts.texts(), QStringList("Finished exporting items."));
+}
+
+TEST_F(ExportCommands, escapeStopsTheExport)
+{
+    launch();
+    haveWebsite(400);
+    QTimer::singleShot(0, window.get(), [] {
+        auto* card = qobject_cast<ProgressCard*>(SheetStack::instance().top());
+        ASSERT_NE(card, nullptr);
+        QTest::keyClick(card, Qt::Key_Escape);
+    });
+    command("exportWebsite")->trigger();
+    EXPECT_LT(exportedItems(), 400);
+    EXPECT_TRUE(alerts.asked().empty());
+    EXPECT_TRUE(status().startsWith("Export stopped: ")) << status().toStdString();
+    EXPECT_EQ(SheetStack::instance().top(), nullptr);
+}
+
+TEST_F(ExportCommands, stockManagementIsStoppedFromTheEditMenu)
+{
+    launch();
+    haveWebsite(2);
+    alerts.answer("OK");
+    command("removeAllQtyManagement")->trigger();
+    EXPECT_EQ(alerts.texts(), QStringList("2 Items updated"));
 }

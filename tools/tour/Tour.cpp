@@ -316,7 +316,7 @@ void Tour::itemEditor()
     }
     items.edit();
     settle();
-    static constexpr const char* names[] {"item", "item-details", "item-made-of"};
+    static constexpr const char* names[] {"item", "item-details", "item-website", "item-used-in", "item-made-of"};
     auto* tabs = editor.findChild<UnderlineTabs*>();
     for (int tab = 0; tab < tabs->count(); ++tab) {
         tabs->setCurrentIndex(tab);

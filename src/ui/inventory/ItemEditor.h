@@ -10,10 +10,16 @@ class ItemEditor : public EditorWindow {
 public:
     explicit ItemEditor(ItemManager& items);
 
+protected:
+    /// What came by a command counts like what was typed.
+    bool hasSomethingToLose() const override;
+
 private:
     QWidget* makeItemTab();
-    QWidget* makePartsTab();
     QWidget* makeMoreTab();
+    QWidget* makeWebsiteTab();
+    QWidget* makeUsedInTab();
+    QWidget* makePartsTab();
     QWidget* makeFooter();
 
     ItemManager& m_items;

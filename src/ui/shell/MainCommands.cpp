@@ -5,6 +5,7 @@
 #include "ui/LookChoice.h"
 #include "ui/RowCopy.h"
 #include "ui/kit/Icons.h"
+#include "ui/kit/ProgressCard.h"
 #include "ui/kit/Theme.h"
 #include "ui/shell/ListPage.h"
 #include "ui/shell/MainToolBar.h"
@@ -34,6 +35,23 @@ void copySelectedRows()
 }
 
 } // namespace
+
+void MainWindow::exportToWebsite()
+{
+    ProgressCard card(this, tr("Export"));
+    const auto goesOn = [&card](int done, int total) {
+        if (done < total && !card.isOpen())
+            card.open();
+        card.setProgress(done, total);
+        card.setText(tr("%1 of %2 items").arg(done).arg(total));
+        QCoreApplication::processEvents();
+        const bool stopped = card.wasCancelled();
+        if (card.isOpen() && (stopped || done == total))
+            card.accept();
+        return !stopped;
+    };
+    m_vendaro.getItemManager().exportAsBrevandObjects(goesOn);
+}
 
 QAction* MainWindow::addCommand(
     const char* name, const QString& text, const QString& icon, const QKeySequence& keys, std::function<void()> run)
@@ -71,6 +89,8 @@ void MainWindow::makeCommands()
         if (somethingSelected())
             m_vendaro.editMenuItem();
     });
+    addCommand(
+        "removeAllQtyManagement", tr("&Stop Managing Stock"), {}, {}, [this] { m_vendaro.getItemManager().removeAllQtyManagement(); });
     addCommand("undo", tr("&Undo"), {}, QKeySequence::Undo, [this] {
         // A field being typed in undoes its typing; otherwise the list brings back what was deleted.
         if (!passToKeyboard("undo"))
@@ -100,6 +120,7 @@ void MainWindow::makeCommands()
     addCommand("exportCSV", tr("To Spreadsheet"), "insert-table", QKeySequence("Ctrl+Shift+E"), [this] { m_vendaro.exportCSVMenuItem(); });
     addCommand("exportTDL", tr("To Tab-Delimited Text"), {}, {}, [this] { m_vendaro.exportTDLMenuItem(); });
     addCommand("exportHTML", tr("To HTML"), "document-export", {}, [this] { m_vendaro.exportHTMLMenuItem(); });
+    addCommand("exportWebsite", tr("To &Website"), {}, {}, [this] { exportToWebsite(); });
     addCommand("sample", tr("Open &Sample Business"), {}, {}, [this] { m_vendaro.openSampleBusiness(); });
     addCommand(
         "preferences", tr("&Preferences…"), "configure", QKeySequence("Ctrl+,"), [this] { m_vendaro.getPrefsController().openWindow(); });
@@ -129,14 +150,14 @@ void MainWindow::makeMenus()
         file->addAction(command(name));
     file->addSeparator();
     QMenu* exports = file->addMenu(tr("&Export"));
-    for (const char* name : {"exportCSV", "exportTDL", "exportHTML"})
+    for (const char* name : {"exportCSV", "exportTDL", "exportHTML", "exportWebsite"})
         exports->addAction(command(name));
     file->addAction(command("print"));
     file->addSeparator();
     file->addAction(command("quit"));
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
-    for (const char* name :
-        {"undo", "redo", "", "cut", "copyText", "paste", "selectAll", "", "edit", "delete", "", "find", "", "preferences"}) {
+    for (const char* name : {"undo", "redo", "", "cut", "copyText", "paste", "selectAll", "", "edit", "delete", "", "find", "",
+             "removeAllQtyManagement", "", "preferences"}) {
         if (*name)
             edit->addAction(command(name));
         else

@@ -72,6 +72,8 @@ private:
     void chooseDateFormat();
     void showLockSheet();
     void showRecovery();
+    /// Items go to their website, with a card that says how far it is and can stop it.
+    void exportToWebsite();
 
     Vendaro& m_vendaro;
     SideBar* m_sideBar = nullptr;
