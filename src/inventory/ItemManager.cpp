@@ -73,6 +73,8 @@ void ItemManager::connectForms()
     QObject::connect(&form, &Form::closed, &form, [this] {
         addStockForm.close();
         restoreType();
+        // It may be large.
+        form.picture.setPicture({});
     });
 }
 

@@ -7,6 +7,7 @@
 #include "storage/RecoveryStore.h"
 
 #include <QBuffer>
+#include <QDateTime>
 #include <QFileInfo>
 #include <QImageReader>
 #include <QImageWriter>
@@ -88,20 +89,22 @@ QString ItemPictures::path(int itemId) const
 Result<QImage> ItemPictures::getImage(int itemId)
 {
     const QString file = path(itemId);
-    if (const QImage* kept = m_read.object(file))
-        return *kept;
-    if (!QFileInfo::exists(file))
+    const QFileInfo info(file);
+    if (!info.exists())
         return QImage();
+    const QString version = file + '\n' + QString::number(info.lastModified().toMSecsSinceEpoch());
+    if (const QImage* kept = m_read.object(version))
+        return *kept;
     Result<QImage> picture = fromFile(file);
     if (picture)
-        m_read.insert(file, new QImage(picture.value()), std::max<qsizetype>(1, picture.value().sizeInBytes() / 1024));
+        m_read.insert(version, new QImage(picture.value()), std::max<qsizetype>(1, picture.value().sizeInBytes() / 1024));
     return picture;
 }
 
 Result<void> ItemPictures::setImage(int itemId, const QImage& picture)
 {
     const QString file = path(itemId);
-    m_read.remove(file);
+    m_read.clear();
     if (picture.isNull())
         return takeAway(file);
     const Result<QByteArray> bytes = asTiff(picture);

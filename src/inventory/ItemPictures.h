@@ -44,6 +44,6 @@ private:
 
     FolderSource m_databaseFolder;
     RecoveryStore& m_recovery;
-    /// By path; costs are kilobytes.
+    /// By path and time; costs are kilobytes.
     QCache<QString, QImage> m_read;
 };

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <QBuffer>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QImageReader>
@@ -143,6 +144,20 @@ TEST_F(ItemPicturesTest, TheFolderIsFoundInTheSpellingItHas)
     ASSERT_TRUE(pictures.setImage(6, blue));
     EXPECT_TRUE(QFileInfo::exists(database() + "/itemimages/6.tiff"));
     EXPECT_FALSE(QFileInfo::exists(images()));
+}
+
+TEST_F(ItemPicturesTest, APictureThatAnotherProgramPutThereIsSeen)
+{
+    ASSERT_TRUE(pictures.setImage(5, red));
+    EXPECT_EQ(pictures.getImage(5).value().size(), red.size());
+    const QString path = writeFile(images() + "/5.tiff", encoded(blue, "tiff"));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFileDevice::FileModificationTime));
+    file.close();
+    EXPECT_EQ(pictures.getImage(5).value().size(), blue.size());
+    ASSERT_TRUE(QFile::remove(path));
+    EXPECT_TRUE(pictures.getImage(5).value().isNull());
 }
 
 TEST_F(ItemPicturesTest, AFileThatIsNoPictureSaysSo)

@@ -41,6 +41,7 @@ TEST_F(PictureOfAnItemTest, ADroppedPictureIsSavedWithTheItemAndShownWhenItOpens
     EXPECT_FALSE(hasPicture(1));
     form().save.trigger();
     EXPECT_TRUE(hasPicture(1));
+    EXPECT_TRUE(form().picture.picture().isNull()) << "no memory is held while the editor is closed";
     items().editThisItem(item("Plate"));
     EXPECT_TRUE(form().picture.picture().isNull());
     items().editThisItem(mug);

@@ -4,6 +4,7 @@
 #include "UiTest.h"
 #include "support/Business.h"
 #include "ui/PickerSheet.h"
+#include "ui/inventory/AddStockSheet.h"
 #include "ui/kit/PictureWell.h"
 #include "ui/kit/RecordTable.h"
 #include "ui/kit/UnderlineTabs.h"
@@ -275,7 +276,7 @@ TEST_F(ItemOnScreen, whatCameByACommandIsNotLostByOneEscape)
     ASSERT_TRUE(QTest::qWaitForWindowActive(editor.get()));
     press(*seenChild<QAbstractButton>(*editor, "addStock"));
     settle();
-    Sheet* sheet = SheetStack::instance().top();
+    const auto* sheet = qobject_cast<AddStockSheet*>(SheetStack::instance().top());
     ASSERT_NE(sheet, nullptr);
     QTest::keyClicks(keyboard(), "5");
     QTest::keyClick(keyboard(), Qt::Key_Return);

@@ -160,7 +160,7 @@ QWidget* ItemEditor::makeMoreTab()
     right->addRow(tr("Web page"), itemField<QLineEdit>("link"));
     right->addRow(tr("Picture's address"), itemField<QLineEdit>("imagelink"));
     auto* well = itemField<PictureWell>("picture", tr("Drop or paste a picture here"));
-    right->addRow(tr("Picture"), well);
+    right->addRow(tr("Picture"), well)->setAlignment(Qt::AlignRight | Qt::AlignTop);
     auto* paste = itemField<Button>("pastePicture", tr("Paste"));
     connect(paste, &QPushButton::clicked, well, &PictureWell::paste);
     connect(well, &PictureWell::removalWanted, this, [this] { m_items.form.removePicture.trigger(); });

@@ -15,11 +15,20 @@
 
 namespace {
 
+constexpr int largestPreview = 1600;
+
 bool mayHoldPicture(const QMimeData& data)
 {
     const QStringList formats = data.formats();
     return data.hasUrls() || data.hasImage()
         || std::any_of(formats.begin(), formats.end(), [](const QString& format) { return format.startsWith("image/"); });
+}
+
+/// As large as fits, and never thinner than a point.
+QImage scaledInto(const QImage& picture, QSize room)
+{
+    const QSize fitting = picture.size().scaled(room, Qt::KeepAspectRatio).expandedTo({1, 1});
+    return picture.scaled(fitting, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 } // namespace
@@ -40,15 +49,17 @@ void PictureWell::setPicture(const QImage& picture)
     if (picture.cacheKey() == m_picture.cacheKey())
         return;
     m_picture = picture;
+    m_preview = picture.width() > largestPreview || picture.height() > largestPreview
+        ? scaledInto(picture, {largestPreview, largestPreview})
+        : picture;
     scale();
 }
 
 void PictureWell::scale()
 {
     const QSize room = (size() - QSize(2 * inset, 2 * inset)) * devicePixelRatioF();
-    const QSize fitting = m_picture.size().scaled(room, Qt::KeepAspectRatio);
-    const bool fits = m_picture.width() <= room.width() && m_picture.height() <= room.height();
-    m_scaled = fits ? m_picture : m_picture.scaled(fitting.expandedTo({1, 1}), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const bool fits = m_preview.width() <= room.width() && m_preview.height() <= room.height();
+    m_scaled = fits ? m_preview : scaledInto(m_preview, room);
     m_scaled.setDevicePixelRatio(devicePixelRatioF());
     update();
 }

@@ -43,6 +43,8 @@ private:
     static constexpr int inset = 8;
     QString m_hint;
     QImage m_picture;
+    /// Small enough to be scaled again whenever the window changes its size.
+    QImage m_preview;
     /// As it is painted, in device pixels.
     QImage m_scaled;
 };

@@ -248,3 +248,17 @@ TEST(AlertCard, aWindowTooSmallForItGetsAWindowInstead)
     });
     EXPECT_EQ(AlertCard::ask(&small, title, text, two), -1);
 }
+
+TEST_F(AlertCardOnWindow, withoutATitleOnlyTheTextStandsThere)
+{
+    bool hasTitle = true;
+    QString words;
+    later([&] {
+        hasTitle = openAlert()->findChild<Label*>(QStringLiteral("alertTitle")) != nullptr;
+        words = openAlert()->findChild<Label*>(QStringLiteral("alertText"))->text();
+        QTest::keyClick(keyboard(), Qt::Key_Return);
+    });
+    AlertCard::ask(m_field, {}, QStringLiteral("2 Items updated"), {QStringLiteral("OK")});
+    EXPECT_FALSE(hasTitle);
+    EXPECT_EQ(words, QStringLiteral("2 Items updated"));
+}
