@@ -28,7 +28,7 @@ Business::Business(int scale) : m_scale(scale), m_desktop(homeOf(scale))
 {
     QFile::remove(folder(scale) + "/lock.xml");
     m_app = std::make_unique<Vendaro>(VendaroDesktop {
-        m_desktop, m_desktop, m_desktop, m_desktop, m_desktop, m_desktop, m_desktop, homeOf(scale) + "/resources", "en_GB"});
+        m_desktop, m_desktop, m_desktop, m_desktop, m_desktop, m_desktop, m_desktop, m_desktop, homeOf(scale) + "/resources", "en_GB"});
     m_app->start();
 }
 

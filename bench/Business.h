@@ -9,7 +9,14 @@
 #include <vector>
 
 /// A desktop that answers nothing.
-class QuietDesktop : public Alerts, public Beeper, public FilePanels, public Opener, public Printing, public Clock, public User {
+class QuietDesktop : public Alerts,
+                     public Beeper,
+                     public FilePanels,
+                     public Opener,
+                     public Printing,
+                     public Clipboard,
+                     public Clock,
+                     public User {
 public:
     explicit QuietDesktop(QString home) : m_home(std::move(home)) { }
     using Alerts::ask;
@@ -20,6 +27,8 @@ public:
     void openUrl(const QUrl&) override { }
     void revealFolder(const QString&) override { }
     bool print(const QString&, const std::function<bool(QPagedPaintDevice&)>&) override { return false; }
+    QString text() const override { return {}; }
+    void setText(const QString&) override { }
     QDateTime now() const override { return QDateTime(QDate(2024, 3, 1), QTime(10, 15, 30), Qt::UTC); }
     QString loginName() const override { return "ada"; }
     QString home() const override { return m_home; }

@@ -45,7 +45,7 @@ void logFailure(ExportForm form, const std::string& path, const std::string& rea
     if (form == ExportForm::html)
         logFormat("Unsuccessful exporting data to %s\n", path.c_str());
     else
-        logFormat("Unsuccessful exporting data to %s \nerror:%s", path.c_str(), reason.c_str());
+        logUnsuccessfulExport(path, reason);
 }
 
 } // namespace

@@ -106,6 +106,7 @@ PrefsController::PrefsController(PrefsNeeds needs)
 {
     connectForm();
     connectDatabases();
+    connectAddressBook();
     checkValues();
     for (const auto& switches : {std::span<const ColumnSwitch>(orderColumnSwitches), std::span<const ColumnSwitch>(lineColumnSwitches)}) {
         for (const ColumnSwitch& entry : switches)
@@ -149,6 +150,7 @@ void PrefsController::readSettings()
     readOwnText(form.invoiceCategories, settings::invoiceCategories);
     readOwnText(form.statuses, settings::statuses);
     readText(form.contactTypes, settings::contactTypes);
+    readAddressBook();
     readOwnDefaults();
     Q_EMIT wordsChanged();
 }

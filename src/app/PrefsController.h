@@ -93,6 +93,8 @@ public:
     void selectDbLocation();
     void createDbLocation();
     void setDbLocationToDefault();
+    /// The files and folders of the address book.
+    QStringList addressBookPaths() const { return form.addressBook.titles(); }
     /// False when a place was chosen that is opened only at the next load.
     bool isFormsLocationOpen() const;
 
@@ -137,6 +139,11 @@ Q_SIGNALS:
 private:
     void connectForm();
     void connectDatabases();
+    void connectAddressBook();
+    void readAddressBook();
+    void addToAddressBook(const std::optional<QString>& path);
+    void removeFromAddressBook();
+    void storeAddressBook();
     void checkValues();
     void registerDefaults();
     void readSettings();

@@ -98,6 +98,12 @@ public:
     /// Closes the window; what was edited goes on counting and is committed later.
     CommandField leave {*this, "leave"};
 
+    /// Files and folders of vCards; stored as soon as they are edited.
+    ChoiceField addressBook {*this, "addressBook"};
+    CommandField addAddressBookFile {*this, "addAddressBookFile"};
+    CommandField addAddressBookFolder {*this, "addAddressBookFolder"};
+    CommandField removeFromAddressBook {*this, "removeFromAddressBook"};
+
     /// Follows the switch of the tips.
     FlagField prefDontShowTips {*this, "prefDontShowTips"};
 

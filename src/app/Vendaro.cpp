@@ -46,8 +46,8 @@ Vendaro::Vendaro(VendaroDesktop desktop)
           [this](const QString& folder) { return m_session.mayWriteInto(folder); }, m_notepad})
     , m_session({m_folder, m_preferences, m_settings, m_desktop.alerts, m_desktop.panels, m_desktop.user})
     , m_picker(*this, m_desktop.beeper, m_desktop.alerts)
-    , m_contacts({*this, m_preferences, m_session, m_desktop.alerts, m_desktop.beeper, *this, *this,
-          [this](const QString& line) { showStatus(line); }})
+    , m_addressBook([this] { return m_preferences.addressBookPaths(); })
+    , m_contacts(contactNeeds())
     , m_items({*this, m_preferences, m_itemRules, m_session, m_desktop.alerts, m_desktop.beeper, m_contacts, m_picker, *this,
           m_desktop.user, m_desktop.panels, [this](const QString& line) { showStatus(line); }})
     , m_lines(
@@ -59,6 +59,9 @@ Vendaro::Vendaro(VendaroDesktop desktop)
     , m_orders(
           {*this, m_settings, m_preferences, m_orderRules, m_session, m_desktop.alerts, m_desktop.beeper, m_desktop.clock, m_desktop.panels,
               m_desktop.opener, m_contacts, m_items, m_lines, m_payments, m_bills, *this, *this, *this, m_attachments, m_picker})
+    , m_ordersOfIndividual(*this, m_desktop.beeper, m_orders)
+    , m_ordersOfCompany(*this, m_desktop.beeper, m_orders)
+    , m_ordersOfCompanyContact(*this, m_desktop.beeper, m_orders)
     , m_tasks(*this, m_desktop.beeper)
     , m_goals(*this, m_desktop.beeper)
     , m_contactFile(m_contacts)
@@ -74,6 +77,7 @@ Vendaro::Vendaro(VendaroDesktop desktop)
     , m_manual(m_desktop.opener, m_desktop.resources)
 {
     registerFiles();
+    followContacts();
     m_properties.onTrouble = [this](const QString& sentence) { m_session.tellDamage({sentence}); };
     connect(&m_session, &DatabaseSession::fileLoaded, this, &Vendaro::afterLoading);
     connect(&m_session, &DatabaseSession::openedForWriting, &m_preferences, &PrefsController::completeDatabaseProperties);
@@ -99,6 +103,41 @@ Vendaro::~Vendaro()
 {
     // What is still being written is read from the record files, which go before the folder does.
     m_folder.drain();
+}
+
+ContactManagerNeeds Vendaro::contactNeeds()
+{
+    const ContactCommandNeeds commands {m_desktop.clipboard, m_desktop.opener, m_desktop.beeper, m_addressBook, m_picker, *this,
+        [this](const QStringList& sentences) { m_session.tellDamage(sentences); }};
+    return {*this, m_preferences, m_session, m_desktop.alerts, m_desktop.beeper, *this, *this, m_desktop.panels, commands,
+        [this](const QString& line) { showStatus(line); }};
+}
+
+void Vendaro::followContacts()
+{
+    const auto follow = [this](const Form& editor, auto currentItem) {
+        connect(&editor, &Form::opened, this, [this, &editor, currentItem] { showOrdersIn(editor, currentItem()); });
+        connect(&editor, &Form::closed, this, [this, &editor] { showOrdersIn(editor, nullptr); });
+    };
+    follow(m_contacts.form, [this] { return m_contacts.currentItem(); });
+    follow(m_contacts.companyEditor.form, [this] { return m_contacts.companyEditor.currentItem(); });
+    follow(m_contacts.companyContactEditor.form, [this] { return m_contacts.companyContactEditor.currentItem(); });
+}
+
+ContactOrders& Vendaro::ordersIn(const Form& contactEditor)
+{
+    if (&contactEditor == &m_contacts.companyEditor.form)
+        return m_ordersOfCompany;
+    return &contactEditor == &m_contacts.companyContactEditor.form ? m_ordersOfCompanyContact : m_ordersOfIndividual;
+}
+
+/// A contact that is not saved yet has no orders; its id may still stand in those of one that was deleted.
+void Vendaro::showOrdersIn(const Form& editor, const Contact* contact)
+{
+    if (contact && contact->isListed())
+        ordersIn(editor).showOrdersOf(contact->getID());
+    else
+        ordersIn(editor).showNone();
 }
 
 void Vendaro::registerFiles()

@@ -13,6 +13,7 @@
 #include "contacts/ContactManager.h"
 #include "contacts/DateFormatGate.h"
 #include "contacts/OrderLinks.h"
+#include "contacts/VcardBook.h"
 #include "documents/CustomInvoiceController.h"
 #include "documents/Notepad.h"
 #include "foundation/Money.h"
@@ -20,6 +21,7 @@
 #include "inventory/ItemManager.h"
 #include "inventory/ItemPictures.h"
 #include "orders/BillManager.h"
+#include "orders/ContactOrders.h"
 #include "orders/OrderFile.h"
 #include "orders/OrderManager.h"
 #include "orders/PaymentManager.h"
@@ -45,6 +47,7 @@ struct VendaroDesktop {
     FilePanels& panels;
     Opener& opener;
     Printing& printing;
+    Clipboard& clipboard;
     /// The folder with templates and the sample business.
     QString resources;
     /// For money; empty means as the environment says.
@@ -94,6 +97,8 @@ public:
     ItemManager& getItemManager() { return m_items; }
     BOMManager& getBOMManager() { return m_lines; }
     PaymentManager& getPaymentManager() { return m_payments; }
+    /// The orders of the contact in that editor, which is one of the three for contacts.
+    ContactOrders& ordersIn(const Form& contactEditor);
     BillManager& getBillManager() { return m_bills; }
     ActionManager& getActionManager() { return m_tasks; }
     GoalManager& getGoalManager() { return m_goals; }
@@ -192,6 +197,9 @@ private:
     QStringList installStationary() override;
     void openDocument(const QString& templateName, Order& order) override;
 
+    ContactManagerNeeds contactNeeds();
+    void followContacts();
+    void showOrdersIn(const Form& editor, const Contact* contact);
     void registerFiles();
     void afterLoading(RecordFile* file);
     void afterReading();
@@ -227,6 +235,7 @@ private:
     PrefsController m_preferences;
     DatabaseSession m_session;
     qvPicker m_picker;
+    VcardBook m_addressBook;
     ContactManager m_contacts;
     ItemManager m_items;
     BOMManager m_lines;
@@ -234,6 +243,9 @@ private:
     BillManager m_bills;
     Attachments m_attachments;
     OrderManager m_orders;
+    ContactOrders m_ordersOfIndividual;
+    ContactOrders m_ordersOfCompany;
+    ContactOrders m_ordersOfCompanyContact;
     ActionManager m_tasks;
     GoalManager m_goals;
     ContactFile m_contactFile;

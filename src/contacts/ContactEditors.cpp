@@ -1,8 +1,10 @@
 // The three contact editors: how contacts get into their forms and back.
 #include "contacts/ContactEditors.h"
 
+#include "contacts/ContactLinks.h"
 #include "contacts/ContactManager.h"
 #include "desktop/AlertTexts.h"
+#include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
 #include "storage/PresentItem.h"
 #include "storage/WriteGate.h"
@@ -33,18 +35,6 @@ constexpr std::array sharedControls {
     SharedControl {&ContactForm::comments, &Contact::getComments, &Contact::setComments},
 };
 
-void fillShared(ContactForm& form, const Contact& contact)
-{
-    for (const SharedControl& shared : sharedControls)
-        (form.*shared.control).setText(toQString((contact.*shared.get)()));
-}
-
-void copyShared(const ContactForm& form, Contact& contact)
-{
-    for (const SharedControl& shared : sharedControls)
-        (contact.*shared.set)((form.*shared.control).text().toStdString());
-}
-
 void copyType(const ChoiceField& field, Contact& contact)
 {
     if (!field.title().isEmpty())
@@ -52,6 +42,21 @@ void copyType(const ChoiceField& field, Contact& contact)
 }
 
 } // namespace
+
+void fillShared(ContactForm& form, const Contact& contact)
+{
+    for (const SharedControl& shared : sharedControls)
+        (form.*shared.control).setText(toQString((contact.*shared.get)()));
+    form.ref.setFault({});
+    form.changedByCommand = false;
+    ++form.timesFilled;
+}
+
+void copyShared(const ContactForm& form, Contact& contact)
+{
+    for (const SharedControl& shared : sharedControls)
+        (contact.*shared.set)((form.*shared.control).text().toStdString());
+}
 
 void ContactManager::setItem(const Contact& contact)
 {
@@ -68,8 +73,15 @@ void ContactManager::copyEditorInto(Contact& contact)
 
 // Companies
 
-CompanyEditor::CompanyEditor(ContactManager& contacts, WriteGate& gate) : m_contacts(contacts), m_gate(gate)
+CompanyEditor::CompanyEditor(ContactManager& contacts, WriteGate& gate, const ContactCommandNeeds& commands)
+    : m_contacts(contacts)
+    , m_gate(gate)
+    , m_commands(form, commands)
+    , m_opener(commands.opener)
+    , m_beeper(commands.beeper)
 {
+    form.openWebsite.run = [this] { openWebsite(); };
+    form.follow({&form.website}, &form, [this] { form.openWebsite.setEnabled(!form.website.text().trimmed().isEmpty()); });
     form.save.run = [this] { finish(); };
     form.cancel.run = [this] { cancel(); };
     form.people.setReadOnly(true);
@@ -113,6 +125,15 @@ void CompanyEditor::setItem(const Contact& company)
     form.setTitle(m_created ? localText("New Company") : toQString(company.getName()));
 }
 
+void CompanyEditor::openWebsite()
+{
+    const QUrl page = webLink(form.website.text());
+    if (page.isEmpty())
+        m_beeper.beep();
+    else
+        m_opener.openUrl(page);
+}
+
 void CompanyEditor::cancel()
 {
     form.close();
@@ -142,10 +163,11 @@ void CompanyEditor::finish()
 
 // People of companies
 
-CompanyContactEditor::CompanyContactEditor(ContactManager& contacts, WriteGate& gate, Alerts& alerts)
+CompanyContactEditor::CompanyContactEditor(ContactManager& contacts, WriteGate& gate, Alerts& alerts, const ContactCommandNeeds& commands)
     : m_contacts(contacts)
     , m_gate(gate)
     , m_alerts(alerts)
+    , m_commands(form, commands)
 {
     form.save.run = [this] { finish(); };
     form.cancel.run = [this] { cancel(); };

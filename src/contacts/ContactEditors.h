@@ -2,15 +2,21 @@
 #pragma once
 
 #include "contacts/Contact.h"
+#include "contacts/ContactCommands.h"
 #include "contacts/ContactForm.h"
 
 class Alerts;
 class ContactManager;
 class WriteGate;
 
+/// Fills what all three editors hold from the contact.
+void fillShared(ContactForm& form, const Contact& contact);
+/// And copies it back.
+void copyShared(const ContactForm& form, Contact& contact);
+
 class CompanyEditor {
 public:
-    CompanyEditor(ContactManager& contacts, WriteGate& gate);
+    CompanyEditor(ContactManager& contacts, WriteGate& gate, const ContactCommandNeeds& commands);
 
     CompanyForm form;
 
@@ -25,16 +31,20 @@ public:
 
 private:
     void setItem(const Contact& company);
+    void openWebsite();
 
     ContactManager& m_contacts;
     WriteGate& m_gate;
+    ContactCommands m_commands;
+    Opener& m_opener;
+    Beeper& m_beeper;
     Contact* m_currentItem = nullptr;
     std::unique_ptr<Contact> m_created;
 };
 
 class CompanyContactEditor {
 public:
-    CompanyContactEditor(ContactManager& contacts, WriteGate& gate, Alerts& alerts);
+    CompanyContactEditor(ContactManager& contacts, WriteGate& gate, Alerts& alerts, const ContactCommandNeeds& commands);
 
     CompanyContactForm form;
 
@@ -42,6 +52,7 @@ public:
     void finish();
     void cancel();
     void closeOn(const dataObject& record);
+    Contact* currentItem() const { return m_currentItem; }
 
 private:
     void setItem(const Contact& person);
@@ -50,5 +61,6 @@ private:
     ContactManager& m_contacts;
     WriteGate& m_gate;
     Alerts& m_alerts;
+    ContactCommands m_commands;
     Contact* m_currentItem = nullptr;
 };

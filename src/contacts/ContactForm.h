@@ -21,8 +21,20 @@ public:
     TextField fax {*this, "fax"};
     TextField email {*this, "email"};
     TextField comments {*this, "comments"};
+    CommandField capitalise {*this, "capitalise"};
+    CommandField copyContact {*this, "copyContact"};
+    CommandField pasteContact {*this, "pasteContact"};
+    CommandField sendEmail {*this, "sendEmail"};
+    CommandField pickFromAddressBook {*this, "pickFromAddressBook"};
+    /// Offered for a contact that is linked to the address book.
+    CommandField updateFromAddressBook {*this, "updateContactFromABMenuItem"};
     CommandField cancel {*this, "cancel"};
     CommandField save {*this, "save"};
+
+    /// Whether a command changed the fields since they were filled.
+    bool changedByCommand = false;
+    /// Goes up whenever the fields are filled: what was asked for the contact before is not for this one.
+    int timesFilled = 0;
 };
 
 /// A person by themselves.
@@ -37,6 +49,7 @@ class CompanyForm : public ContactForm {
 public:
     ChoiceField type {*this, "type"};
     TextField website {*this, "website"};
+    CommandField openWebsite {*this, "openWebsite"};
     /// The people of the company, one a line, for reading.
     TextField people {*this, "people"};
 };

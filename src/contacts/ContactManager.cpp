@@ -22,9 +22,10 @@ bool isTopLevel(const Contact& contact)
 
 ContactManager::ContactManager(ContactManagerNeeds needs)
     : Collection(needs.sorting, needs.beeper)
-    , companyEditor(*this, needs.gate)
-    , companyContactEditor(*this, needs.gate, needs.alerts)
-    , m_needs(needs)
+    , companyEditor(*this, needs.gate, needs.commands)
+    , companyContactEditor(*this, needs.gate, needs.alerts, needs.commands)
+    , m_needs(std::move(needs))
+    , m_commands(form, m_needs.commands)
 {
     list.columns = {
         {"name", localText("Name"), 300},

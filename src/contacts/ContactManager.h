@@ -12,6 +12,7 @@
 
 class Alerts;
 class DateFormatGate;
+class FilePanels;
 class OrderLinks;
 class SettingsForm;
 
@@ -23,6 +24,8 @@ struct ContactManagerNeeds {
     Beeper& beeper;
     DateFormatGate& dateFormat;
     OrderLinks& orders;
+    FilePanels& panels;
+    ContactCommandNeeds commands;
     /// Shows one line in the status bar.
     std::function<void(const QString&)> showStatus;
 };
@@ -69,6 +72,16 @@ public:
     void deleteContact(Contact& contact);
     void deleteKey() override;
 
+    // Beyond the editors
+    /// Makes a contact of everybody in the address book, whether there is one of that name already or not.
+    void importAllContactsFromAB();
+    /// The selected contacts, as the list shows them.
+    std::vector<const Contact*> getSelectedContactsForExport() const;
+    /// Writes the selected contacts into a file for mailing programs.
+    void generateEmailList();
+    /// Moves third address lines into the county where that is empty.
+    void moveAdd3ToCounty();
+
     /// The pop-ups of types: the built-in ones, then the user's.
     void populateLists(const std::optional<QStringList>& userTypes);
     void filter() override;
@@ -91,6 +104,7 @@ protected:
 private:
     void setItem(const Contact& contact);
     void copyEditorInto(Contact& contact);
+    void moveInEditorOf(const Contact& contact);
     void begin();
     std::vector<Contact*> outline() const;
     std::vector<Contact*> selectedContacts() const;
@@ -102,6 +116,7 @@ private:
     const std::unordered_map<int, std::vector<Contact*>>& peopleByCompany() const;
 
     ContactManagerNeeds m_needs;
+    ContactCommands m_commands;
     Contact* m_currentItem = nullptr;
     /// A new contact joins the collection on its first save.
     std::unique_ptr<Contact> m_created;

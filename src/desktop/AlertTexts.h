@@ -29,6 +29,7 @@ inline const AlertText upgradeTemplates {"Upgrade templates and reports",
 // Record picker
 inline const AlertText noneInDatabase {"None in database",
     "There are no %@s in the datbase. First create some by going to File > New.... or the appropriate toolbar button", {"OK"}};
+inline const AlertText noneInAddressBook {"None in database", "There are no %@s in the address book.", {"OK"}};
 
 // Orders
 inline const AlertText deleteOrder {
@@ -61,6 +62,9 @@ inline const AlertText savingCompanyContact {"Saving Company Contact",
     "The contact has no company selected, therefore it will be saved without a link to a company. To link it to a company, open it "
     "up once more and click the 'Link to Company' button",
     {"OK"}};
+inline const AlertText contactsImported {"Contacts imported", "%@ contacts imported", {"OK"}};
+inline const AlertText oneContactUpdated {"Agent finished", "%@ Contact updated", {"OK"}};
+inline const AlertText contactsUpdated {"Agent finished", "%@ Contacts updated", {"OK"}};
 
 // Updates
 inline const AlertText noUpdate {"Update check", "No update available", {"OK"}};

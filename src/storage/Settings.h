@@ -72,6 +72,8 @@ inline constexpr char tipNumber[] = "tipNumber";
 inline constexpr char automaticUpdateCheck[] = "automaticUpdateCheck";
 /// Where updates are asked for; nothing is asked while it is absent.
 inline constexpr char updateEndpoint[] = "updateEndpoint";
+/// Files and folders of vCards that people are taken from: a list of paths.
+inline constexpr char addressBook[] = "addressBook";
 /// Of the database, not of the user.
 inline constexpr char dbName[] = "dbName";
 } // namespace settings

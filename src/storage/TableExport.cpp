@@ -86,3 +86,8 @@ std::string getDataAsHTML(const qvDataSource& source, CellText cellText)
     }
     return html + "</table><br />";
 }
+
+void logUnsuccessfulExport(const std::string& path, const std::string& reason)
+{
+    logFormat("Unsuccessful exporting data to %s \nerror:%s", path.c_str(), reason.c_str());
+}

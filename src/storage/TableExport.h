@@ -11,6 +11,9 @@ std::string getDataAsCSV(const qvDataSource& source);
 /// Headings and cells separated by tabs, tabs in cells turned into blanks; rows end with a carriage return.
 std::string getDataAsTDL(const qvDataSource& source);
 
+/// The log's line about an export that could not be written.
+void logUnsuccessfulExport(const std::string& path, const std::string& reason);
+
 /// What happens to a heading's or cell's text on its way into a table.
 using CellText = std::string (*)(std::string);
 

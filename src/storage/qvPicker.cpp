@@ -80,6 +80,22 @@ void qvPicker::beginfor(Action action, const std::vector<dataObject*>& records, 
         m_alerts.ask(makeAlert(alerts::noneInDatabase, {}, {type}));
         return;
     }
+    open(std::move(action), records, std::move(fieldNames), widths, headings, type);
+}
+
+void qvPicker::beginFromAddressBookFor(Action action, const std::vector<dataObject*>& people, std::vector<std::string> fieldNames,
+    std::vector<int> widths, QStringList headings, const QString& type)
+{
+    if (people.empty()) {
+        m_alerts.ask(makeAlert(alerts::noneInAddressBook, {}, {type}));
+        return;
+    }
+    open(std::move(action), people, std::move(fieldNames), widths, headings, type);
+}
+
+void qvPicker::open(Action action, const std::vector<dataObject*>& records, std::vector<std::string> fieldNames,
+    const std::vector<int>& widths, const QStringList& headings, const QString& type)
+{
     m_action = std::move(action);
     fields = std::move(fieldNames);
     form.setTitle(fillText("%@ %@", {localText("Select"), type}));

@@ -34,6 +34,9 @@ public:
     /// The same over a list of records put together by the caller, all of one collection.
     void beginfor(Action action, const std::vector<dataObject*>& records, std::vector<std::string> fieldNames, std::vector<int> widths,
         QStringList headings, const QString& type);
+    /// The same over people of the address book, who have been put into a collection of their own.
+    void beginFromAddressBookFor(Action action, const std::vector<dataObject*>& people, std::vector<std::string> fieldNames,
+        std::vector<int> widths, QStringList headings, const QString& type);
     /// The selected row's record goes to the caller, and the chooser closes.
     void chooseSelected();
     void cancel();
@@ -46,6 +49,8 @@ public:
     bool isNumber(std::string_view field) const;
 
 private:
+    void open(Action action, const std::vector<dataObject*>& records, std::vector<std::string> fieldNames, const std::vector<int>& widths,
+        const QStringList& headings, const QString& type);
     void fillRows(const std::vector<dataObject*>& records);
     void dropRow(ReportItem& row);
     void fillColumns(const std::vector<int>& widths, const QStringList& headings);

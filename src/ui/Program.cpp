@@ -50,7 +50,8 @@ QString Program::resourceFolder()
 
 VendaroDesktop Program::desktop()
 {
-    return {m_alerts, m_beeper, m_clock, m_user, m_panels, m_opener, m_printing, resourceFolder(), {}, QStringLiteral(VENDARO_VERSION)};
+    return {m_alerts, m_beeper, m_clock, m_user, m_panels, m_opener, m_printing, m_clipboard, resourceFolder(), {},
+        QStringLiteral(VENDARO_VERSION)};
 }
 
 Program::Program() : m_vendaro(desktop())

@@ -41,6 +41,7 @@ private:
     RealFilePanels m_panels;
     RealOpener m_opener;
     RealPrinting m_printing;
+    RealClipboard m_clipboard;
     Vendaro m_vendaro;
     std::unique_ptr<Windows> m_windows;
     QTimer m_settingsTimer;

@@ -5,6 +5,7 @@
 #include "ui/kit/SheetStack.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
@@ -105,6 +106,16 @@ bool RealPrinting::print(const QString& title, const std::function<bool(QPagedPa
     if (dialog.printRange() == QAbstractPrintDialog::AllPages)
         printer.setPageRanges({});
     return paint(printer);
+}
+
+QString RealClipboard::text() const
+{
+    return QApplication::clipboard()->text();
+}
+
+void RealClipboard::setText(const QString& text)
+{
+    QApplication::clipboard()->setText(text);
 }
 
 QString RealUser::loginName() const

@@ -34,6 +34,12 @@ public:
     bool print(const QString& title, const std::function<bool(QPagedPaintDevice&)>& paint) override;
 };
 
+class RealClipboard : public Clipboard {
+public:
+    QString text() const override;
+    void setText(const QString& text) override;
+};
+
 class RealClock : public Clock {
 public:
     QDateTime now() const override { return QDateTime::currentDateTime(); }

@@ -59,7 +59,7 @@ template <class ContactForm>
 void Windows::makeWhenFirstOpened(std::unique_ptr<ContactWindow>& window, ContactForm& form)
 {
     whenFirstOpened(form, [this, &window, &form] {
-        window = std::make_unique<ContactWindow>(form);
+        window = std::make_unique<ContactWindow>(form, m_vendaro.ordersIn(form));
         addPrintKey(window.get(), m_vendaro);
         window->catchUp();
     });

@@ -60,7 +60,7 @@ Shop::~Shop() = default;
 void Shop::start()
 {
     m_app = std::make_unique<Vendaro>(
-        VendaroDesktop {m_alerts, m_beeper, m_clock, m_user, m_panels, m_opener, m_printing, PROJECT_RESOURCES, "en_GB"});
+        VendaroDesktop {m_alerts, m_beeper, m_clock, m_user, m_panels, m_opener, m_printing, m_clipboard, PROJECT_RESOURCES, "en_GB"});
     QObject::connect(&m_app->session(), &DatabaseSession::damageFound, m_app.get(), [this](const QStringList& sentences) {
         m_told += static_cast<int>(sentences.size());
         for (const QString& sentence : sentences)

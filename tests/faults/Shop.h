@@ -125,6 +125,7 @@ private:
     ChosenPath m_panels;
     FakeOpener m_opener;
     FakePrinting m_printing;
+    FakeClipboard m_clipboard;
     std::unique_ptr<Vendaro> m_app;
 };
 

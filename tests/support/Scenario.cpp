@@ -33,7 +33,7 @@ void Scenario::start()
 
 void Scenario::startWatched(const std::function<void(Vendaro&)>& watch)
 {
-    m_app = std::make_unique<Vendaro>(VendaroDesktop {alerts, beeper, clock, user, panels, opener, printing, resources, locale});
+    m_app = std::make_unique<Vendaro>(VendaroDesktop {alerts, beeper, clock, user, panels, opener, printing, clipboard, resources, locale});
     watch(*m_app);
     m_app->start();
     m_app->finishLaunching();
@@ -41,7 +41,7 @@ void Scenario::startWatched(const std::function<void(Vendaro&)>& watch)
 
 void Scenario::startListening(const std::function<void(Vendaro&)>& listen)
 {
-    m_app = std::make_unique<Vendaro>(VendaroDesktop {alerts, beeper, clock, user, panels, opener, printing, resources, locale});
+    m_app = std::make_unique<Vendaro>(VendaroDesktop {alerts, beeper, clock, user, panels, opener, printing, clipboard, resources, locale});
     m_app->start();
     listen(*m_app);
     m_app->finishLaunching();

@@ -3,6 +3,8 @@
 
 #include "UiTest.h"
 #include "support/Business.h"
+#include "ui/kit/RecordTable.h"
+#include "ui/kit/UnderlineTabs.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -17,15 +19,20 @@ protected:
     void SetUp() override
     {
         begin();
-        person = std::make_unique<ContactWindow>(contacts().form);
-        company = std::make_unique<ContactWindow>(contacts().companyEditor.form);
-        colleague = std::make_unique<ContactWindow>(contacts().companyContactEditor.form);
+        person = make(contacts().form);
+        company = make(contacts().companyEditor.form);
+        colleague = make(contacts().companyContactEditor.form);
     }
     void TearDown() override
     {
         colleague.reset();
         company.reset();
         person.reset();
+    }
+    template <class EditorForm>
+    std::unique_ptr<ContactWindow> make(EditorForm& form)
+    {
+        return std::make_unique<ContactWindow>(form, app().ordersIn(form));
     }
     /// A new person, with the keyboard where it belongs.
     void create()
@@ -179,4 +186,108 @@ TEST_F(ContactOnScreen, ctrlSSaves)
     // A button pressed by its key is seen going down first.
     ASSERT_TRUE(QTest::qWaitFor([this] { return !person->isVisible(); }, 2'000));
     EXPECT_EQ(contacts().getCount(), 1);
+}
+
+// Commands
+
+TEST_F(ContactOnScreen, anAddressIsPastedPutRightAndCopied)
+{
+    create();
+    clipboard.contents = "ada quill\n12 mill lane\nhexworth\nhx1 2ab";
+    press(*child<QAbstractButton>(*person, "pasteContact"));
+    press(*child<QAbstractButton>(*person, "capitalise"));
+    EXPECT_EQ(field(*person, "name")->text(), QString("Ada Quill"));
+    EXPECT_EQ(field(*person, "postcode")->text(), QString("HX1 2AB"));
+    press(*child<QAbstractButton>(*person, "copyContact"));
+    EXPECT_EQ(clipboard.contents, QString("Ada Quill\r12 Mill Lane\rHexworth\r\r\rHX1 2AB"));
+    save(*person);
+    EXPECT_EQ(static_cast<const Contact&>(*contacts().getnthItem(0)).getAdd2(), "Hexworth");
+}
+
+TEST_F(ContactOnScreen, whatACommandChangedIsNotLostByOneEsc)
+{
+    Contact& ada = contact("ada");
+    contacts().editThisContact(ada);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(person.get()));
+    press(*child<QAbstractButton>(*person, "capitalise"));
+    QTest::keyClick(person.get(), Qt::Key_Escape);
+    EXPECT_TRUE(person->isVisible());
+    QTest::keyClick(person.get(), Qt::Key_Escape);
+    EXPECT_FALSE(person->isVisible());
+    contacts().editThisContact(ada);
+    settle();
+    QTest::keyClick(person.get(), Qt::Key_Escape);
+    EXPECT_FALSE(person->isVisible()) << "nothing was changed this time";
+}
+
+TEST_F(ContactOnScreen, letterAndPageOpenOnceThereIsAnAddress)
+{
+    contacts().companyEditor.create();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(company.get()));
+    EXPECT_FALSE(child<QAbstractButton>(*company, "sendEmail")->isEnabled());
+    EXPECT_FALSE(child<QAbstractButton>(*company, "openWebsite")->isEnabled());
+    type(*field(*company, "email"), "info@tarn.example");
+    type(*field(*company, "website"), "tarn.example");
+    press(*child<QAbstractButton>(*company, "sendEmail"));
+    press(*child<QAbstractButton>(*company, "openWebsite"));
+    ASSERT_EQ(opener.urls.size(), 2u);
+    EXPECT_EQ(opener.urls[0], QUrl("mailto:info@tarn.example"));
+    EXPECT_EQ(opener.urls[1], QUrl("https://tarn.example"));
+}
+
+TEST_F(ContactOnScreen, updatingIsSeenOnlyForSomebodyOfTheAddressBook)
+{
+    create();
+    auto* update = child<QAbstractButton>(*person, "updateContactFromABMenuItem");
+    EXPECT_FALSE(update->isVisible());
+    type(*field(*person, "ref"), "1:ABPerson");
+    EXPECT_TRUE(update->isVisible());
+}
+
+TEST_F(ContactOnScreen, theThreeWindowsShareOnePlace)
+{
+    firm("Hill Ltd");
+    create();
+    type(*field(*person, "name"), "Penrose");
+    person->setGeometry(120, 90, 900, 710);
+    const QRect place = person->geometry();
+    press(*child<QAbstractButton>(*person, "makeCompany"));
+    EXPECT_EQ(company->geometry(), place);
+    company->setGeometry(60, 50, 880, 700);
+    save(*company);
+    create();
+    EXPECT_EQ(person->geometry(), QRect(60, 50, 880, 700));
+    press(*child<QAbstractButton>(*person, "linkToCompany"));
+    EXPECT_EQ(colleague->geometry(), QRect(60, 50, 880, 700));
+}
+
+// Orders
+
+TEST_F(ContactOnScreen, theOrdersTabOpensAnOrderByReturnAndDoubleClick)
+{
+    Contact& ada = contact("Ada");
+    for (const char* title : {"Three stools", "A bench"})
+        orders().connectContact(ada, order(title));
+    orders().filter();
+    contacts().editThisContact(ada);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(person.get()));
+    auto* tabs = person->findChild<UnderlineTabs*>();
+    tabs->setCurrentIndex(1);
+    auto* table = child<RecordTable>(*person, "contactOrders");
+    ASSERT_EQ(table->model()->rowCount(), 2);
+    EXPECT_EQ(table->model()->index(0, 2).data().toString(), QString("A bench"));
+    table->setFocus();
+    table->selectRow(1);
+    QTest::keyClick(table, Qt::Key_Return);
+    EXPECT_TRUE(orders().form.isOpen());
+    EXPECT_EQ(currentOrder().getTitle(), "Three stools");
+    orders().form.cancel.trigger();
+    const QPoint first = table->visualRect(table->model()->index(0, 2)).center();
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, first);
+    QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, first);
+    EXPECT_EQ(currentOrder().getTitle(), "A bench");
+    orders().form.cancel.trigger();
+    contacts().form.cancel.trigger();
+    contacts().editThisContact(ada);
+    EXPECT_EQ(tabs->currentIndex(), 0) << "a contact opens with itself";
 }

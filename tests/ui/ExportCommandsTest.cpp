@@ -70,7 +70,7 @@ TEST_F(ExportCommands, standInTheFileMenuAndAmongTheToolBarsItems)
                 texts += action->text().remove('&');
         }
     }
-    EXPECT_EQ(texts, QStringList({"To Spreadsheet", "To Tab-Delimited Text", "To HTML", "To Website"}));
+    EXPECT_EQ(texts, QStringList({"To Spreadsheet", "To Tab-Delimited Text", "To HTML", "To Website", "E-mail List…"}));
     command("customiseToolBar")->trigger();
     ASSERT_NE(SheetStack::instance().top(), nullptr);
     const auto* available = SheetStack::instance().top()->findChild<QListWidget*>("available");
@@ -136,4 +136,33 @@ TEST_F(ExportCommands, stockManagementIsStoppedFromTheEditMenu)
     alerts.answer("OK");
     command("removeAllQtyManagement")->trigger();
     EXPECT_EQ(alerts.texts(), QStringList("2 Items updated"));
+}
+
+TEST_F(ExportCommands, contactsHaveAnEmailListAnImportAndAnAgentInTheMenus)
+{
+    haveRecords();
+    launch();
+    ContactManager& contactList = desktop->getContactManager();
+    contactList.setSelectedRecords({&contactList.at(0)});
+    EXPECT_EQ(exported("emailList", "list.csv"), "\"email\",\"firstname\",\"surname\",\"title\"\n\"\",\"Ada\",\"Penrose\",\"\"\n");
+
+    QFile book(home() + "/book.vcf");
+    ASSERT_TRUE(book.open(QIODevice::WriteOnly));
+    book.write("BEGIN:VCARD\nN:Quill;Eve\nADR:;;1 Road\\n2\\nKent;;;;\nEND:VCARD\n");
+    book.close();
+    desktop->getPrefsController().form.addressBook.setTitles({book.fileName()});
+    alerts.answer("OK");
+    command("importAddressBook")->trigger();
+    EXPECT_EQ(alerts.asked().back().text, QString("1 contacts imported"));
+    alerts.answer("OK");
+    command("moveAdd3ToCounty")->trigger();
+    EXPECT_EQ(alerts.asked().back().text, QString("1 Contact updated"));
+    EXPECT_EQ(contactList.at(3).getCounty(), "Kent");
+}
+
+TEST_F(ExportCommands, anEmptyAddressBookIsSaidInTheStatusLine)
+{
+    launch();
+    command("importAddressBook")->trigger();
+    EXPECT_EQ(status(), QString("There is nobody in the address book. The preferences say where it lies."));
 }

@@ -140,7 +140,7 @@ QStringList entriesOnPage(const QString& path)
         else if (reader.name() == QLatin1String("td"))
             cells += reader.readElementText(QXmlStreamReader::IncludeChildElements).simplified();
     }
-    return lines.filter(QRegularExpression("^(File|Edit|View|Help) "));
+    return lines.filter(QRegularExpression("^(File|Edit|View|Agents|Help) "));
 }
 
 } // namespace
@@ -200,7 +200,7 @@ TEST_F(HelpOnScreen, f1ShowsThePageOfTheSettingsPage)
     SettingsWindow& settings = windows->settings();
     front(settings);
     static constexpr const char* topics[] {"settings-general", "settings-tax", "settings-words", "settings-lists", "settings-colours",
-        "settings-columns", "settings-time", "settings-documents", "settings-databases", "settings-look"};
+        "settings-columns", "settings-time", "settings-documents", "settings-addressbook", "settings-databases", "settings-look"};
     ASSERT_EQ(settings.pages()->count(), static_cast<int>(std::size(topics)));
     for (int row = 0; row < settings.pages()->count(); ++row) {
         front(settings);

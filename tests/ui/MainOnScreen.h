@@ -17,7 +17,8 @@ protected:
     /// As the program starts: settings, then the window, then the database.
     void launch()
     {
-        desktop = std::make_unique<Vendaro>(VendaroDesktop {alerts, beeper, clock, user, panels, opener, printing, resources, locale});
+        desktop =
+            std::make_unique<Vendaro>(VendaroDesktop {alerts, beeper, clock, user, panels, opener, printing, clipboard, resources, locale});
         desktop->start();
         window = std::make_unique<MainWindow>(*desktop);
         window->show();

@@ -31,7 +31,8 @@ TEST_F(MainOnScreen, welcomesWhoeverHasNoOrdersWithTheKeyboardOnTheFirstThingToD
 TEST_F(MainOnScreen, saysNothingOfTheListsUntilTheDatabaseIsRead)
 {
     haveRecords();
-    desktop = std::make_unique<Vendaro>(VendaroDesktop {alerts, beeper, clock, user, panels, opener, printing, resources, locale});
+    desktop =
+        std::make_unique<Vendaro>(VendaroDesktop {alerts, beeper, clock, user, panels, opener, printing, clipboard, resources, locale});
     desktop->start();
     window = std::make_unique<MainWindow>(*desktop, MainWindow::Lists::later);
     uitest::show(*window);

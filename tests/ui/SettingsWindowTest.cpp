@@ -33,7 +33,7 @@ using namespace uitest;
 
 namespace {
 
-enum SettingsPageNumber { general, tax, words, lists, colours, columns, timePage, documents, databases, lookPage };
+enum SettingsPageNumber { general, tax, words, lists, colours, columns, timePage, documents, addressBookPage, databases, lookPage };
 
 class SettingsOnScreen : public Business {
 protected:
@@ -437,6 +437,30 @@ TEST_F(SettingsOnScreen, theTipsAreSwitchedOffHereToo)
     EXPECT_EQ(setting("dontShowTip"), "YES");
     press(*button("prefDontShowTips"));
     EXPECT_FALSE(app().tips().form.dontShowTips.isOn());
+}
+
+// Address book
+
+TEST_F(SettingsOnScreen, filesOfTheAddressBookAreAddedAndRemovedWithTheirButtons)
+{
+    launch();
+    open(addressBookPage);
+    auto* list = child<PickList>(window(), "addressBook");
+    EXPECT_FALSE(button("removeFromAddressBook")->isEnabled());
+    panels.choose("/home/ada/friends.vcf");
+    press(*button("addAddressBookFile"));
+    panels.choose("/home/ada/cards");
+    press(*button("addAddressBookFolder"));
+    settle();
+    ASSERT_EQ(list->count(), 2);
+    EXPECT_EQ(list->currentRow(), 1);
+    QTest::keyClick(list, Qt::Key_Up);
+    settle();
+    press(*button("removeFromAddressBook"));
+    settle();
+    ASSERT_EQ(list->count(), 1);
+    EXPECT_EQ(list->item(0)->text(), QString("/home/ada/cards"));
+    EXPECT_EQ(preferences().addressBookPaths(), QStringList({"/home/ada/cards"}));
 }
 
 // Databases

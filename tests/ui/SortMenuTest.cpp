@@ -29,7 +29,8 @@ protected:
         item("Oak stool");
         item("Ash stool");
         quit();
-        desktop = std::make_unique<Vendaro>(VendaroDesktop {alerts, beeper, clock, user, panels, opener, printing, resources, locale});
+        desktop =
+            std::make_unique<Vendaro>(VendaroDesktop {alerts, beeper, clock, user, panels, opener, printing, clipboard, resources, locale});
         desktop->start();
         window = std::make_unique<MainWindow>(*desktop);
         uitest::show(*window);

@@ -349,10 +349,23 @@ void Tour::contactEditors()
         }
         settle();
         take(QApplication::activeWindow(), name);
+        takeOrdersOfContact(name);
         if (QWidget* open = QApplication::activeWindow(); open && open != &m_program.windows().main())
             open->close();
         settle();
     }
+}
+
+void Tour::takeOrdersOfContact(const char* editor)
+{
+    QWidget* window = QApplication::activeWindow();
+    auto* tabs = window ? window->findChild<UnderlineTabs*>() : nullptr;
+    if (!tabs || QLatin1String(editor) != QLatin1String("individual"))
+        return;
+    tabs->setCurrentIndex(1);
+    settle();
+    take(window, "contact-orders");
+    tabs->setCurrentIndex(0);
 }
 
 void Tour::document()
@@ -393,7 +406,7 @@ void Tour::settings()
     preferences.openWindow();
     SettingsWindow& window = m_program.windows().settings();
     static constexpr const char* names[] {"settings", "settings-tax", "settings-words", "settings-lists", "settings-colours",
-        "settings-columns", "settings-time", "settings-documents", "settings-databases", "settings-look"};
+        "settings-columns", "settings-time", "settings-documents", "settings-addressbook", "settings-databases", "settings-look"};
     preferences.form.colourStatus.edit(1);
     for (int page = 0; page < window.pages()->count(); ++page) {
         window.pages()->setCurrentRow(page);

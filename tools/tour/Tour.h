@@ -30,6 +30,7 @@ private:
     void showFaults();
     void itemEditor();
     void contactEditors();
+    void takeOrdersOfContact(const char* editor);
     void document();
     /// Every page of the settings, with a value or two that does not read.
     void settings();

@@ -1,13 +1,18 @@
 #include "ui/contacts/ContactEditor.h"
 
 #include "contacts/ContactForm.h"
+#include "orders/ContactOrders.h"
 #include "ui/FormBinder.h"
 #include "ui/HelpTopic.h"
+#include "ui/ListBinder.h"
 #include "ui/kit/Button.h"
+#include "ui/kit/CardFrame.h"
 #include "ui/kit/Fields.h"
 #include "ui/kit/FormGrid.h"
-#include "ui/kit/Hairline.h"
 #include "ui/kit/Panels.h"
+#include "ui/kit/RecordTable.h"
+#include "ui/kit/TableHeader.h"
+#include "ui/kit/UnderlineTabs.h"
 
 #include <QHBoxLayout>
 #include <QPlainTextEdit>
@@ -27,44 +32,90 @@ Widget* fieldNamed(const char* name, Arguments&&... arguments)
 
 } // namespace
 
-ContactWindow::ContactWindow(IndividualForm& form) : EditorWindow(form, form.cancel, contactFrame)
+ContactWindow::ContactWindow(IndividualForm& form, ContactOrders& orders)
+    : EditorWindow(form, form.cancel, contactFrame)
+    , m_contactForm(form)
+    , m_orders(orders)
 {
-    build(form, Kind::individual);
+    build(Kind::individual);
 }
 
-ContactWindow::ContactWindow(CompanyForm& form) : EditorWindow(form, form.cancel, contactFrame)
+ContactWindow::ContactWindow(CompanyForm& form, ContactOrders& orders)
+    : EditorWindow(form, form.cancel, contactFrame)
+    , m_contactForm(form)
+    , m_orders(orders)
 {
-    build(form, Kind::company);
+    build(Kind::company);
 }
 
-ContactWindow::ContactWindow(CompanyContactForm& form) : EditorWindow(form, form.cancel, contactFrame)
+ContactWindow::ContactWindow(CompanyContactForm& form, ContactOrders& orders)
+    : EditorWindow(form, form.cancel, contactFrame)
+    , m_contactForm(form)
+    , m_orders(orders)
 {
-    build(form, Kind::companyContact);
+    build(Kind::companyContact);
 }
 
-void ContactWindow::build(ContactForm& contactForm, Kind kind)
+bool ContactWindow::hasSomethingToLose() const
+{
+    return EditorWindow::hasSomethingToLose() || m_contactForm.changedByCommand;
+}
+
+void ContactWindow::build(Kind kind)
 {
     helpTopic::set(*this, "contact");
-    resize(820, 640);
-    setMinimumSize(720, 560);
-    auto* header = new RecordHeader;
+    resize(880, 700);
+    setMinimumSize(780, 640);
+    auto* tabs = new UnderlineTabs;
+    tabs->addTab(makeFields(kind), tr("Contact"));
+    tabs->addTab(makeOrders(), tr("Orders"));
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(header);
-    column->addWidget(new Hairline);
-    column->addWidget(makeFields(kind), 1);
+    column->addWidget(makeHeader(kind));
+    column->addWidget(tabs, 1);
     column->addWidget(makeFooter(kind));
     bindForm();
     setFirstField("name");
+    // Whoever opens a contact wants to see the contact.
+    connect(&m_contactForm, &Form::closed, tabs, [tabs] { tabs->setCurrentIndex(0); });
+}
+
+QWidget* ContactWindow::makeHeader(Kind kind)
+{
+    auto* header = new RecordHeader;
+    header->addButton(fieldNamed<Button>("capitalise", tr("Capitalise")));
+    header->addButton(fieldNamed<Button>("copyContact", tr("Copy Address")));
+    header->addButton(fieldNamed<Button>("pasteContact", tr("Paste Address")));
     const QString kindWord = kind == Kind::company ? tr("Company") : kind == Kind::individual ? tr("Person") : tr("Person of a company");
-    const auto showHeader = [header, &contactForm, kindWord] {
-        const QString name = contactForm.name.text();
-        header->setTitle(name.isEmpty() ? contactForm.title() : name);
-        header->setSubtitle(kindWord + " · " + contactForm.ref.text());
+    const auto showHeader = [header, this, kindWord] {
+        const QString name = m_contactForm.name.text();
+        header->setTitle(name.isEmpty() ? m_contactForm.title() : name);
+        header->setSubtitle(kindWord + " · " + m_contactForm.ref.text());
     };
-    contactForm.follow({&contactForm.name, &contactForm.ref}, this, showHeader);
-    connect(&contactForm, &Form::opened, this, showHeader);
+    m_contactForm.follow({&m_contactForm.name, &m_contactForm.ref}, this, showHeader);
+    connect(&m_contactForm, &Form::opened, this, showHeader);
+    return header;
+}
+
+QWidget* ContactWindow::makeOrders()
+{
+    auto* tab = new QWidget;
+    helpTopic::set(*tab, "contact#orders");
+    auto* column = new QVBoxLayout(tab);
+    column->setContentsMargins(24, 20, 24, 20);
+    auto* table = new RecordTable(RecordTable::Place::card);
+    table->setObjectName("contactOrders");
+    table->setAccessibleName(tr("Orders of the contact"));
+    table->setEmptyText(tr("No orders of this contact"));
+    table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->tableHeader()->setStretchLastSection(true);
+    new ListBinder(m_orders, table, "contactOrders");
+    // They stand as the list of orders is sorted.
+    table->tableHeader()->setSectionsClickable(false);
+    connect(table, &QAbstractItemView::activated, this, [this] { m_orders.edit(); });
+    column->addWidget(new CardFrame(table), 1);
+    return tab;
 }
 
 QWidget* ContactWindow::makeFields(Kind kind)
@@ -103,6 +154,8 @@ void ContactWindow::addName(FormGrid& grid, Kind kind)
         grid.addRow(tr("Type"), fieldNamed<ChoiceBox>("type"), 160);
     }
     grid.addRow(tr("Reference"), fieldNamed<QLineEdit>("ref"), 160);
+    auto* pick = fieldNamed<Button>("pickFromAddressBook", tr("From Address Book…"));
+    grid.addRow({}, {pick, fieldNamed<Button>("updateContactFromABMenuItem", tr("Update"))});
 }
 
 void ContactWindow::addAddress(FormGrid& grid)
@@ -128,11 +181,15 @@ void ContactWindow::addReach(FormGrid& grid, Kind kind)
         grid.addRow(tr("Extension"), fieldNamed<QLineEdit>("extension"), 110);
     grid.addRow(tr("Mobile"), fieldNamed<QLineEdit>("mobile"));
     grid.addRow(tr("Fax"), fieldNamed<QLineEdit>("fax"));
-    grid.addRow(tr("E-mail"), fieldNamed<QLineEdit>("email"));
+    auto* mail = fieldNamed<Button>("sendEmail", tr("Write"));
+    mail->setGlyph("mail-message");
+    grid.addRow(tr("E-mail"), {fieldNamed<QLineEdit>("email"), mail});
     if (kind == Kind::company) {
         auto* website = fieldNamed<QLineEdit>("website");
         website->setPlaceholderText("https://");
-        grid.addRow(tr("Website"), website);
+        auto* open = fieldNamed<Button>("openWebsite", tr("Open"));
+        open->setGlyph("globe");
+        grid.addRow(tr("Website"), {website, open});
     }
     grid.addGap(16);
     auto* comments = fieldNamed<QPlainTextEdit>("comments");

@@ -6,22 +6,33 @@
 class CompanyContactForm;
 class CompanyForm;
 class ContactForm;
+class ContactOrders;
 class FormGrid;
 class IndividualForm;
 
 class ContactWindow : public EditorWindow {
     Q_OBJECT
 public:
-    explicit ContactWindow(IndividualForm& form);
-    explicit ContactWindow(CompanyForm& form);
-    explicit ContactWindow(CompanyContactForm& form);
+    // orders: those of the contact in the editor.
+    ContactWindow(IndividualForm& form, ContactOrders& orders);
+    ContactWindow(CompanyForm& form, ContactOrders& orders);
+    ContactWindow(CompanyContactForm& form, ContactOrders& orders);
+
+protected:
+    /// What the commands of the editor changed is not typed.
+    bool hasSomethingToLose() const override;
 
 private:
     enum class Kind { individual, company, companyContact };
-    void build(ContactForm& form, Kind kind);
+    void build(Kind kind);
+    QWidget* makeHeader(Kind kind);
     QWidget* makeFields(Kind kind);
+    QWidget* makeOrders();
     QWidget* makeFooter(Kind kind);
     void addName(FormGrid& grid, Kind kind);
     void addAddress(FormGrid& grid);
     void addReach(FormGrid& grid, Kind kind);
+
+    ContactForm& m_contactForm;
+    ContactOrders& m_orders;
 };

@@ -20,6 +20,8 @@ SettingsPage* makeColumns(PrefsController& preferences);
 SettingsPage* makeTime(PrefsController& preferences);
 /// Templates.
 SettingsPage* makeDocuments(Vendaro& vendaro);
+/// The files and folders that people are taken from.
+SettingsPage* makeAddressBook(PrefsController& preferences);
 SettingsPage* makeDatabases(Vendaro& vendaro);
 /// Light or dark, whether tips are shown, and whether and where updates are asked for.
 SettingsPage* makeLook(PrefsController& preferences);

@@ -74,6 +74,7 @@ void SettingsWindow::addPages(Vendaro& vendaro)
     addPage("object-columns", "settings-columns", settingsPages::makeColumns(m_preferences));
     addPage("chronometer", "settings-time", settingsPages::makeTime(m_preferences));
     addPage("document-print", "settings-documents", settingsPages::makeDocuments(vendaro));
+    addPage("view-pim-contacts", "settings-addressbook", settingsPages::makeAddressBook(m_preferences));
     addPage("folder-database", "settings-databases", settingsPages::makeDatabases(vendaro));
     addPage("view-preview", "settings-look", settingsPages::makeLook(m_preferences));
 }

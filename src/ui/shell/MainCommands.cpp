@@ -121,6 +121,11 @@ void MainWindow::makeCommands()
     addCommand("exportTDL", tr("To Tab-Delimited Text"), {}, {}, [this] { m_vendaro.exportTDLMenuItem(); });
     addCommand("exportHTML", tr("To HTML"), "document-export", {}, [this] { m_vendaro.exportHTMLMenuItem(); });
     addCommand("exportWebsite", tr("To &Website"), {}, {}, [this] { exportToWebsite(); });
+    addCommand("emailList", tr("E-mail &List…"), "mail-message", {}, [this] { m_vendaro.getContactManager().generateEmailList(); });
+    addCommand("importAddressBook", tr("&Import From Address Book"), "document-import", {},
+        [this] { m_vendaro.getContactManager().importAllContactsFromAB(); });
+    addCommand(
+        "moveAdd3ToCounty", tr("Move Address Line &3 to County"), {}, {}, [this] { m_vendaro.getContactManager().moveAdd3ToCounty(); });
     addCommand("sample", tr("Open &Sample Business"), {}, {}, [this] { m_vendaro.openSampleBusiness(); });
     addCommand(
         "preferences", tr("&Preferences…"), "configure", QKeySequence("Ctrl+,"), [this] { m_vendaro.getPrefsController().openWindow(); });
@@ -150,8 +155,9 @@ void MainWindow::makeMenus()
         file->addAction(command(name));
     file->addSeparator();
     QMenu* exports = file->addMenu(tr("&Export"));
-    for (const char* name : {"exportCSV", "exportTDL", "exportHTML", "exportWebsite"})
+    for (const char* name : {"exportCSV", "exportTDL", "exportHTML", "exportWebsite", "emailList"})
         exports->addAction(command(name));
+    file->addAction(command("importAddressBook"));
     file->addAction(command("print"));
     file->addSeparator();
     file->addAction(command("quit"));
@@ -174,6 +180,8 @@ void MainWindow::makeMenus()
     view->addSeparator();
     view->addAction(command("customiseToolBar"));
     addLookMenu(*view);
+    QMenu* agents = menuBar()->addMenu(tr("&Agents"));
+    agents->addAction(command("moveAdd3ToCounty"));
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     for (const char* name : {"showHelp", "help", "tips"})
         help->addAction(command(name));

@@ -1,0 +1,52 @@
+// What the buttons of a contact editor do to the texts in its fields. All of it is in the editor only, until that is saved.
+#pragma once
+
+#include "contacts/Contact.h"
+#include "storage/qvDataSource.h"
+
+#include <functional>
+#include <memory>
+
+class AddressBook;
+class Clipboard;
+class ContactForm;
+class Opener;
+class qvPicker;
+struct Person;
+
+struct ContactCommandNeeds {
+    Clipboard& clipboard;
+    Opener& opener;
+    Beeper& beeper;
+    const AddressBook& addressBook;
+    qvPicker& picker;
+    const SortSettings& sorting;
+    /// Says what of the address book could not be read.
+    std::function<void(const QStringList&)> tellTrouble;
+};
+
+class ContactCommands {
+public:
+    ContactCommands(ContactForm& form, ContactCommandNeeds needs);
+
+    /// Capitals at the beginnings of the words of name and address, and everywhere in the postcode.
+    void capitalise();
+    /// The address as plain text, its lines ended by carriage returns, onto the clipboard.
+    void copyContact();
+    /// The clipboard's lines into name and address.
+    void pasteContact();
+    /// Opens a letter to the contact.
+    void sendEmail();
+    /// Takes name, address and numbers from somebody of the address book whom the person chooses, and links the contact to them.
+    void pickFromAddressBook();
+    /// The same from whom the contact is linked to. Nothing changes when the address book has nobody of that reference.
+    void updateContactFromABMenuItem();
+
+private:
+    void takeDetails(const Person& person);
+
+    ContactForm& m_form;
+    ContactCommandNeeds m_needs;
+    /// Whom the chooser shows.
+    std::unique_ptr<Collection<Contact>> m_people;
+};

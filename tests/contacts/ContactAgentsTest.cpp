@@ -1,0 +1,204 @@
+// Import from the address book, the e-mail list, and the agent that moves third address lines.
+#include "support/Business.h"
+
+#include <gmock/gmock.h>
+
+#include <QFile>
+
+namespace {
+
+using testing::ElementsAre;
+
+class ContactAgentsTest : public Business {
+protected:
+    void haveAddressBook(const QByteArray& cards)
+    {
+        const QString path = home() + "/book.vcf";
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(cards);
+        app().getPrefsController().form.addressBook.setTitles({path});
+    }
+    Contact& living(const char* name, const char* add3, const char* county)
+    {
+        Contact& made = contact(name);
+        made.setAdd3(add3);
+        made.setCounty(county);
+        return made;
+    }
+    /// Somebody else has the database open.
+    void beginReadOnly()
+    {
+        begin();
+        living("Ann", "Kent", "");
+        quit();
+        writeFile("lock.xml",
+            document("<dict><key>datetime</key><string>2024-03-01 09:00:00 +0000</string><key>reason</key>"
+                     "<string>database open</string><key>user</key><string>bob</string></dict>"));
+        start();
+        ASSERT_TRUE(app().session().isReadOnly());
+        alerts.forget();
+        alerts.answer("OK");
+    }
+};
+
+// Import
+
+TEST_F(ContactAgentsTest, EverybodyInTheAddressBookBecomesAContactInItsOrder)
+{
+    begin("<key>VendaroContactPrefix</key><string>K</string>");
+    contact("Ada Quill");
+    haveAddressBook("BEGIN:VCARD\nN:Quill;Ada\nTEL;TYPE=CELL:07700 1\nUID:1\nEND:VCARD\nBEGIN:VCARD\nORG:Tarn Ltd\nEND:VCARD\n");
+    alerts.answer("OK");
+    contacts().importAllContactsFromAB();
+    ASSERT_EQ(contacts().getCount(), 3) << "whoever is there already comes again";
+    const Contact& ada = contacts().at(1);
+    EXPECT_EQ(ada.getName(), "Ada Quill");
+    EXPECT_EQ(ada.getMobile(), "07700 1");
+    EXPECT_EQ(ada.getRef(), "");
+    EXPECT_EQ(ada.getID(), 2);
+    EXPECT_EQ(ada.getKind(), "Individual");
+    EXPECT_EQ(ada.getType(), "Customer");
+    EXPECT_EQ(contacts().at(2).getName(), " Tarn Ltd");
+    EXPECT_EQ(lastAlert().title, "Contacts imported");
+    EXPECT_EQ(lastAlert().text, "2 contacts imported");
+    EXPECT_EQ(lastAlert().buttons, QStringList({"OK"}));
+    EXPECT_TRUE(readFile("contacts.xml").contains("07700 1"));
+}
+
+TEST_F(ContactAgentsTest, TheListIsFilteredAgainAfterAnImport)
+{
+    begin();
+    contact("Bert Hill");
+    contacts().listForm.search.edit("quill");
+    haveAddressBook("BEGIN:VCARD\nN:Quill;Ada\nEND:VCARD\nBEGIN:VCARD\nN:Hill;Bert\nEND:VCARD\n");
+    alerts.answer("OK");
+    contacts().importAllContactsFromAB();
+    EXPECT_THAT(shown(contacts(), "name"), ElementsAre("Ada Quill"));
+}
+
+TEST_F(ContactAgentsTest, AnEmptyAddressBookImportsNothingAndAsksNothing)
+{
+    begin();
+    contacts().importAllContactsFromAB();
+    haveAddressBook("");
+    contacts().importAllContactsFromAB();
+    EXPECT_EQ(contacts().getCount(), 0);
+    EXPECT_TRUE(alerts.asked().empty());
+}
+
+TEST_F(ContactAgentsTest, WhatCannotBeReadIsToldAndTheOthersAreImported)
+{
+    begin();
+    QStringList sentences;
+    QObject::connect(&app().session(), &DatabaseSession::damageFound, &app(), [&](const QStringList& damage) { sentences += damage; });
+    haveAddressBook("BEGIN:VCARD\nN:Quill;Ada\nrubbish\nEND:VCARD\n");
+    alerts.answer("OK");
+    contacts().importAllContactsFromAB();
+    EXPECT_EQ(contacts().getCount(), 1);
+    ASSERT_EQ(sentences.size(), 1);
+    EXPECT_TRUE(sentences[0].contains("book.vcf, line 3: ")) << sentences[0].toStdString();
+}
+
+TEST_F(ContactAgentsTest, AReadOnlyDatabaseTakesNobodyIn)
+{
+    beginReadOnly();
+    haveAddressBook("BEGIN:VCARD\nN:Quill;Ada\nEND:VCARD\n");
+    contacts().importAllContactsFromAB();
+    EXPECT_EQ(contacts().getCount(), 1);
+    EXPECT_THAT(alerts.texts(), ElementsAre("Database is in read-only mode."));
+}
+
+// The e-mail list
+
+TEST_F(ContactAgentsTest, TheSelectedContactsGoIntoTheListAsTheyAreShown)
+{
+    begin();
+    contact("Cleo Rivers");
+    Contact& tarn = firm("Tarn Ltd");
+    personOf(tarn, "Ada Quill").setEmail("ada@tarn.example");
+    contact("Bert Hill");
+    contacts().filter();
+    contacts().setSelectedRecords({&contacts().at(2), &contacts().at(1), &contacts().at(0)});
+    const QString path = home() + "/list.csv";
+    panels.choose(path);
+    QString status;
+    QObject::connect(&app(), &Vendaro::statusWanted, &app(), [&](const QString& line) { status = line; });
+    contacts().generateEmailList();
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    // Newest first: the company with its person below it, then Cleo.
+    EXPECT_EQ(file.readAll(),
+        "\"email\",\"firstname\",\"surname\",\"title\"\n"
+        "\"\",\"Tarn Ltd\",\"Tarn Ltd\",\"\"\n"
+        "\"ada@tarn.example\",\"Ada\",\"Quill\",\"\"\n"
+        "\"\",\"Cleo\",\"Rivers\",\"\"\n");
+    EXPECT_EQ(status, "Exported to list.csv");
+}
+
+TEST_F(ContactAgentsTest, WithoutASelectionNoListIsMade)
+{
+    begin();
+    contact("Ada");
+    contacts().generateEmailList();
+    EXPECT_TRUE(panels.savePanels.empty());
+    EXPECT_TRUE(contacts().getSelectedContactsForExport().empty());
+}
+
+// Third address lines
+
+TEST_F(ContactAgentsTest, ThirdLinesGoIntoEmptyCounties)
+{
+    begin();
+    living("Ann", "Kent", "");
+    living("Bob", "East", "Essex");
+    living("Cal", "", "");
+    Contact& dan = living("Dan", "Devon", "");
+    dan.setVisible(false);
+    alerts.answer("OK");
+    contacts().moveAdd3ToCounty();
+    const auto pair = [&](int n) { return std::string(contacts().at(n).getAdd3()) + "|" + std::string(contacts().at(n).getCounty()); };
+    EXPECT_EQ(pair(0), "|Kent");
+    EXPECT_EQ(pair(1), "East|Essex");
+    EXPECT_EQ(pair(2), "|");
+    EXPECT_EQ(pair(3), "|Devon") << "whether the list shows it or not";
+    EXPECT_EQ(lastAlert().title, "Agent finished");
+    EXPECT_EQ(lastAlert().text, "2 Contacts updated");
+    EXPECT_EQ(lastAlert().buttons, QStringList({"OK"}));
+    EXPECT_TRUE(readFile("contacts.xml").contains("<string>Devon</string>"));
+}
+
+TEST_F(ContactAgentsTest, OneContactIsCountedInTheSingular)
+{
+    begin();
+    living("Ann", "Kent", "");
+    for (const char* text : {"1 Contact updated", "0 Contacts updated"}) {
+        alerts.answer("OK");
+        contacts().moveAdd3ToCounty();
+        EXPECT_EQ(lastAlert().text, text);
+    }
+}
+
+TEST_F(ContactAgentsTest, AReadOnlyDatabaseKeepsItsLines)
+{
+    beginReadOnly();
+    contacts().moveAdd3ToCounty();
+    EXPECT_EQ(contacts().at(0).getAdd3(), "Kent");
+    EXPECT_THAT(alerts.texts(), ElementsAre("Database is in read-only mode."));
+}
+
+TEST_F(ContactAgentsTest, AnOpenEditorDoesNotPutTheLineBack)
+{
+    begin();
+    Contact& ann = living("Ann", "Kent", "");
+    contacts().editThisContact(ann);
+    alerts.answer("OK");
+    contacts().moveAdd3ToCounty();
+    EXPECT_EQ(contacts().form.county.text(), "Kent");
+    EXPECT_EQ(contacts().form.add3.text(), "");
+    contacts().form.save.trigger();
+    EXPECT_EQ(ann.getCounty(), "Kent");
+    EXPECT_EQ(ann.getAdd3(), "");
+}
+
+} // namespace
