@@ -12,6 +12,7 @@
 #include "app/UpdateWindowController.h"
 #include "contacts/ContactManager.h"
 #include "contacts/DateFormatGate.h"
+#include "contacts/JoinedBook.h"
 #include "contacts/OrderLinks.h"
 #include "contacts/VcardBook.h"
 #include "documents/CustomInvoiceController.h"
@@ -54,6 +55,8 @@ struct VendaroDesktop {
     std::string locale;
     /// Of the program.
     QString version = QStringLiteral(VENDARO_VERSION);
+    /// The one that the desktop's programs share; none when it has none.
+    const AddressBook* addressBook = nullptr;
 };
 
 /// The pages of the main window, in their order.
@@ -235,7 +238,9 @@ private:
     PrefsController m_preferences;
     DatabaseSession m_session;
     qvPicker m_picker;
-    VcardBook m_addressBook;
+    VcardBook m_vcards;
+    /// The desktop's people, then those of the files.
+    JoinedBook m_addressBook;
     ContactManager m_contacts;
     ItemManager m_items;
     BOMManager m_lines;

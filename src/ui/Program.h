@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/Vendaro.h"
+#include "ui/DesktopBook.h"
 #include "ui/RealDesktop.h"
 #include "ui/Windows.h"
 
@@ -42,6 +43,7 @@ private:
     RealOpener m_opener;
     RealPrinting m_printing;
     RealClipboard m_clipboard;
+    DesktopBook m_desktopBook;
     Vendaro m_vendaro;
     std::unique_ptr<Windows> m_windows;
     QTimer m_settingsTimer;
