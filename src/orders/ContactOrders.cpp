@@ -10,9 +10,10 @@ ContactOrders::ContactOrders(const SortSettings& sorting, Beeper& beeper, OrderM
     list.columns = {
         {"date", localText("Date"), 104},
         {"ordernum", localText("Number"), 120},
-        {"title", localText("Title"), 300},
-        {"status", localText("Status"), 130},
-        {"balance", localText("Balance"), 110, ColumnAlign::right},
+        {"title", localText("Title"), 240},
+        {"status", localText("Status"), 110},
+        {"totaldue", localText("Total"), 100, ColumnAlign::right},
+        {"balanceremaining", localText("Balance"), 100, ColumnAlign::right},
     };
     orders.addObserver(*this);
 }

@@ -75,6 +75,17 @@ TEST_F(ContactOrdersTest, OrdersThatComeGoOrChangeAreSeenAtOnce)
     EXPECT_THAT(titles(), ElementsAre("Of both", "Anns second", "Anns first"));
 }
 
+TEST_F(ContactOrdersTest, TheFiguresAreWhatIsToBePaidAndWhatIsLeftOfIt)
+{
+    Order& both = orders().at(4);
+    both.setValue("100.00");
+    both.setShipping("5.50");
+    payment(both, "30.00");
+    contacts().editThisContact(*ann);
+    EXPECT_EQ(list().objectValue("totaldue", 0), "105.50");
+    EXPECT_EQ(list().objectValue("balanceremaining", 0), "75.50");
+}
+
 TEST_F(ContactOrdersTest, OpeningTheSelectedOneOpensItsEditor)
 {
     contacts().editThisContact(*ann);
