@@ -129,7 +129,7 @@ TEST_F(ExportCommands, escapeStopsTheExport)
     EXPECT_EQ(SheetStack::instance().top(), nullptr);
 }
 
-TEST_F(ExportCommands, stockManagementIsStoppedFromTheEditMenu)
+TEST_F(ExportCommands, stockManagementIsStoppedByAnAgent)
 {
     launch();
     haveWebsite(2);

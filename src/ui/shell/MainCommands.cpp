@@ -162,8 +162,8 @@ void MainWindow::makeMenus()
     file->addSeparator();
     file->addAction(command("quit"));
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
-    for (const char* name : {"undo", "redo", "", "cut", "copyText", "paste", "selectAll", "", "edit", "delete", "", "find", "",
-             "removeAllQtyManagement", "", "preferences"}) {
+    for (const char* name :
+        {"undo", "redo", "", "cut", "copyText", "paste", "selectAll", "", "edit", "delete", "", "find", "", "preferences"}) {
         if (*name)
             edit->addAction(command(name));
         else
@@ -181,7 +181,8 @@ void MainWindow::makeMenus()
     view->addAction(command("customiseToolBar"));
     addLookMenu(*view);
     QMenu* agents = menuBar()->addMenu(tr("&Agents"));
-    agents->addAction(command("moveAdd3ToCounty"));
+    for (const char* name : {"moveAdd3ToCounty", "removeAllQtyManagement"})
+        agents->addAction(command(name));
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     for (const char* name : {"showHelp", "help", "tips"})
         help->addAction(command(name));
