@@ -5,7 +5,7 @@
 
 namespace {
 
-struct QuietDesktop : Alerts, Beeper, FilePanels, Opener, Printing {
+struct QuietDesktop : Alerts, Beeper, FilePanels, Opener, Printing, Clipboard {
     using Alerts::ask;
     int ask(const Alert&) override { return cancelled; }
     void beep() override { }
@@ -13,6 +13,8 @@ struct QuietDesktop : Alerts, Beeper, FilePanels, Opener, Printing {
     std::optional<QString> saveFile(const SavePanel&) override { return {}; }
     void openUrl(const QUrl&) override { }
     void revealFolder(const QString&) override { }
+    void setText(const QString&) override { }
+    QString text() const override { return {}; }
     bool print(const QString&, const std::function<bool(QPagedPaintDevice&)>&) override { return false; }
 };
 
@@ -22,7 +24,7 @@ struct Program {
     QuietDesktop desktop;
     FixedClock clock;
     FixedUser user;
-    Vendaro app {{desktop, desktop, clock, user, desktop, desktop, desktop, fuzzFolder() + "/none", "en_GB"}};
+    Vendaro app {{desktop, desktop, clock, user, desktop, desktop, desktop, desktop, fuzzFolder() + "/none", "en_GB"}};
 };
 
 /// One record of the kind, written and read as the only one of its file.
