@@ -1,4 +1,5 @@
 // Import from the address book, the e-mail list, and the agent that moves third address lines.
+#include "support/AddressBookFile.h"
 #include "support/Business.h"
 
 #include <gmock/gmock.h>
@@ -11,14 +12,7 @@ using testing::ElementsAre;
 
 class ContactAgentsTest : public Business {
 protected:
-    void haveAddressBook(const QByteArray& cards)
-    {
-        const QString path = home() + "/book.vcf";
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(cards);
-        app().getPrefsController().form.addressBook.setTitles({path});
-    }
+    void haveAddressBook(const QByteArray& cards) { ::haveAddressBook(app(), home(), cards); }
     Contact& living(const char* name, const char* add3, const char* county)
     {
         Contact& made = contact(name);

@@ -1,9 +1,8 @@
 // What the buttons of the contact editors do to their fields.
 #include "contacts/ContactCommands.h"
 
+#include "support/AddressBookFile.h"
 #include "support/Business.h"
-
-#include <QFile>
 
 namespace {
 
@@ -27,14 +26,7 @@ protected:
         return addressIn(form());
     }
     /// Makes the cards the address book.
-    void haveAddressBook(const QByteArray& cards)
-    {
-        const QString path = home() + "/book.vcf";
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(cards);
-        app().getPrefsController().form.addressBook.setTitles({path});
-    }
+    void haveAddressBook(const QByteArray& cards) { ::haveAddressBook(app(), home(), cards); }
     static QByteArray ada()
     {
         return "BEGIN:VCARD\nVERSION:3.0\nN:Quill;Ada\nADR:;;12 Mill Lane;Hexworth;;HX1 2AB;\nTEL;TYPE=CELL:07700 "

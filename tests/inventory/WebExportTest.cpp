@@ -27,6 +27,16 @@ protected:
         made.setExportbrevand(true);
         return made;
     }
+    /// Marked for a website that is there, ten in stock, and one of them on a new order.
+    Item& soldMug()
+    {
+        begin();
+        makeSite();
+        Item& mug = marked("Mug", "M", "10");
+        orders().create();
+        orders().addItemToCurrentOrder(mug);
+        return mug;
+    }
     static std::string value(const Item& item, const char* key)
     {
         const PlistValue contents = WebExport::contents(item);
@@ -317,11 +327,7 @@ TEST_F(WebExportTest, SavingTheEditorExportsTheItem)
 
 TEST_F(WebExportTest, AnItemThatBecomesALineIsExportedWithItsNewStock)
 {
-    begin();
-    makeSite();
-    Item& mug = marked("Mug", "M", "10");
-    orders().create();
-    orders().addItemToCurrentOrder(mug);
+    soldMug();
     EXPECT_TRUE(exported("VendItemM").contains("<key>qty</key>\n\t<string>9</string>")) << exported("VendItemM").toStdString();
 }
 
@@ -338,11 +344,7 @@ TEST_F(WebExportTest, ALineWhoseStockQuestionWasAnsweredWithNoIsExportedAllTheSa
 
 TEST_F(WebExportTest, AnEditedQuantityThatMovesStockExportsTheItem)
 {
-    begin();
-    makeSite();
-    Item& mug = marked("Mug", "M", "10");
-    orders().create();
-    orders().addItemToCurrentOrder(mug);
+    Item& mug = soldMug();
     ASSERT_TRUE(QFile::remove(site() + "/data/VendItemM"));
     EXPECT_TRUE(lines().setObjectValue("cost", 0, "2"));
     EXPECT_TRUE(lines().setObjectValue("qty", 0, "1"));
@@ -357,11 +359,7 @@ TEST_F(WebExportTest, AnEditedQuantityThatMovesStockExportsTheItem)
 
 TEST_F(WebExportTest, ARefusedQuantityExportsNothing)
 {
-    begin();
-    makeSite();
-    Item& mug = marked("Mug", "M", "10");
-    orders().create();
-    orders().addItemToCurrentOrder(mug);
+    soldMug();
     ASSERT_TRUE(QFile::remove(site() + "/data/VendItemM"));
     alerts.answer("Cancel");
     EXPECT_FALSE(lines().setObjectValue("qty", 0, "50"));

@@ -1,6 +1,7 @@
 // The commands that write the list in front into a file, from the menu and from the tool bar.
 #include "MainOnScreen.h"
 
+#include "support/AddressBookFile.h"
 #include "ui/kit/ProgressCard.h"
 #include "ui/kit/SheetStack.h"
 #include "ui/kit/ToolBar.h"
@@ -146,11 +147,7 @@ TEST_F(ExportCommands, contactsHaveAnEmailListAnImportAndAnAgentInTheMenus)
     contactList.setSelectedRecords({&contactList.at(0)});
     EXPECT_EQ(exported("emailList", "list.csv"), "\"email\",\"firstname\",\"surname\",\"title\"\n\"\",\"Ada\",\"Penrose\",\"\"\n");
 
-    QFile book(home() + "/book.vcf");
-    ASSERT_TRUE(book.open(QIODevice::WriteOnly));
-    book.write("BEGIN:VCARD\nN:Quill;Eve\nADR:;;1 Road\\n2\\nKent;;;;\nEND:VCARD\n");
-    book.close();
-    desktop->getPrefsController().form.addressBook.setTitles({book.fileName()});
+    haveAddressBook(*desktop, home(), "BEGIN:VCARD\nN:Quill;Eve\nADR:;;1 Road\\n2\\nKent;;;;\nEND:VCARD\n");
     alerts.answer("OK");
     command("importAddressBook")->trigger();
     EXPECT_EQ(alerts.asked().back().text, QString("1 contacts imported"));

@@ -5,8 +5,6 @@
 #include "ui/kit/PickList.h"
 #include "ui/settings/SettingsPage.h"
 
-#include <QVBoxLayout>
-
 namespace {
 
 constexpr int bookListHeight = 200;
@@ -22,16 +20,9 @@ SettingsPage* settingsPages::makeAddressBook(PrefsController& preferences)
                          "written into them."));
     auto* list = settingsField<PickList>(form.addressBook, SettingsPage::tr("Files and folders"));
     list->setMinimumHeight(bookListHeight);
-    auto* buttons = new QVBoxLayout;
-    buttons->setSpacing(8);
-    buttons->addWidget(settingsField<Button>(form.addAddressBookFile, SettingsPage::tr("Add File…")));
-    buttons->addWidget(settingsField<Button>(form.addAddressBookFolder, SettingsPage::tr("Add Folder…")));
-    buttons->addWidget(settingsField<Button>(form.removeFromAddressBook, SettingsPage::tr("Remove")));
-    buttons->addStretch(1);
-    auto* row = new QHBoxLayout;
-    row->setSpacing(16);
-    row->addWidget(list, 1);
-    row->addLayout(buttons);
-    page->column()->addLayout(row, 1);
+    page->addListWithButtons(list,
+        {settingsField<Button>(form.addAddressBookFile, SettingsPage::tr("Add File…")),
+            settingsField<Button>(form.addAddressBookFolder, SettingsPage::tr("Add Folder…")),
+            settingsField<Button>(form.removeFromAddressBook, SettingsPage::tr("Remove"))});
     return page;
 }

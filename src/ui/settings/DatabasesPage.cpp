@@ -80,22 +80,12 @@ SettingsPage* settingsPages::makeDatabases(Vendaro& vendaro)
     page->addNote(SettingsPage::tr("The selected database is the open one. Select another to switch to it."));
     page->column()->addSpacing(4);
     PickList* list = makeDatabaseList(preferences);
-    auto* buttons = new QVBoxLayout;
-    buttons->setSpacing(8);
-    buttons->addWidget(settingsField<Button>(form.newDatabase, SettingsPage::tr("New…")));
     auto* rename = new Button(SettingsPage::tr("Rename"));
     rename->setObjectName("rename");
     rename->setKeys(QKeySequence(Qt::Key_F2));
-    buttons->addWidget(rename);
     auto* copy = new Button(SettingsPage::tr("Make Offline Copy…"));
     copy->setObjectName("offlineCopy");
-    buttons->addWidget(copy);
-    buttons->addStretch(1);
-    auto* row = new QHBoxLayout;
-    row->setSpacing(16);
-    row->addWidget(list, 1);
-    row->addLayout(buttons);
-    page->column()->addLayout(row, 1);
+    page->addListWithButtons(list, {settingsField<Button>(form.newDatabase, SettingsPage::tr("New…")), rename, copy});
 
     auto* trouble = new Label({}, LabelSize::small, LabelTone::error);
     trouble->setObjectName("databaseTrouble");

@@ -62,6 +62,20 @@ Label* SettingsPage::addNote(const QString& text)
     return note;
 }
 
+void SettingsPage::addListWithButtons(QWidget* list, std::initializer_list<QWidget*> buttons)
+{
+    auto* side = new QVBoxLayout;
+    side->setSpacing(8);
+    for (QWidget* button : buttons)
+        side->addWidget(button);
+    side->addStretch(1);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(16);
+    row->addWidget(list, 1);
+    row->addLayout(side);
+    m_column->addLayout(row, 1);
+}
+
 void SettingsPage::showEvent(QShowEvent* event)
 {
     QScrollArea::showEvent(event);

@@ -6,6 +6,7 @@
 
 #include <QScrollArea>
 
+#include <initializer_list>
 #include <utility>
 
 class GroupHeader;
@@ -27,6 +28,8 @@ public:
     std::pair<FormGrid*, FormGrid*> addForms(const QString& left, const QString& right);
     /// A quiet line about what stands above it.
     Label* addNote(const QString& text);
+    /// A list that takes the room there is, with the buttons for it below each other at its side.
+    void addListWithButtons(QWidget* list, std::initializer_list<QWidget*> buttons);
 
     static constexpr int labelWidth = 140;
 
