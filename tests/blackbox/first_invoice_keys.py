@@ -145,6 +145,7 @@ def story(person):
     window = make_order(person)
     take_payment(person, window)
     make_document(person, window)
+    person.keyboard_is_on("push button", "Print")
     person.key("ctrl+s")
     person.window_is_gone("Order")
     quit_by_menu(person)

@@ -197,7 +197,8 @@ class Person:
         return next((window for window in windows if _shows(window) and name_of(window) == title), None)
 
     def window_is_gone(self, title):
-        self.wait_for(lambda: self._window_now(title) is None, f'The end of the window "{title}"')
+        """A program that does not answer for a moment shows no windows either: it has to be there."""
+        self.wait_for(lambda: self._application() is not None and self._window_now(title) is None, f'The end of the window "{title}"')
 
     def words(self, within=None):
         """Every word that shows, in labels, cells and fields."""
