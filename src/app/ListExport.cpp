@@ -30,14 +30,21 @@ std::string htmlFile(const qvDataSource& source)
     return bytes.toStdString();
 }
 
-std::string fileContents(const qvDataSource& source, ExportForm form)
+void writeContents(const qvDataSource& source, ExportForm form, const TakeText& take)
 {
     switch (form) {
-    case ExportForm::commaSeparated: return getDataAsCSV(source);
-    case ExportForm::tabDelimited: return getDataAsTDL(source);
+    case ExportForm::commaSeparated: return getDataAsCSV(source, take);
+    case ExportForm::tabDelimited: return getDataAsTDL(source, take);
     case ExportForm::html: break;
     }
-    return htmlFile(source);
+    take(htmlFile(source));
+}
+
+Result<void> writeFile(const std::string& path, const qvDataSource& source, ExportForm form)
+{
+    SafeFile file(path);
+    writeContents(source, form, [&](std::string_view bytes) { file.append(bytes); });
+    return file.commit();
 }
 
 void logFailure(ExportForm form, const std::string& path, const std::string& reason)
@@ -55,7 +62,7 @@ QString ListExport::run(const qvDataSource& source, ExportForm form, const QStri
     const std::optional<QString> path = m_panels.saveFile({localText("Export"), fileTypeOf(form), {}, name, {}, {}});
     if (!path)
         return {};
-    const Result<void> written = writeFileSafely(path->toStdString(), fileContents(source, form));
+    const Result<void> written = writeFile(path->toStdString(), source, form);
     if (!written) {
         logFailure(form, path->toStdString(), written.error().message);
         return fillText(localText("Not exported: %@"), {QString::fromStdString(written.error().message)});

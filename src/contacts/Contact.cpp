@@ -25,6 +25,12 @@ std::span<const DerivedField<Contact>> Contact::derivedFields()
     return contactDerivedFields;
 }
 
+std::span<Text ContactValues::*const> Contact::shownTexts()
+{
+    static constexpr std::array texts {&ContactValues::name};
+    return texts;
+}
+
 std::string Contact::getAddress() const
 {
     return values().add1.string() + ' ' + values().add2.string() + ' ' + values().add3.string() + ' ' + values().postcode.string();

@@ -66,6 +66,7 @@ public:
     static constexpr bool idIsSettable = true;
     static constexpr auto& fieldRows() { return contactFields; }
     static std::span<const DerivedField<Contact>> derivedFields();
+    static std::span<Text ContactValues::*const> shownTexts();
 
     std::string_view getName() const { return values().name; }
     std::string_view getTitle() const { return values().title; }

@@ -228,11 +228,21 @@ std::string Order::getDiscountDescription() const
     return "discount: -" + m_rules.settings.text(settings::currency).value_or("") + figure + " ";
 }
 
-void Order::fetchFields() const
+std::span<Text OrderValues::*const> Order::shownTexts()
 {
-    Record::fetchFields();
-    if (m_contact)
-        m_contact->fetchFields();
+    static constexpr std::array texts {&OrderValues::orderNum, &OrderValues::title};
+    return texts;
+}
+
+void Order::fetch(int step) const
+{
+    Record::fetch(step);
+    if (!m_contact)
+        return;
+    if (step == 0)
+        __builtin_prefetch(m_contact);
+    else
+        m_contact->fetch(step - 1);
 }
 
 std::string Order::getFieldByName(std::string_view name) const

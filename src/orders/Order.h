@@ -223,7 +223,8 @@ public:
     std::int64_t getDateByName(std::string_view nameAsDate) const override;
     float getNumericOrdernum() const override;
     /// What lists show of an order is its contact's too.
-    void fetchFields() const override;
+    void fetch(int step) const override;
+    static std::span<Text OrderValues::*const> shownTexts();
 
 private:
     float totalOfStoredFigures() const;

@@ -9,8 +9,10 @@ template <class RecordAfter>
 void fetchFollowing(RecordAfter recordAfter)
 {
     constexpr int ahead = 8;
-    if (const dataObject* later = recordAfter(2 * ahead))
-        __builtin_prefetch(later, 1);
-    if (const dataObject* soon = recordAfter(ahead))
-        soon->fetchFields();
+    if (const dataObject* latest = recordAfter((dataObject::fetchSteps + 1) * ahead))
+        __builtin_prefetch(latest, 1);
+    for (int step = 0; step < dataObject::fetchSteps; ++step) {
+        if (const dataObject* later = recordAfter((dataObject::fetchSteps - step) * ahead))
+            later->fetch(step);
+    }
 }

@@ -53,7 +53,18 @@ public:
         return false;
     }
 
-    void fetchFields() const override { m_values.fetchAll(); }
+    /// First the values, then their texts.
+    void fetch(int step) const override
+    {
+        if (step == 0)
+            m_values.fetchAll();
+        if (step != 1)
+            return;
+        for (Text Values::*const text : Derived::shownTexts())
+            (values().*text).fetch();
+    }
+    /// The texts that nearly every record has of its own and lists show.
+    static std::span<Text Values::*const> shownTexts() { return {}; }
 
     bool contains(std::string_view text) const override
     {

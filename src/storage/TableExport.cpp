@@ -29,7 +29,8 @@ struct Separated {
             table += text;
         else
             table += cleanUtf8(text);
-        std::replace(table.begin() + static_cast<std::ptrdiff_t>(start), table.end(), broken, mended);
+        for (std::size_t at = table.find(broken, start); at != std::string::npos; at = table.find(broken, at))
+            table[at] = mended;
         table += quote;
     }
 };
@@ -37,7 +38,10 @@ struct Separated {
 constexpr Separated commaSeparated {',', "\"", '"', '\''};
 constexpr Separated tabDelimited {'\t', "", '\t', ' '};
 
-std::string separatedTable(const qvDataSource& source, const Separated& form)
+/// Large lists go out in pieces, so that their text always uses the same memory.
+constexpr std::size_t pieceSize = 1 << 16;
+
+void separatedTable(const qvDataSource& source, const Separated& form, const TakeText& take)
 {
     const std::vector<const ListColumn*> columns = source.list.visibleColumns();
     std::string table;
@@ -53,21 +57,43 @@ std::string separatedTable(const qvDataSource& source, const Separated& form)
     for (int row = 0; row < source.numberOfRows(); ++row) {
         fetchFollowing([&](int more) { return source.getnthVisibleItem(row + more); });
         addRow([&](const ListColumn& column) { form.addCell(table, source.objectValue(column.identifier, row)); });
+        if (table.size() >= pieceSize) {
+            take(table);
+            table.clear();
+        }
     }
-    return table;
+    take(table);
+}
+
+template <class Write>
+std::string asOneText(Write write)
+{
+    std::string text;
+    write([&](std::string_view piece) { text += piece; });
+    return text;
 }
 
 } // namespace
 
-std::string getDataAsCSV(const qvDataSource& source)
+void getDataAsCSV(const qvDataSource& source, const TakeText& take)
 {
     logLine("writing csv");
-    return separatedTable(source, commaSeparated);
+    separatedTable(source, commaSeparated, take);
+}
+
+std::string getDataAsCSV(const qvDataSource& source)
+{
+    return asOneText([&](const TakeText& take) { getDataAsCSV(source, take); });
+}
+
+void getDataAsTDL(const qvDataSource& source, const TakeText& take)
+{
+    separatedTable(source, tabDelimited, take);
 }
 
 std::string getDataAsTDL(const qvDataSource& source)
 {
-    return separatedTable(source, tabDelimited);
+    return asOneText([&](const TakeText& take) { getDataAsTDL(source, take); });
 }
 
 std::string getDataAsHTML(const qvDataSource& source, CellText cellText)

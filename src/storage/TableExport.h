@@ -3,12 +3,19 @@
 
 #include "storage/qvDataSource.h"
 
+#include <functional>
 #include <string>
+#include <string_view>
+
+/// Takes a text in pieces, in their order.
+using TakeText = std::function<void(std::string_view)>;
 
 /// Headings as they are, cells in double quotes, double quotes in them turned into single ones; rows end with a carriage return.
+void getDataAsCSV(const qvDataSource& source, const TakeText& take);
 std::string getDataAsCSV(const qvDataSource& source);
 
 /// Headings and cells separated by tabs, tabs in cells turned into blanks; rows end with a carriage return.
+void getDataAsTDL(const qvDataSource& source, const TakeText& take);
 std::string getDataAsTDL(const qvDataSource& source);
 
 /// The log's line about an export that could not be written.

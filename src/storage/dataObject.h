@@ -55,8 +55,10 @@ public:
     /// For report rows: the record behind the row.
     virtual dataObject* getdObject() const { return nullptr; }
 
-    /// For going through many records: the processor already fetches the fields of one that comes soon.
-    virtual void fetchFields() const { }
+    /// For going through many records: the processor already fetches what lists show of one that comes soon. In steps, since each
+    /// piece of memory says where the next one lies.
+    virtual void fetch(int) const { }
+    static constexpr int fetchSteps = 3;
 
     virtual float getNumericCode() const { return 0; }
     virtual float getNumericOrdernum() const { return 0; }

@@ -118,3 +118,22 @@ TEST_F(TableExportTest, lettersOfAnyLanguageArriveAsUtf8)
 
     EXPECT_EQ(getDataAsCSV(articles), "Name,Notes & \"more\"\r\"caf\xc3\xa9\",\"\xe2\x82\xac\xf0\x9f\x98\x80\"\r");
 }
+
+TEST_F(TableExportTest, aLargeListGoesOutInPiecesThatMakeTheWhole)
+{
+    std::string expected = "Name\tNotes & \"more\"\r";
+    for (int n = 0; n < 3000; ++n) {
+        const std::string name = "mug " + std::to_string(n);
+        addNoted(name.c_str(), "of sixty-odd letters, so that they do not all go out at once");
+        expected += name + "\tof sixty-odd letters, so that they do not all go out at once\r";
+    }
+
+    std::vector<std::string> pieces;
+    getDataAsTDL(articles, [&](std::string_view piece) { pieces.emplace_back(piece); });
+
+    EXPECT_GT(pieces.size(), 2u);
+    std::string together;
+    for (const std::string& piece : pieces)
+        together += piece;
+    EXPECT_EQ(together, expected);
+}
