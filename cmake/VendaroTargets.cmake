@@ -21,6 +21,13 @@ if(VENDARO_SANITIZE)
   target_link_options(vendaro_flags INTERFACE -fsanitize=${VENDARO_SANITIZE})
 endif()
 
+# A database is hundreds of thousands of small objects, made at once and given up at once; the sanitizers have allocators of their own.
+add_library(vendaro_allocator INTERFACE)
+if(NOT VENDARO_SANITIZE)
+  find_library(VENDARO_TCMALLOC tcmalloc_minimal REQUIRED)
+  target_link_libraries(vendaro_allocator INTERFACE "${VENDARO_TCMALLOC}")
+endif()
+
 # vendaro_library(<folder> LINK <targets...> [MOC])
 # Makes vendaro_<folder> from every source below src/<folder>.
 function(vendaro_library folder)

@@ -193,7 +193,7 @@ void OrderFile::visitLinks(StoredRecord<Order>& stored, TextStore&, const UseLin
 void OrderFile::added(Order& order, const StoredRecord<Order>& stored)
 {
     for (const StoredPayment& payment : stored.nested.payments)
-        m_payments.addPaymentTo(order, payment.values).setUnknownKeys(payment.unknownKeys);
+        m_payments.addReadPaymentTo(order, payment.values).setUnknownKeys(payment.unknownKeys);
     order.setForeignPayments(stored.nested.foreignPayments);
     if (!stored.nested.hasPaymentArray && hasOlderBalance(order.values()))
         m_metOlderPayments = true;

@@ -14,6 +14,7 @@
 #include "orders/BillManager.h"
 #include "orders/PaymentManager.h"
 #include "orders/StatusColours.h"
+#include "storage/FetchAhead.h"
 #include "storage/PresentItem.h"
 #include "storage/Settings.h"
 #include "storage/WriteGate.h"
@@ -385,8 +386,12 @@ void OrderManager::linkContacts()
 {
     // A contact that was deleted and came back is another record of the same id.
     const auto isThere = [this](const Contact* contact) { return contact && m_needs.contacts.holds(*contact); };
-    for (dataObject* record : records()) {
-        auto& order = static_cast<Order&>(*record);
+    for (std::size_t n = 0; n < records().size(); ++n) {
+        fetchFollowing([&](std::size_t more) { return n + more < records().size() ? records()[n + more] : nullptr; });
+        constexpr std::size_t ahead = 8;
+        if (n + ahead < records().size())
+            __builtin_prefetch(m_needs.contacts.getItemById(static_cast<const Order&>(*records()[n + ahead]).getContactId()));
+        auto& order = static_cast<Order&>(*records()[n]);
         if (!isThere(order.getContact()))
             connectContactById(order.getContactId(), order);
         if (!isThere(order.getContact2(Order::Fallback::none)))

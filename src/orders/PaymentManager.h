@@ -14,7 +14,11 @@ public:
 
     /// A payment against the order, added to the list and to the order's payments.
     Payment& addPaymentTo(Order& order, const PaymentValues& values);
+    /// The same for one that was read with its order: its texts are in the order's store already.
+    Payment& addReadPaymentTo(Order& order, const PaymentValues& values);
 
 private:
+    Payment& addTo(Order& order, std::unique_ptr<Payment> payment);
+
     const SettingsStore& m_settings;
 };
