@@ -98,7 +98,9 @@ def spoil_state(home, _asked, reply):
 
 def spoil_lock(home, asked, reply):
     """A lock stays behind."""
-    if asked['do'] != 'quit' or 'fault' in asked or reply.get('ended') != 'quit' or reply['readOnly']:
+    # The second person's own folders are not worked in.
+    is_first = os.path.basename(home) == 'ada'
+    if not is_first or asked['do'] != 'quit' or 'fault' in asked or reply.get('ended') != 'quit' or reply['readOnly']:
         return False
     for folder in glob.glob(os.path.join(glob.escape(home), SUPPORT, '*.vendb')):
         with open(os.path.join(folder, 'lock.xml'), 'w', encoding='utf-8') as lock:
