@@ -102,6 +102,7 @@ void Restoring::takeOver(ReadFile& file)
         m_troubles += fillText(localText("%@ of that time could not be read (%@)."),
             {QString::fromLatin1(file.file->fileName()), QString::fromStdString(file.reason)});
     if (file.parsed) {
+        file.parsed->findNewIds(m_newIds);
         compareFile(*file.file, *file.parsed);
         m_earlier.emplace_back(file.file, std::move(file.parsed));
     }
@@ -129,18 +130,26 @@ void Restoring::compareFile(RecordFile& file, ParsedFile& parsed)
         m_differences.push_back({&file, &parsed, std::move(record)});
 }
 
-/// Again and again with the new ids that were found, until they stay as they are: who is back is known by what it names, too.
 void Restoring::compare()
 {
-    IdChanges before;
-    int rounds = 0;
-    do {
-        before = m_newIds;
-        m_differences.clear();
-        for (const auto& [file, parsed] : m_earlier)
-            compareFile(*file, *parsed);
-    } while (++rounds < mostRounds && !(m_newIds == before));
+    findNewIds();
+    m_differences.clear();
+    for (const auto& [file, parsed] : m_earlier)
+        compareFile(*file, *parsed);
     listDifferences();
+}
+
+/// Who is back is known by what it names, too, in files before or after its own. No two files name each other, not even by way of others,
+/// so that each round settles at least one more of them.
+void Restoring::findNewIds()
+{
+    for (std::size_t round = 0; round < m_earlier.size(); ++round) {
+        const IdChanges before = m_newIds;
+        for (const auto& [file, parsed] : m_earlier)
+            parsed->findNewIds(m_newIds);
+        if (m_newIds == before)
+            return;
+    }
 }
 
 void Restoring::listDifferences()

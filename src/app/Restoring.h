@@ -76,6 +76,7 @@ private:
     void finishLooking();
     void compareFile(RecordFile& file, ParsedFile& parsed);
     void compare();
+    void findNewIds();
     void listDifferences();
     std::string titleOf(const Difference& difference) const;
     static std::string whatHappened(const RecordDifference& record);
@@ -83,9 +84,6 @@ private:
     bool addLines(std::set<std::size_t>& chosen) const;
     bool addNamed(std::set<std::size_t>& chosen) const;
     Result<void> bringBack(std::set<std::size_t> chosen);
-
-    /// Sets of sets take a round for each level; more than these are given up.
-    static constexpr int mostRounds = 100;
 
     RestoringNeeds m_needs;
     /// None while nothing is being read.

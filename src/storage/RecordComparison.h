@@ -7,6 +7,7 @@
 #include "storage/FieldTable.h"
 #include "storage/RecordFile.h"
 
+#include "foundation/ByteHash.h"
 #include "foundation/plist/PlistValue.h"
 #include "foundation/plist/PlistWriter.h"
 
@@ -65,15 +66,29 @@ public:
             && std::count_if(m_keys.telling.begin(), m_keys.telling.end(), differs) >= enoughDifferent;
     }
 
-    /// What a person knows the record by; its id when there is nothing.
-    std::string titleOf(const StoredRecord<R>& record) const
+    /// The same for two records of which no key is different; what is filled in where a file leaves it open is not in it.
+    std::uint64_t contentHash(const StoredRecord<R>& record) const
     {
-        const std::string words = wordsOf(record);
-        return words.empty() ? std::to_string(record.id) : words;
+        ByteHash hash;
+        const auto add = [&](std::string_view value) {
+            hash.add(value);
+            hash.add(std::string_view("", 1));
+        };
+        for (const Row& row : R::fieldRows()) {
+            if (!isCompared(row) || isFilledIn(row))
+                continue;
+            if (row.text)
+                add(((*record.values).*row.text).view());
+            else
+                add(std::to_string(row.integer ? (*record.values).*row.integer : (*record.values).*row.flag));
+        }
+        for (const NestedKey<R>& nested : m_keys.nested)
+            add(nestedText(nested, record));
+        return hash.value();
     }
 
-    /// The same, empty when there is nothing.
-    std::string wordsOf(const StoredRecord<R>& record) const
+    /// What a person knows the record by; its id when there is nothing.
+    std::string titleOf(const StoredRecord<R>& record) const
     {
         std::string words;
         for (const std::string_view key : m_keys.title) {
@@ -82,7 +97,7 @@ public:
             if (!text.empty())
                 words.append(words.empty() ? "" : " ").append(text);
         }
-        return words;
+        return words.empty() ? std::to_string(record.id) : words;
     }
 
 private:
@@ -110,10 +125,11 @@ private:
         return isDifferent(*row, earlier, present) ? Answer::differs : Answer::same;
     }
 
+    /// What is not read back from where it is written says nothing.
+    static bool isCompared(const Row& row) { return row.stored != Stored::never && row.key == row.readKey; }
     static bool isDifferent(const Row& row, const StoredRecord<R>& earlier, const StoredRecord<R>& present)
     {
-        // What is not read back from where it is written says nothing.
-        if (row.stored == Stored::never || row.key != row.readKey)
+        if (!isCompared(row))
             return false;
         if (row.text)
             return (*earlier.values).*row.text != ((*present.values).*row.text).view();
@@ -139,8 +155,12 @@ private:
 
     bool isLeftOpen(const Row& row, const StoredRecord<R>& stored) const
     {
-        return row.integer && (*stored.values).*row.integer == 0
-            && std::find(m_keys.filledIn.begin(), m_keys.filledIn.end(), row.key) != m_keys.filledIn.end();
+        return row.integer && (*stored.values).*row.integer == 0 && isFilledIn(row);
+    }
+
+    bool isFilledIn(const Row& row) const
+    {
+        return std::find(m_keys.filledIn.begin(), m_keys.filledIn.end(), row.key) != m_keys.filledIn.end();
     }
 
     static bool isUnknownDifferent(const StoredRecord<R>& earlier, const StoredRecord<R>& present)

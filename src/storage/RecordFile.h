@@ -110,9 +110,11 @@ public:
     virtual ~ParsedFile() = default;
     /// Gives the records to their collection, in file order.
     virtual void adopt() = 0;
-    /// What the collection lacks or holds otherwise, in file order. What is only in the collection is no difference. changes has the ids
-    /// that are known so far; those of this file are found anew by them. Once nothing changes there any more, the answer counts.
-    virtual std::vector<RecordDifference> differences(IdChanges& changes) const = 0;
+    /// Finds the new ids of this file's records anew. changes has those that are known so far; they are right once those of the files
+    /// that these records name are.
+    virtual void findNewIds(IdChanges& changes) const = 0;
+    /// What the collection lacks or holds otherwise, in file order. What is only in the collection is no difference.
+    virtual std::vector<RecordDifference> differences(const IdChanges& changes) const = 0;
     /// The records that one names, by the ids they had.
     virtual std::vector<RecordLink> linksOf(std::size_t index) const = 0;
     /// Gives that one record back: into the one that is there, else as a record of its own with the id it had, or the one in changes.

@@ -74,7 +74,7 @@ protected:
     virtual std::span<const std::string_view> fixedKeys() const { return {}; }
     /// Values that are seldom the same in two records and seldom all changed in one.
     virtual std::span<const std::string_view> tellingKeys() const { return {}; }
-    /// Numbers that complete() fills in from other records.
+    /// Numbers that complete() fills in from records of other files.
     virtual std::span<const std::string_view> filledInKeys() const { return {}; }
     using UseLink = std::function<void(std::string_view fileName, int& id)>;
     /// Hands over the id of each record that this one names, to be read or changed.
@@ -106,7 +106,8 @@ private:
                 file.adopt(std::move(record), store);
             }
         }
-        std::vector<RecordDifference> differences(IdChanges& changes) const override { return file.differencesOf(*this, changes); }
+        void findNewIds(IdChanges& changes) const override { file.findNewIdsOf(*this, changes); }
+        std::vector<RecordDifference> differences(const IdChanges& changes) const override { return file.differencesOf(*this, changes); }
         std::vector<RecordLink> linksOf(std::size_t index) const override
         {
             std::vector<RecordLink> links;
@@ -116,8 +117,7 @@ private:
         }
         void bringBack(std::size_t index, const IdChanges& changes) override
         {
-            const int id = changes.now(file.fileName(), records.at(index).id);
-            file.bringBack(file.asOfNow(*this, index, changes, id), store);
+            file.bringBack(file.asOfNow(*this, index, changes, file.ownIds(changes)), store);
         }
         RecordFileOf& file;
         TextStorePointer store = std::make_shared<TextStore>();
@@ -436,32 +436,56 @@ private:
 
     // Comparing
 
-    using PresentById = typename NewIds<R>::PresentById;
-
     RecordComparison<R> comparison() const
     {
         return RecordComparison<R>({nestedKeys(), titleKeys(), fixedKeys(), tellingKeys(), filledInKeys()});
     }
 
-    /// The record as it would stand in the collection now, with the id.
-    StoredRecord<R> asOfNow(const Parsed& earlier, std::size_t index, const IdChanges& changes, int id) const
+    OwnIds ownIds(const IdChanges& changes) const
+    {
+        return [this, &changes](int earlier) { return changes.now(fileName(), earlier); };
+    }
+
+    /// The record as it would stand in the collection now.
+    StoredRecord<R> asOfNow(const Parsed& earlier, std::size_t index, const IdChanges& changes, const OwnIds& ownIds) const
     {
         StoredRecord<R> record = earlier.records.at(index);
-        const int then = record.id;
-        record.id = id;
+        record.id = ownIds(record.id);
         visitLinks(record, *earlier.store,
-            [&](std::string_view file, int& named) { named = named == then && file == fileName() ? id : changes.now(file, named); });
+            [&](std::string_view file, int& named) { named = file == fileName() ? ownIds(named) : changes.now(file, named); });
         leaveOutMissing(record, changes);
         complete(record);
         return record;
     }
 
-    /// Who finds another record under its id has that of the one it came back as, or gets one that nobody has.
-    void findNewIds(const Parsed& earlier, const PresentById& present, IdChanges& changes) const
+    /// What the collection holds, as the earlier records are compared with it.
+    struct Present {
+        StoredRecords<R> records;
+        PresentById<R> byId;
+    };
+    Present presentRecords(const IdChanges& changes) const
     {
-        NewIds<R> newIds(
-            comparison(), earlier.records, present, [&](std::size_t index, int id) { return asOfNow(earlier, index, changes, id); });
-        changes.replace(fileName(), newIds.find([&](int id) { return changes.now(fileName(), id); }));
+        Present present;
+        collect(present.records);
+        for (StoredRecord<R>& record : present.records) {
+            leaveOutMissing(record, changes);
+            present.byId[record.id] = &record;
+        }
+        return present;
+    }
+
+    void findNewIdsOf(const Parsed& earlier, IdChanges& changes) const
+    {
+        const Present present = presentRecords(changes);
+        const auto visitOwnLinks = [&](StoredRecord<R>& record, const std::function<void(int&)>& use) {
+            visitLinks(record, *earlier.store, [&](std::string_view file, int& id) {
+                if (file == fileName())
+                    use(id);
+            });
+        };
+        const auto asOfNow = [&](std::size_t index, const OwnIds& ownIds) { return this->asOfNow(earlier, index, changes, ownIds); };
+        NewIds<R> newIds({comparison(), earlier.records, present.byId, asOfNow, visitOwnLinks});
+        changes.replace(fileName(), newIds.find(ownIds(changes)));
         if (!isNamedOnlyWhileThere())
             return;
         std::unordered_set<int> back;
@@ -470,28 +494,22 @@ private:
         changes.setBack(fileName(), std::move(back));
     }
 
-    std::vector<RecordDifference> differencesOf(const Parsed& earlier, IdChanges& changes) const
+    std::vector<RecordDifference> differencesOf(const Parsed& earlier, const IdChanges& changes) const
     {
-        StoredRecords<R> records;
-        collect(records);
-        PresentById present;
-        for (StoredRecord<R>& record : records) {
-            leaveOutMissing(record, changes);
-            present[record.id] = &record;
-        }
-        findNewIds(earlier, present, changes);
+        const Present present = presentRecords(changes);
         const RecordComparison<R> comparison = this->comparison();
+        const OwnIds ownIds = this->ownIds(changes);
         std::vector<RecordDifference> differences;
         for (std::size_t index = 0; index < earlier.records.size(); ++index) {
             const StoredRecord<R>& then = earlier.records[index];
-            const StoredRecord<R> record = asOfNow(earlier, index, changes, changes.now(fileName(), then.id));
+            const StoredRecord<R> record = asOfNow(earlier, index, changes, ownIds);
             RecordDifference found {index, comparison.titleOf(then), ownerOf(then), then.id, SinceThen::gone, {}, {}};
-            if (const auto now = present.find(record.id); now != present.end()) {
+            if (const auto now = present.byId.find(record.id); now != present.byId.end()) {
                 found.sinceThen = SinceThen::changed;
                 found.changedKeys = comparison.changedKeys(then, record, *now->second);
             } else if (record.id != then.id) {
                 found.sinceThen = SinceThen::replaced;
-                found.usedBy = comparison.titleOf(*present.at(then.id));
+                found.usedBy = comparison.titleOf(*present.byId.at(then.id));
             }
             if (found.sinceThen != SinceThen::changed || !found.changedKeys.empty())
                 differences.push_back(std::move(found));

@@ -178,6 +178,79 @@ TEST_F(RestoringAgainTest, setsOfSetsWithTheirPartsAndSuppliers)
     EXPECT_EQ(presentItem(contacts(), 2)->getName(), "Clay Pits");
 }
 
+TEST_F(RestoringAgainTest, setsThatContainEachOtherAndTheLinesTheyAreSoldOn)
+{
+    begin();
+    Item& box = described(collectiveItem("Gift box", {}), "For a friend");
+    Item& set = described(collectiveItem("Tea set", {}), "In its box");
+    Item& mug = described(item("Mug"), "Blue, of clay");
+    box.addConstituent(set);
+    set.addConstituent(mug);
+    set.addConstituent(box);
+    Material& sold = line(order("A present"), "30.00");
+    sold.setItem("Gift box");
+    sold.setProduct(box.getID());
+    goOnTomorrow();
+    items().deleteItems(std::vector<dataObject*>(items().records()));
+    described(item("Tray"), "Of oak");
+    described(item("Stool"), "Of beech");
+
+    bringAllBackOnce();
+
+    ASSERT_EQ(items().getCount(), 5);
+    EXPECT_EQ(presentItem(items(), 1)->getItem(), "Tray");
+    EXPECT_EQ(presentItem(items(), 2)->getItem(), "Stool");
+    EXPECT_EQ(presentItem(items(), 3)->getItem(), "Mug") << "nobody has its number";
+    EXPECT_EQ(presentItem(items(), 4)->getItem(), "Gift box");
+    EXPECT_EQ(presentItem(items(), 4)->getConstituents().at(0).id(), 5);
+    EXPECT_EQ(presentItem(items(), 5)->getItem(), "Tea set");
+    EXPECT_EQ(presentItem(items(), 5)->getConstituents().at(0).id(), 3);
+    EXPECT_EQ(presentItem(items(), 5)->getConstituents().at(1).id(), 4);
+    ASSERT_EQ(lines().getCount(), 2) << "the line as it was, and the one that names what has the number now";
+    EXPECT_EQ(lines().at(1).getProduct(), 4);
+}
+
+TEST_F(RestoringAgainTest, companiesThatNameEachOther)
+{
+    begin();
+    Contact& hill = reached(firm("Hill Works"), "hill@example.org");
+    Contact& river = reached(firm("River Works"), "river@example.org");
+    hill.setCompany(river.getID());
+    river.setCompany(hill.getID());
+    goOnTomorrow();
+    clearEverything();
+    reached(contact("Bert Rivers"), "bert@example.org");
+    reached(contact("Cleo Marsh"), "cleo@example.org");
+
+    bringAllBackOnce();
+
+    ASSERT_EQ(contacts().getCount(), 4);
+    EXPECT_EQ(presentItem(contacts(), 3)->getCompany(), 4);
+    EXPECT_EQ(presentItem(contacts(), 4)->getCompany(), 3);
+}
+
+TEST_F(RestoringAgainTest, ofSetsThatContainEachOtherOneIsChangedAfterwards)
+{
+    begin();
+    Item& box = described(collectiveItem("Gift box", {}), "For a friend");
+    Item& set = described(collectiveItem("Tea set", {}), "In its box");
+    box.addConstituent(set);
+    set.addConstituent(box);
+    goOnTomorrow();
+    clearEverything();
+    described(item("Tray"), "Of oak");
+    described(item("Stool"), "Of beech");
+    const auto restoring = lookAtNewest();
+    ASSERT_TRUE(restoring->bringBackAll().ok());
+    ASSERT_EQ(restoring->numberOfRows(), 0);
+
+    presentItem(items(), 4)->setDescription("Without its box");
+
+    EXPECT_EQ(lookAgainAt(newestOf(*restoring)),
+        (std::vector<std::string> {
+            "Item | Gift box | Deleted; its number is used by Tray", "Item | Tea set | Deleted; its number is used by Stool"}));
+}
+
 TEST_F(RestoringAgainTest, aWholeBusinessWhoseNumbersAnotherHas)
 {
     begin();

@@ -61,6 +61,32 @@ def follow(kind, record, number_of):
             record['supplier'] = str(number_of(CONTACTS, supplier))
 
 
+def named_of_kind(kind, record):
+    """The ids of its own kind in the record, in their places."""
+    numbers = []
+    follow(kind, record, lambda other, number: (numbers.append(number) if other is kind else None) or number)
+    return numbers
+
+
+def unchanged(number):
+    return number
+
+
+def with_all_named(sides, given, pair):
+    """What was given, and the pair with all that it names, and what those name: None when that gives one of them two, or to two."""
+    reached, waiting = set(), [pair]
+    while waiting:
+        pair = waiting.pop()
+        if pair not in sides:
+            return None
+        if pair not in reached:
+            reached.add(pair)
+            waiting += sides[pair]
+    together = reached | set(given.items())
+    is_one_to_one = all(len({pair[side] for pair in together}) == len(together) for side in (0, 1))
+    return dict(together) if is_one_to_one else None
+
+
 @dataclass
 class Difference:
     kind: object
@@ -88,15 +114,15 @@ class Earlier:
     def number_of(self, kind, number):
         return self.numbers.get((kind.name, number), number)
 
-    def as_of_now(self, kind, entry, number=None):
-        """The record as it would stand among those of now: under that number, or the one it gets."""
+    def as_of_now(self, kind, entry, own=None):
+        """The record as it would stand among those of now; own says what becomes of the numbers of its kind."""
+        own = own or (lambda number: self.number_of(kind, number))
         record = kind.record(entry)
-        then, number = record['id'], self.number_of(kind, record['id']) if number is None else number
-        follow(kind, record, lambda other, named: number if other is kind and named == then else self.number_of(other, named))
+        follow(kind, record, lambda other, named: own(named) if other is kind else self.number_of(other, named))
         if kind is GOALS:
             record['actions'] = self.tasks_of(record)
         self.program.complete(kind, record)
-        record['id'] = number
+        record['id'] = own(record['id'])
         return record
 
     def tasks_of(self, goal):
@@ -104,11 +130,11 @@ class Earlier:
         back = {self.number_of(TASKS, leading_integer(entry.get('id', ''))) for entry in self.entries['tasks']}
         return [number for number in goal['actions'] if number in back or self.program.lists['tasks'].find(number)]
 
-    def changed_since(self, kind, entry, now):
-        """The keys of the earlier record, if it has that one's number, which are not as that one has them."""
+    def changed_since(self, kind, entry, now, own=None):
+        """The keys of the earlier record which are not as the one of now has them."""
         if kind is GOALS:
             now = now.with_tasks(self.tasks_of(now))
-        return changed_keys(kind, entry, self.as_of_now(kind, entry, now['id']), now)
+        return changed_keys(kind, entry, self.as_of_now(kind, entry, own), now)
 
     def compared(self, kind):
         found = self.program.lists[kind.name].find
@@ -140,18 +166,11 @@ class Earlier:
         """Who finds another one under his number has that of the record he came back as, or gets the next that was never given."""
         present = sorted(self.program.lists[kind.name].records, key=lambda record: record['id'])
         entries = {leading_integer(entry.get('id', '')): entry for entry in reversed(self.entries[kind.name])}
-        lost = [number for number in map(leading_integer, (entry.get('id', '') for entry in self.entries[kind.name]))
-                if self.has_another(kind, number, entries[number])]
-        others = [record for record in present if record['id'] not in entries or record['id'] in lost]
-        given = {}
-        # Whoever had his answer keeps it as long as it fits; the others choose after them.
-        for is_known in (True, False):
-            for number in lost:
-                back = next((one for one in others if number not in given and (self.number_of(kind, number) == one['id'] or not is_known)
-                             and not self.changed_since(kind, entries[number], one)), None)
-                if back:
-                    others.remove(back)
-                    given[number] = back['id']
+        # In the order of the file.
+        lost = {number: entries[number] for number in (leading_integer(entry.get('id', '')) for entry in self.entries[kind.name])
+                if self.has_another(kind, number, entries[number])}
+        others = {record['id']: record for record in present if record['id'] not in entries or record['id'] in lost}
+        given = self.those_back(kind, lost, others)
         highest = max([*entries, *(record['id'] for record in present)], default=0)
         for number in lost:
             if number not in given:
@@ -159,9 +178,47 @@ class Earlier:
                 given[number] = highest
         return given
 
+    def those_back(self, kind, lost, others):
+        """Each in turn is the first of the others that it can be, if all it names can be what that one names, none of them two. Whoever
+        had his answer keeps it as long as it fits; the rest choose after them."""
+        sides = self.possible_pairs(kind, lost, others)
+        given = {}
+        for is_known in (True, False):
+            for number in lost:
+                for other in others:
+                    if number not in given and (self.number_of(kind, number) == other or not is_known):
+                        given = with_all_named(sides, given, (number, other)) or given
+        return given
+
+    def possible_pairs(self, kind, lost, others):
+        """The pairs of a lost record and one of the others that may be one, each with the pairs that they name side by side: all that
+        look so, without those that name a pair that does not."""
+        sides = {}
+        for number, entry in lost.items():
+            then = kind.record(entry)
+            for other, now in others.items():
+                if all(then.text(key) == now.text(key) for key in TITLES[kind.name]):
+                    beside = self.pairs_named(kind, lost, (number, entry), now)
+                    if beside is not None:
+                        sides[number, other] = beside
+        before = None
+        while len(sides) != before:
+            before = len(sides)
+            sides = {pair: beside for pair, beside in sides.items() if all(one in sides for one in beside)}
+        return sides
+
+    def pairs_named(self, kind, lost, earlier, now):
+        """The pairs that the two name side by side, if they are the same, supposing that those are; None otherwise."""
+        number, entry = earlier
+        then_named, now_named = named_of_kind(kind, kind.record(entry)), named_of_kind(kind, now)
+        beside = [(number, now['id']), *zip(then_named, now_named)]
+        supposed = {then: now for then, now in beside if then in lost}
+        are_same = len(then_named) == len(now_named) and not self.changed_since(kind, entry, now, lambda named: supposed.get(named, named))
+        return [pair for pair in beside if pair[0] in lost] if are_same else None
+
     def has_another(self, kind, number, entry):
         now = self.program.lists[kind.name].find(number)
-        return now is not None and are_two(kind, self.as_of_now(kind, entry, number), now)
+        return now is not None and are_two(kind, self.as_of_now(kind, entry, unchanged), now)
 
     # What goes along
 

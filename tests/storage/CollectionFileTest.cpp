@@ -70,6 +70,11 @@ protected:
     std::vector<RecordDifference> differences(const ParsedFile& earlier)
     {
         newIds = {};
+        return differencesByKnownIds(earlier);
+    }
+    std::vector<RecordDifference> differencesByKnownIds(const ParsedFile& earlier)
+    {
+        earlier.findNewIds(newIds);
         return earlier.differences(newIds);
     }
     std::vector<RecordDifference> differencesTo(const std::string& records) { return differences(*parsed(records)); }
@@ -86,6 +91,15 @@ protected:
     static std::string called(const std::string& name, const std::string& price, int owner = 0)
     {
         return entry("name", name) + entry("price", price) + entry("owner", std::to_string(owner));
+    }
+    /// Those that have the ids 1 and 2 now.
+    static std::string twoOthers() { return record(1, called("Mug", "2.00")) + record(2, called("Jug", "3.00")); }
+    std::vector<int> newIdsOf(std::initializer_list<int> earlier) const
+    {
+        std::vector<int> ids;
+        for (const int id : earlier)
+            ids.push_back(newIds.now("articles.xml", id));
+        return ids;
     }
 
     NestedArticleFile nestedFile {shop.articles};
@@ -278,9 +292,7 @@ TEST_F(EarlierFileTest, whatARecordNamesFollowsItsNewId)
     earlier->bringBack(0, newIds);
 
     EXPECT_EQ(shop.articles.getItemById(1)->getFieldByName("owner"), "11");
-    IdChanges known;
-    known.replace("owners.xml", {{4, 11}});
-    EXPECT_TRUE(earlier->differences(known).empty());
+    EXPECT_TRUE(differencesByKnownIds(*earlier).empty());
 }
 
 TEST_F(EarlierFileTest, whoWasKnownToBeBackStaysTheOneThatItIs)
@@ -291,7 +303,7 @@ TEST_F(EarlierFileTest, whoWasKnownToBeBackStaysTheOneThatItIs)
     const auto earlier = parsed(record(1, bowl) + record(2, bowl));
     newIds.replace("articles.xml", {{2, 6}});
 
-    const std::vector<RecordDifference> found = earlier->differences(newIds);
+    const std::vector<RecordDifference> found = differencesByKnownIds(*earlier);
 
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found[0].id, 1);
@@ -307,7 +319,7 @@ TEST_F(EarlierFileTest, whoWasTakenForTheOneThatIsBackIsAnotherOnceItChanges)
 
     shop.articles.getItemById(5)->setFieldByName("note", "chipped");
 
-    EXPECT_EQ(earlier->differences(newIds).size(), 1U);
+    EXPECT_EQ(differencesByKnownIds(*earlier).size(), 1U);
     EXPECT_EQ(newIds.now("articles.xml", 1), 6);
 }
 
@@ -320,7 +332,7 @@ TEST_F(EarlierFileTest, whoHasItsIdAgainHasNoOtherOne)
 
     shop.articles.getItemById(1)->setFieldByName("name", "Bowl");
 
-    EXPECT_EQ(earlier->differences(newIds).at(0).sinceThen, SinceThen::changed);
+    EXPECT_EQ(differencesByKnownIds(*earlier).at(0).sinceThen, SinceThen::changed);
     EXPECT_TRUE(newIds.isEmpty());
 }
 
@@ -354,21 +366,138 @@ TEST_F(NestedFileTest, oneThatNamesItselfIsKnownWhenItIsBack)
     EXPECT_EQ(newIds.now("articles.xml", 1), 5);
 }
 
-TEST_F(NestedFileTest, oneThatNamesAnotherIsKnownOnceTheOtherIs)
+TEST_F(NestedFileTest, oneThatNamesAnotherIsKnownWithTheOther)
 {
-    load(record(1, called("Mug", "2.00")) + record(2, called("Jug", "3.00")) + record(5, called("Lid", "1.00", 6))
-        + record(6, called("Bowl", "9.00")));
-    const auto earlier = parsed(record(1, called("Lid", "1.00", 2)) + record(2, called("Bowl", "9.00")));
-    ASSERT_EQ(differences(*earlier).size(), 1U);
-    EXPECT_EQ(newIds.now("articles.xml", 1), 7);
-    EXPECT_EQ(newIds.now("articles.xml", 2), 6);
+    load(twoOthers() + record(5, called("Lid", "1.00", 6)) + record(6, called("Bowl", "9.00")));
 
-    EXPECT_TRUE(earlier->differences(newIds).empty());
+    EXPECT_TRUE(differencesTo(record(1, called("Lid", "1.00", 2)) + record(2, called("Bowl", "9.00"))).empty());
+    EXPECT_EQ(newIdsOf({1, 2}), (std::vector<int> {5, 6}));
+}
 
-    EXPECT_EQ(newIds.now("articles.xml", 1), 5);
+TEST_F(NestedFileTest, whatIsKnownStaysKnown)
+{
+    load(twoOthers() + record(5, called("Lid", "1.00", 6)) + record(6, called("Bowl", "9.00", 5)));
+    const auto earlier = parsed(record(1, called("Lid", "1.00", 2)) + record(2, called("Bowl", "9.00", 1)));
+    ASSERT_TRUE(differences(*earlier).empty());
     const IdChanges before = newIds;
-    EXPECT_TRUE(earlier->differences(newIds).empty());
+
+    EXPECT_TRUE(differencesByKnownIds(*earlier).empty());
     EXPECT_TRUE(newIds == before);
+}
+
+TEST_F(NestedFileTest, twoThatNameEachOtherAreKnownWhenTheyAreBack)
+{
+    load(twoOthers() + record(5, called("Lid", "1.00", 6)) + record(6, called("Bowl", "9.00", 5)));
+
+    EXPECT_TRUE(differencesTo(record(1, called("Lid", "1.00", 2)) + record(2, called("Bowl", "9.00", 1))).empty());
+    EXPECT_EQ(newIdsOf({1, 2}), (std::vector<int> {5, 6}));
+}
+
+TEST_F(NestedFileTest, threeInACircleAndOneThatNamesItAreKnown)
+{
+    load(twoOthers() + record(3, called("Tray", "4.00")) + record(4, called("Vase", "5.00")) + record(11, called("Lid", "1.00", 12))
+        + record(12, called("Bowl", "9.00", 13)) + record(13, called("Box", "8.00", 11)) + record(14, called("Crate", "7.00", 12)));
+
+    EXPECT_TRUE(differencesTo(record(1, called("Crate", "7.00", 3)) + record(2, called("Lid", "1.00", 3))
+        + record(3, called("Bowl", "9.00", 4)) + record(4, called("Box", "8.00", 2)))
+                    .empty());
+    EXPECT_EQ(newIdsOf({1, 2, 3, 4}), (std::vector<int> {14, 11, 12, 13}));
+}
+
+TEST_F(NestedFileTest, aCircleThatGoesThroughOneThatKeptItsId)
+{
+    load(record(1, called("Mug", "2.00")) + record(2, called("Bowl", "9.00", 5)) + record(5, called("Lid", "1.00", 2)));
+
+    EXPECT_TRUE(differencesTo(record(1, called("Lid", "1.00", 2)) + record(2, called("Bowl", "9.00", 1))).empty());
+}
+
+TEST_F(NestedFileTest, ofACircleInWhichAnyThingChangedNoneIsKnown)
+{
+    load(twoOthers() + record(5, called("Lid", "1.00", 6)) + record(6, called("Bowl", "9.00", 5) + entry("note", "chipped")));
+
+    EXPECT_EQ(differencesTo(record(1, called("Lid", "1.00", 2)) + record(2, called("Bowl", "9.00", 1))).size(), 2U);
+    EXPECT_EQ(newIdsOf({1, 2}), (std::vector<int> {7, 8}));
+}
+
+TEST_F(NestedFileTest, aCircleThatWasOpenedIsNotTheSame)
+{
+    load(twoOthers() + record(5, called("Lid", "1.00", 6)) + record(6, called("Bowl", "9.00", 2)));
+
+    EXPECT_EQ(differencesTo(record(1, called("Lid", "1.00", 2)) + record(2, called("Bowl", "9.00", 1))).size(), 2U);
+}
+
+TEST_F(NestedFileTest, twoAlikeThatNameEachOtherAreNotTwoThatNameThemselves)
+{
+    const std::string others = twoOthers();
+    const auto lid = [](int id, int owner) { return record(id, called("Lid", "1.00", owner)); };
+    load(others + lid(5, 5) + lid(6, 6));
+    EXPECT_EQ(differencesTo(lid(1, 2) + lid(2, 1)).size(), 2U);
+
+    EXPECT_EQ(differencesTo(lid(1, 1) + lid(2, 2)).size(), 0U);
+    shop.articles.getItemById(5)->setFieldByName("owner", "6");
+    shop.articles.getItemById(6)->setFieldByName("owner", "5");
+    EXPECT_EQ(differencesTo(lid(1, 1) + lid(2, 2)).size(), 2U);
+    EXPECT_EQ(differencesTo(lid(1, 2) + lid(2, 1)).size(), 0U);
+}
+
+TEST_F(NestedFileTest, fourAlikeInACircleAreNotTwoCircles)
+{
+    const auto lid = [](int id, int owner) { return record(id, called("Lid", "1.00", owner)); };
+    load(twoOthers() + record(3, called("Tray", "4.00")) + record(4, called("Vase", "5.00")) + lid(5, 6) + lid(6, 5) + lid(7, 8)
+        + lid(8, 7));
+
+    EXPECT_EQ(differencesTo(lid(1, 2) + lid(2, 3) + lid(3, 4) + lid(4, 1)).size(), 4U);
+    EXPECT_EQ(differencesTo(lid(1, 4) + lid(2, 3) + lid(3, 2) + lid(4, 1)).size(), 0U);
+    EXPECT_EQ(newIdsOf({1, 2, 3, 4}), (std::vector<int> {5, 7, 8, 6}));
+}
+
+TEST_F(NestedFileTest, ofTwoCirclesThatAreAlikeOneIsBack)
+{
+    const auto lid = [](int id, int owner) { return record(id, called("Lid", "1.00", owner)); };
+    const auto bowl = [](int id, int owner) { return record(id, called("Bowl", "9.00", owner)); };
+    load(twoOthers() + record(3, called("Tray", "4.00")) + record(4, called("Vase", "5.00")) + lid(5, 6) + bowl(6, 5));
+
+    const std::vector<RecordDifference> found = differencesTo(lid(1, 4) + lid(2, 3) + bowl(3, 2) + bowl(4, 1));
+
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(found[0].id, 2);
+    EXPECT_EQ(found[1].id, 3);
+    EXPECT_EQ(newIdsOf({1, 2, 3, 4}), (std::vector<int> {5, 7, 8, 6}));
+}
+
+TEST_F(NestedFileTest, twoAlikeAreToldApartByWhomTheyName)
+{
+    load(twoOthers() + record(3, called("Tray", "4.00")) + record(4, called("Vase", "5.00")) + record(11, called("Lid", "1.00", 12))
+        + record(12, called("Box", "8.00")) + record(13, called("Lid", "1.00", 14)) + record(14, called("Bowl", "9.00")));
+
+    EXPECT_TRUE(differencesTo(record(1, called("Lid", "1.00", 2)) + record(2, called("Bowl", "9.00")) + record(3, called("Lid", "1.00", 4))
+        + record(4, called("Box", "8.00")))
+                    .empty());
+    EXPECT_EQ(newIdsOf({1, 2, 3, 4}), (std::vector<int> {13, 14, 11, 12}));
+}
+
+TEST_F(NestedFileTest, whoNamesAnIdThatNobodyHadThenAndAnotherHasNow)
+{
+    load(twoOthers() + record(5, called("Lid", "1.00", 6)) + record(6, called("Bowl", "9.00")));
+
+    EXPECT_TRUE(differencesTo(record(1, called("Lid", "1.00", 6))).empty()) << "it came back with that name";
+}
+
+TEST_F(NestedFileTest, aCircleOfThousandsIsKnown)
+{
+    constexpr int count = 5'000;
+    std::string then;
+    std::string now;
+    for (int n = 0; n < count; ++n) {
+        now += record(1 + n, called("Mug", "2.00"));
+        then += record(1 + n, called("Lid", "1.00", 1 + (n + 1) % count));
+    }
+    for (int n = 0; n < count; ++n)
+        now += record(1 + count + n, called("Lid", "1.00", 1 + count + (n + 1) % count));
+    load(now);
+
+    EXPECT_TRUE(differencesTo(then).empty());
+    EXPECT_EQ(newIdsOf({1, count}), (std::vector<int> {1 + count, 2 * count}));
 }
 
 TEST_F(NestedFileTest, whatWasFilledInSaysNothing)
