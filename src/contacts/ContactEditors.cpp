@@ -47,7 +47,8 @@ void fillShared(ContactForm& form, const Contact& contact)
 {
     for (const SharedControl& shared : sharedControls)
         (form.*shared.control).setText(toQString((contact.*shared.get)()));
-    form.ref.setFault({});
+    for (TextField* said : {&form.ref, &form.name})
+        said->setFault({});
     form.changedByCommand = false;
     ++form.timesFilled;
 }
@@ -177,6 +178,8 @@ void CompanyContactEditor::edit(Contact& person)
 {
     if (form.isOpen() && m_currentItem == &person)
         return form.open();
+    if (form.isOpen())
+        leave();
     m_currentItem = &person;
     setItem(person);
     form.open();
@@ -199,14 +202,19 @@ void CompanyContactEditor::setItem(const Contact& person)
     form.setTitle(toQString(person.getName()));
 }
 
-void CompanyContactEditor::cancel()
+void CompanyContactEditor::leave()
 {
-    form.close();
     // Without a company the person would stand under nobody in the list.
     if (!m_currentItem || !m_currentItem->isCompanyContact() || m_currentItem->getCompany() != 0 || m_gate.isReadOnly())
         return;
     m_currentItem->setKind("Individual");
     m_contacts.reloadData();
+}
+
+void CompanyContactEditor::cancel()
+{
+    form.close();
+    leave();
 }
 
 void CompanyContactEditor::linkToChosenCompany(Contact& person)

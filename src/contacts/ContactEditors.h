@@ -56,6 +56,8 @@ public:
 
 private:
     void setItem(const Contact& person);
+    /// The person is not edited any more, and was not saved.
+    void leave();
     void linkToChosenCompany(Contact& person);
 
     ContactManager& m_contacts;

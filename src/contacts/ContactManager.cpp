@@ -127,7 +127,7 @@ std::vector<Contact*> ContactManager::outline() const
         rows.push_back(contact);
         if (!contact->isCompany())
             continue;
-        const std::vector<Contact*> people = contactsOfCompany(contact->getID());
+        const std::vector<Contact*>& people = contactsOfCompany(contact->getID());
         rows.insert(rows.end(), people.begin(), people.end());
     }
     return rows;
@@ -163,10 +163,11 @@ const std::unordered_map<int, std::vector<Contact*>>& ContactManager::peopleByCo
     return m_peopleByCompany;
 }
 
-std::vector<Contact*> ContactManager::contactsOfCompany(int companyId) const
+const std::vector<Contact*>& ContactManager::contactsOfCompany(int companyId) const
 {
+    static const std::vector<Contact*> nobody;
     const auto found = peopleByCompany().find(companyId);
-    return found == peopleByCompany().end() ? std::vector<Contact*>() : found->second;
+    return found == peopleByCompany().end() ? nobody : found->second;
 }
 
 int ContactManager::countContactsforThisCompany(int companyId) const
@@ -176,7 +177,7 @@ int ContactManager::countContactsforThisCompany(int companyId) const
 
 Contact* ContactManager::getnthContact(int n, int forCompany) const
 {
-    const std::vector<Contact*> people = contactsOfCompany(forCompany);
+    const std::vector<Contact*>& people = contactsOfCompany(forCompany);
     return n >= 0 && n < static_cast<int>(people.size()) ? people[static_cast<std::size_t>(n)] : nullptr;
 }
 
@@ -240,8 +241,9 @@ void ContactManager::create()
         m_needs.dateFormat.initialiseDateFormat();
         return;
     }
-    m_forOrder.reset();
     begin();
+    if (m_forOrder && !isBeingEdited(m_forOrder->contact))
+        m_forOrder.reset();
 }
 
 void ContactManager::createForCurrentOrder(int orderId)
@@ -257,9 +259,14 @@ void ContactManager::edit()
         editThisContact(*selected.front());
 }
 
+bool ContactManager::isBeingEdited(const Contact* contact) const
+{
+    return (form.isOpen() && m_currentItem == contact) || (companyEditor.form.isOpen() && companyEditor.currentItem() == contact)
+        || (companyContactEditor.form.isOpen() && companyContactEditor.currentItem() == contact);
+}
+
 void ContactManager::editThisContact(Contact& contact)
 {
-    m_forOrder.reset();
     if (contact.isCompany()) {
         companyEditor.edit(contact);
     } else if (contact.isCompanyContact()) {
@@ -272,6 +279,9 @@ void ContactManager::editThisContact(Contact& contact)
         setItem(contact);
         form.open();
     }
+    // It was opened by itself, or in the place of the one that was for an order.
+    if (m_forOrder && (m_forOrder->contact == &contact || !isBeingEdited(m_forOrder->contact)))
+        m_forOrder.reset();
 }
 
 void ContactManager::editThisContact(Contact& contact, int forOrder)

@@ -58,7 +58,7 @@ public:
     int countContactsforThisCompany(int companyId) const;
     Contact* getnthContact(int n, int forCompany) const;
     /// The people of the company, in collection order.
-    std::vector<Contact*> contactsOfCompany(int companyId) const;
+    const std::vector<Contact*>& contactsOfCompany(int companyId) const;
 
     void create();
     void createForCurrentOrder(int orderId);
@@ -106,6 +106,7 @@ private:
     void copyEditorInto(Contact& contact);
     void moveInEditorOf(const Contact& contact);
     void begin();
+    bool isBeingEdited(const Contact* contact) const;
     std::vector<Contact*> outline() const;
     std::vector<Contact*> selectedContacts() const;
     Contact* shownBefore(const Contact& contact) const;

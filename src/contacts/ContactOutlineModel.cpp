@@ -40,18 +40,26 @@ Contact* ContactOutlineModel::contactAt(const QModelIndex& index) const
 
 QModelIndex ContactOutlineModel::indexOf(const Contact& contact) const
 {
-    const auto top = std::find(m_top.begin(), m_top.end(), &contact);
-    if (top != m_top.end())
-        return createIndex(static_cast<int>(top - m_top.begin()), 0, topLevelId);
-    const auto company = std::find_if(m_top.begin(), m_top.end(),
-        [&](const Contact* candidate) { return candidate->isCompany() && candidate->getID() == contact.getCompany(); });
-    if (company == m_top.end())
-        return {};
-    const std::vector<Contact*> people = m_contacts.contactsOfCompany(contact.getCompany());
+    if (const int row = topRowOf(&contact); row >= 0)
+        return createIndex(row, 0, topLevelId);
+    const Contact* company = m_contacts.getContactbyId(contact.getCompany());
+    const int companyRow = company && company->isCompany() ? topRowOf(company) : -1;
+    const std::vector<Contact*>& people = m_contacts.contactsOfCompany(contact.getCompany());
     const auto person = std::find(people.begin(), people.end(), &contact);
-    if (person == people.end())
+    if (companyRow < 0 || person == people.end())
         return {};
-    return createIndex(static_cast<int>(person - people.begin()), 0, static_cast<quintptr>(company - m_top.begin()) + 1);
+    return createIndex(static_cast<int>(person - people.begin()), 0, static_cast<quintptr>(companyRow) + 1);
+}
+
+int ContactOutlineModel::topRowOf(const Contact* contact) const
+{
+    if (m_rows.empty()) {
+        m_rows.reserve(m_top.size());
+        for (std::size_t row = 0; row < m_top.size(); ++row)
+            m_rows.emplace(m_top[row], static_cast<int>(row));
+    }
+    const auto found = m_rows.find(contact);
+    return found == m_rows.end() ? -1 : found->second;
 }
 
 QModelIndex ContactOutlineModel::index(int row, int column, const QModelIndex& parent) const
@@ -122,6 +130,7 @@ void ContactOutlineModel::reset()
     beginResetModel();
     m_columns = m_contacts.list.visibleColumns();
     m_top = m_contacts.topLevel();
+    m_rows.clear();
     endResetModel();
     Q_EMIT selectionWanted();
 }

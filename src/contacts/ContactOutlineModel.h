@@ -5,6 +5,7 @@
 
 #include <QAbstractItemModel>
 
+#include <unordered_map>
 #include <vector>
 
 class Contact;
@@ -44,8 +45,12 @@ private:
     void selectionChanged() override;
     void columnsChanged() override;
     void reset();
+    /// Of the top level; -1 when it does not stand there.
+    int topRowOf(const Contact* contact) const;
 
     ContactManager& m_contacts;
     std::vector<const ListColumn*> m_columns;
     std::vector<Contact*> m_top;
+    /// Where each of them stands; made when it is first asked for.
+    mutable std::unordered_map<const Contact*, int> m_rows;
 };

@@ -34,7 +34,8 @@ TEST_F(ContactDeletingTest, ManyContactsAreTakenOffTheListAtOnceAndComeBackInThe
     begin();
     for (int i = 0; i < 500; ++i)
         contact(("Person " + std::to_string(i)).c_str());
-    contacts().setSelectedRecords(contacts().records());
+    const std::vector<dataObject*> inOrder = contacts().records();
+    contacts().setSelectedRecords(inOrder);
     alerts.answer("OK");
     ListResets resets;
     contacts().addObserver(resets);
@@ -46,7 +47,27 @@ TEST_F(ContactDeletingTest, ManyContactsAreTakenOffTheListAtOnceAndComeBackInThe
     EXPECT_EQ(resets.count, 1);
     EXPECT_EQ(contacts().deleteBuffer().size(), 500u);
     contacts().undo();
-    EXPECT_EQ(contacts().getCount(), 500);
+    // The list shows the newest first, and was taken away from its last row on.
+    EXPECT_EQ(contacts().records(), inOrder);
+}
+
+TEST_F(ContactDeletingTest, WhatWasDeletedStaysAwayAndWhatUndoBroughtBackStaysThere)
+{
+    begin();
+    contact("Ann");
+    contact("Bob");
+    restart();
+    contacts().setSelectedRecords({contacts().getContactbyName("Ann")});
+    alerts.answer("OK");
+    contacts().deleteKey();
+    restart();
+    EXPECT_EQ(names(), std::vector<std::string> {"Bob"});
+    contacts().selectRow(0);
+    alerts.answer("OK");
+    contacts().deleteKey();
+    contacts().undo();
+    restart();
+    EXPECT_EQ(names(), std::vector<std::string> {"Bob"});
 }
 
 TEST_F(ContactDeletingTest, ADeletedCompanysPeopleStayUnderNobody)

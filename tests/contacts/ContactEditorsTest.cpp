@@ -1,6 +1,8 @@
 // Contact editors that are open beside each other, or asked for twice.
 #include "support/Business.h"
 
+#include <array>
+
 namespace {
 
 class ContactEditorsTest : public Business {
@@ -56,6 +58,95 @@ TEST_F(ContactEditorsTest, ANewCompanyGetsAnotherIdWhenItsOwnWentToAContact)
     EXPECT_EQ(named("Acme").getRef(), "MINE") << "a reference the user typed stays";
 }
 
+TEST_F(ContactEditorsTest, SavingCompaniesAndTheirPeopleCopiesAllTheirFields)
+{
+    begin();
+    Contact& acme = firm("Acme");
+    Contact& ann = personOf(acme, "Ann");
+    contacts().editThisContact(acme);
+    contacts().editThisContact(ann);
+    constexpr std::array shared {"ref", "title", "name", "salutation", "add1", "add2", "add3", "county", "postcode", "country", "phone",
+        "mobile", "fax", "email", "comments"};
+    const auto typeInto = [](ContactForm& editor, const char* field) {
+        auto* text = dynamic_cast<TextField*>(editor.field(field));
+        ASSERT_NE(text, nullptr) << field;
+        text->edit(QString("new ") + field);
+    };
+    for (const char* field : shared) {
+        typeInto(company(), field);
+        typeInto(person(), field);
+    }
+    typeInto(company(), "website");
+    typeInto(person(), "jobTitle");
+    typeInto(person(), "extension");
+    person().save.trigger();
+    company().save.trigger();
+    for (const char* field : shared) {
+        EXPECT_EQ(acme.getFieldByName(field), std::string("new ") + field);
+        EXPECT_EQ(ann.getFieldByName(field), std::string("new ") + field);
+    }
+    EXPECT_EQ(acme.getWebsite(), "new website");
+    EXPECT_EQ(ann.getJobTitle(), "new jobTitle");
+    EXPECT_EQ(ann.getExtension(), "new extension");
+    EXPECT_EQ(ann.getCompany(), acme.getID());
+}
+
+TEST_F(ContactEditorsTest, OfTwoCompaniesOfOneNameTheFirstIsTaken)
+{
+    begin();
+    const Contact& first = firm("Acme");
+    Contact& ann = personOf(firm("Acme"), "Ann");
+    contacts().editThisContact(ann);
+    EXPECT_EQ(person().company.title(), "Acme");
+    person().save.trigger();
+    EXPECT_EQ(ann.getCompany(), first.getID());
+}
+
+TEST_F(ContactEditorsTest, ACompanyWithoutAnIdIsNobodysAndNothingIsAsked)
+{
+    begin();
+    Contact& acme = firm("Acme");
+    Contact& none = firm("None");
+    Contact& ann = personOf(acme, "Ann");
+    none.setID(0);
+    contacts().editThisContact(ann);
+    person().company.edit(1);
+    EXPECT_EQ(person().company.title(), "None");
+    person().save.trigger();
+    EXPECT_EQ(ann.getCompany(), acme.getID());
+    EXPECT_TRUE(ann.isCompanyContact());
+}
+
+TEST_F(ContactEditorsTest, SavingWithoutAChosenTypeLeavesTypeAndWebsite)
+{
+    begin();
+    Contact& ann = contact("Ann", "Supplier");
+    Contact& acme = firm("Acme");
+    acme.setType("Supplier");
+    ann.setWebsite("http://ann");
+    contacts().editThisContact(ann);
+    contacts().editThisContact(acme);
+    form().type.edit(-1);
+    company().type.edit(-1);
+    form().save.trigger();
+    company().save.trigger();
+    EXPECT_EQ(ann.getType(), "Supplier");
+    EXPECT_EQ(ann.getWebsite(), "http://ann");
+    EXPECT_EQ(acme.getType(), "Supplier");
+}
+
+TEST_F(ContactEditorsTest, WhatIsSavedIsFilteredAgain)
+{
+    begin();
+    Contact& ann = contact("Ann");
+    contact("Annabel");
+    contacts().listForm.search.edit("ann");
+    contacts().editThisContact(ann);
+    form().name.edit("Bob");
+    form().save.trigger();
+    EXPECT_EQ(shown(contacts(), "name"), std::vector<std::string> {"Annabel"});
+}
+
 TEST_F(ContactEditorsTest, OpeningTheOpenContactAgainKeepsWhatWasTyped)
 {
     begin();
@@ -84,6 +175,80 @@ TEST_F(ContactEditorsTest, OpeningTheOpenCompanyOrPersonAgainKeepsWhatWasTyped)
     }
     EXPECT_EQ(company().phone.text(), "01");
     EXPECT_EQ(person().phone.text(), "02");
+}
+
+TEST_F(ContactEditorsTest, WhoeverGotNoCompanyYetIsListedAgainWhenSomebodyElseIsOpened)
+{
+    begin();
+    Contact& acme = firm("Acme");
+    Contact& bob = personOf(acme, "Bob");
+    Contact& ann = contact("Ann");
+    contacts().editThisContact(ann);
+    form().linkToCompany.trigger();
+    contacts().editThisContact(bob);
+    EXPECT_EQ(person().name.text(), "Bob");
+    EXPECT_EQ(ann.getKind(), "Individual");
+    EXPECT_EQ(contacts().countVisibleCompanies(), 2);
+    person().cancel.trigger();
+    EXPECT_TRUE(bob.isCompanyContact());
+}
+
+TEST_F(ContactEditorsTest, AContactForAnOrderIsConnectedThoughOthersWereOpenedMeanwhile)
+{
+    begin();
+    Contact& acme = firm("Acme");
+    Contact& bob = personOf(acme, "Bob");
+    orders().create();
+    orders().form.tab.edit(OrderForm::contactTab);
+    orders().form.newContact.trigger();
+    form().name.edit("Ann");
+    contacts().editThisContact(acme);
+    contacts().editThisContact(bob);
+    company().save.trigger();
+    person().cancel.trigger();
+    EXPECT_EQ(currentOrder().getContact(), nullptr);
+    form().save.trigger();
+    EXPECT_EQ(currentOrder().getContact(), &named("Ann"));
+}
+
+TEST_F(ContactEditorsTest, AContactForAnOrderThatGaveWayToAnotherIsConnectedToNone)
+{
+    begin();
+    Contact& bob = contact("Bob");
+    orders().create();
+    orders().form.tab.edit(OrderForm::contactTab);
+    orders().form.newContact.trigger();
+    contacts().editThisContact(bob);
+    form().save.trigger();
+    EXPECT_EQ(currentOrder().getContact(), nullptr);
+    EXPECT_EQ(contacts().getCount(), 1);
+}
+
+TEST_F(ContactEditorsTest, InAReadOnlyDatabaseSavingAPersonOfACompanyJustClosesTheEditor)
+{
+    begin();
+    personOf(firm("Acme"), "Bob");
+    contact("Ann");
+    quit();
+    beginReadOnly();
+    Contact& bob = named("Bob");
+    contacts().editThisContact(bob);
+    person().name.edit("Robert");
+    person().company.edit(-1);
+    alerts.answer("OK");
+    person().save.trigger();
+    EXPECT_EQ(lastAlert().title, "Read-only mode");
+    EXPECT_EQ(bob.getName(), "Bob");
+    EXPECT_TRUE(bob.isCompanyContact());
+    EXPECT_FALSE(person().isOpen());
+
+    contacts().editThisContact(named("Ann"));
+    for (CommandField* command : {&form().makeCompany, &form().linkToCompany}) {
+        alerts.answer("OK");
+        command->trigger();
+        EXPECT_EQ(named("Ann").getKind(), "Individual");
+        EXPECT_TRUE(form().isOpen());
+    }
 }
 
 TEST_F(ContactEditorsTest, AfterADeletionTheStatusLineSaysWhatUndoBringsBack)

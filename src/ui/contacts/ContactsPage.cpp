@@ -100,7 +100,7 @@ void ContactsPage::takeSelection()
     }
     m_tree->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
     if (!selection.isEmpty())
-        m_tree->selectionModel()->setCurrentIndex(selection.indexes().first(), QItemSelectionModel::NoUpdate);
+        m_tree->selectionModel()->setCurrentIndex(selection.constFirst().topLeft(), QItemSelectionModel::NoUpdate);
 }
 
 void ContactsPage::giveSelection()
