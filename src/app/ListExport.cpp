@@ -6,7 +6,6 @@
 #include "foundation/SafeFile.h"
 #include "storage/TableExport.h"
 
-#include <QFileInfo>
 #include <QStringEncoder>
 
 namespace {
@@ -63,9 +62,7 @@ QString ListExport::run(const qvDataSource& source, ExportForm form, const QStri
     if (!path)
         return {};
     const Result<void> written = writeFile(path->toStdString(), source, form);
-    if (!written) {
+    if (!written)
         logFailure(form, path->toStdString(), written.error().message);
-        return fillText(localText("Not exported: %@"), {QString::fromStdString(written.error().message)});
-    }
-    return fillText(localText("Exported to %@"), {QFileInfo(*path).fileName()});
+    return exportOutcome(*path, written);
 }

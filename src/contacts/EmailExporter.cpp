@@ -7,8 +7,6 @@
 #include "foundation/SafeFile.h"
 #include "storage/TableExport.h"
 
-#include <QFileInfo>
-
 #include <array>
 
 namespace {
@@ -19,7 +17,9 @@ std::string quoted(const std::string& value)
 {
     QString text = QString::fromStdString(value);
     text.replace("\r\n", "\n");
-    for (const QChar separating : {QChar(','), QChar('\n'), QChar('\r'), QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator)})
+    constexpr char16_t nextLine = 0x85;
+    for (const QChar separating :
+        {QChar(','), QChar('\n'), QChar('\r'), QChar(nextLine), QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator)})
         text.replace(separating, ' ');
     text.replace('"', '\'');
     return '"' + text.toStdString() + '"';
@@ -54,9 +54,7 @@ QString EmailExporter::exportCSV() const
     if (!path)
         return {};
     const Result<void> written = writeFileSafely(path->toStdString(), emailList(m_contacts));
-    if (!written) {
+    if (!written)
         logUnsuccessfulExport(path->toStdString(), written.error().message);
-        return fillText(localText("Not exported: %@"), {QString::fromStdString(written.error().message)});
-    }
-    return fillText(localText("Exported to %@"), {QFileInfo(*path).fileName()});
+    return exportOutcome(*path, written);
 }

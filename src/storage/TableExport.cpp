@@ -1,7 +1,11 @@
 #include "storage/TableExport.h"
 
+#include "desktop/Alerts.h"
+#include "desktop/TextTable.h"
 #include "foundation/Log.h"
 #include "storage/FetchAhead.h"
+
+#include <QFileInfo>
 
 #include <algorithm>
 #include <string_view>
@@ -116,4 +120,11 @@ std::string getDataAsHTML(const qvDataSource& source, CellText cellText)
 void logUnsuccessfulExport(const std::string& path, const std::string& reason)
 {
     logFormat("Unsuccessful exporting data to %s \nerror:%s", path.c_str(), reason.c_str());
+}
+
+QString exportOutcome(const QString& path, const Result<void>& written)
+{
+    if (!written)
+        return fillText(localText("Not exported: %@"), {QString::fromStdString(written.error().message)});
+    return fillText(localText("Exported to %@"), {QFileInfo(path).fileName()});
 }

@@ -1,6 +1,7 @@
 // A list as text, as it is shown: visible columns in their order, visible rows in theirs.
 #pragma once
 
+#include "foundation/Result.h"
 #include "storage/qvDataSource.h"
 
 #include <functional>
@@ -20,6 +21,9 @@ std::string getDataAsTDL(const qvDataSource& source);
 
 /// The log's line about an export that could not be written.
 void logUnsuccessfulExport(const std::string& path, const std::string& reason);
+
+/// What came of writing the file, in one sentence for the status line.
+QString exportOutcome(const QString& path, const Result<void>& written);
 
 /// What happens to a heading's or cell's text on its way into a table.
 using CellText = std::string (*)(std::string);

@@ -44,11 +44,12 @@ TEST_F(EmailExporterTest, CommasAndLineBreaksBecomeBlanksAndDoubleQuotesSingleOn
 {
     begin();
     Contact& odd = contact("A");
-    odd.setEmail("a@x.example, b@y.example\r\nc\rd\ne\u2028f");
+    odd.setEmail("a@x.example, b@y.example\r\nc\rd\ne\u2028f\u2029g\u0085h");
     odd.setTitle("\"Dr\" É");
     panels.choose(path());
     exported({&odd});
-    EXPECT_EQ(contents(), "\"email\",\"firstname\",\"surname\",\"title\"\n\"a@x.example  b@y.example c d e f\",\"A\",\"A\",\"'Dr' É\"\n");
+    EXPECT_EQ(
+        contents(), "\"email\",\"firstname\",\"surname\",\"title\"\n\"a@x.example  b@y.example c d e f g h\",\"A\",\"A\",\"'Dr' É\"\n");
 }
 
 TEST_F(EmailExporterTest, ACancelledPanelWritesNothing)

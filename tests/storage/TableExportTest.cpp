@@ -137,3 +137,9 @@ TEST_F(TableExportTest, aLargeListGoesOutInPiecesThatMakeTheWhole)
         together += piece;
     EXPECT_EQ(together, expected);
 }
+
+TEST_F(TableExportTest, whatCameOfAnExportIsOneSentence)
+{
+    EXPECT_EQ(exportOutcome("/home/ada/list.csv", {}), "Exported to list.csv");
+    EXPECT_EQ(exportOutcome("/home/ada/list.csv", Error {"the disk is full"}), "Not exported: the disk is full");
+}
