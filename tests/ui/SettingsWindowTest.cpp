@@ -447,6 +447,7 @@ TEST_F(SettingsOnScreen, filesOfTheAddressBookAreAddedAndRemovedWithTheirButtons
     open(addressBookPage);
     auto* list = child<PickList>(window(), "addressBook");
     EXPECT_FALSE(button("removeFromAddressBook")->isEnabled());
+    EXPECT_TRUE(list->accessibleDescription().startsWith("No files yet. ")) << list->accessibleDescription().toStdString();
     panels.choose("/home/ada/friends.vcf");
     press(*button("addAddressBookFile"));
     panels.choose("/home/ada/cards");

@@ -10,6 +10,7 @@ namespace {
 
 constexpr int entryIconSize = 16;
 constexpr int entryIconLeft = 10;
+constexpr int emptyTextTop = 7;
 constexpr int entryTextAfterIcon = 31;
 constexpr int iconNameRole = Qt::UserRole + 201;
 constexpr int quietRole = Qt::UserRole + 202;
@@ -72,6 +73,24 @@ QListWidgetItem* PickList::addEntry(const QString& iconName, const QString& titl
     entry->setData(iconNameRole, iconName);
     entry->setData(quietRole, weight == Weight::quiet);
     return entry;
+}
+
+void PickList::setEmptyText(const QString& text)
+{
+    m_emptyText = text;
+    setAccessibleDescription(text);
+    viewport()->update();
+}
+
+void PickList::paintEvent(QPaintEvent* event)
+{
+    QListWidget::paintEvent(event);
+    if (count() > 0 || m_emptyText.isEmpty())
+        return;
+    QPainter painter(viewport());
+    painter.setPen(themeColour(Colour::secondaryText));
+    const QRect room = viewport()->rect().adjusted(entryIconLeft, emptyTextTop, -entryIconLeft, 0);
+    painter.drawText(room, Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, m_emptyText);
 }
 
 void PickList::focusInEvent(QFocusEvent* event)

@@ -12,9 +12,16 @@ public:
     /// quiet entries stand in secondary colours. The icon's name may be empty.
     QListWidgetItem* addEntry(const QString& iconName, const QString& title, Weight weight = Weight::normal);
 
+    /// What stands in the list while it has no entries.
+    void setEmptyText(const QString& text);
+
     static constexpr int rowHeight = 28;
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    QString m_emptyText;
 };

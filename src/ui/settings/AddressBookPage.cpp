@@ -20,6 +20,9 @@ SettingsPage* settingsPages::makeAddressBook(PrefsController& preferences)
                          "written into them."));
     auto* list = settingsField<PickList>(form.addressBook, SettingsPage::tr("Files and folders"));
     list->setMinimumHeight(bookListHeight);
+    list->setEmptyText(
+        SettingsPage::tr("No files yet. Save the contacts of your telephone or mail program as a vCard file (.vcf), and add it "
+                         "here."));
     page->addListWithButtons(list,
         {settingsField<Button>(form.addAddressBookFile, SettingsPage::tr("Add File…")),
             settingsField<Button>(form.addAddressBookFolder, SettingsPage::tr("Add Folder…")),

@@ -330,6 +330,24 @@ TEST(PickList, theChosenEntryIsFilledWithTheKeyboardAndTintedWithout)
     EXPECT_TRUE(contains(picture(*list->viewport()), QColor(0x3d4554), QRect(10, 6, 18, 18)));
 }
 
+TEST(PickList, withoutEntriesItSaysWhatBelongsThere)
+{
+    PickList list(QStringLiteral("Files"));
+    list.resize(160, 120);
+    show(list);
+    const QImage blank = picture(*list.viewport());
+    list.setEmptyText(QStringLiteral("No files yet. Add one of your telephone."));
+    const QImage hint = picture(*list.viewport());
+    EXPECT_NE(hint, blank);
+    // More than the first line: it does not end at the edge.
+    EXPECT_NE(hint.copy(0, 28, hint.width(), 60), blank.copy(0, 28, blank.width(), 60));
+    EXPECT_EQ(list.accessibleDescription(), QStringLiteral("No files yet. Add one of your telephone."));
+    list.addItem(QStringLiteral("a"));
+    EXPECT_EQ(picture(*list.viewport()).copy(0, 28, hint.width(), 60), blank.copy(0, 28, blank.width(), 60));
+    list.clear();
+    EXPECT_EQ(picture(*list.viewport()), hint);
+}
+
 TEST(PageHeader, holdsHeadingSearchAndFilter)
 {
     PageHeader header(QStringLiteral("Orders"), QStringLiteral("Search orders and contacts"));
