@@ -108,10 +108,23 @@ Vendaro::~Vendaro()
 
 ContactManagerNeeds Vendaro::contactNeeds()
 {
-    const ContactCommandNeeds commands {m_desktop.clipboard, m_desktop.opener, m_desktop.beeper, m_addressBook, m_picker, *this,
-        [this](const QStringList& sentences) { m_session.tellDamage(sentences); }};
+    const ContactCommandNeeds commands {
+        m_desktop.clipboard, m_desktop.opener, m_desktop.beeper, [this] { return readAddressBook(); }, m_picker, *this};
     return {*this, m_preferences, m_session, m_desktop.alerts, m_desktop.beeper, *this, *this, m_desktop.panels, commands,
         [this](const QString& line) { showStatus(line); }};
+}
+
+std::optional<std::vector<Person>> Vendaro::readAddressBook()
+{
+    AddressBookPeople book;
+    UnseenWork unseen;
+    LongWork& work = m_desktop.longWork ? *m_desktop.longWork : unseen;
+    work.run(localText("Reading the Address Book"), [&](const GoesOn& goesOn) { book = m_addressBook.people(goesOn); });
+    if (book.wasStopped)
+        return std::nullopt;
+    if (!book.troubles.isEmpty())
+        m_session.tellDamage(book.troubles);
+    return std::move(book.people);
 }
 
 void Vendaro::followContacts()

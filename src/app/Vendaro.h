@@ -57,6 +57,8 @@ struct VendaroDesktop {
     QString version = QStringLiteral(VENDARO_VERSION);
     /// The one that the desktop's programs share; none when it has none.
     const AddressBook* addressBook = nullptr;
+    /// Where nobody looks on, none is needed.
+    LongWork* longWork = nullptr;
 };
 
 /// The pages of the main window, in their order.
@@ -201,6 +203,7 @@ private:
     void openDocument(const QString& templateName, Order& order) override;
 
     ContactManagerNeeds contactNeeds();
+    std::optional<std::vector<Person>> readAddressBook();
     void followContacts();
     void showOrdersIn(const Form& editor, const Contact* contact);
     void registerFiles();

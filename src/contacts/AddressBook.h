@@ -1,6 +1,8 @@
 // Where people come from who are no contacts yet: the address book of the person at the screen.
 #pragma once
 
+#include "desktop/LongWork.h"
+
 #include <QStringList>
 
 #include <string>
@@ -37,11 +39,13 @@ struct AddressBookPeople {
     std::vector<Person> people;
     /// What could not be read: a sentence each, with file and line.
     QStringList troubles;
+    /// The person did not want to wait; who was read until then is not everybody.
+    bool wasStopped = false;
 };
 
 class AddressBook {
 public:
     virtual ~AddressBook() = default;
     /// Everybody, read anew.
-    virtual AddressBookPeople people() const = 0;
+    virtual AddressBookPeople people(const GoesOn& goesOn) const = 0;
 };

@@ -42,6 +42,7 @@ QStringList pastedLines(const QString& text)
 {
     QString broken = text;
     broken.replace("\r\n", "\n").replace(QChar(QChar::LineSeparator), '\n').replace(QChar(QChar::ParagraphSeparator), '\n');
+    broken.removeIf([](QChar letter) { return letter.category() == QChar::Other_Control && !letter.isSpace(); });
     const QStringList lines = withoutTrailingBlanks(broken.split('\n'));
     return lines.size() >= 2 ? lines : withoutTrailingBlanks(broken.split('\r'));
 }

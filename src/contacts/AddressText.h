@@ -8,5 +8,8 @@
 QString capitalised(const QString& text);
 
 /// The lines of a pasted text: at line feeds, or at carriage returns where that gives less than two. Blanks at the ends of lines and empty
-/// lines at the end of the text are dropped.
+/// lines at the end of the text are dropped, control characters everywhere.
 QStringList pastedLines(const QString& text);
+
+/// A text of more letters is no address.
+inline constexpr qsizetype longestPastedAddress = 10'000;

@@ -11,24 +11,25 @@
 
 void ContactManager::importAllContactsFromAB()
 {
-    const AddressBookPeople book = m_needs.commands.addressBook.people();
-    if (!book.troubles.isEmpty())
-        m_needs.commands.tellTrouble(book.troubles);
-    if (book.people.empty()) {
-        m_needs.showStatus(localText("There is nobody in the address book. The preferences say where it lies."));
-        return;
-    }
+    const std::optional<std::vector<Person>> people = m_needs.commands.readAddressBook();
+    if (!people)
+        return m_needs.showStatus(localText("Stopped. Nobody was imported."));
+    if (people->empty())
+        return m_needs.showStatus(localText("There is nobody in the address book. The preferences say where it lies."));
     if (!m_needs.gate.readOnlyCheck())
         return;
-    makeRoom(book.people.size());
-    for (const Person& person : book.people) {
+    std::vector<std::unique_ptr<dataObject>> made;
+    made.reserve(people->size());
+    for (const Person& person : *people) {
         auto contact = std::make_unique<Contact>();
+        contact->setStore(textStore());
         setContactDetailsFromAB(*contact, person);
-        add(std::move(contact));
+        made.push_back(std::move(contact));
     }
+    addAll(std::move(made));
     filter();
     m_needs.gate.writeDatabase(*this);
-    m_needs.alerts.ask(makeAlert(alerts::contactsImported, {}, {QString::number(book.people.size())}));
+    m_needs.alerts.ask(makeAlert(alerts::contactsImported, {}, {QString::number(people->size())}));
 }
 
 std::vector<const Contact*> ContactManager::getSelectedContactsForExport() const

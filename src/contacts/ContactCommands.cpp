@@ -50,8 +50,9 @@ ContactCommands::ContactCommands(ContactForm& form, ContactCommandNeeds needs) :
     form.follow({&form.email}, &form, [&form] { form.sendEmail.setEnabled(!form.email.text().trimmed().isEmpty()); });
     form.follow(
         {&form.ref}, &form, [&form] { form.updateFromAddressBook.setVisible(isAddressBookReference(form.ref.text().toStdString())); });
-    // What was said was about another reference.
-    form.ref.onEdited = [&form] { form.ref.setFault({}); };
+    // What was said was about what stood there before.
+    for (TextField* said : {&form.ref, &form.name})
+        said->onEdited = [said] { said->setFault({}); };
 }
 
 void ContactCommands::capitalise()
@@ -74,17 +75,25 @@ void ContactCommands::copyContact()
 
 void ContactCommands::pasteContact()
 {
-    const QStringList lines = pastedLines(m_needs.clipboard.text());
-    if (lines.isEmpty()) {
-        m_needs.beeper.beep();
-        return;
-    }
+    const QString text = m_needs.clipboard.text();
+    if (text.size() > longestPastedAddress)
+        return refuseToPaste(localText("What is on the clipboard is too long for an address."));
+    const QStringList lines = pastedLines(text);
+    if (lines.isEmpty())
+        return refuseToPaste(localText("There is no address on the clipboard."));
+    m_form.name.setFault({});
     qsizetype next = 0;
     for (const AddressLine place : placesOfLines(lines.size()))
         (m_form.*place).setText(lines[next++]);
     if (lines.size() == 3)
         m_form.postcode.setText(lines.constLast());
     m_form.changedByCommand = true;
+}
+
+void ContactCommands::refuseToPaste(const QString& why)
+{
+    m_needs.beeper.beep();
+    m_form.name.setFault(why);
 }
 
 void ContactCommands::sendEmail()
@@ -109,32 +118,34 @@ void ContactCommands::takeDetails(const Person& person)
 
 void ContactCommands::pickFromAddressBook()
 {
-    const AddressBookPeople book = m_needs.addressBook.people();
-    if (!book.troubles.isEmpty())
-        m_needs.tellTrouble(book.troubles);
+    std::optional<std::vector<Person>> people = m_needs.readAddressBook();
+    if (!people)
+        return;
     auto listed = std::make_unique<Collection<Contact>>(m_needs.sorting, m_needs.beeper);
-    for (const Person& person : book.people) {
-        auto contact = std::make_unique<Contact>();
-        setContactDetailsFromAB(*contact, person);
-        listed->add(std::move(contact));
-    }
+    listed->makeRoom(people->size());
+    for (const Person& person : *people)
+        setContactDetailsFromAB(listed->add(std::make_unique<Contact>()), person);
     const int filling = m_form.timesFilled;
-    const auto take = [this, people = book.people, filling](const dataObject& chosen) {
+    const auto take = [this, filling](const dataObject& chosen) {
         // The editor may hold somebody else by now.
         if (m_form.isOpen() && m_form.timesFilled == filling)
-            takeDetails(people[static_cast<std::size_t>(chosen.getID()) - 1]);
+            takeDetails(m_people[static_cast<std::size_t>(chosen.getID()) - 1]);
     };
     m_needs.picker.beginFromAddressBookFor(take, listed->records(), {"name", "email", "address"}, {240, 240, 300},
         {localText("Name"), localText("E-mail"), localText("Address")}, localText("Contact"));
-    m_people = std::move(listed);
+    // An empty book opens no chooser, and one that is open goes on with whom it shows.
+    if (people->empty())
+        return;
+    m_people = std::move(*people);
+    m_listed = std::move(listed);
 }
 
 void ContactCommands::updateContactFromABMenuItem()
 {
-    const AddressBookPeople book = m_needs.addressBook.people();
-    if (!book.troubles.isEmpty())
-        m_needs.tellTrouble(book.troubles);
-    if (const Person* person = personWithId(book.people, m_form.ref.text().toStdString()))
+    const std::optional<std::vector<Person>> people = m_needs.readAddressBook();
+    if (!people)
+        return;
+    if (const Person* person = personWithId(*people, m_form.ref.text().toStdString()))
         takeDetails(*person);
     else
         m_form.ref.setFault(localText("The address book has nobody of this reference."));

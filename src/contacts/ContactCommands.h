@@ -1,28 +1,27 @@
 // What the buttons of a contact editor do to the texts in its fields. All of it is in the editor only, until that is saved.
 #pragma once
 
+#include "contacts/AddressBook.h"
 #include "contacts/Contact.h"
 #include "storage/qvDataSource.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
 
-class AddressBook;
 class Clipboard;
 class ContactForm;
 class Opener;
 class qvPicker;
-struct Person;
 
 struct ContactCommandNeeds {
     Clipboard& clipboard;
     Opener& opener;
     Beeper& beeper;
-    const AddressBook& addressBook;
+    /// Everybody in the address book; nothing when the person stopped the reading. Has told what could not be read.
+    std::function<std::optional<std::vector<Person>>()> readAddressBook;
     qvPicker& picker;
     const SortSettings& sorting;
-    /// Says what of the address book could not be read.
-    std::function<void(const QStringList&)> tellTrouble;
 };
 
 class ContactCommands {
@@ -43,10 +42,12 @@ public:
     void updateContactFromABMenuItem();
 
 private:
+    void refuseToPaste(const QString& why);
     void takeDetails(const Person& person);
 
     ContactForm& m_form;
     ContactCommandNeeds m_needs;
-    /// Whom the chooser shows.
-    std::unique_ptr<Collection<Contact>> m_people;
+    /// Whom the chooser shows, and the same as contacts.
+    std::vector<Person> m_people;
+    std::unique_ptr<Collection<Contact>> m_listed;
 };

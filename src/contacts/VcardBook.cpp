@@ -8,54 +8,93 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
-/// More about one file would bury what it is about.
-constexpr std::size_t mostTroubles = 10;
+class BookReader {
+public:
+    explicit BookReader(const GoesOn& goesOn) : m_goesOn(goesOn) { }
 
-void tellTroubles(AddressBookPeople& book, const QString& path, const std::vector<VcardTrouble>& troubles)
-{
-    for (std::size_t n = 0; n < std::min(troubles.size(), mostTroubles); ++n)
-        book.troubles += fillText(localText("%@, line %@: %@"), {path, QString::number(troubles[n].line), troubles[n].sentence});
-    if (troubles.size() > mostTroubles)
-        book.troubles += fillText(localText("%@: %@ further lines like these."), {path, QString::number(troubles.size() - mostTroubles)});
-}
-
-void readFile(AddressBookPeople& book, const QString& path)
-{
-    const FileBytes file = readWholeFile(path.toStdString());
-    if (file.trouble != ReadTrouble::none) {
-        book.troubles += fillText(localText("The address book %@ cannot be read: %@"), {path, QString::fromStdString(file.reason)});
-        return;
+    AddressBookPeople read(const QStringList& paths)
+    {
+        for (const QString& path : paths) {
+            if (QFileInfo(path).isDir())
+                addFolder(path);
+            else
+                add(path);
+        }
+        for (const File& file : m_files) {
+            readFile(file);
+            m_bytesRead += file.size;
+            m_book.wasStopped = m_book.wasStopped || !m_goesOn(share(0));
+            if (m_book.wasStopped)
+                break;
+        }
+        return std::move(m_book);
     }
-    VcardPeople read = readVcards(file.bytes);
-    if (!read.hasCards)
-        book.troubles += fillText(localText("%@ holds no vCards."), {path});
-    tellTroubles(book, path, read.troubles);
-    std::move(read.people.begin(), read.people.end(), std::back_inserter(book.people));
-}
 
-void readFolder(AddressBookPeople& book, const QString& path)
-{
-    const QDir folder(path);
-    if (!folder.isReadable()) {
-        book.troubles += fillText(localText("The folder %@ cannot be read."), {path});
-        return;
+private:
+    struct File {
+        QString path;
+        double size;
+    };
+
+    void add(const QString& path)
+    {
+        m_files.push_back({path, static_cast<double>(QFileInfo(path).size())});
+        m_bytes += m_files.back().size;
     }
-    for (const QString& name : folder.entryList({"*.vcf", "*.vcard"}, QDir::Files, QDir::Name))
-        readFile(book, folder.filePath(name));
-}
+
+    void addFolder(const QString& path)
+    {
+        const QDir folder(path);
+        if (!folder.isReadable()) {
+            m_book.troubles += fillText(localText("The folder %@ cannot be read."), {path});
+            return;
+        }
+        for (const QString& name : folder.entryList({"*.vcf", "*.vcard"}, QDir::Files, QDir::Name))
+            add(folder.filePath(name));
+    }
+
+    void readFile(const File& file)
+    {
+        const FileBytes contents = readWholeFile(file.path.toStdString());
+        if (contents.trouble != ReadTrouble::none) {
+            m_book.troubles +=
+                fillText(localText("The address book %@ cannot be read: %@"), {file.path, QString::fromStdString(contents.reason)});
+            return;
+        }
+        VcardPeople read = readVcards(contents.bytes, [&](double part) { return m_goesOn(share(part * file.size)); });
+        if (!read.hasCards)
+            m_book.troubles += fillText(localText("%@ holds no vCards."), {file.path});
+        tellTroubles(file.path, read);
+        std::move(read.people.begin(), read.people.end(), std::back_inserter(m_book.people));
+        m_book.wasStopped = read.wasStopped;
+    }
+
+    void tellTroubles(const QString& path, const VcardPeople& read)
+    {
+        for (const VcardTrouble& trouble : read.troubles)
+            m_book.troubles += fillText(localText("%@, line %@: %@"), {path, QString::number(trouble.line), trouble.sentence});
+        if (read.furtherTroubles > 0)
+            m_book.troubles += fillText(localText("%@: %@ further lines like these."), {path, QString::number(read.furtherTroubles)});
+    }
+
+    /// Of all bytes, with so many of the file that is being read.
+    double share(double inFile) const { return m_bytes > 0 ? std::min(1.0, (m_bytesRead + inFile) / m_bytes) : 1; }
+
+    const GoesOn& m_goesOn;
+    AddressBookPeople m_book;
+    std::vector<File> m_files;
+    double m_bytes = 0;
+    double m_bytesRead = 0;
+};
 
 } // namespace
 
-AddressBookPeople VcardBook::people() const
+AddressBookPeople VcardBook::people(const GoesOn& goesOn) const
 {
-    AddressBookPeople book;
-    for (const QString& path : m_paths()) {
-        if (QFileInfo(path).isDir())
-            readFolder(book, path);
-        else
-            readFile(book, path);
-    }
-    return book;
+    return BookReader(goesOn).read(m_paths());
 }

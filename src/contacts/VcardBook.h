@@ -11,7 +11,7 @@ public:
     explicit VcardBook(std::function<QStringList()> paths) : m_paths(std::move(paths)) { }
 
     /// File by file in the order of the paths, those of a folder by name.
-    AddressBookPeople people() const override;
+    AddressBookPeople people(const GoesOn& goesOn) const override;
 
 private:
     std::function<QStringList()> m_paths;

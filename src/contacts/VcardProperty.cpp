@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace {
 
@@ -53,7 +54,7 @@ std::vector<std::string_view> splitUnquoted(std::string_view text, char separato
     return parts;
 }
 
-/// At semicolons that no backslash stands before.
+/// At semicolons that no backslash stands before; what comes after the last part that counts is left out.
 std::vector<std::string_view> splitValue(std::string_view value)
 {
     std::vector<std::string_view> parts;
@@ -64,6 +65,8 @@ std::vector<std::string_view> splitValue(std::string_view value)
         } else if (value[at] == ';') {
             parts.push_back(value.substr(begin, at - begin));
             begin = at + 1;
+            if (parts.size() == mostVcardValues)
+                return parts;
         }
     }
     parts.push_back(value.substr(std::min(begin, value.size())));
@@ -237,12 +240,17 @@ VcardLines::VcardLines(std::string_view bytes) : m_converted(convertedFile(bytes
 {
     if (m_bytes.starts_with("\xef\xbb\xbf"))
         m_bytes.remove_prefix(3);
+    m_lineFeed = m_bytes.find('\n');
+    m_carriageReturn = m_bytes.find('\r');
 }
 
-std::string_view VcardLines::peekLine() const
+std::string_view VcardLines::peekLine()
 {
-    const std::string_view rest = m_bytes.substr(m_at);
-    return rest.substr(0, rest.find_first_of("\r\n"));
+    if (m_lineFeed < m_at)
+        m_lineFeed = m_bytes.find('\n', m_at);
+    if (m_carriageReturn < m_at)
+        m_carriageReturn = m_bytes.find('\r', m_at);
+    return m_bytes.substr(m_at, std::min(m_lineFeed, m_carriageReturn) - m_at);
 }
 
 std::string_view VcardLines::takeLine()
@@ -263,10 +271,13 @@ std::string_view VcardLines::takeLine()
 void VcardLines::unfold(std::string& logical, bool& tooLong)
 {
     logical = takeLine().substr(0, longestVcardProperty + 1);
-    const bool isCoded = isQuotedPrintable(logical);
+    std::optional<bool> isCoded;
     while (!atEnd()) {
         const std::string_view following = peekLine();
-        const bool isSoftBreak = isCoded && logical.ends_with('=') && capitals(trimmed(following.substr(0, 64))) != "END:VCARD";
+        const bool mayBeBroken = logical.ends_with('=');
+        if (mayBeBroken && !isCoded)
+            isCoded = isQuotedPrintable(logical);
+        const bool isSoftBreak = mayBeBroken && *isCoded && capitals(trimmed(following.substr(0, 64))) != "END:VCARD";
         const bool isFolded = following.starts_with(' ') || following.starts_with('\t');
         if (!isSoftBreak && !isFolded)
             break;
@@ -281,6 +292,10 @@ void VcardLines::unfold(std::string& logical, bool& tooLong)
 bool VcardLines::next(VcardProperty& property)
 {
     while (!atEnd()) {
+        if (peekLine().empty()) {
+            takeLine();
+            continue;
+        }
         property = {};
         property.line = m_line;
         std::string logical;

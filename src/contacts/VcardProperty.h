@@ -12,7 +12,7 @@ struct VcardProperty {
     std::string group;
     std::string name;
     std::vector<std::string> types;
-    /// What stands between semicolons, decoded, in clean UTF-8.
+    /// What stands between semicolons, decoded, in clean UTF-8; mostVcardValues of them.
     std::vector<std::string> values;
     /// The same as one value, semicolons included.
     std::string text;
@@ -31,19 +31,26 @@ public:
 
     /// The next property; false at the end. Pictures and other lines of encoded data have no values.
     bool next(VcardProperty& property);
+    /// How much of the file is behind, from 0 to 1.
+    double share() const { return m_bytes.empty() ? 1 : static_cast<double>(m_at) / static_cast<double>(m_bytes.size()); }
 
 private:
     bool atEnd() const { return m_at >= m_bytes.size(); }
-    std::string_view peekLine() const;
+    std::string_view peekLine();
     std::string_view takeLine();
     void unfold(std::string& logical, bool& tooLong);
 
     std::string m_converted;
     std::string_view m_bytes;
     std::size_t m_at = 0;
+    /// Where the next ones stand: looked for once, however many lines the other sign ends before.
+    std::size_t m_lineFeed = 0;
+    std::size_t m_carriageReturn = 0;
     int m_line = 1;
     bool m_inData = false;
 };
 
+/// No property that anybody needs has as many.
+inline constexpr std::size_t mostVcardValues = 16;
 /// A property of more bytes is not taken.
 inline constexpr std::size_t longestVcardProperty = 64 * 1024;

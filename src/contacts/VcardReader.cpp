@@ -19,6 +19,7 @@ struct GroupedPhone {
 
 struct Card {
     int line = 0;
+    int linesTaken = 0;
     /// Surname first; none when the card has no such line.
     std::vector<std::string> name;
     std::string fullName;
@@ -179,10 +180,16 @@ class CardReader {
 public:
     explicit CardReader(std::string_view bytes) : m_lines(bytes) { }
 
-    VcardPeople read()
+    VcardPeople read(const GoesOn& goesOn)
     {
-        for (VcardProperty property; m_lines.next(property);)
+        constexpr int betweenQuestions = 1000;
+        int read = 0;
+        for (VcardProperty property; m_lines.next(property);) {
             take(property);
+            m_result.wasStopped = ++read % betweenQuestions == 0 && goesOn && !goesOn(m_lines.share());
+            if (m_result.wasStopped)
+                return std::move(m_result);
+        }
         if (m_card)
             endUnfinished();
         return std::move(m_result);
@@ -226,10 +233,15 @@ private:
         const auto taker = std::find_if(takers.begin(), takers.end(), [&](const Taker& each) { return each.name == property.name; });
         if (taker == takers.end())
             return;
-        if (property.isTooLong)
+        if (property.isTooLong) {
             tell(property.line, localText("This line is longer than anything a contact can hold."));
-        else if (!property.values.empty())
-            taker->take(card, property);
+        } else if (!property.values.empty()) {
+            ++card.linesTaken;
+            if (card.linesTaken <= longestVcard)
+                taker->take(card, property);
+            else if (card.linesTaken == longestVcard + 1)
+                tell(property.line, localText("From here on the card is longer than anybody's, and nothing more of it was taken."));
+        }
     }
 
     void end()
@@ -260,7 +272,13 @@ private:
             m_result.people.push_back(std::move(person));
     }
 
-    void tell(int line, const QString& sentence) { m_result.troubles.push_back({line, sentence}); }
+    void tell(int line, const QString& sentence)
+    {
+        if (m_result.troubles.size() < mostVcardTroubles)
+            m_result.troubles.push_back({line, sentence});
+        else
+            ++m_result.furtherTroubles;
+    }
 
     VcardLines m_lines;
     VcardPeople m_result;
@@ -272,7 +290,7 @@ private:
 
 } // namespace
 
-VcardPeople readVcards(std::string_view bytes)
+VcardPeople readVcards(std::string_view bytes, const GoesOn& goesOn)
 {
-    return CardReader(bytes).read();
+    return CardReader(bytes).read(goesOn);
 }

@@ -62,6 +62,24 @@ dataObject& qvDataSource::add(std::unique_ptr<dataObject> owned)
     return record;
 }
 
+void qvDataSource::addAll(std::vector<std::unique_ptr<dataObject>> records)
+{
+    makeRoom(records.size());
+    const std::size_t before = m_collection.size();
+    // The sorted view moves aside once, and not for each of them.
+    std::vector<dataObject*> sorted = std::exchange(m_sortArray, {});
+    for (std::unique_ptr<dataObject>& record : records)
+        add(std::move(record));
+    if (sorted.empty())
+        return;
+    const auto first = m_collection.begin() + static_cast<std::ptrdiff_t>(before);
+    if (m_defaultSortNew)
+        sorted.insert(sorted.begin(), m_collection.rbegin(), std::make_reverse_iterator(first));
+    else
+        sorted.insert(sorted.end(), first, m_collection.end());
+    m_sortArray = std::move(sorted);
+}
+
 void qvDataSource::makeRoom(std::size_t expected)
 {
     // The first record that a person adds does not move all the others.

@@ -62,6 +62,8 @@ public:
 
     /// Takes the record over and appends it. A record without id gets the next one; undo is over.
     dataObject& add(std::unique_ptr<dataObject> record);
+    /// The same for many at once, in their order.
+    void addAll(std::vector<std::unique_ptr<dataObject>> records);
     /// Makes room for so many records that are about to be added.
     void makeRoom(std::size_t more);
     /// Undo's way back: appends a record that was deleted. Ids and the id map stay as they are.

@@ -43,7 +43,7 @@ void takeContact(AddressBookPeople& all, EContact* contact)
     std::move(read.people.begin(), read.people.end(), std::back_inserter(all.people));
 }
 
-void readBook(AddressBookPeople& all, ESource* source)
+void readBook(AddressBookPeople& all, ESource* source, const GoesOn& goesOn)
 {
     const QString name = QString::fromUtf8(e_source_get_display_name(source));
     GError* error = nullptr;
@@ -53,14 +53,18 @@ void readBook(AddressBookPeople& all, ESource* source)
     GSList* contacts = nullptr;
     if (!e_book_client_get_contacts_sync(E_BOOK_CLIENT(client.get()), everybody, &contacts, nullptr, &error))
         return tell(all, name, error);
-    for (const GSList* contact = contacts; contact; contact = contact->next)
+    const auto count = static_cast<double>(g_slist_length(contacts));
+    int taken = 0;
+    for (const GSList* contact = contacts; contact && !all.wasStopped; contact = contact->next) {
         takeContact(all, E_CONTACT(contact->data));
+        all.wasStopped = !goesOn(++taken / count);
+    }
     g_slist_free_full(contacts, g_object_unref);
 }
 
 } // namespace
 
-AddressBookPeople DesktopBook::people() const
+AddressBookPeople DesktopBook::people(const GoesOn& goesOn) const
 {
     AddressBookPeople all;
     const Owned<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
@@ -80,15 +84,19 @@ AddressBookPeople DesktopBook::people() const
         return all;
     }
     GList* sources = e_source_registry_list_enabled(registry.get(), E_SOURCE_EXTENSION_ADDRESS_BOOK);
-    for (const GList* source = sources; source; source = source->next)
-        readBook(all, E_SOURCE(source->data));
+    const auto count = static_cast<double>(g_list_length(sources));
+    int read = 0;
+    for (const GList* source = sources; source && !all.wasStopped; source = source->next) {
+        readBook(all, E_SOURCE(source->data), [&](double share) { return goesOn((read + share) / count); });
+        ++read;
+    }
     g_list_free_full(sources, g_object_unref);
     return all;
 }
 
 #else
 
-AddressBookPeople DesktopBook::people() const
+AddressBookPeople DesktopBook::people(const GoesOn&) const
 {
     return {};
 }

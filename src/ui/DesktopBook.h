@@ -7,5 +7,5 @@
 class DesktopBook : public AddressBook {
 public:
     /// Everybody of every book that is switched on, book by book. A desktop without such a server has none.
-    AddressBookPeople people() const override;
+    AddressBookPeople people(const GoesOn& goesOn) const override;
 };

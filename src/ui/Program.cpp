@@ -51,7 +51,7 @@ QString Program::resourceFolder()
 VendaroDesktop Program::desktop()
 {
     return {m_alerts, m_beeper, m_clock, m_user, m_panels, m_opener, m_printing, m_clipboard, resourceFolder(), {},
-        QStringLiteral(VENDARO_VERSION), &m_desktopBook};
+        QStringLiteral(VENDARO_VERSION), &m_desktopBook, &m_longWork};
 }
 
 Program::Program() : m_vendaro(desktop())

@@ -3,6 +3,7 @@
 
 #include "app/Vendaro.h"
 #include "ui/DesktopBook.h"
+#include "ui/LongWorkCard.h"
 #include "ui/RealDesktop.h"
 #include "ui/Windows.h"
 
@@ -44,6 +45,7 @@ private:
     RealPrinting m_printing;
     RealClipboard m_clipboard;
     DesktopBook m_desktopBook;
+    LongWorkCard m_longWork;
     Vendaro m_vendaro;
     std::unique_ptr<Windows> m_windows;
     QTimer m_settingsTimer;

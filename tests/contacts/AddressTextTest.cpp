@@ -43,6 +43,12 @@ TEST(AddressTextTest, ATextIsSplitAtLineFeedsOrElseAtCarriageReturns)
     EXPECT_EQ(pastedLines("a\rb\n"), QStringList({"a", "b"})) << "one line feed at the end makes no second line";
 }
 
+TEST(AddressTextTest, ControlCharactersAreNoPartOfALine)
+{
+    EXPECT_EQ(pastedLines(QString::fromLatin1("A\x1b\0da\n\x07\n1\tRoad\x7f\n\x01\n", 18)), QStringList({"Ada", "", "1\tRoad"}));
+    EXPECT_EQ(pastedLines("\x01\n\x02"), QStringList());
+}
+
 TEST(AddressTextTest, BlanksAtTheEndsOfLinesAndEmptyLinesAtTheEndOfTheTextGo)
 {
     EXPECT_EQ(pastedLines("a \u00a0\n b\t\n\nc\n \n\n"), QStringList({"a", " b", "", "c"}));

@@ -1,6 +1,7 @@
 // Import from the address book, the e-mail list, and the agent that moves third address lines.
 #include "support/AddressBookFile.h"
 #include "support/Business.h"
+#include "support/ListResets.h"
 
 #include <gmock/gmock.h>
 
@@ -20,16 +21,13 @@ protected:
         made.setCounty(county);
         return made;
     }
-    /// Somebody else has the database open.
+    /// Somebody else has the database with Ann open.
     void beginReadOnly()
     {
         begin();
         living("Ann", "Kent", "");
         quit();
-        writeFile("lock.xml",
-            document("<dict><key>datetime</key><string>2024-03-01 09:00:00 +0000</string><key>reason</key>"
-                     "<string>database open</string><key>user</key><string>bob</string></dict>"));
-        start();
+        Business::beginReadOnly();
         ASSERT_TRUE(app().session().isReadOnly());
         alerts.forget();
         alerts.answer("OK");
@@ -69,6 +67,43 @@ TEST_F(ContactAgentsTest, TheListIsFilteredAgainAfterAnImport)
     alerts.answer("OK");
     contacts().importAllContactsFromAB();
     EXPECT_THAT(shown(contacts(), "name"), ElementsAre("Ada Quill"));
+}
+
+TEST_F(ContactAgentsTest, ManyPeopleAreShownAtOnceWhereNewOnesStandInTheList)
+{
+    begin();
+    contact("Ann");
+    contacts().toggleSort("name");
+    constexpr int many = 5000;
+    QByteArray cards;
+    for (int n = 0; n < many; ++n)
+        cards += "BEGIN:VCARD\nN:P" + QByteArray::number(n) + "\nEND:VCARD\n";
+    haveAddressBook(cards);
+    ListResets resets;
+    contacts().addObserver(resets);
+    alerts.answer("OK");
+    contacts().importAllContactsFromAB();
+    contacts().removeObserver(resets);
+    EXPECT_EQ(contacts().getCount(), many + 1);
+    EXPECT_EQ(resets.count, 1);
+    // Each stands before those that were there.
+    EXPECT_EQ(contacts().getnthVisibleItem(0)->getName(), " P4999");
+    EXPECT_EQ(contacts().getnthVisibleItem(many - 1)->getName(), " P0");
+    EXPECT_EQ(contacts().getnthVisibleItem(many)->getName(), "Ann");
+}
+
+TEST_F(ContactAgentsTest, AnImportThatIsStoppedTakesNobodyIn)
+{
+    begin();
+    haveAddressBook(QByteArray("BEGIN:VCARD\nN:Quill;Ada\nEND:VCARD\n").repeated(2000));
+    QString status;
+    QObject::connect(&app(), &Vendaro::statusWanted, &app(), [&](const QString& line) { status = line; });
+    longWork.stops = true;
+    contacts().importAllContactsFromAB();
+    EXPECT_EQ(contacts().getCount(), 0);
+    EXPECT_EQ(status, "Stopped. Nobody was imported.");
+    EXPECT_EQ(longWork.titles, QStringList({"Reading the Address Book"}));
+    EXPECT_TRUE(alerts.asked().empty());
 }
 
 TEST_F(ContactAgentsTest, AnEmptyAddressBookImportsNothingAndAsksNothing)

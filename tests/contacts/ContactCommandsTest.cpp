@@ -1,6 +1,7 @@
 // What the buttons of the contact editors do to their fields.
 #include "contacts/ContactCommands.h"
 
+#include "contacts/AddressText.h"
 #include "support/AddressBookFile.h"
 #include "support/Business.h"
 
@@ -149,11 +150,54 @@ TEST_F(ContactCommandsTest, NothingOnTheClipboardChangesNothing)
     begin();
     contacts().create();
     form().name.edit("Ada");
-    clipboard.contents = " \n";
+    // A picture gives no text at all.
+    for (const char* contents : {"", " \n", "\x01\x1b\n\x07"}) {
+        clipboard.contents = contents;
+        form().pasteContact.trigger();
+        EXPECT_EQ(form().name.text(), "Ada");
+        EXPECT_FALSE(form().changedByCommand);
+        EXPECT_EQ(form().name.fault(), "There is no address on the clipboard.");
+        form().name.edit("Ada Q");
+        EXPECT_EQ(form().name.fault(), "");
+        form().name.edit("Ada");
+    }
+    EXPECT_EQ(beeper.beeps, 3);
+}
+
+TEST_F(ContactCommandsTest, WhatWasSaidOfTheClipboardGoesWithTheNextAddressOrContact)
+{
+    begin();
+    contacts().create();
     form().pasteContact.trigger();
-    EXPECT_EQ(form().name.text(), "Ada");
-    EXPECT_FALSE(form().changedByCommand);
-    EXPECT_EQ(beeper.beeps, 1);
+    EXPECT_NE(form().name.fault(), "");
+    clipboard.contents = "Ada\n1 Road";
+    form().pasteContact.trigger();
+    EXPECT_EQ(form().name.fault(), "");
+    clipboard.contents.clear();
+    form().pasteContact.trigger();
+    EXPECT_NE(form().name.fault(), "");
+    contacts().editThisContact(contact("Bob"));
+    EXPECT_EQ(form().name.fault(), "");
+}
+
+TEST_F(ContactCommandsTest, ATextTooLongForAnAddressIsNotPasted)
+{
+    begin();
+    contacts().create();
+    form().name.edit("Ada");
+    const QString lines = "Ada\n1 Road\n";
+    clipboard.contents = lines + QString(longestPastedAddress - lines.size(), 'x');
+    form().pasteContact.trigger();
+    EXPECT_EQ(form().add1.text(), "1 Road");
+    form().add1.edit("");
+    for (const QString& tooLong : {clipboard.contents + 'x', QString(50'000'000, 'x'), QString(50'000'000, '\n')}) {
+        clipboard.contents = tooLong;
+        form().pasteContact.trigger();
+        EXPECT_EQ(form().add1.text(), "");
+        EXPECT_EQ(form().name.text(), "Ada");
+        EXPECT_EQ(form().name.fault(), "What is on the clipboard is too long for an address.");
+    }
+    EXPECT_EQ(beeper.beeps, 3);
 }
 
 // Letters and pages
@@ -286,6 +330,40 @@ TEST_F(ContactCommandsTest, WhoIsChosenTooLateDoesNotGetIntoAnotherContact)
     contacts().editThisContact(bob);
     app().getPicker().chooseSelected();
     EXPECT_EQ(form().name.text(), "Bob");
+}
+
+TEST_F(ContactCommandsTest, WhenReadingIsStoppedNothingChanges)
+{
+    begin();
+    haveAddressBook(ada().repeated(200));
+    Contact& old = contact("Ada Penrose");
+    old.setRef("6B29:ABPerson");
+    contacts().editThisContact(old);
+    longWork.stops = true;
+    form().pickFromAddressBook.trigger();
+    EXPECT_FALSE(app().getPicker().form.isOpen());
+    form().updateFromAddressBook.trigger();
+    EXPECT_EQ(form().name.text(), "Ada Penrose");
+    EXPECT_EQ(form().ref.fault(), "");
+    EXPECT_FALSE(form().changedByCommand);
+    EXPECT_EQ(longWork.titles.size(), 2);
+}
+
+TEST_F(ContactCommandsTest, AnAddressBookThatBecameEmptyLeavesWhoIsOfferedAlready)
+{
+    begin();
+    haveAddressBook(ada());
+    contacts().create();
+    form().pickFromAddressBook.trigger();
+    haveAddressBook("");
+    alerts.answer("OK");
+    form().pickFromAddressBook.trigger();
+    EXPECT_EQ(lastAlert().text, "There are no Contacts in the address book.");
+    qvPicker& picker = app().getPicker();
+    ASSERT_TRUE(picker.form.isOpen());
+    EXPECT_EQ(shown(picker, "1"), std::vector<std::string>({"Ada Quill"}));
+    picker.chooseSelected();
+    EXPECT_EQ(form().name.text(), "Ada Quill");
 }
 
 TEST_F(ContactCommandsTest, AnEmptyAddressBookSaysSo)

@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <algorithm>
+
 namespace {
 
 class VcardBookTest : public testing::Test {
@@ -21,7 +23,7 @@ protected:
     static QByteArray card(const char* name) { return QByteArray("BEGIN:VCARD\nN:") + name + "\nEND:VCARD\n"; }
     AddressBookPeople read() const
     {
-        return VcardBook([this] { return paths; }).people();
+        return VcardBook([this] { return paths; }).people([](double) { return true; });
     }
     static QStringList namesOf(const AddressBookPeople& book)
     {
@@ -75,6 +77,28 @@ TEST_F(VcardBookTest, WhatCannotBeReadIsToldAndTheOthersAreRead)
     EXPECT_TRUE(book.troubles[0].startsWith("The address book " + path("gone.vcf") + " cannot be read: "))
         << book.troubles[0].toStdString();
     EXPECT_EQ(book.troubles[1], path("picture.vcf") + " holds no vCards.");
+}
+
+TEST_F(VcardBookTest, TheShareGrowsWithTheBytesOfAllFilesAndReadingStopsWhenAsked)
+{
+    // Three files of equal length, each long enough to be asked about on its way.
+    const QByteArray cards = card("A").repeated(1000);
+    paths = {write("a.vcf", cards), write("b.vcf", cards), write("c.vcf", cards)};
+    std::vector<double> shares;
+    const auto note = [&](double share) {
+        shares.push_back(share);
+        return true;
+    };
+    const VcardBook book([this] { return paths; });
+    EXPECT_EQ(book.people(note).people.size(), 3000u);
+    EXPECT_TRUE(std::is_sorted(shares.begin(), shares.end()));
+    EXPECT_GT(shares.size(), 6u);
+    EXPECT_DOUBLE_EQ(shares.back(), 1);
+
+    const AddressBookPeople begun = book.people([](double share) { return share < 0.5; });
+    EXPECT_TRUE(begun.wasStopped);
+    EXPECT_GT(begun.people.size(), 1000u);
+    EXPECT_LT(begun.people.size(), 2000u);
 }
 
 TEST_F(VcardBookTest, DamageIsToldByFileAndLine)

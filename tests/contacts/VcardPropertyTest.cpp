@@ -146,6 +146,43 @@ TEST(VcardPropertyTest, ALineThatIsTooLongIsNotTakenWhetherFoldedOrNot)
     EXPECT_EQ(properties[1].text, "1");
 }
 
+TEST(VcardPropertyTest, ValuesBeyondThoseThatCountAreLeftOut)
+{
+    const VcardProperty property = propertyOf("N:a;b" + std::string(60'000, ';'));
+    EXPECT_EQ(property.values.size(), mostVcardValues);
+    EXPECT_EQ(property.values[1], "b");
+    EXPECT_EQ(property.text.size(), 60'003u);
+    EXPECT_EQ(propertyOf("N:" + std::string(mostVcardValues - 1, ';') + "z").values.back(), "z");
+}
+
+TEST(VcardPropertyTest, WaysToEndLinesMayBeMixed)
+{
+    for (const char* text : {"A:1\rB:2\nC:3\r\nD:4", "A:1\nB:2\nC:3\rD:4\r", "A:1\rB:2\rC:3\rD:4\n"}) {
+        const std::vector<VcardProperty> properties = propertiesOf(text);
+        ASSERT_EQ(properties.size(), 4u) << text;
+        EXPECT_EQ(properties[3].text, "4");
+        EXPECT_EQ(properties[3].line, 4);
+    }
+}
+
+TEST(VcardPropertyTest, ASoftBreakMayFollowAFoldedLine)
+{
+    EXPECT_EQ(propertyOf("FN;ENCODING=QUOTED-PRINTABLE:Ada \n Qu=\n=69ll").text, "Ada Quill");
+    EXPECT_EQ(propertyOf("FN;ENCODING=QUOTED-PRINTABLE:Ada=\n Q\n uill").text, "Ada Quill");
+}
+
+TEST(VcardPropertyTest, TheShareSaysHowMuchIsBehind)
+{
+    VcardLines lines("A:1\nB:2\n");
+    VcardProperty property;
+    EXPECT_DOUBLE_EQ(lines.share(), 0);
+    lines.next(property);
+    EXPECT_DOUBLE_EQ(lines.share(), 0.5);
+    lines.next(property);
+    EXPECT_DOUBLE_EQ(lines.share(), 1);
+    EXPECT_DOUBLE_EQ(VcardLines("").share(), 1);
+}
+
 TEST(VcardPropertyTest, NothingIsFoundInNothing)
 {
     for (const char* text : {"", "\n", "\r\r\r\n\n", " ", "\xef\xbb\xbf"})

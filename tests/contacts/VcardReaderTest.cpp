@@ -222,6 +222,50 @@ TEST(VcardReaderTest, ACardOfNobodyIsToldAndGivesNobody)
     EXPECT_EQ(read.troubles[0].sentence, "The card that begins here holds nobody.");
 }
 
+TEST(VcardReaderTest, OfManyTroublesTheFirstAreToldAndTheOthersCounted)
+{
+    std::string cards = "BEGIN:VCARD\nN:A\n";
+    for (std::size_t n = 0; n < mostVcardTroubles + 7; ++n)
+        cards += "rubbish\n";
+    const VcardPeople read = readVcards(cards + "END:VCARD\n");
+    ASSERT_EQ(read.troubles.size(), mostVcardTroubles);
+    EXPECT_EQ(read.troubles.front().line, 3);
+    EXPECT_EQ(read.furtherTroubles, 7u);
+}
+
+TEST(VcardReaderTest, ACardThatIsLongerThanAnybodysIsTakenSoFarAndToldOnce)
+{
+    std::string card = "BEGIN:VCARD\n";
+    for (int n = 0; n < longestVcard; ++n)
+        card += "TEL:1\nNOTE:not counted\n";
+    EXPECT_TRUE(readVcards(card + "END:VCARD\n").troubles.empty());
+    const VcardPeople read = readVcards(card + "TEL:2\nN:Late\nEND:VCARD\nBEGIN:VCARD\nN:Next\nEND:VCARD\n");
+    ASSERT_EQ(read.people.size(), 2u);
+    EXPECT_EQ(read.people[0].phones.size(), static_cast<std::size_t>(longestVcard));
+    EXPECT_EQ(read.people[0].lastName, "");
+    EXPECT_EQ(read.people[1].lastName, "Next");
+    ASSERT_EQ(read.troubles.size(), 1u);
+    EXPECT_EQ(read.troubles[0].line, 2 * longestVcard + 2);
+    EXPECT_EQ(read.troubles[0].sentence, "From here on the card is longer than anybody's, and nothing more of it was taken.");
+}
+
+TEST(VcardReaderTest, ReadingStopsWhenItIsAskedTo)
+{
+    std::string cards;
+    for (int n = 0; n < 4000; ++n)
+        cards += "BEGIN:VCARD\nN:A\nEND:VCARD\n";
+    std::vector<double> shares;
+    const auto untilHalf = [&](double share) {
+        shares.push_back(share);
+        return share < 0.5;
+    };
+    const VcardPeople read = readVcards(cards, untilHalf);
+    EXPECT_TRUE(read.wasStopped);
+    EXPECT_EQ(read.people.size(), 2000u) << "after six times a thousand lines";
+    EXPECT_EQ(shares.size(), 6u);
+    EXPECT_FALSE(readVcards(cards).wasStopped);
+}
+
 TEST(VcardReaderTest, WhatStandsOutsideOfCardsIsPassedOver)
 {
     const VcardPeople read = readVcards("hello\nEND:VCARD\nTEL:1\n");

@@ -231,6 +231,31 @@ TEST_F(qvDataSourceTest, whereTheSortedViewEndsTheCollectionGoesOn)
     EXPECT_EQ(articles.getnthSortedItem(2), articles.getnthItem(0));
 }
 
+TEST_F(qvDataSourceTest, manyThatAreAddedAtOnceStandAsIfAddedOneByOne)
+{
+    for (const bool newestFirst : {true, false}) {
+        articles.clear();
+        articles.setDefaultSortNew(newestFirst);
+        addAll({"b", "a"});
+        sortBy("name");
+        std::vector<std::unique_ptr<dataObject>> made;
+        for (const char* name : {"d", "c"}) {
+            made.push_back(std::make_unique<Article>());
+            made.back()->setFieldByName("name", name);
+        }
+        articles.addAll(std::move(made));
+        articles.reloadData();
+        EXPECT_EQ(articles.shown(), newestFirst ? "c d a b " : "a b d c ");
+        EXPECT_EQ(articles.getItemById(3)->getFieldByName("name"), "d");
+        EXPECT_EQ(articles.highestId(), 4);
+    }
+    articles.clear();
+    std::vector<std::unique_ptr<dataObject>> one;
+    one.push_back(std::make_unique<Article>());
+    articles.addAll(std::move(one));
+    EXPECT_TRUE(articles.getSortArray().empty()) << "a list that is not sorted stays so";
+}
+
 TEST_F(qvDataSourceTest, clearingEmptiesTheListButNotTheIdMap)
 {
     addAll({"b", "a"});

@@ -4,6 +4,7 @@
 
 #include "desktop/Alerts.h"
 #include "desktop/Desktop.h"
+#include "desktop/LongWork.h"
 
 #include <QStringList>
 #include <QTemporaryDir>
@@ -83,6 +84,19 @@ private:
     std::optional<QString> nextAnswer(const QString& title);
 
     std::deque<std::optional<QString>> m_answers;
+};
+
+class FakeLongWork : public LongWork {
+public:
+    void run(const QString& title, const std::function<void(const GoesOn&)>& work) override
+    {
+        titles += title;
+        work([this](double) { return !stops; });
+    }
+
+    /// Whether the person stops whatever is long.
+    bool stops = false;
+    QStringList titles;
 };
 
 class FakeClipboard : public Clipboard {

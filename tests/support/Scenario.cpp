@@ -26,6 +26,13 @@ QStringList Scenario::log() const
     return m_log;
 }
 
+VendaroDesktop Scenario::desktop()
+{
+    VendaroDesktop desktop {alerts, beeper, clock, user, panels, opener, printing, clipboard, resources, locale};
+    desktop.longWork = &longWork;
+    return desktop;
+}
+
 void Scenario::start()
 {
     startWatched([](Vendaro&) {});
@@ -33,7 +40,7 @@ void Scenario::start()
 
 void Scenario::startWatched(const std::function<void(Vendaro&)>& watch)
 {
-    m_app = std::make_unique<Vendaro>(VendaroDesktop {alerts, beeper, clock, user, panels, opener, printing, clipboard, resources, locale});
+    m_app = std::make_unique<Vendaro>(desktop());
     watch(*m_app);
     m_app->start();
     m_app->finishLaunching();
@@ -41,7 +48,7 @@ void Scenario::startWatched(const std::function<void(Vendaro&)>& watch)
 
 void Scenario::startListening(const std::function<void(Vendaro&)>& listen)
 {
-    m_app = std::make_unique<Vendaro>(VendaroDesktop {alerts, beeper, clock, user, panels, opener, printing, clipboard, resources, locale});
+    m_app = std::make_unique<Vendaro>(desktop());
     m_app->start();
     listen(*m_app);
     m_app->finishLaunching();

@@ -62,12 +62,15 @@ protected:
     FakeClipboard clipboard;
     FakeOpener opener;
     FakePrinting printing;
+    FakeLongWork longWork;
     FakeScheduler scheduler;
     /// Where the program finds templates and the sample business; the project's own by default.
     QString resources;
     std::string locale = "en_GB";
 
 private:
+    VendaroDesktop desktop();
+
     /// The program also logs from the thread that writes.
     mutable std::mutex m_logMutex;
     QStringList m_log;

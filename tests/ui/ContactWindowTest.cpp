@@ -3,10 +3,13 @@
 
 #include "UiTest.h"
 #include "support/Business.h"
+#include "ui/RealDesktop.h"
 #include "ui/kit/RecordTable.h"
 #include "ui/kit/UnderlineTabs.h"
 
+#include <QClipboard>
 #include <QComboBox>
+#include <QImage>
 #include <QLabel>
 #include <QPlainTextEdit>
 
@@ -202,6 +205,24 @@ TEST_F(ContactOnScreen, anAddressIsPastedPutRightAndCopied)
     EXPECT_EQ(clipboard.contents, QString("Ada Quill\r12 Mill Lane\rHexworth\r\r\rHX1 2AB"));
     save(*person);
     EXPECT_EQ(static_cast<const Contact&>(*contacts().getnthItem(0)).getAdd2(), "Hexworth");
+}
+
+TEST_F(ContactOnScreen, aPictureIsNoAddressAndTheNameSaysSo)
+{
+    create();
+    QImage picture(400, 300, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    QApplication::clipboard()->setImage(picture);
+    clipboard.contents = RealClipboard().text();
+    const auto isSaid = [this] {
+        const QList<QLabel*> labels = person->findChildren<QLabel*>();
+        return std::any_of(labels.begin(), labels.end(),
+            [](const QLabel* label) { return label->isVisible() && label->text() == "There is no address on the clipboard."; });
+    };
+    press(*child<QAbstractButton>(*person, "pasteContact"));
+    EXPECT_TRUE(isSaid());
+    type(*field(*person, "name"), "Ada");
+    EXPECT_FALSE(isSaid());
 }
 
 TEST_F(ContactOnScreen, whatACommandChangedIsNotLostByOneEsc)

@@ -80,7 +80,7 @@ private:
 TEST_F(DesktopBookTest, ADesktopWithoutSuchAServerHasNobodyAndNoTrouble)
 {
     startBus(nullptr);
-    const AddressBookPeople book = DesktopBook().people();
+    const AddressBookPeople book = DesktopBook().people([](double) { return true; });
     EXPECT_TRUE(book.people.empty());
     EXPECT_EQ(book.troubles.join("|").toStdString(), "");
 }
@@ -94,7 +94,7 @@ TEST_F(DesktopBookTest, PeopleOfTheDesktopsBookAreRead)
          "ADR;TYPE=HOME:;;12 Mill Lane;Hexworth;Northshire;HX1 2AB;UK\r\nEND:VCARD\r\n",
         "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Everybody\r\nX-EVOLUTION-LIST:TRUE\r\nEMAIL:ada@example.com\r\nEND:VCARD\r\n",
         "BEGIN:VCARD\r\nVERSION:3.0\r\nN:;;;;\r\nFN:Tärn Ltd\r\nORG:Tärn Ltd\r\nEND:VCARD\r\n"});
-    const AddressBookPeople book = DesktopBook().people();
+    const AddressBookPeople book = DesktopBook().people([](double) { return true; });
     EXPECT_EQ(book.troubles.join("|").toStdString(), "");
     ASSERT_EQ(book.people.size(), 2u);
     const auto ada = std::find_if(book.people.begin(), book.people.end(), [](const Person& each) { return each.lastName == "Quill"; });
@@ -114,8 +114,8 @@ TEST_F(DesktopBookTest, PeopleOfTheDesktopsBookAreRead)
 
 TEST(DesktopBookTest, WithoutItsLibraryThereIsNobodyAndNoTrouble)
 {
-    EXPECT_TRUE(DesktopBook().people().people.empty());
-    EXPECT_TRUE(DesktopBook().people().troubles.isEmpty());
+    EXPECT_TRUE(DesktopBook().people([](double) { return true; }).people.empty());
+    EXPECT_TRUE(DesktopBook().people([](double) { return true; }).troubles.isEmpty());
 }
 
 #endif
