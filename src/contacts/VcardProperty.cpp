@@ -1,6 +1,7 @@
 #include "contacts/VcardProperty.h"
 
 #include "foundation/Text.h"
+#include "foundation/Trimmed.h"
 
 #include <QByteArray>
 #include <QStringDecoder>
@@ -23,13 +24,6 @@ std::string capitals(std::string_view text)
             letter = static_cast<char>(letter - 'a' + 'A');
     }
     return result;
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    constexpr std::string_view blanks = " \t\r\n";
-    const std::size_t begin = text.find_first_not_of(blanks);
-    return begin == std::string_view::npos ? std::string_view() : text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
 }
 
 /// The position of the first such character outside of quotation marks.

@@ -5,6 +5,7 @@
 #include "foundation/Dates.h"
 #include "foundation/Money.h"
 #include "foundation/Numbers.h"
+#include "foundation/Trimmed.h"
 
 #include <algorithm>
 
@@ -13,20 +14,9 @@ namespace {
 /// A date whose day cannot be taken for a month.
 const QDate exampleDate(2024, 12, 25);
 
-bool isBlankText(std::string_view text)
-{
-    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
-}
-
-std::string_view withoutBlanks(std::string_view text)
-{
-    const std::size_t first = text.find_first_not_of(" \t\r\n");
-    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
-
 bool isWholeNumber(std::string_view text)
 {
-    text = withoutBlanks(text);
+    text = trimmed(text);
     if (text.starts_with('-') || text.starts_with('+'))
         text.remove_prefix(1);
     return !text.empty() && std::all_of(text.begin(), text.end(), [](char letter) { return letter >= '0' && letter <= '9'; });
@@ -35,7 +25,7 @@ bool isWholeNumber(std::string_view text)
 /// Whether nothing stands behind the number that is read. A comma may stand for the point where it is read as one.
 bool readsToItsEnd(std::string_view text, const std::function<float(std::string_view)>& reads)
 {
-    std::string withPoint(withoutBlanks(text));
+    std::string withPoint(trimmed(text));
     if (numbers::decimal(withPoint))
         return true;
     if (const auto comma = withPoint.find(','); comma != std::string::npos)
@@ -54,7 +44,7 @@ QString dateSentence(const char* pattern)
 ValueCheck values::amount(const MoneyFormatter& money)
 {
     return [&money](std::string_view text) {
-        return isBlankText(text) || money.read(text) ? QString() : localText("This does not read as an amount; it counts as 0.");
+        return trimmed(text).empty() || money.read(text) ? QString() : localText("This does not read as an amount; it counts as 0.");
     };
 }
 
@@ -66,14 +56,14 @@ ValueCheck values::number(const MoneyFormatter& money)
 ValueCheck values::number(std::function<bool(std::string_view)> reads)
 {
     return [reads = std::move(reads)](std::string_view text) {
-        return isBlankText(text) || reads(text) ? QString() : localText("This does not read as a number; it counts as 0.");
+        return trimmed(text).empty() || reads(text) ? QString() : localText("This does not read as a number; it counts as 0.");
     };
 }
 
 ValueCheck values::wholeNumber()
 {
     return [](std::string_view text) {
-        if (isBlankText(text) || isWholeNumber(text))
+        if (trimmed(text).empty() || isWholeNumber(text))
             return QString();
         return fillText(localText("This does not read as a whole number; it counts as %@."), {QString::number(numbers::leadingInt(text))});
     };
@@ -82,7 +72,7 @@ ValueCheck values::wholeNumber()
 ValueCheck values::leadingNumber(std::function<float(std::string_view)> reads)
 {
     return [reads = std::move(reads)](std::string_view text) {
-        if (isBlankText(text) || readsToItsEnd(text, reads))
+        if (trimmed(text).empty() || readsToItsEnd(text, reads))
             return QString();
         const std::string counted = numbers::general(static_cast<double>(reads(text)));
         return fillText(localText("This does not read as a number; it counts as %@."), {QString::fromStdString(counted)});
@@ -93,7 +83,7 @@ ValueCheck values::date(std::function<const char*()> pattern)
 {
     return [pattern = std::move(pattern)](std::string_view text) {
         const char* wanted = pattern();
-        return isBlankText(text) || dates::readDate(text, wanted) ? QString() : dateSentence(wanted);
+        return trimmed(text).empty() || dates::readDate(text, wanted) ? QString() : dateSentence(wanted);
     };
 }
 

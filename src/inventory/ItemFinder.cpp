@@ -1,5 +1,6 @@
 #include "inventory/ItemFinder.h"
 
+#include "foundation/Trimmed.h"
 #include "inventory/ItemManager.h"
 
 #include <algorithm>
@@ -14,13 +15,6 @@ constexpr char beforeCode = '\x02';
 constexpr char beforeName = '\x03';
 constexpr char beforeVariation = '\x04';
 constexpr char atEnd = '\x05';
-
-std::string_view trimmed(std::string_view text)
-{
-    constexpr std::string_view white = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(white);
-    return first == std::string_view::npos ? std::string_view() : text.substr(first, text.find_last_not_of(white) - first + 1);
-}
 
 /// Without what stands between the texts, so that nothing typed reaches across them.
 std::string folded(std::string_view text)

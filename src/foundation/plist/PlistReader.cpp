@@ -1,6 +1,7 @@
 #include "foundation/plist/PlistReader.h"
 
 #include "foundation/Text.h"
+#include "foundation/Trimmed.h"
 
 #include <array>
 #include <charconv>
@@ -87,13 +88,6 @@ bool isDate(std::string_view text)
     const std::chrono::year_month_day day {std::chrono::year(number(0, 4)), std::chrono::month(static_cast<unsigned>(number(5, 2))),
         std::chrono::day(static_cast<unsigned>(number(8, 2)))};
     return day.ok() && number(0, 4) > 0 && number(11, 2) < 24 && number(14, 2) < 60 && number(17, 2) < 60;
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    constexpr char blanks[] = " \t\n\r";
-    const std::size_t first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? std::string_view() : text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
 /// What does not read as its element says is taken as text: written back as it is, it would make the file unreadable for others.
