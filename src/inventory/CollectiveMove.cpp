@@ -3,12 +3,22 @@
 #include "inventory/ItemManager.h"
 #include "storage/PresentItem.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace {
 
 /// Up to here every way is followed.
 constexpr double mostSteps = 4096;
 /// No deeper, whatever a file says.
 constexpr int deepest = 1000;
+
+/// Quantities of a damaged file, multiplied level by level, must stay numbers.
+float bounded(float amount)
+{
+    constexpr float most = std::numeric_limits<float>::max();
+    return std::clamp(amount, -most, most);
+}
 
 } // namespace
 
@@ -50,7 +60,7 @@ bool CollectiveMove::move(const Item& collective, const Node& node, float by)
     if (!moves && !m_isMerged)
         return false;
     for (const Part& part : node.parts)
-        arrive(part, moves ? std::optional(by * part.qty) : std::nullopt);
+        arrive(part, moves ? std::optional(bounded(by * part.qty)) : std::nullopt);
     return moves;
 }
 
@@ -68,7 +78,7 @@ void CollectiveMove::arrive(const Part& part, std::optional<float> by)
         return;
     }
     if (by)
-        node.asked = node.asked.value_or(0) + *by;
+        node.asked = bounded(node.asked.value_or(0) + *by);
     if (++node.gone < node.ways)
         return;
     if (node.asked) {

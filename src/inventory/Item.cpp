@@ -1,6 +1,7 @@
 #include "inventory/Item.h"
 
 #include "foundation/Money.h"
+#include "foundation/Trimmed.h"
 #include "inventory/ItemPictures.h"
 #include "storage/Settings.h"
 
@@ -30,15 +31,6 @@ constexpr std::array itemDerivedFields {
     DerivedField<Item> {"reorderqty", [](const Item& item) { return item.money(item.getOptimumQtyAsFloat() - item.getQtyAsFloat()); }},
 };
 
-std::string_view trimmedCategory(std::string_view text)
-{
-    constexpr std::string_view white = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(white);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(white) - first + 1);
-}
-
 /// What "%g" wrote with an exponent, and only that.
 std::optional<double> shortForm(std::string_view text)
 {
@@ -46,7 +38,20 @@ std::optional<double> shortForm(std::string_view text)
     const auto end = std::from_chars(text.data(), text.data() + text.size(), number);
     const bool isWhole = end.ec == std::errc() && end.ptr == text.data() + text.size();
     const bool hasExponent = text.find('e') != std::string_view::npos;
-    return isWhole && hasExponent && numbers::general(number) == text ? std::optional(number) : std::nullopt;
+    const bool isFloat = std::fabs(number) <= std::numeric_limits<float>::max();
+    return isWhole && hasExponent && isFloat && numbers::general(number) == text ? std::optional(number) : std::nullopt;
+}
+
+/// A real is written with an exponent when that is shorter, a text never. What is no number any more is none.
+float quantityIn(const PlistValue& value)
+{
+    const std::string stored = value.asText();
+    const std::string_view text = trimmed(stored);
+    float number = 0;
+    const bool isReal = value.kind() == PlistValue::Kind::real;
+    if (!isReal || std::from_chars(text.data(), text.data() + text.size(), number).ec == std::errc::invalid_argument)
+        number = numbers::leadingFloat(text);
+    return std::isfinite(number) ? number : 0;
 }
 
 } // namespace
@@ -64,7 +69,7 @@ std::vector<std::string> categoriesIn(std::string_view list)
     std::vector<std::string> categories;
     while (!list.empty()) {
         const std::size_t comma = std::min(list.find(','), list.size());
-        if (const std::string_view category = trimmedCategory(list.substr(0, comma)); !category.empty())
+        if (const std::string_view category = trimmed(list.substr(0, comma)); !category.empty())
             categories.emplace_back(category);
         list.remove_prefix(std::min(comma + 1, list.size()));
     }
@@ -88,7 +93,8 @@ Constituent::Constituent(PlistValue entry) : m_entry(std::move(entry))
 void Constituent::readNumbers()
 {
     m_id = numbers::leadingInt(text("id"));
-    m_qty = numbers::leadingFloat(text("qty"));
+    const PlistValue* qty = m_entry.find("qty");
+    m_qty = qty ? quantityIn(*qty) : 0;
 }
 
 std::string Constituent::text(std::string_view key) const
@@ -187,7 +193,9 @@ void Item::makeCollectiveItem(bool collective)
 
 float Item::adjustQty(float delta)
 {
-    const float quantity = getQtyAsFloat() + delta;
+    // Amounts of a damaged file must not make it something that is no number.
+    constexpr float most = std::numeric_limits<float>::max();
+    const float quantity = std::clamp(getQtyAsFloat() + delta, -most, most);
     setQty(numbers::general(static_cast<double>(quantity)));
     return quantity;
 }
@@ -204,7 +212,7 @@ void Item::decQty()
 
 void Item::addCategory(std::string_view name)
 {
-    const std::string_view category = trimmedCategory(name);
+    const std::string_view category = trimmed(name);
     const std::vector<std::string> present = categoriesIn(values().category);
     if (std::find(present.begin(), present.end(), category) != present.end())
         return;
@@ -217,7 +225,7 @@ void Item::addCategory(std::string_view name)
 void Item::removeCategory(std::string_view name)
 {
     std::vector<std::string> kept = categoriesIn(values().category);
-    std::erase(kept, std::string(trimmedCategory(name)));
+    std::erase(kept, std::string(trimmed(name)));
     if (kept.empty())
         return;
     std::string joined;

@@ -124,6 +124,19 @@ TEST_F(CollectiveMoveTest, MovedTogetherWhatMayNotMoveIsLeftOutOfWhatIsBelow)
     EXPECT_EQ(steps.back(), "screw -1") << "only the ways that go right all the time are left";
 }
 
+TEST_F(CollectiveMoveTest, QuantitiesBeyondAllBoundsLeaveANumberInStock)
+{
+    Item& screw = item("screw", "100");
+    Item& nail = item("nail", "100");
+    Item& box = filled("box", {{&screw, 3e38f}, {&nail, 0}});
+    Item& crate = filled("crate", {{&box, 3e38f}});
+    alerts.answer("Add anyway");
+    alerts.answer("OK");
+    EXPECT_TRUE(items().adjustQtyFor(crate, -2));
+    EXPECT_EQ(screw.getQty(), "-3.40282e+38");
+    EXPECT_EQ(nail.getQty(), "100");
+}
+
 TEST_F(CollectiveMoveTest, AVeryDeepStructureEnds)
 {
     Item& screw = item("screw", "10");

@@ -88,6 +88,37 @@ TEST_F(ConstituentTest, AQuantityWithAFractionIsKeptAsAReal)
     }
 }
 
+TEST_F(ConstituentTest, AQuantityIsReadAsItIsWrittenHoweverLargeOrSmall)
+{
+    cart.addConstituent(wheel);
+    cart.setConstituentQty(0, 3e9f);
+    EXPECT_EQ(cart.getConstituents().front().qty(), 3e9f);
+    const auto read = [](PlistValue qty) {
+        PlistValue entry = PlistValue::makeDict();
+        entry.set("qty", std::move(qty));
+        return Constituent(std::move(entry)).qty();
+    };
+    // Reals of other programs come with all their digits, and with an exponent below 0.0001.
+    EXPECT_EQ(read(PlistValue::makeScalar(PlistValue::Kind::real, "1.5000000712461770e-04")), 1.5e-4f);
+    EXPECT_EQ(read(PlistValue::makeScalar(PlistValue::Kind::real, " 0.10000000149011612\n")), 0.1f);
+    EXPECT_EQ(read(PlistValue(std::string("2.5 pieces"))), 2.5f);
+    EXPECT_EQ(read(PlistValue(std::string("2e3"))), 2.0f);
+}
+
+TEST_F(ConstituentTest, WhatIsNoNumberAnyMoreIsNone)
+{
+    PlistValue entry = PlistValue::makeDict();
+    EXPECT_EQ(Constituent(entry).qty(), 0.0f);
+    for (const char* text : {"inf", "nan", "-inf", "1e300", "1e-300"}) {
+        entry.set("qty", PlistValue::makeScalar(PlistValue::Kind::real, text));
+        EXPECT_EQ(Constituent(entry).qty(), 0.0f) << text;
+    }
+    entry.set("qty", PlistValue(std::string(60, '9')));
+    EXPECT_EQ(Constituent(entry).qty(), 0.0f);
+    entry.set("qty", PlistValue::makeBoolean(true));
+    EXPECT_EQ(Constituent(entry).qty(), 0.0f);
+}
+
 TEST_F(ConstituentTest, JustBelowAWholeNumberIsAFraction)
 {
     // The integer part of 3.99995 is 3, which is further off than 0.0001.

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace {
 
 class ItemTest : public testing::Test {
@@ -353,6 +355,17 @@ TEST_F(ItemTest, AStockBeyondTheMoneyLimitsAndBelowNothingIsNotLostEither)
     item.setQty("-1000000");
     EXPECT_EQ(item.adjustQty(-1'000'000), -2'000'000.0f);
     EXPECT_EQ(item.getQtyAsFloat(), -2'000'000.0f);
+}
+
+TEST_F(ItemTest, AStockStaysANumberWhateverIsTakenFromIt)
+{
+    const float most = std::numeric_limits<float>::max();
+    item.setQty("-5");
+    EXPECT_EQ(item.adjustQty(-most), -most);
+    EXPECT_EQ(item.adjustQty(-most), -most);
+    EXPECT_EQ(item.getQty(), "-3.40282e+38");
+    item.setQty("3.5e+38");
+    EXPECT_EQ(item.getQtyAsFloat(), 0.0f) << "no figure of ours is as large";
 }
 
 TEST_F(ItemTest, OnlyTheShortFormTheProgramWritesIsReadSo)
