@@ -119,30 +119,28 @@ std::unique_ptr<Item> ItemManager::makeNew()
     return item;
 }
 
-void ItemManager::begin()
+bool ItemManager::begin(bool forOrder)
 {
+    if (!m_needs.gate.readOnlyCheck() || !isFreeForAnother())
+        return false;
+    m_forOrder = forOrder;
     restoreType();
     m_created = makeNew();
     m_currentItem = m_created.get();
     setItem(*m_currentItem);
     form.open();
     form.focus(form.item);
+    return true;
 }
 
 void ItemManager::create()
 {
-    if (!m_needs.gate.readOnlyCheck())
-        return;
-    m_forOrder = false;
-    begin();
+    begin(false);
 }
 
-void ItemManager::createForCurrentOrder()
+bool ItemManager::createForCurrentOrder()
 {
-    if (!m_needs.gate.readOnlyCheck())
-        return;
-    m_forOrder = true;
-    begin();
+    return begin(true);
 }
 
 void ItemManager::edit()
@@ -155,6 +153,8 @@ void ItemManager::editThisItem(Item& item)
 {
     if (form.isOpen() && m_currentItem == &item)
         return form.open();
+    if (!isFreeForAnother())
+        return;
     restoreType();
     m_created.reset();
     m_forOrder = false;

@@ -53,6 +53,9 @@ public:
     UsedInRows usedIn;
     ShortageRows shortages;
 
+    /// Asked while an item is open, before another one takes its place in the editor; without it any may.
+    std::function<bool()> mayOpenAnother;
+
     Item* currentItem() const { return m_currentItem; }
     const ItemRules& rules() const { return m_needs.rules; }
     /// What the editor's item was saved as; none while there is no such item.
@@ -71,8 +74,8 @@ public:
     void create();
     /// Saves what is in the editor and goes on with a new item that is like it but for its code; nothing while no item is open.
     void createSimilar();
-    /// A new item that becomes a line of the order being edited once it is saved.
-    void createForCurrentOrder();
+    /// A new item that becomes a line of the order being edited once it is saved. Answers whether it was made.
+    bool createForCurrentOrder();
     void edit() override;
     void editThisItem(Item& item);
     void finish();
@@ -137,7 +140,9 @@ private:
     std::vector<dataObject*> deleteUnlessUsed(std::span<dataObject* const> items);
     /// Which fields of the editor hold what kind of value.
     std::vector<CheckedField> valueFields();
-    void begin();
+    /// Whether the editor now holds a new item.
+    bool begin(bool forOrder);
+    bool isFreeForAnother() const { return !form.isOpen() || !mayOpenAnother || mayOpenAnother(); }
     std::unique_ptr<Item> makeNew();
     void connectForms();
     /// Everything of saving that comes before the editor closes.

@@ -197,8 +197,8 @@ bool OrderManager::addItemToCurrentOrder(Item& item, int count)
 
 void OrderManager::createItemForCurrentOrder()
 {
-    m_orderOfNewItem = m_currentItem;
-    m_needs.items.createForCurrentOrder();
+    if (m_needs.items.createForCurrentOrder())
+        m_orderOfNewItem = m_currentItem;
 }
 
 void OrderManager::addNewItem(Item& item)

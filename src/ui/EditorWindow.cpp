@@ -103,6 +103,17 @@ bool EditorWindow::mayLeave(const QString& warning)
     return false;
 }
 
+bool EditorWindow::mayOpenAnother()
+{
+    if (!mayLeave(tr("Not saved yet: opening another drops the changes"))) {
+        present();
+        return false;
+    }
+    m_edited = false;
+    warn({});
+    return true;
+}
+
 void EditorWindow::leave(const QString& warning)
 {
     if (mayLeave(warning))

@@ -30,6 +30,8 @@ protected:
 
     /// Whether the window may go on to something else now: at the second try when there is something to lose; the footer says so.
     bool mayLeave(const QString& warning);
+    /// Whether another record may take the place of the one that is open: the same, and what was changed before is nothing to lose then.
+    bool mayOpenAnother();
     /// Whether closing now would lose something the person did.
     virtual bool hasSomethingToLose() const { return m_edited; }
 

@@ -78,6 +78,34 @@ TEST_F(ItemEditorTest, OpeningTheOpenItemAgainKeepsWhatWasTyped)
     EXPECT_EQ(form().item.text(), "Plate");
 }
 
+TEST_F(ItemEditorTest, AnotherItemTakesThePlaceOfTheOpenOneOnlyWhenItMay)
+{
+    begin();
+    orders().create();
+    Item& mug = item("Mug");
+    Item& plate = item("Plate");
+    int asked = 0;
+    bool may = false;
+    items().mayOpenAnother = [&] {
+        ++asked;
+        return may;
+    };
+    items().editThisItem(mug);
+    EXPECT_EQ(asked, 0) << "nothing was open";
+    form().item.edit("Big mug");
+    items().editThisItem(plate);
+    items().create();
+    orders().form.newItem.trigger();
+    EXPECT_EQ(asked, 3);
+    EXPECT_EQ(items().currentItem(), &mug);
+    EXPECT_EQ(form().item.text(), "Big mug");
+    may = true;
+    items().editThisItem(plate);
+    EXPECT_EQ(form().item.text(), "Plate");
+    form().save.trigger();
+    EXPECT_EQ(lines().numberForThisOrder(), 0) << "it was not made from the order";
+}
+
 TEST_F(ItemEditorTest, AnAddedPartTakesTheSelectionAwaySoThatRemoveHitsNothing)
 {
     begin();

@@ -5,6 +5,8 @@
 #include "support/Business.h"
 #include "ui/PickerSheet.h"
 #include "ui/inventory/AddStockSheet.h"
+#include "ui/kit/Label.h"
+#include "ui/kit/Panels.h"
 #include "ui/kit/PictureWell.h"
 #include "ui/kit/RecordTable.h"
 #include "ui/kit/UnderlineTabs.h"
@@ -344,6 +346,29 @@ TEST_F(ItemOnScreen, withSomethingTypedTheOtherOpensOnlyAtTheSecondTry)
     QTest::keyClick(users, Qt::Key_Return);
     EXPECT_EQ(field("item")->text(), QString("Stool"));
     EXPECT_EQ(leg.getBrand(), "");
+}
+
+TEST_F(ItemOnScreen, anItemOpenedFromElsewhereTakesThePlaceOfAChangedOneAtTheSecondTry)
+{
+    Item& leg = item("Leg");
+    Item& seat = item("Seat");
+    items().editThisItem(leg);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(editor.get()));
+    type(*field("brand"), "Mill");
+    items().editThisItem(seat);
+    EXPECT_EQ(field("item")->text(), QString("Leg"));
+    EXPECT_EQ(editor->findChild<FooterBar*>()->findChild<Label*>()->text(), QString("Not saved yet: opening another drops the changes"));
+    items().editThisItem(seat);
+    EXPECT_EQ(field("item")->text(), QString("Seat"));
+    EXPECT_EQ(leg.getBrand(), "");
+    items().editThisItem(leg);
+    EXPECT_EQ(field("item")->text(), QString("Leg")) << "nothing was changed, so nothing is asked";
+    QTest::keyClick(field("item"), Qt::Key_Escape);
+    EXPECT_FALSE(editor->isVisible());
+    editor.reset();
+    items().create();
+    items().editThisItem(seat);
+    EXPECT_EQ(items().currentItem(), &seat);
 }
 
 TEST_F(ItemOnScreen, whatIsMissingFollowsTheNumberTyped)
