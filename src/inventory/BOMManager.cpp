@@ -145,17 +145,25 @@ bool BOMManager::currentItemIsPurchaseOrder() const
 
 // Making lines
 
+std::unique_ptr<Material> BOMManager::newLine(int product) const
+{
+    auto line = std::make_unique<Material>(m_needs.rules, m_currentOrder, product);
+    line->setDateAdded(dates::write(m_needs.clock.today(), dates::dayFirstLong));
+    line->setTaxCode(fallbackTaxCode);
+    copyOrderType(*line);
+    setContactfor(*line);
+    return line;
+}
+
 Material& BOMManager::addProduct(const Item& item, bool purchaseOrder)
 {
-    auto line = std::make_unique<Material>(m_needs.rules, m_currentOrder, item.getID());
-    line->setDateAdded(dates::write(m_needs.clock.today(), dates::dayFirstLong));
+    std::unique_ptr<Material> line = newLine(item.getID());
     line->setItem(item.getItem());
     line->setCode(item.getCode());
     line->setVariation(item.getVariation());
-    line->setTaxCode(item.getTaxcode().empty() ? fallbackTaxCode : item.getTaxcode());
+    if (!item.getTaxcode().empty())
+        line->setTaxCode(item.getTaxcode());
     line->setCost(purchaseOrder ? item.getBought() : item.getPrice());
-    line->setOrderType(purchaseOrder ? "Purchase Order" : "Customer");
-    setContactfor(*line);
     line->recalcTotal();
     return join(std::move(line));
 }
@@ -169,12 +177,8 @@ Material& BOMManager::join(std::unique_ptr<Material> line)
 
 Material& BOMManager::create(std::string_view description)
 {
-    auto line = std::make_unique<Material>(m_needs.rules, m_currentOrder);
+    std::unique_ptr<Material> line = newLine(0);
     line->setItem(description);
-    line->setTaxCode(fallbackTaxCode);
-    line->setDateAdded(dates::write(m_needs.clock.today(), dates::dayFirstLong));
-    copyOrderType(*line);
-    setContactfor(*line);
     line->recalcTotal();
     return join(std::move(line));
 }
@@ -183,7 +187,7 @@ Material& BOMManager::addTimeLine(const TimeLine& time)
 {
     constexpr qsizetype codeLength = 5;
     const QString startDate = toQString(time.startDate);
-    auto line = std::make_unique<Material>(m_needs.rules, m_currentOrder);
+    std::unique_ptr<Material> line = newLine(0);
     line->setItem(time.title);
     if (startDate.size() > codeLength)
         line->setCode(startDate.left(codeLength).toStdString());
@@ -191,10 +195,6 @@ Material& BOMManager::addTimeLine(const TimeLine& time)
     line->setUnit(time.unit);
     line->setCost(time.rate);
     line->setTotal(time.totalCharge);
-    line->setTaxCode(fallbackTaxCode);
-    line->setDateAdded(dates::write(m_needs.clock.today(), dates::dayFirstLong));
-    copyOrderType(*line);
-    setContactfor(*line);
     return join(std::move(line));
 }
 
@@ -223,6 +223,12 @@ void BOMManager::copyOrderType(Material& line) const
 {
     const bool purchase = m_needs.rules.orders.orderType(line.getOrder()) == "Purchase Order";
     line.setOrderType(purchase ? "Purchase Order" : "Customer");
+}
+
+void BOMManager::updateOrderTypes(int orderId)
+{
+    for (Material* line : linesOfOrder(orderId))
+        copyOrderType(*line);
 }
 
 Item* BOMManager::managedItemOf(const Material& line) const
@@ -457,6 +463,5 @@ void MaterialFile::visitLinks(StoredRecord<Material>& stored, TextStore&, const 
 
 void MaterialFile::added(Material& line, const StoredRecord<Material>&)
 {
-    const bool purchase = m_lines.rules().orders.orderType(line.getOrder()) == "Purchase Order";
-    line.setOrderType(purchase ? "Purchase Order" : "Customer");
+    m_lines.copyOrderType(line);
 }

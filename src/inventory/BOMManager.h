@@ -77,6 +77,10 @@ public:
 
     /// The line's item, when it is in stock lists still and its stock is managed.
     Item* managedItemOf(const Material& line) const;
+    /// A line tells purchase orders from all others.
+    void copyOrderType(Material& line) const;
+    /// The order's kind changed.
+    void updateOrderTypes(int orderId);
     void setContactfor(Material& line) const;
     void setContacts();
     void updateAllMaterialsForOrder(int orderId, int withContactID);
@@ -103,7 +107,8 @@ private:
     float taxOfCurrentOrder(TaxMode mode, bool applyDiscount, float discount, bool percentage) const;
     std::optional<std::string> acceptedText(std::string_view identifier, std::string_view value) const;
     bool moveStockForEdit(Material& line, std::string_view newQty);
-    void copyOrderType(Material& line) const;
+    /// On the current order, dated today, at the standard tax code.
+    std::unique_ptr<Material> newLine(int product) const;
     Material& join(std::unique_ptr<Material> line);
     void returnStock(const Material& line);
 

@@ -302,6 +302,7 @@ void OrderManager::chooseType()
         return;
     }
     m_currentItem->setType(form.type.title().toStdString());
+    m_needs.lines.updateOrderTypes(m_currentItem->getID());
     showPurchaseOrderControls(*m_currentItem);
 }
 

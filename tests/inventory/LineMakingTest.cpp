@@ -105,6 +105,18 @@ TEST_F(LineMakingTest, CopiesTimesAndTextsKnowTheKindOfTheirOrder)
     EXPECT_EQ(lines().create("Delivery").getOrderType(), "Purchase Order");
 }
 
+TEST_F(LineMakingTest, LinesFollowTheKindThatIsChosenForTheirOrder)
+{
+    orders().addItemToCurrentOrder(item("Mug"));
+    const Material& other = line(order("other"), "1.00");
+    ChoiceField& type = orders().form.type;
+    type.edit(static_cast<int>(type.titles().indexOf("Purchase Order")));
+    EXPECT_EQ(lines().getFirstItem()->getFieldByName("order:type"), "Purchase Order");
+    EXPECT_EQ(other.getFieldByName("order:type"), "");
+    type.edit(static_cast<int>(type.titles().indexOf("Estimate")));
+    EXPECT_EQ(lines().getFirstItem()->getFieldByName("order:type"), "Customer");
+}
+
 TEST_F(LineMakingTest, TheStartOfATimeLineIsCutByLetters)
 {
     EXPECT_EQ(lines().addTimeLine({"Glazing", "5 août 24", "1", "Hours", "20.00", "20.00"}).getCode(), "5 aoû");
