@@ -11,6 +11,7 @@
 #include "storage/PresentItem.h"
 #include "storage/WriteGate.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 // Stock by hand
@@ -150,7 +151,8 @@ void ItemManager::selectWebsiteLocation()
     panel.title = localText("Choose a Brevand website folder");
     panel.prompt = localText("Choose");
     panel.nameLabel = localText("Folder name");
-    panel.folder = QFileInfo(m_webExport.folder(form.websitefolder.text())).path();
+    const QString now = m_webExport.folder(form.websitefolder.text());
+    panel.folder = QDir::isAbsolutePath(now) ? QFileInfo(now).path() : QString();
     panel.what = SavePanel::What::shownFolder;
     const std::optional<QString> folder = m_needs.panels.saveFile(panel);
     if (!folder)

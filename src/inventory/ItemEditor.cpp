@@ -181,7 +181,9 @@ void ItemManager::setItem(const Item& item)
         (form.*shown.control).setText(toQString((item.*shown.get)()));
     const Contact* supplier = presentItem(m_needs.contacts, numbers::leadingInt(item.getSupplier()));
     form.supplier.setText(supplier ? toQString(supplier->getName()) : QString());
+    // What another item brought along is not offered for this one.
     form.condition.setTitles(itemConditions);
+    form.taxcode.setTitles(m_taxCodes);
     form.quantityMethod.setTitles(WebExport::quantityMethods());
     for (const ItemChoice& shown : itemChoices)
         (form.*shown.control).setOrAddTitle(toQString((item.*shown.get)()));
@@ -333,7 +335,9 @@ void ItemManager::addConstituent(Item& part)
         return;
     }
     if (collectiveItemContainsItem(*m_currentItem, part)) {
-        m_needs.alerts.ask(makeAlert(alerts::alreadyContains, {}, {name, toQString(m_currentItem->getItem())}));
+        // A new item has its name in the editor only.
+        const QString own = m_currentItem->getItem().empty() ? form.item.text() : toQString(m_currentItem->getItem());
+        m_needs.alerts.ask(makeAlert(alerts::alreadyContains, {}, {name, own}));
         return;
     }
     m_currentItem->addConstituent(part);

@@ -313,7 +313,8 @@ QStringList ItemManager::getCategories() const
 
 void ItemManager::populateLists(const QStringList& taxCodes)
 {
-    form.taxcode.setTitles(taxCodes);
+    m_taxCodes = taxCodes;
+    form.taxcode.setTitles(m_taxCodes);
     std::string all;
     for (const dataObject* record : records()) {
         if (const std::string_view category = static_cast<const Item*>(record)->getCategory(); !category.empty())

@@ -180,6 +180,7 @@ private:
     WebExport m_webExport;
     std::optional<PartsNeeded> m_partsNeeded;
     QStringList m_categories;
+    QStringList m_taxCodes;
 };
 
 /// "items.xml".

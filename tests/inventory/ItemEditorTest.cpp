@@ -150,6 +150,18 @@ TEST_F(ItemEditorTest, AConditionOfAnotherItemIsNotOffered)
     EXPECT_EQ(form().condition.titles(), QStringList({"New", "Refurbished", "Used"}));
 }
 
+TEST_F(ItemEditorTest, ATaxCodeOfAnotherItemIsNotOffered)
+{
+    begin(taxSettings());
+    Item& old = item("Mug");
+    old.setTaxcode("OLD");
+    items().editThisItem(old);
+    EXPECT_EQ(form().taxcode.title(), "OLD");
+    items().editThisItem(item("Plate"));
+    EXPECT_EQ(form().taxcode.titles(), QStringList("S"));
+    EXPECT_EQ(form().taxcode.title(), "");
+}
+
 TEST_F(ItemEditorTest, TheCategoriesOfTheListThatWasClearedAreForgotten)
 {
     begin();

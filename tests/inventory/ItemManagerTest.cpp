@@ -395,6 +395,19 @@ TEST_F(ItemManagerTest, APartIsNotAddedTwice)
     EXPECT_EQ(set.getConstituents().size(), 1u);
 }
 
+TEST_F(ItemManagerTest, ANewItemThatHasThePartAlreadyIsCalledByTheNameThatWasTyped)
+{
+    begin();
+    Item& a = item("A");
+    items().create();
+    form().item.edit("Stool");
+    form().collective.edit(true);
+    items().addConstituent(a);
+    alerts.answer("OK");
+    items().addConstituent(a);
+    EXPECT_EQ(lastAlert().text, "Unable to add A. Stool already contains it. Simply edit the quantity.");
+}
+
 TEST_F(ItemManagerTest, PartsComeBackFromDisk)
 {
     begin();

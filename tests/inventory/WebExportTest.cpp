@@ -385,6 +385,18 @@ TEST_F(WebExportTest, TheFolderIsChosenStartingAboveTheOneThatIsSet)
     EXPECT_TRUE(items().wasChangedByCommand());
 }
 
+TEST_F(WebExportTest, WithoutAFolderFromTheRootThePanelOpensWhereItWill)
+{
+    begin();
+    items().create();
+    for (const char* folder : {"", "site", "~bob/site"}) {
+        items().form.websitefolder.edit(folder);
+        panels.cancel();
+        items().form.selectWebsiteLocation.trigger();
+        EXPECT_EQ(panels.savePanels.back().folder, "") << folder;
+    }
+}
+
 TEST_F(WebExportTest, WithoutAChoiceTheFolderStays)
 {
     begin();
