@@ -270,7 +270,7 @@ void BOMManager::deleteLine(Material& line)
     returnStock(line);
     deleteItem(line);
     reloadData();
-    m_needs.items.reloadData();
+    m_needs.items.reloadCells();
 }
 
 void BOMManager::deleteKey()
@@ -297,7 +297,7 @@ void BOMManager::deleteAllForCurrentOrder()
         returnStock(static_cast<const Material&>(*line));
     deleteItems(lines);
     reloadData();
-    m_needs.items.reloadData();
+    m_needs.items.reloadCells();
     m_needs.target.linesChanged();
     m_needs.gate.writeDatabase(*this);
 }
@@ -408,7 +408,7 @@ bool BOMManager::moveStockForEdit(Material& line, std::string_view newQty)
         return true;
     if (!m_needs.items.adjustQtyFor(*item, before - after))
         return false;
-    m_needs.items.reloadData();
+    m_needs.items.reloadCells();
     m_needs.items.exportItemAsBrevandObject(*item);
     return true;
 }

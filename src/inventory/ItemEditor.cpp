@@ -285,7 +285,7 @@ void ItemManager::saveEditor()
     if (std::exchange(m_forOrder, false))
         m_needs.lineTarget.addItemToCurrentOrder(*m_currentItem);
     savePicture(*m_currentItem, isNew);
-    filter();
+    filterAfterChange(*m_currentItem);
 }
 
 /// On its website, and on disk.

@@ -325,6 +325,12 @@ void ItemManager::populateLists(const QStringList& taxCodes)
 
 void ItemManager::filter()
 {
+    applyFilter();
+    reloadData();
+}
+
+void ItemManager::applyFilter()
+{
     makeAllVisible();
     hideWithoutWords(listForm.search.text().toStdString());
     const int choice = listForm.filter.index();
@@ -336,7 +342,6 @@ void ItemManager::filter()
         if (outOfStock || otherCategory)
             record->setVisible(false);
     }
-    reloadData();
 }
 
 std::string ItemManager::objectValue(std::string_view identifier, int row) const

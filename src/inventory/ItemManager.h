@@ -131,6 +131,7 @@ protected:
     void recordChanged(dataObject& record) override;
     void recordRemoved(dataObject& record) override;
     void recordsCleared() override;
+    void applyFilter() override;
 
 private:
     /// The collective items that list an item, in collection order, by the item's id.

@@ -187,9 +187,9 @@ bool OrderManager::addItemToCurrentOrder(Item& item, int count)
     if (count != 1) {
         line.setQty(std::to_string(count));
         line.recalcTotal();
-        m_needs.lines.reloadData();
+        m_needs.lines.reloadCells();
     }
-    m_needs.items.reloadData();
+    m_needs.items.reloadCells();
     m_needs.items.exportItemAsBrevandObject(item);
     totals.linesChanged(*m_currentItem);
     return true;
@@ -234,7 +234,7 @@ void OrderManager::increaseQuantitiesForPurchaseOrder()
     }
     m_currentItem->setStockAdded(true);
     form.addStock.setEnabled(false);
-    m_needs.items.reloadData();
+    m_needs.items.reloadCells();
 }
 
 void OrderManager::deleteOrder(Order& order)

@@ -104,10 +104,8 @@ QMimeData* RecordListModel::mimeData(const QModelIndexList& indexes) const
 void RecordListModel::listReset()
 {
     // Editing a cell moves no row, so views keep their place and the editor that is just closing.
-    if (m_editing && m_rows > 0 && m_rows == m_source.numberOfRows()) {
-        Q_EMIT dataChanged(index(0, 0), index(m_rows - 1, columnCount() - 1));
-        return;
-    }
+    if (m_editing && m_rows == m_source.numberOfRows())
+        return cellsChanged();
     beginResetModel();
     m_rows = m_source.numberOfRows();
     endResetModel();
@@ -118,6 +116,12 @@ void RecordListModel::rowChanged(int row)
 {
     if (row >= 0 && row < m_rows && !m_columns.empty())
         Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
+}
+
+void RecordListModel::cellsChanged()
+{
+    if (m_rows > 0 && !m_columns.empty())
+        Q_EMIT dataChanged(index(0, 0), index(m_rows - 1, columnCount() - 1));
 }
 
 void RecordListModel::selectionChanged()

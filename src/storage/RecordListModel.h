@@ -45,6 +45,7 @@ Q_SIGNALS:
 private:
     void listReset() override;
     void rowChanged(int row) override;
+    void cellsChanged() override;
     void selectionChanged() override;
     void columnsChanged() override;
     QVariant statusColour(int row) const;

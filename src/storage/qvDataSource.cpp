@@ -333,6 +333,14 @@ void qvDataSource::reloadData()
     m_rowsAreTold = true;
 }
 
+void qvDataSource::reloadCells()
+{
+    if (!m_rowsAreTold)
+        return reloadData();
+    for (ListObserver* observer : m_observers)
+        observer->cellsChanged();
+}
+
 void qvDataSource::filterAfterChange(const dataObject& changed)
 {
     const bool wereTold = m_rowsAreTold && m_visibleRowsValid;

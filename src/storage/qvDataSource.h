@@ -29,6 +29,8 @@ public:
     virtual void listReset() = 0;
     /// The cells of one visible row changed.
     virtual void rowChanged(int row) = 0;
+    /// Cells of any rows may have changed; the rows are the same.
+    virtual void cellsChanged() { listReset(); }
     virtual void selectionChanged() { }
     /// Columns were shown, hidden, renamed or resized.
     virtual void columnsChanged() { }
@@ -141,6 +143,8 @@ public:
     virtual void edit() { }
     /// The rows on screen are asked again.
     void reloadData();
+    /// The same where no row came, went or moved since the last time: lists keep their rows, and it costs the same however many there are.
+    void reloadCells();
 
     /// Selected rows, ascending. Rows are kept as records, so sorting and filtering move the selection along.
     std::vector<int> selectedRows() const;

@@ -6,13 +6,11 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::UnorderedElementsAre;
 
 class ItemManagerTest : public Business {
 protected:
     ItemForm& form() { return items().form; }
     Item& current() { return *items().currentItem(); }
-    std::vector<std::string> names() { return shown(items(), "item"); }
 };
 
 // A new item
@@ -529,69 +527,38 @@ TEST_F(ItemManagerTest, ADeletedItemLeavesTheLinesAndCanBeUndone)
     EXPECT_TRUE(items().holds(mug));
 }
 
-// The list
+// A database that is only read
 
-TEST_F(ItemManagerTest, TheMenuOffersAllInStockAndTheCategoriesMet)
+TEST_F(ItemManagerTest, AReaderMakesSavesAndDeletesNothing)
 {
-    begin();
-    item("A").setCategory("Tea, Mugs");
-    restart();
-    EXPECT_EQ(items().listForm.filter.titles(), QStringList({"All", "In stock", "Tea", "Mugs"}));
-    items().addCategories(" Pots ,, Tea");
-    EXPECT_EQ(items().getCategories(), QStringList({"Tea", "Mugs", "Pots"}));
-}
-
-TEST_F(ItemManagerTest, CategoriesCalledLikeTheFirstChoicesDoNotDoubleThem)
-{
-    begin();
-    items().addCategories("All, In stock, Tea");
-    EXPECT_EQ(items().listForm.filter.titles(), QStringList({"All", "In stock", "Tea"}));
-    EXPECT_EQ(items().getCategories(), QStringList({"Tea"}));
-}
-
-TEST_F(ItemManagerTest, InStockHidesNothingLeftButShowsUnknownQuantities)
-{
-    begin();
-    item("many", "5");
-    item("none", "0");
-    item("short", "-1");
-    item("unknown", "");
-    item("half", "0.5");
-    items().listForm.filter.edit(1);
-    EXPECT_THAT(names(), UnorderedElementsAre("many", "unknown"));
-    items().listForm.filter.edit(0);
-    EXPECT_EQ(names().size(), 5u);
-}
-
-TEST_F(ItemManagerTest, ACategoryShowsEveryItemWhoseCategoriesContainItsLetters)
-{
-    begin();
-    item("a").setCategory("Tea");
-    item("b").setCategory("Teapots");
-    item("c").setCategory("Mugs, Tea");
-    item("d").setCategory("tea");
-    item("e");
-    items().addCategories("Tea");
-    items().listForm.filter.edit(2);
-    EXPECT_THAT(names(), UnorderedElementsAre("a", "b", "c"));
-}
-
-TEST_F(ItemManagerTest, EveryWordOfTheSearchMustMatch)
-{
-    begin();
-    item("Blue mug").setBrand("Acme");
-    item("Blue plate").setBrand("Other");
-    items().listForm.search.edit(" blue  ACME");
-    EXPECT_THAT(names(), ElementsAre("Blue mug"));
-}
-
-TEST_F(ItemManagerTest, ANewCategoryTypedInTheEditorJoinsTheMenu)
-{
-    begin();
-    items().create();
-    form().category.edit("Bowls, Vases");
-    form().save.trigger();
-    EXPECT_EQ(items().getCategories(), QStringList({"Bowls", "Vases"}));
+    beginReadOnly();
+    Item& mug = item("Mug", "10");
+    const auto expectRefusal = [this](const char* what, auto command) {
+        alerts.forget();
+        alerts.answer("OK");
+        command();
+        ASSERT_EQ(alerts.asked().size(), 1u) << what;
+        EXPECT_EQ(lastAlert().title, "Read-only mode") << what;
+        EXPECT_FALSE(form().isOpen()) << what;
+    };
+    expectRefusal("create", [this] { items().create(); });
+    expectRefusal("create for an order", [this] { items().createForCurrentOrder(); });
+    expectRefusal("save", [&] {
+        items().editThisItem(mug);
+        form().item.edit("Cup");
+        form().qty.edit("99");
+        form().save.trigger();
+    });
+    expectRefusal("delete", [&] { items().deleteItemUnlessUsed(mug); });
+    EXPECT_EQ(mug.getItem(), "Mug");
+    EXPECT_EQ(mug.getQty(), "10");
+    EXPECT_TRUE(items().holds(mug));
+    alerts.answer("OK");
+    alerts.answer("OK");
+    items().selectRow(0);
+    items().deleteKey();
+    EXPECT_EQ(lastAlert().title, "Read-only mode");
+    EXPECT_TRUE(items().holds(mug));
 }
 
 } // namespace

@@ -112,6 +112,24 @@ TEST_F(RecordListModelTest, anEditedCellIsAskedAgainWithoutAReset)
     EXPECT_EQ(reset.count(), 0);
 }
 
+TEST_F(RecordListModelTest, cellsThatChangeBesideEachOtherAreAskedAgainWithoutAReset)
+{
+    articles.reloadData();
+    RecordListModel model(articles);
+    QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+    QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
+
+    articles.reloadCells();
+
+    ASSERT_EQ(changed.count(), 1);
+    EXPECT_EQ(changed.front()[0].value<QModelIndex>(), model.index(0, 0));
+    EXPECT_EQ(changed.front()[1].value<QModelIndex>(), model.index(2, 1));
+    EXPECT_EQ(reset.count(), 0);
+    articles.clear();
+    articles.reloadCells();
+    EXPECT_EQ(changed.count(), 1) << "there is no cell";
+}
+
 TEST_F(RecordListModelTest, shownAndHiddenColumnsFollowTheList)
 {
     RecordListModel model(articles);

@@ -10,8 +10,10 @@ namespace {
 struct Watcher : ListObserver {
     void listReset() override { ++resets; }
     void rowChanged(int row) override { changed.push_back(row); }
+    void cellsChanged() override { ++cellChanges; }
     void selectionChanged() override { ++selections; }
     int resets = 0;
+    int cellChanges = 0;
     std::vector<int> changed;
     int selections = 0;
 };
@@ -529,6 +531,25 @@ TEST_F(qvDataSourceTest, rowsThatTheListWasNotToldOfAreToldWithTheNextChange)
 
     EXPECT_EQ(watcher.resets, 1);
     EXPECT_TRUE(watcher.changed.empty());
+    articles.removeObserver(watcher);
+}
+
+TEST_F(qvDataSourceTest, cellsAreAskedAgainWithoutTheRowsUnlessThoseWereNotTold)
+{
+    addAll({"oak", "ash"});
+    Watcher watcher;
+    articles.addObserver(watcher);
+    articles.reloadCells();
+    EXPECT_EQ(watcher.resets, 1) << "the rows were never told";
+    articles.reloadCells();
+    articles.reloadCells();
+    EXPECT_EQ(watcher.resets, 1);
+    EXPECT_EQ(watcher.cellChanges, 2);
+
+    articles.deleteItem(*articles.getnthItem(0));
+    articles.reloadCells();
+    EXPECT_EQ(watcher.resets, 2);
+    EXPECT_EQ(watcher.cellChanges, 2);
     articles.removeObserver(watcher);
 }
 

@@ -1,4 +1,4 @@
-// Counts how often everything of a list had to be asked again.
+// Counts how often everything of a list had to be asked again, and how often only its cells.
 #pragma once
 
 #include "storage/qvDataSource.h"
@@ -6,5 +6,7 @@
 struct ListResets : ListObserver {
     void listReset() override { ++count; }
     void rowChanged(int) override { }
+    void cellsChanged() override { ++cells; }
     int count = 0;
+    int cells = 0;
 };

@@ -11,6 +11,7 @@
 #include <QClipboard>
 #include <QMenuBar>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QToolButton>
 
@@ -197,6 +198,38 @@ TEST_F(MainOnScreen, returnOpensTheSelectedRecordAndDeleteRemovesIt)
     EXPECT_EQ(status(), QString("Deleted. Undo brings the order back with its payments, without its lines and attachments."));
     QTest::keyClick(list("Orders"), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(desktop->getOrderManager().getCount(), 2);
+}
+
+TEST_F(MainOnScreen, theItemsStayInTheirRowsWhileAnOrderTakesFromStock)
+{
+    chooseDates();
+    begin();
+    for (int n = 0; n < 60; ++n)
+        item("Mug");
+    item("Plate", "7");
+    app().session().writeDatabase(items());
+    quit();
+    launch();
+    command("showItems")->trigger();
+    ItemManager& shown = desktop->getItemManager();
+    shown.sortByColumn("item", true);
+    shown.reloadData();
+    QAbstractItemView* table = list("Items");
+    table->setCurrentIndex(table->model()->index(60, 0));
+    table->scrollToBottom();
+    settle();
+    const int scrolled = table->verticalScrollBar()->value();
+    ASSERT_GT(scrolled, 0);
+    QSignalSpy resets(table->model(), &QAbstractItemModel::modelReset);
+    desktop->getOrderManager().create();
+
+    desktop->getOrderManager().addItemToCurrentOrder(*shown.getSelectedItem(), 2);
+
+    EXPECT_EQ(resets.count(), 0);
+    EXPECT_EQ(table->currentIndex().row(), 60);
+    EXPECT_EQ(table->verticalScrollBar()->value(), scrolled);
+    EXPECT_EQ(table->selectionModel()->selectedRows().size(), 1);
+    EXPECT_EQ(table->model()->index(60, table->model()->columnCount() - 1).data().toString(), QString("5"));
 }
 
 TEST_F(MainOnScreen, deletingTheLastRecordCanBeUndone)
