@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <span>
 
 namespace {
 
@@ -78,6 +79,12 @@ void ItemFinder::collect(Found& found, const std::string& pattern, const std::ve
     const char* const begin = m_folded.data();
     const char* const end = begin + m_folded.size();
     const char* at = begin;
+    // Each is met once here, so only what was found before may come again.
+    const std::size_t before = found.size();
+    const auto isNew = [&found, before](const Item* item) {
+        const std::span earlier = std::span(found).first(before);
+        return std::find(earlier.begin(), earlier.end(), item) == earlier.end();
+    };
     while (found.size() < most) {
         at = static_cast<const char*>(memmem(at, static_cast<std::size_t>(end - at), pattern.data(), pattern.size()));
         if (!at)
@@ -88,7 +95,7 @@ void ItemFinder::collect(Found& found, const std::string& pattern, const std::ve
         const bool hasAll =
             std::all_of(words.begin(), words.end(), [&](const std::string& word) { return texts.find(word) != std::string_view::npos; });
         Item* const item = m_order[place];
-        if (hasAll && std::find(found.begin(), found.end(), item) == found.end())
+        if (hasAll && isNew(item))
             found.push_back(item);
         at = begin + *next;
     }
