@@ -273,6 +273,54 @@ TEST_F(ItemEditorTest, TheKindThatIsSavedIsWritten)
     EXPECT_TRUE(readFile("items.xml").contains("<string>Collective item</string>"));
 }
 
+TEST_F(ItemEditorTest, AFileOfThousandsOfPartsAndOfItemsThatContainEachOtherIsUsedAsItStands)
+{
+    const auto part = [](int id, const char* qty) {
+        return "<dict><key>id</key><integer>" + QByteArray::number(id) + "</integer><key>qty</key>" + qty + "</dict>";
+    };
+    const auto itemOf = [](int id, const QByteArray& name, const QByteArray& keys) {
+        return "<dict><key>id</key><string>" + QByteArray::number(id) + "</string><key>item</key><string>" + name + "</string>" + keys
+            + "</dict>";
+    };
+    const auto made = [](const QByteArray& parts) {
+        return "<key>type</key><string>Collective item</string><key>qty</key><string>1</string><key>constituents</key><array>" + parts
+            + "</array>";
+    };
+    constexpr int screws = 5000;
+    QByteArray thousands;
+    QByteArray all;
+    for (int id = 10; id < 10 + screws; ++id) {
+        all += itemOf(id, "Screw", "<key>qty</key><string>8</string><key>decreaseQty</key><true/>");
+        thousands += part(id, id % 2 ? "<integer>2</integer>" : "<string>some</string>");
+    }
+    all = itemOf(1, "Crate", made(thousands)) + itemOf(2, "Hen", made(part(3, "<integer>1</integer>") + part(10, "<real>1.5</real>")))
+        + itemOf(3, "Egg", made(part(2, "<integer>1</integer>") + part(2, "<integer>1</integer>"))) + all;
+    writeFile("items.xml", document("<dict><key>products</key><array>" + all + "</array></dict>"));
+    begin();
+    Item& crate = *items().getItemById(1);
+    Item& hen = *items().getItemById(2);
+    ASSERT_EQ(crate.getConstituents().size(), static_cast<std::size_t>(screws));
+
+    EXPECT_EQ(items().getQtyForCollectiveItem(crate), 4.0f);
+    EXPECT_TRUE(items().adjustQtyFor(crate, -1));
+    EXPECT_EQ(items().getItemById(11)->getQty(), "6");
+    EXPECT_EQ(items().getItemById(10)->getQty(), "8") << "its number was none";
+    EXPECT_TRUE(items().adjustQtyFor(hen, -2));
+    EXPECT_EQ(items().getItemById(10)->getQty(), "5");
+    items().editThisItem(crate);
+    EXPECT_EQ(form().qty.text(), "3");
+    EXPECT_EQ(items().constituentTable.numberOfRows(), screws);
+    alerts.answer("OK");
+    items().addConstituent(hen);
+    EXPECT_EQ(lastAlert().title, "Self referential");
+    form().save.trigger();
+    EXPECT_EQ(crate.getQty(), "3");
+    EXPECT_EQ(crate.getConstituents().size(), static_cast<std::size_t>(screws));
+    alerts.answer("OK");
+    items().deleteItemUnlessUsed(hen);
+    EXPECT_EQ(lastAlert().text, "Unable to delete Hen because it is used in collective item(s): Egg");
+}
+
 TEST_F(ItemEditorTest, AnEntryAmongThePartsThatIsNoDictionaryIsKept)
 {
     const QByteArray parts = "\t\t\t<key>constituents</key>\n\t\t\t<array>\n\t\t\t\t<string>KEEP</string>\n\t\t\t\t<dict>\n"

@@ -153,6 +153,8 @@ TEST_F(ItemManagerTest, ThePickerOffersSuppliersOnly)
     ASSERT_EQ(picker.numberOfRows(), 1);
     EXPECT_EQ(picker.list.columns[0].heading, "Name");
     EXPECT_EQ(picker.list.columns[1].heading, "Address");
+    EXPECT_EQ(picker.list.columns[0].width, 150);
+    EXPECT_EQ(picker.list.columns[1].width, 350);
     picker.selectRow(0);
     picker.chooseSelected();
     EXPECT_EQ(form().supplier.text(), "Potters");
@@ -298,6 +300,9 @@ TEST_F(ItemManagerTest, APartIsPickedFromTheItems)
     EXPECT_EQ(picker.list.columns[0].width, 80);
     EXPECT_EQ(picker.list.columns[1].width, 320);
     EXPECT_EQ(picker.list.columns[2].width, 100);
+    EXPECT_EQ(picker.list.columns[0].heading, "Code");
+    EXPECT_EQ(picker.list.columns[1].heading, "Item");
+    EXPECT_EQ(picker.list.columns[2].heading, "Variation");
     picker.form.search.edit("A");
     picker.selectRow(0);
     picker.chooseSelected();

@@ -193,6 +193,30 @@ TEST_F(LineKeepingTest, TheCountOfItemsStopsAtWhatAWholeNumberHolds)
     EXPECT_EQ(lines().countTotalItemsPurchased(), "-2147483648");
 }
 
+TEST_F(LineKeepingTest, ForAReaderLinesAndStockStayAsTheyAre)
+{
+    beginReadOnly();
+    Order& bench = order("Bench");
+    Item& mug = item("Mug", "10");
+    Material& sold = line(bench, "5.00");
+    sold.setProduct(mug.getID());
+    orders().editThisOrder(bench);
+    const auto expectRefusal = [this](const char* what, auto command) {
+        alerts.forget();
+        alerts.answer("OK");
+        command();
+        ASSERT_EQ(alerts.asked().size(), 1u) << what;
+        EXPECT_EQ(lastAlert().title, "Read-only mode") << what;
+    };
+    expectRefusal("add", [&] { EXPECT_FALSE(orders().addItemToCurrentOrder(mug)); });
+    expectRefusal("edit", [this] { EXPECT_FALSE(lines().setObjectValue("qty", 0, "3")); });
+    expectRefusal("remove", [&] { lines().deleteLine(sold); });
+    expectRefusal("remove all", [this] { lines().deleteAllForCurrentOrder(); });
+    EXPECT_EQ(mug.getQty(), "10");
+    EXPECT_EQ(sold.getQty(), "1");
+    EXPECT_EQ(lines().numberForThisOrder(), 1);
+}
+
 // What does not read
 
 TEST_F(LineKeepingTest, ACellThatDoesNotReadSaysSo)
