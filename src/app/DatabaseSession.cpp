@@ -35,10 +35,15 @@ void DatabaseSession::registerFile(RecordFile& file, qvDataSource& collection, s
 
 void DatabaseSession::readDatabase()
 {
-    const LoadReport report = m_folder.load(m_needs.preferences.actualDbLocation(), afterFile());
+    const QString folder = m_needs.preferences.actualDbLocation();
+    const bool isThere = QFileInfo::exists(folder);
+    const LoadReport report = m_folder.load(folder, afterFile());
     Q_EMIT titleChanged();
     checkLock();
     tellDamage(report.damaged);
+    // Perhaps a share that is not connected. The very first start finds no folder either.
+    if (!isThere && folder != standardFolder())
+        tellDamage({fillText(localText("%@ was not there when it was opened. It is made with the first save."), {folder})});
     // Somebody may have written between the reading and the lock; from now on nobody else does.
     if (!m_readonlymode) {
         readWhatChanged();
@@ -113,7 +118,7 @@ void DatabaseSession::checkLock()
         meetLock();
         return;
     }
-    if (m_folder.location() == folders::expandHome(places::defaultDatabase, m_needs.user.home()))
+    if (m_folder.location() == standardFolder())
         makeFolders();
     const Result<bool> acquired = m_folder.lock().acquire();
     if (acquired && !acquired.value()) {
@@ -277,9 +282,14 @@ bool DatabaseSession::writeAll(QStringList& news)
     return true;
 }
 
+QString DatabaseSession::standardFolder() const
+{
+    return folders::expandHome(places::defaultDatabase, m_needs.user.home());
+}
+
 void DatabaseSession::makeFolders()
 {
-    const QString standard = folders::expandHome(places::defaultDatabase, m_needs.user.home());
+    const QString standard = standardFolder();
     if (!QFileInfo::exists(standard)) {
         if (const Result<void> made = folders::make(standard); !made)
             logLine(made.error().message);
@@ -297,6 +307,7 @@ void DatabaseSession::switchDatabase()
     Q_EMIT aboutToSwitch();
     m_damage.clear();
     Q_EMIT damageFound(m_damage);
+    m_needs.preferences.keepDatabaseProperties();
     tellDamage(writeEverything());
     clearCollections();
     m_needs.preferences.readDatabaseProperties();

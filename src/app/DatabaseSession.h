@@ -105,6 +105,8 @@ private:
     void filterOthers();
     void write(const std::vector<RecordFile*>& files, DatabaseFolder::When when);
     bool writeAll(QStringList& news);
+    /// The default database's.
+    QString standardFolder() const;
     void makeFolders();
     void tellNews();
     void noteSaved();

@@ -123,24 +123,10 @@ void PrefsController::registerDefaults()
 
 void PrefsController::readDefaults()
 {
-    readSettings();
-    m_needs.notepad.load();
-    populateLists();
-}
-
-void PrefsController::readSettingsAgain()
-{
-    readSettings();
-    populateLists();
-}
-
-void PrefsController::readSettings()
-{
     registerDefaults();
     readText(form.dbLocation, settings::dbLocation);
     readColumns();
     readTax();
-    removeHiddenColumns();
     readChoices();
     readDatabaseProperties();
     readOwnText(form.stockWarn, settings::stockWarn);
@@ -153,6 +139,8 @@ void PrefsController::readSettings()
     readAddressBook();
     readOwnDefaults();
     Q_EMIT wordsChanged();
+    m_needs.notepad.load();
+    populateLists();
 }
 
 void PrefsController::readText(TextField& field, const char* key)
@@ -200,9 +188,15 @@ void PrefsController::readTax()
     readOwnText(form.taxStatement, settings::taxStatement);
     readTaxRates();
     readOwnText(form.taxShipping, settings::taxShipping);
+    readHandlesTax();
+    readPricesInclusive();
+}
+
+void PrefsController::readHandlesTax()
+{
     form.handlesTax.setOn(m_store.text(settings::handlesTax) == "YES");
     enableTaxControls();
-    readPricesInclusive();
+    removeHiddenColumns();
 }
 
 void PrefsController::readTaxRates()
@@ -225,6 +219,12 @@ void PrefsController::readTaxRates()
     }
     writeStandardRate();
     Q_EMIT taxRatesChanged();
+}
+
+/// Whether nobody ever saved or edited how tax is handled.
+bool PrefsController::isTaxUntouched() const
+{
+    return !m_store.value(settings::taxRates) && !m_store.value(settings::handlesTax) && m_taxRates == initialTaxRates;
 }
 
 void PrefsController::writeStandardRate()
@@ -297,35 +297,6 @@ void PrefsController::chooseDateFormat(PrefsForm::DateFormatChoice choice)
     switchDateFormat();
 }
 
-void PrefsController::readDatabaseProperties()
-{
-    m_actualDbLocation = QString::fromStdString(getDbLocation());
-    readDatabaseText(form.currency, settings::currency, CopyToUser::yes);
-    readDatabaseText(form.currencyCode, settings::currencyCode, CopyToUser::yes);
-    readDatabaseText(form.orderPrefix, settings::orderPrefix, CopyToUser::no);
-    readDatabaseText(form.itemPrefix, settings::itemPrefix, CopyToUser::no);
-    readDatabaseText(form.contactPrefix, settings::contactPrefix, CopyToUser::no);
-}
-
-void PrefsController::completeDatabaseProperties()
-{
-    if (!m_properties.objectForKey(actualDbLocation(), settings::currency))
-        readDatabaseProperties();
-}
-
-void PrefsController::readDatabaseText(TextField& field, const char* key, CopyToUser copy)
-{
-    readOwnText(field, key);
-    const std::optional<std::string> own = m_properties.objectForKey(actualDbLocation(), key);
-    if (!own) {
-        writeProperty(actualDbLocation(), field.text(), key);
-        return;
-    }
-    field.setText(QString::fromStdString(*own));
-    if (copy == CopyToUser::yes)
-        m_store.setText(key, *own);
-}
-
 void PrefsController::writeDateFormat()
 {
     if (m_dateFormatChosen)
@@ -364,18 +335,6 @@ void PrefsController::commit(const TextField& field)
     m_store.setText(field.name().toStdString(), textOf(field));
 }
 
-void PrefsController::writeDatabaseText(const TextField& field, const char* key)
-{
-    m_store.setText(key, textOf(field));
-    writeProperty(actualDbLocation(), field.text(), key);
-}
-
-void PrefsController::writeProperty(const QString& folder, const QString& text, const char* key)
-{
-    if (m_needs.mayWriteInto(folder))
-        m_properties.setObjectForKey(folder, text.toStdString(), key);
-}
-
 void PrefsController::writeTaxRates()
 {
     PlistValue rows = PlistValue::makeArray();
@@ -395,11 +354,7 @@ void PrefsController::OKButton()
     writeStandardRate();
     commit(form.taxStatement);
     commit(form.taxShipping);
-    writeDatabaseText(form.currency, settings::currency);
-    writeDatabaseText(form.currencyCode, settings::currencyCode);
-    writeDatabaseText(form.orderPrefix, settings::orderPrefix);
-    writeDatabaseText(form.itemPrefix, settings::itemPrefix);
-    writeDatabaseText(form.contactPrefix, settings::contactPrefix);
+    writeDatabaseTexts();
     writeDateFormat();
     m_store.setText(settings::defaultSort, getDefaultSortNew() ? "0" : "1");
     m_store.setText(settings::codeSort, std::to_string(form.codeSort.index()));

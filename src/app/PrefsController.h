@@ -13,6 +13,7 @@
 #include <QObject>
 
 #include <functional>
+#include <map>
 #include <vector>
 
 class Notepad;
@@ -51,8 +52,9 @@ public:
     TaxRateTable taxTable;
 
     void readDefaults();
-    /// The same for settings alone that changed in the store; what was typed into the notepad stays.
-    void readSettingsAgain();
+    /// Takes the tax table with the handling of tax, the statuses and their colours from there, each only where the user never saved nor
+    /// edited their own.
+    void takeOverUnsaved(const PlistValue& offered);
     /// Commits everything: when the person confirms the settings, and at quit.
     void OKButton();
     /// Opens the settings window.
@@ -65,6 +67,8 @@ public:
     void applyBOMTableHeadingChanges();
     /// The location setting, in the form and in the store; it counts from the next load.
     void setDbLocation(const QString& path);
+    /// The open database is about to be left: what was edited of what travels with it is committed first.
+    void keepDatabaseProperties();
     /// The database at the location setting is about to be read: what travels with it is read, and written, from now on.
     void readDatabaseProperties();
     /// The database was opened and may be written: a folder that was made for it only then gets what travels with it.
@@ -80,7 +84,9 @@ public:
     // Colours of order statuses
     /// Shows the colour of the status chosen in the form.
     void statusSelectorHasChanged();
-    /// Of the status chosen in the form; white when it has none.
+    /// Of the status chosen in the form; none when it was never given one.
+    std::optional<RgbColour> chosenStatusColour() const;
+    /// The same; white when there is none.
     RgbColour shownStatusColour() const;
     void setColorForStatus(const RgbColour& colour);
 
@@ -146,7 +152,6 @@ private:
     void storeAddressBook();
     void checkValues();
     void registerDefaults();
-    void readSettings();
     void readOwnDefaults();
     void offerStatuses();
     void checkShippingCode();
@@ -161,17 +166,23 @@ private:
     void readColumns();
     void removeHiddenColumns();
     void readTax();
+    void readHandlesTax();
     void readTaxRates();
     void readPricesInclusive();
     void readChoices();
     void readText(TextField& field, const char* key);
     void readOwnText(TextField& field, const char* key);
     enum class CopyToUser { no, yes };
-    void readDatabaseText(TextField& field, const char* key, CopyToUser copy);
+    void readDatabaseText(TextField& field, CopyToUser copy);
     void writeStandardRate();
     /// Writes into the folder's "info.plist", unless the database there is read-only or somebody else's.
-    void writeProperty(const QString& folder, const QString& text, const char* key);
-    void writeDatabaseText(const TextField& field, const char* key);
+    void writeProperty(const QString& folder, const QString& text, std::string_view key);
+    void writeDatabaseTexts();
+    void writeDatabaseText(const TextField& field);
+    bool isTaxUntouched() const;
+    bool areStatusesUntouched() const;
+    /// Puts the value into the store; false when there is none.
+    bool takeOver(const PlistValue& offered, const char* key);
     void writeTaxRates();
     QString expanded(const QString& path) const;
     void makeDefaultFolders();
@@ -195,6 +206,8 @@ private:
     QStringList m_databaseFiles;
     /// The folder that per-database values are read from and written to, "~" not expanded.
     QString m_actualDbLocation;
+    /// What travels with the open database, by the names of the fields, as it was read or committed last.
+    std::map<QString, QString> m_committedTexts;
     /// The date format was chosen in the form; until then its setting stays absent.
     bool m_dateFormatChosen = false;
     qvDataSource& m_orders;

@@ -33,10 +33,11 @@ QString PrefsController::supportFolder() const
     return expanded(places::support);
 }
 
+/// A row without words could not be told from the others.
 QString PrefsController::shownName(const QString& folder) const
 {
-    const std::optional<std::string> name = m_properties.objectForKey(folder, settings::dbName);
-    return name ? QString::fromStdString(*name) : QFileInfo(folder).completeBaseName();
+    const std::string name = m_properties.objectForKey(folder, settings::dbName).value_or("");
+    return name.empty() ? QFileInfo(folder).completeBaseName() : QString::fromStdString(name);
 }
 
 void PrefsController::listDatabases()

@@ -79,6 +79,36 @@ void PrefsController::deleteSelectedRate()
     taxTable.selectRate(std::min(row, static_cast<int>(m_taxRates.size()) - 1));
 }
 
+/// Nobody has statuses of their own: there are none stored and none edited but those of a first start.
+bool PrefsController::areStatusesUntouched() const
+{
+    const std::string first = PrefsForm().statuses.text().toStdString();
+    return form.statuses.text().toStdString() == first && m_store.text(settings::statuses).value_or(first) == first;
+}
+
+bool PrefsController::takeOver(const PlistValue& offered, const char* key)
+{
+    const PlistValue* value = offered.find(key);
+    if (value)
+        m_store.set(key, *value);
+    return value;
+}
+
+void PrefsController::takeOverUnsaved(const PlistValue& offered)
+{
+    if (isTaxUntouched()) {
+        if (takeOver(offered, settings::handlesTax))
+            readHandlesTax();
+        if (takeOver(offered, settings::taxRates))
+            readTaxRates();
+    }
+    if (areStatusesUntouched() && takeOver(offered, settings::statuses))
+        readText(form.statuses, settings::statuses);
+    if (!m_store.value(settings::flagColours))
+        takeOver(offered, settings::flagColours);
+    populateLists();
+}
+
 /// A code that no rate has leaves shipping without tax.
 void PrefsController::checkShippingCode()
 {
@@ -130,11 +160,15 @@ void PrefsController::takeColourParts()
     storeStatusColour({part(form.colourRed), part(form.colourGreen), part(form.colourBlue)});
 }
 
+std::optional<RgbColour> PrefsController::chosenStatusColour() const
+{
+    const PlistValue* stored = m_store.value(settings::flagColours);
+    return stored ? statusColour(*stored, form.colourStatus.title().toStdString()) : std::nullopt;
+}
+
 RgbColour PrefsController::shownStatusColour() const
 {
-    constexpr RgbColour white {1, 1, 1};
-    const PlistValue* stored = m_store.value(settings::flagColours);
-    return stored ? statusColour(*stored, form.colourStatus.title().toStdString()).value_or(white) : white;
+    return chosenStatusColour().value_or(RgbColour {1, 1, 1});
 }
 
 void PrefsController::setColorForStatus(const RgbColour& colour)

@@ -14,6 +14,8 @@ struct TaxRate {
     std::string rate;
     /// The row as it was stored, with what it holds beside these three.
     PlistValue stored = PlistValue::makeDict();
+
+    bool operator==(const TaxRate&) const = default;
 };
 
 class TaxRateTable : public qvDataSource {

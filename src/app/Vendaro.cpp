@@ -223,6 +223,9 @@ bool Vendaro::keepSettings()
 QString Vendaro::saveEverything()
 {
     m_session.saveEverything();
+    // What was typed in the last seconds is not saved yet.
+    if (m_notepad.isChanged())
+        m_notepad.save();
     keepSettings();
     return unsavedReason();
 }
@@ -401,22 +404,27 @@ void Vendaro::openDocument(const QString& templateName, Order& order)
 
 // Commands
 
+qvDataSource* Vendaro::focusedList() const
+{
+    return m_mainWindowIsKey ? m_focused : nullptr;
+}
+
 void Vendaro::deleteMenuItem()
 {
-    if (m_focused)
-        m_focused->deleteKey();
+    if (qvDataSource* list = focusedList())
+        list->deleteKey();
 }
 
 void Vendaro::editMenuItem()
 {
-    if (m_focused)
-        m_focused->edit();
+    if (qvDataSource* list = focusedList())
+        list->edit();
 }
 
 void Vendaro::undoMenuItem()
 {
-    if (m_focused)
-        m_focused->undo();
+    if (qvDataSource* list = focusedList())
+        list->undo();
     else
         m_desktop.beeper.beep();
 }
@@ -527,13 +535,6 @@ void Vendaro::openSampleBusiness()
     m_session.switchDatabase();
 }
 
-/// Whether the setting is absent, or has the words every first start begins with.
-bool Vendaro::isUnsaved(const char* key) const
-{
-    const bool asAtFirst = std::string_view(key) == settings::statuses && m_settings.text(key) == PrefsForm().statuses.text().toStdString();
-    return asAtFirst || !m_settings.value(key);
-}
-
 /// Under another name until it is complete: what is there is never copied again.
 Result<void> Vendaro::copySample()
 {
@@ -550,11 +551,5 @@ void Vendaro::takeOverSampleSettings()
     const Result<PlistValue> sample = plist::read(file.bytes);
     if (!sample)
         return;
-    // Only where the user never saved any of their own.
-    for (const char* key : {settings::taxRates, settings::handlesTax, settings::statuses, settings::flagColours}) {
-        const PlistValue* value = sample.value().find(key);
-        if (value && isUnsaved(key))
-            m_settings.set(key, *value);
-    }
-    m_preferences.readSettingsAgain();
+    m_preferences.takeOverUnsaved(sample.value());
 }

@@ -94,6 +94,8 @@ public:
     void writeForGood();
     /// Writes the settings when they changed; answers whether all of them are on disk.
     bool keepSettings();
+    /// Writes records, settings and the notepad; answers why something is not saved, empty when all is.
+    QString saveEverything();
     /// Empty when all is saved, else why something is not, be it records, settings or the notepad.
     QString unsavedReason() const;
 
@@ -133,9 +135,10 @@ public:
     int getContactIdForOrder(int orderId) const;
 
     // Commands
-    /// The list that has the keyboard in the main window; none when no list has.
+    /// The list that had the keyboard in the main window last; none when no list had.
     void setFocusedList(qvDataSource* list) { m_focused = list; }
-    qvDataSource* focusedList() const { return m_focused; }
+    /// The same; none while another window has the keyboard.
+    qvDataSource* focusedList() const;
     void deleteMenuItem();
     void editMenuItem();
     void undoMenuItem();
@@ -218,13 +221,10 @@ private:
     void exportFrontList(ExportForm form);
     void print(const QString& title, const std::function<bool(QPagedPaintDevice&)>& paint);
     QString frontListName() const;
-    bool isUnsaved(const char* key) const;
     void takeOverSampleSettings();
     QString sampleFolder() const;
     CustomInvoiceNeeds documentNeeds();
     UpdateNeeds updateNeeds();
-    /// Writes records and settings; answers why something is not saved, empty when all is.
-    QString saveEverything();
     bool attachPdf(const QString& path, const Order& order);
 
     VendaroDesktop m_desktop;

@@ -193,6 +193,19 @@ TEST_F(DatabasesTest, withoutAFileNameTheDisplayNameServes)
     EXPECT_EQ(nameIn(openFolder()), "My bakery");
 }
 
+TEST_F(DatabasesTest, withoutADisplayNameTheFileNameStandsInTheList)
+{
+    start();
+    preferences().newDatabaseMenuItem();
+    preferences().newDatabase.fileName.edit("bakery");
+    preferences().newDatabase.confirm.trigger();
+    preferences().listDatabases();
+
+    EXPECT_EQ(nameIn(openFolder()), "");
+    EXPECT_EQ(form().databases.titles(), (QStringList {"bakery", "vendarodatabase"}));
+    EXPECT_EQ(app().session().windowTitle(), "Vendaro");
+}
+
 TEST_F(DatabasesTest, nothingEnteredStopsNothing)
 {
     start();
@@ -293,6 +306,72 @@ TEST_F(DatabasesTest, aCancelledSheetSavesAndReloadsTheOpenDatabase)
     EXPECT_EQ(app().getContactManager().getCount(), 1);
     EXPECT_EQ(setting("VendaroDbLocation"), "~/Library/Application Support/Vendaro/vendarodatabase.vendb");
     EXPECT_FALSE(QDir(supportFolder() + "/My bakery.vendb").exists());
+}
+
+// Values of a database that were edited and not committed yet
+
+TEST_F(DatabasesTest, whatWasEditedOfTheOpenOneStaysWithItWhenAnotherIsChosen)
+{
+    makeDatabase("b", "Bakery");
+    start();
+    preferences().openWindow();
+    form().currency.edit("$");
+    form().orderPrefix.edit("INV-");
+    alerts.answer("OK");
+
+    choose("Bakery");
+
+    EXPECT_TRUE(readFile("info.plist").contains("<string>$</string>"));
+    EXPECT_TRUE(readFile("info.plist").contains("<string>INV-</string>"));
+    EXPECT_EQ(preferences().getCurrency(), "$") << "the user's, since the bakery has none of its own";
+    EXPECT_EQ(preferences().getOrderPrefix(), "INV-");
+}
+
+TEST_F(DatabasesTest, whatWasEditedOutlivesACancelledSheetAndAnswerOfNo)
+{
+    makeDatabase("b", "Bakery");
+    start();
+    form().currencyCode.edit("USD");
+    form().contactPrefix.edit("K");
+    preferences().newDatabaseMenuItem();
+    preferences().newDatabase.cancel.trigger();
+    EXPECT_EQ(preferences().getCurrencyCode(), "USD");
+    EXPECT_EQ(preferences().getContactPrefix(), "K");
+
+    form().itemPrefix.edit("I-");
+    alerts.answer("Cancel");
+    preferences().setDbLocationToDefault();
+    EXPECT_EQ(preferences().getItemPrefix(), "I-");
+}
+
+TEST_F(DatabasesTest, aPrefixThatNobodyEditedStaysItsDatabasesOwn)
+{
+    makeDatabase("b", "Bakery");
+    writeSettings("<key>VendaroOrderPrefix</key><string>A</string>");
+    writeFile("info.plist", document("<dict><key>VendaroOrderPrefix</key><string>INV-</string></dict>"));
+    start();
+    preferences().listDatabases();
+    alerts.answer("OK");
+
+    choose("Bakery");
+
+    EXPECT_EQ(setting("VendaroOrderPrefix"), "A");
+    EXPECT_EQ(preferences().getOrderPrefix(), "A");
+}
+
+TEST_F(DatabasesTest, whatWasEditedWhileSomebodyElseHasTheDatabaseReachesTheUsersSettingsOnly)
+{
+    makeDatabase("b", "Bakery");
+    writeFile("lock.xml", document("<dict><key>reason</key><string>database open</string></dict>"));
+    start();
+    form().currency.edit("$");
+    preferences().listDatabases();
+    alerts.answer("OK");
+
+    choose("Bakery");
+
+    EXPECT_FALSE(hasFile("info.plist"));
+    EXPECT_EQ(setting("VendaroCurrency"), "$");
 }
 
 // Elsewhere

@@ -160,6 +160,46 @@ TEST_F(ListExportTest, whileAnotherWindowIsInFrontNothingIsAsked)
     EXPECT_EQ(app().determineFrontDataSource(), nullptr);
 }
 
+TEST_F(ListExportTest, whileAnotherWindowIsInFrontNothingIsDeletedOpenedOrBroughtBack)
+{
+    begin();
+    OrderManager& orders = app().getOrderManager();
+    orders.setSelectedRecords({orders.getnthVisibleItem(0)});
+    app().setFocusedList(&orders);
+    app().setMainWindowIsKey(false);
+    app().deleteMenuItem();
+    app().editMenuItem();
+    app().undoMenuItem();
+    EXPECT_EQ(orders.getCount(), 2);
+    EXPECT_FALSE(orders.form.isOpen());
+    EXPECT_TRUE(alerts.asked().empty());
+
+    app().setMainWindowIsKey(true);
+    alerts.answer("OK");
+    app().deleteMenuItem();
+    EXPECT_EQ(orders.getCount(), 1);
+    app().undoMenuItem();
+    EXPECT_EQ(orders.getCount(), 2);
+    orders.setSelectedRecords({orders.getnthVisibleItem(0)});
+    app().editMenuItem();
+    EXPECT_TRUE(orders.form.isOpen());
+}
+
+TEST_F(ListExportTest, aListWithoutTheKeyboardIsNotDeletedFrom)
+{
+    begin();
+    OrderManager& orders = app().getOrderManager();
+    orders.setSelectedRecords({orders.getnthVisibleItem(0)});
+    app().setFocusedList(nullptr);
+    app().deleteMenuItem();
+    app().editMenuItem();
+    EXPECT_EQ(orders.getCount(), 2);
+    EXPECT_FALSE(orders.form.isOpen());
+    EXPECT_EQ(beeper.beeps, 0);
+    app().undoMenuItem();
+    EXPECT_EQ(beeper.beeps, 1);
+}
+
 TEST_F(ListExportTest, aPageWithoutAListOfItsOwnHasNoneInFront)
 {
     begin();

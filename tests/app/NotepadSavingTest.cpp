@@ -63,6 +63,22 @@ TEST_F(NotepadSavingTest, okSavesItBetweenTheListsAndTheColumns)
     EXPECT_EQ(lines.mid(terms, 4), (QStringList {"Saving terms", "Saving tax rates", "Saving lists", "Saving notepad"}));
 }
 
+TEST_F(NotepadSavingTest, savingEverythingSavesIt)
+{
+    begin();
+    type("Ring Ada");
+    EXPECT_EQ(app().saveEverything(), QString());
+    EXPECT_TRUE(onDisk().contains("Ring Ada"));
+}
+
+TEST_F(NotepadSavingTest, savingEverythingSaysWhyItCouldNotBeSaved)
+{
+    begin();
+    ASSERT_TRUE(QDir().mkpath(databaseFolder() + "/notepad.rtfd/TXT.rtf"));
+    type("Ring Ada");
+    EXPECT_TRUE(app().saveEverything().contains("TXT.rtf")) << app().unsavedReason().toStdString();
+}
+
 TEST_F(NotepadSavingTest, quittingSavesItAndTheNextStartReadsIt)
 {
     begin();

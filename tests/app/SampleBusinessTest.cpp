@@ -27,6 +27,12 @@ protected:
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
     }
+    static QByteArray settingsWithRates()
+    {
+        return document("<dict><key>VendaroStatuses</key><string>Open\nDone</string><key>VendaroHandlesTax</key><string>YES</string>"
+                        "<key>VendaroTaxRates</key><array><dict><key>code</key><string>S</string><key>rate</key><string>7</string></dict>"
+                        "</array></dict>");
+    }
     QString sampleFolder() const { return supportFolder() + "/Sample.vendb"; }
     std::string onlyContact()
     {
@@ -82,6 +88,54 @@ TEST_F(SampleBusinessTest, leavesTheUsersOwnStatusesAlone)
     app().openSampleBusiness();
 
     EXPECT_EQ(app().getPrefsController().getStatusList(), (QStringList {"New", "Paid"}));
+}
+
+TEST_F(SampleBusinessTest, bringsItsRatesToAUserWithoutTheirOwn)
+{
+    put("Settings.plist", settingsWithRates());
+    start();
+    app().openSampleBusiness();
+
+    EXPECT_EQ(app().getPrefsController().getTaxRateForCode("S"), "7");
+    EXPECT_TRUE(app().getPrefsController().handlesTax());
+}
+
+TEST_F(SampleBusinessTest, leavesTheTaxOfAUserAloneWhoSavedARateOrHandlesNone)
+{
+    put("Settings.plist", settingsWithRates());
+    for (const char* own : {"<key>VendaroTaxRate</key><string>17.5</string>",
+             "<key>VendaroTaxRates</key><array><dict><key>code</key><string>S</string><key>rate</key><string>17.5</string></dict></"
+             "array>"}) {
+        writeSettings(own);
+        start();
+        app().openSampleBusiness();
+
+        EXPECT_EQ(app().getPrefsController().getTaxRateForCode("S"), "17.5") << own;
+        EXPECT_FALSE(app().getPrefsController().handlesTax()) << "it could never be switched off for good: " << own;
+        quit();
+    }
+}
+
+TEST_F(SampleBusinessTest, leavesAloneWhatWasEditedAndIsNotCommittedYet)
+{
+    put("Settings.plist", settingsWithRates());
+    start();
+    PrefsController& preferences = app().getPrefsController();
+    preferences.form.handlesTax.edit(true);
+    preferences.form.termOrder.edit("Job");
+    preferences.form.taxStatement.edit("GST");
+    preferences.form.currency.edit("$");
+    preferences.form.statuses.edit("Mine");
+    preferences.setTaxRateValue("rate", 0, "17.5");
+    app().openSampleBusiness();
+
+    EXPECT_EQ(preferences.getTermOrder(), "Job");
+    EXPECT_EQ(preferences.getTaxStatement(), "GST");
+    EXPECT_EQ(preferences.getCurrency(), "$");
+    EXPECT_EQ(preferences.getStatusList(), QStringList {"Mine"});
+    EXPECT_EQ(preferences.getTaxRateForCode("S"), "17.5");
+    quit();
+    EXPECT_TRUE(readFile("info.plist").contains("<string>$</string>"));
 }
 
 TEST_F(SampleBusinessTest, whatAnInterruptedCopyLeftIsNoObstacle)

@@ -375,6 +375,26 @@ TEST_F(StartUpTest, aFolderElsewhereThatIsNotThereIsMadeByTheFirstWriteOnly)
     EXPECT_FALSE(QFileInfo::exists(other + "/orders.xml"));
 }
 
+TEST_F(StartUpTest, aFolderElsewhereThatIsNotThereIsToldAndTheDefaultOneIsNot)
+{
+    QStringList told;
+    const auto watch = [&](Vendaro& program) {
+        told.clear();
+        QObject::connect(&program.session(), &DatabaseSession::damageFound, [&](const QStringList& sentences) { told = sentences; });
+    };
+    startWatched(watch);
+    EXPECT_EQ(told, QStringList());
+    quit();
+
+    const QString other = home() + "/share/Shop.vendb";
+    writeSettings("<key>VendaroDbLocation</key><string>" + other.toUtf8() + "</string>");
+    startWatched(watch);
+    EXPECT_EQ(told, QStringList(other + " was not there when it was opened. It is made with the first save."));
+    ASSERT_TRUE(QDir().mkpath(other));
+    app().session().switchDatabase();
+    EXPECT_EQ(told, QStringList());
+}
+
 TEST_F(StartUpTest, aFolderElsewhereIsLockedOnceItIsThere)
 {
     const QString other = home() + "/share/Shop.vendb";

@@ -84,6 +84,7 @@ void deleteSelected(ShopServer& server, const QJsonObject& asked)
 
 void undo(ShopServer& server, const QJsonObject& asked)
 {
+    server.app().setMainWindowIsKey(true);
     server.app().setFocusedList(listNamed(server.shop(), asked["list"].toString()));
     server.app().undoMenuItem();
 }

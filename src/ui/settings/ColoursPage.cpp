@@ -42,10 +42,12 @@ protected:
     void paintEvent(QPaintEvent*) override
     {
         QPainter painter(this);
-        const QColor colour = onScreen(m_preferences.shownStatusColour());
         painter.fillRect(rect(), themeColour(Colour::surface));
-        painter.fillRect(rect(), Theme::current().rowTint(colour));
-        painter.fillRect(0, 0, RowDelegate::statusBarWidth, height(), colour);
+        if (const std::optional<RgbColour> stored = m_preferences.chosenStatusColour()) {
+            const QColor colour = onScreen(*stored);
+            painter.fillRect(rect(), Theme::current().rowTint(colour));
+            painter.fillRect(0, 0, RowDelegate::statusBarWidth, height(), colour);
+        }
         painter.setPen(themeColour(Colour::text));
         painter.drawText(rect().adjusted(16, 0, -RowDelegate::inset, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
             m_preferences.form.colourStatus.title());
