@@ -1,28 +1,18 @@
 // The settings window on the running application, with mouse and keys.
 #include "ui/settings/SettingsWindow.h"
 
-#include "UiTest.h"
-#include "support/Business.h"
+#include "SettingsOnScreen.h"
 #include "ui/LookChoice.h"
-#include "ui/WindowMemory.h"
-#include "ui/Windows.h"
 #include "ui/kit/Button.h"
 #include "ui/kit/ColourPalette.h"
 #include "ui/kit/Fields.h"
 #include "ui/kit/IconButton.h"
-#include "ui/kit/Label.h"
 #include "ui/kit/MessageBar.h"
-#include "ui/kit/PickList.h"
-#include "ui/kit/RecordTable.h"
-#include "ui/kit/SideBar.h"
-#include "ui/settings/NewDatabaseSheet.h"
 #include "ui/settings/Pages.h"
 #include "ui/settings/SettingsPage.h"
-#include "ui/shell/MainWindow.h"
 
 #include <QCheckBox>
 #include <QColorDialog>
-#include <QDir>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QRadioButton>
@@ -30,59 +20,6 @@
 #include <QTimer>
 
 using namespace uitest;
-
-namespace {
-
-enum SettingsPageNumber { general, tax, words, lists, colours, columns, timePage, documents, addressBookPage, databases, lookPage };
-
-class SettingsOnScreen : public Business {
-protected:
-    void SetUp() override { WindowMemory::rememberState("settings page", {}); }
-    void TearDown() override
-    {
-        SheetStack::instance().cancelAll();
-        windows.reset();
-        quit();
-    }
-    void launch(const QByteArray& settings = {})
-    {
-        begin(settings);
-        windows = std::make_unique<Windows>(app());
-        windows->main().makeLists();
-        show(windows->main());
-    }
-    void open(SettingsPageNumber page = general)
-    {
-        child<QAction>(windows->main(), "preferences")->trigger();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
-        settle();
-        window().pages()->setCurrentRow(page);
-        settle();
-    }
-    SettingsWindow& window() { return windows->settings(); }
-    PrefsController& preferences() { return app().getPrefsController(); }
-    PrefsForm& form() { return preferences().form; }
-    std::string setting(const char* key) { return app().settingsStore().text(key).value_or("(none)"); }
-    QLineEdit* field(const char* name) { return child<QLineEdit>(window(), name); }
-    QAbstractButton* button(const char* name) { return child<QAbstractButton>(window(), name); }
-    RecordTable* rates() { return child<RecordTable>(window(), "taxRates"); }
-    PickList* databaseList() { return child<PickList>(window(), "databases"); }
-    QString caption(const char* name) { return child<Label>(window(), name)->text(); }
-    /// The sentence that stands below a field.
-    bool isTold(const QString& sentence)
-    {
-        for (const Label* label : window().findChildren<Label*>()) {
-            if (label->isVisible() && label->text() == sentence)
-                return true;
-        }
-        return false;
-    }
-    void makeDatabase(const QString& name) const { ASSERT_TRUE(QDir().mkpath(supportFolder() + '/' + name + ".vendb")); }
-
-    std::unique_ptr<Windows> windows;
-};
-
-} // namespace
 
 // The window
 
@@ -360,6 +297,20 @@ TEST_F(SettingsOnScreen, anotherStatusShowsItsOwnColour)
     EXPECT_EQ(child<ColourPalette>(window(), "palette")->colour(), QColor(Qt::black));
 }
 
+TEST_F(SettingsOnScreen, aStatusWithoutAColourStandsPlainAsItDoesInTheList)
+{
+    launch();
+    open(colours);
+    auto* sample = child<QWidget>(window(), "statusSample");
+    const auto ground = [sample] { return kittest::picture(*sample).pixelColor(sample->width() - 2, 2); };
+    const auto bar = [sample] { return kittest::picture(*sample).pixelColor(1, sample->height() / 2); };
+    EXPECT_EQ(bar(), themeColour(Colour::surface));
+    EXPECT_EQ(ground(), themeColour(Colour::surface));
+    preferences().setColorForStatus({0, 0, 0});
+    EXPECT_EQ(bar(), QColor(Qt::black));
+    EXPECT_NE(ground(), themeColour(Colour::surface));
+}
+
 TEST_F(SettingsOnScreen, anyOtherColourIsChosenInADialog)
 {
     launch();
@@ -462,137 +413,4 @@ TEST_F(SettingsOnScreen, filesOfTheAddressBookAreAddedAndRemovedWithTheirButtons
     ASSERT_EQ(list->count(), 1);
     EXPECT_EQ(list->item(0)->text(), QString("/home/ada/cards"));
     EXPECT_EQ(preferences().addressBookPaths(), QStringList({"/home/ada/cards"}));
-}
-
-// Databases
-
-TEST_F(SettingsOnScreen, selectingAnotherDatabaseAsksAndSwitches)
-{
-    makeDatabase("Bakery");
-    launch();
-    open(databases);
-    ASSERT_EQ(databaseList()->count(), 2);
-    EXPECT_EQ(databaseList()->currentItem()->text(), QString("vendarodatabase"));
-    alerts.answer("OK");
-    QTest::mouseClick(databaseList()->viewport(), Qt::LeftButton, {}, databaseList()->visualItemRect(databaseList()->item(0)).center());
-    settle();
-
-    ASSERT_EQ(alerts.asked().size(), 1u);
-    EXPECT_EQ(lastAlert().title, "Switch Vendaro database");
-    EXPECT_EQ(app().session().originalDbLocation(), supportFolder() + "/Bakery.vendb");
-    EXPECT_TRUE(window().isVisible());
-    EXPECT_EQ(databaseList()->currentItem()->text(), QString("Bakery"));
-    EXPECT_TRUE(field("databasePlace")->text().endsWith("/Bakery.vendb"));
-}
-
-TEST_F(SettingsOnScreen, cancellingTheQuestionSelectsNothing)
-{
-    makeDatabase("Bakery");
-    launch();
-    open(databases);
-    alerts.answer("Cancel");
-    databaseList()->setFocus();
-    QTest::keyClick(databaseList(), Qt::Key_Up);
-    settle();
-
-    EXPECT_EQ(app().session().originalDbLocation(), databaseFolder());
-    EXPECT_EQ(databaseList()->currentRow(), -1);
-    EXPECT_FALSE(button("rename")->isEnabled());
-}
-
-TEST_F(SettingsOnScreen, theOpenDatabaseIsRenamedInPlace)
-{
-    launch();
-    open(databases);
-    press(*button("rename"));
-    QTest::keyClick(keyboard(), Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(keyboard(), "My shop");
-    QTest::keyClick(keyboard(), Qt::Key_Return);
-
-    EXPECT_TRUE(QTest::qWaitFor([this] { return preferences().getDatabaseName() == "My shop"; }));
-    settle();
-    EXPECT_TRUE(window().isVisible());
-    EXPECT_EQ(windows->main().windowTitle(), QString("Vendaro - My shop"));
-    EXPECT_EQ(databaseList()->currentItem()->text(), QString("My shop"));
-}
-
-TEST_F(SettingsOnScreen, aNameThatIsEmptyIsToldUnderTheList)
-{
-    launch();
-    open(databases);
-    press(*button("rename"));
-    QTest::keyClick(keyboard(), Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(keyboard(), Qt::Key_Delete);
-    QTest::keyClick(keyboard(), Qt::Key_Return);
-
-    EXPECT_TRUE(QTest::qWaitFor([this] { return isTold("A database needs a name; it keeps the one it has."); }));
-    settle();
-    EXPECT_EQ(databaseList()->currentItem()->text(), QString("vendarodatabase"));
-}
-
-TEST_F(SettingsOnScreen, aNewDatabaseIsMadeOnASheet)
-{
-    launch();
-    open(databases);
-    press(*button("newDatabaseMenuItem"));
-    Sheet* sheet = SheetStack::instance().top();
-    ASSERT_NE(sheet, nullptr);
-    EXPECT_EQ(sheet->hostWindow(), &window());
-    EXPECT_EQ(keyboard()->objectName(), QString("displayName"));
-    QTest::keyClicks(keyboard(), "a/b");
-    QTest::keyClick(keyboard(), Qt::Key_Return);
-    EXPECT_TRUE(sheet->isOpen());
-    EXPECT_EQ(child<QLineEdit>(*sheet, "displayName")->accessibleDescription(), QString("The name of a database cannot contain \"/\"."));
-    EXPECT_FALSE(QDir(supportFolder() + "/a").exists());
-    type(*child<QLineEdit>(*sheet, "displayName"), "Bakery");
-    QTest::keyClick(keyboard(), Qt::Key_Return);
-    settle();
-
-    EXPECT_EQ(SheetStack::instance().top(), nullptr);
-    EXPECT_EQ(app().session().originalDbLocation(), supportFolder() + "/Bakery.vendb");
-    EXPECT_EQ(databaseList()->currentItem()->text(), QString("Bakery"));
-}
-
-TEST_F(SettingsOnScreen, escapeOnTheSheetReloadsTheOpenDatabase)
-{
-    launch();
-    int read = 0;
-    QObject::connect(&app().session(), &DatabaseSession::databaseRead, [&] { ++read; });
-    child<QAction>(windows->main(), "newDatabase")->trigger();
-    Sheet* sheet = SheetStack::instance().top();
-    ASSERT_NE(sheet, nullptr);
-    EXPECT_EQ(sheet->hostWindow(), &windows->main());
-    QTest::keyClick(keyboard(), Qt::Key_Escape);
-
-    EXPECT_EQ(read, 1);
-    EXPECT_FALSE(preferences().newDatabase.isOpen());
-    EXPECT_EQ(app().session().originalDbLocation(), databaseFolder());
-}
-
-TEST_F(SettingsOnScreen, aDatabaseElsewhereIsSaidToOpenLater)
-{
-    launch();
-    open(databases);
-    EXPECT_FALSE(child<Label>(window(), "databaseLater")->isVisible());
-    panels.choose(home() + "/Elsewhere.vendb");
-    alerts.answer("OK");
-    press(*button("createDbLocation"));
-
-    EXPECT_EQ(field("databasePlace")->text(), home() + "/Elsewhere.vendb");
-    EXPECT_TRUE(child<Label>(window(), "databaseLater")->isVisible());
-    alerts.answer("OK");
-    press(*button("setDbLocationToDefault"));
-    settle();
-    EXPECT_FALSE(child<Label>(window(), "databaseLater")->isVisible());
-    EXPECT_EQ(databaseList()->currentItem()->text(), QString("vendarodatabase"));
-}
-
-TEST_F(SettingsOnScreen, anOfflineCopyIsMade)
-{
-    launch();
-    open(databases);
-    panels.choose(home() + "/Copy.vendb");
-    press(*button("offlineCopy"));
-    EXPECT_EQ(panels.savePanels.back().title, "Choose a location and name for the copy database");
-    EXPECT_TRUE(QFile::exists(home() + "/Copy.vendb/lock.xml"));
 }

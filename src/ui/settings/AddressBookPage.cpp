@@ -5,6 +5,8 @@
 #include "ui/kit/PickList.h"
 #include "ui/settings/SettingsPage.h"
 
+#include <QVBoxLayout>
+
 namespace {
 
 constexpr int bookListHeight = 200;
@@ -18,6 +20,7 @@ SettingsPage* settingsPages::makeAddressBook(PrefsController& preferences)
     page->addNote(
         SettingsPage::tr("People can be made contacts from these vCard files, and from all vCard files of these folders. Nothing is "
                          "written into them."));
+    page->column()->addSpacing(4);
     auto* list = settingsField<PickList>(form.addressBook, SettingsPage::tr("Files and folders"));
     list->setMinimumHeight(bookListHeight);
     list->setEmptyText(

@@ -40,6 +40,7 @@ SettingsPage* settingsPages::makeLists(PrefsController& preferences)
     const PrefsForm& form = preferences.form;
     auto* page = new SettingsPage(SettingsPage::tr("Lists"));
     page->addNote(SettingsPage::tr("One entry a line. With OK they reach the lists that are chosen from."));
+    page->column()->addSpacing(8);
     auto* editors = new QHBoxLayout;
     editors->setSpacing(16);
     editors->addLayout(makeListEditor(SettingsPage::tr("Statuses"), form.statuses, SettingsPage::tr("What an order goes through.")), 1);
