@@ -4,6 +4,7 @@
 #include "ui/PageText.h"
 #include "ui/kit/Fields.h"
 #include "ui/kit/FormGrid.h"
+#include "ui/kit/Literal.h"
 #include "ui/kit/Look.h"
 #include "ui/kit/PictureWell.h"
 #include "ui/kit/SegmentedChoice.h"
@@ -135,7 +136,7 @@ bool FormBinder::bindFlag(FlagField& field, QWidget* widget)
     m_bindings.insert(&field, {box, [&field, box] {
                                    box->setChecked(field.isOn());
                                    if (!field.caption().isEmpty())
-                                       box->setText(field.caption());
+                                       box->setText(literal(field.caption()));
                                }});
     return true;
 }
@@ -210,7 +211,7 @@ bool FormBinder::bindCommand(CommandField& field, QWidget* widget)
     });
     m_bindings.insert(&field, {button, [&field, button] {
                                    if (!field.caption().isEmpty())
-                                       button->setText(field.caption());
+                                       button->setText(literal(field.caption()));
                                }});
     return true;
 }

@@ -61,6 +61,7 @@ void Windows::makeWhenFirstOpened(std::unique_ptr<ContactWindow>& window, Contac
     whenFirstOpened(form, [this, &window, &form] {
         window = std::make_unique<ContactWindow>(form, m_vendaro.ordersIn(form));
         addPrintKey(window.get(), m_vendaro);
+        showWords();
         window->catchUp();
     });
 }
@@ -70,6 +71,7 @@ OrderEditor& Windows::order()
     if (m_order)
         return *m_order;
     m_order = std::make_unique<OrderEditor>(m_vendaro.getOrderManager(), m_vendaro.getBOMManager());
+    addPrintKey(m_order.get(), m_vendaro);
     // The sheet belongs to the window it stands on.
     m_tender = new TenderSheet(m_vendaro.getOrderManager().tender.form, m_order.get());
     showWords();
@@ -103,8 +105,10 @@ void Windows::showNotepad()
 
 void Windows::showUpdate()
 {
-    if (!m_update)
+    if (!m_update) {
         m_update = std::make_unique<UpdateWindow>(m_vendaro.updates());
+        addPrintKey(m_update.get(), m_vendaro);
+    }
     m_update->showOver(*m_main);
 }
 
@@ -130,9 +134,13 @@ SettingsWindow& Windows::settings()
 
 void Windows::showWords()
 {
+    const PrefsForm& words = m_vendaro.getPrefsController().form;
+    for (ContactWindow* window : {m_individual.get(), m_company.get(), m_companyContact.get()}) {
+        if (window)
+            window->setWords(words.termOrders.text());
+    }
     if (!m_order)
         return;
-    const PrefsForm& words = m_vendaro.getPrefsController().form;
     m_order->setWords(words.termItems.text(), words.termBOM.text());
     m_order->setDateCaption(words.dateFormat.caption());
     m_tender->setDateCaption(words.dateFormat.caption());

@@ -433,7 +433,7 @@ TEST_F(HelpOnScreen, onPaperThePageIsLightAndItsPicturesAreNoWiderThanThePaper)
     const auto look = [&address](ManualView::Ground ground) {
         ManualView view(ground);
         view.setSource(address);
-        const QTextCursor key = view.document()->find("Ctrl+P");
+        const QTextCursor key = view.document()->find("Ctrl+Shift+P");
         EXPECT_FALSE(key.isNull());
         int widest = 0;
         for (QTextBlock block = view.document()->begin(); block.isValid(); block = block.next()) {

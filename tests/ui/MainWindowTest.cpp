@@ -533,6 +533,24 @@ TEST_F(MainOnScreen, commandsWithoutASelectionSayWhatIsMissing)
     EXPECT_TRUE(desktop->getOrderManager().form.isOpen());
 }
 
+TEST_F(MainOnScreen, commandsDoNothingWhileAnotherWindowHasTheKeyboard)
+{
+    haveRecords();
+    launch();
+    QTest::keyClick(list("Orders"), Qt::Key_Down);
+    ASSERT_EQ(desktop->getOrderManager().selectedRecords().size(), 1u);
+    QWidget settings;
+    settings.show();
+    settings.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&settings));
+    for (const char* name : {"delete", "edit", "undo"})
+        command(name)->trigger();
+
+    EXPECT_TRUE(alerts.asked().empty());
+    EXPECT_EQ(desktop->getOrderManager().getCount(), 2);
+    EXPECT_FALSE(desktop->getOrderManager().form.isOpen());
+}
+
 TEST_F(MainOnScreen, afterTheFirstOrderTheKeyboardIsOnTheListAndAfterTheLastOneOnTheWayOut)
 {
     chooseDates();

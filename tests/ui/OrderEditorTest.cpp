@@ -263,6 +263,18 @@ TEST_F(OrderOnScreen, discountControlsComeWithTheDiscount)
     EXPECT_EQ(field("subtotal")->text(), QString("200.00"));
 }
 
+TEST_F(OrderOnScreen, theNoteOnTheTaxTakesNoRoomWhileItSaysNothing)
+{
+    open(taxSettings());
+    const auto* note = child<QLabel>(*editor, "taxNote");
+    EXPECT_FALSE(note->isVisible());
+    press(*button("applyDiscount"));
+    EXPECT_TRUE(note->isVisible());
+    EXPECT_EQ(note->text(), QString("The tax does not count this change yet."));
+    press(*button("calculateTax"));
+    EXPECT_FALSE(note->isVisible());
+}
+
 TEST_F(OrderOnScreen, taxControlsRestWhileNoTaxIsHandled)
 {
     open();

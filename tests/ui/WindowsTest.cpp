@@ -7,6 +7,7 @@
 #include "ui/contacts/ContactEditor.h"
 #include "ui/inventory/ItemEditor.h"
 #include "ui/kit/RecordTable.h"
+#include "ui/kit/SideBar.h"
 #include "ui/orders/OrderEditor.h"
 #include "ui/shell/MainWindow.h"
 #include "ui/shell/WelcomeView.h"
@@ -65,6 +66,8 @@ protected:
         EXPECT_EQ(first, words(window));
         cancel.trigger();
     }
+
+    QList<CustomInvoiceController*> documents() { return app().findChildren<CustomInvoiceController*>(); }
 
     std::unique_ptr<Windows> windows;
 };
@@ -185,6 +188,26 @@ TEST_F(WindowsOnScreen, printingInAnotherWindowPutsItsTextOrListOnPaper)
     EXPECT_EQ(print(*child<QLineEdit>(windows->item(), "item")), child<QLineEdit>(windows->item(), "item")->accessibleName());
     EXPECT_EQ(print(*child<QAbstractButton>(windows->item(), "save")), QString()) << "nothing to put on paper";
     items().form.cancel.trigger();
+
+    orders().editThisOrder(order("Three stools"));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&windows->order()));
+    EXPECT_EQ(print(*child<QLineEdit>(windows->order(), "title")), child<QLineEdit>(windows->order(), "title")->accessibleName());
+    EXPECT_TRUE(documents().isEmpty()) << "that has a key of its own";
+    QTest::keyClick(keyboard(), Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return documents().size() == 1; }));
+    orders().form.cancel.trigger();
+}
+
+TEST_F(WindowsOnScreen, whatIsNewInAnUpdateGoesOnPaper)
+{
+    windows = std::make_unique<Windows>(app());
+    app().updates().form.open();
+    settle();
+    ASSERT_NE(keyboard(), nullptr);
+    EXPECT_EQ(keyboard()->objectName(), QString("notes"));
+    QTest::keyClick(keyboard(), Qt::Key_P, Qt::ControlModifier);
+    EXPECT_EQ(printing.titles, QStringList("What is new"));
+    app().updates().form.close();
 }
 
 TEST_F(WindowsOnScreen, aTextOrListKnowsHowItGoesOnPaper)
@@ -218,6 +241,44 @@ TEST_F(WindowsOnScreen, aTextOrListKnowsHowItGoesOnPaper)
     view = firstResponder();
     EXPECT_EQ(view.list, nullptr);
     EXPECT_EQ(view.text, nullptr);
+    orders().form.cancel.trigger();
+}
+
+TEST_F(WindowsOnScreen, theOrdersOfAContactStandUnderThePersonsWord)
+{
+    windows = std::make_unique<Windows>(app());
+    PrefsForm& settings = app().getPrefsController().form;
+    settings.termOrders.edit("Jobs");
+    contacts().editThisContact(contact("Bert Finch"));
+    contacts().editThisContact(firm("Orchard Press"));
+    ASSERT_EQ(made<ContactWindow>().size(), 2);
+    for (const ContactWindow* window : made<ContactWindow>())
+        EXPECT_TRUE(words(*window).contains("Jobs")) << words(*window).join(", ").toStdString();
+
+    settings.termOrders.edit("Works & days");
+    for (const ContactWindow* window : made<ContactWindow>())
+        EXPECT_TRUE(words(*window).contains("Works & days")) << words(*window).join(", ").toStdString();
+    contacts().form.cancel.trigger();
+    contacts().companyEditor.form.close();
+}
+
+TEST_F(WindowsOnScreen, anAmpersandInAWordIsSeenWhereverTheWordStands)
+{
+    windows = std::make_unique<Windows>(app());
+    PrefsForm& settings = app().getPrefsController().form;
+    for (TextField* word : {&settings.termOrder, &settings.termOrders, &settings.termItem, &settings.termItems})
+        word->edit("R&D");
+    orders().editThisOrder(order("Three stools"));
+    // What a button or an action shows has its "&" twice.
+    EXPECT_EQ(child<QAbstractButton>(windows->order(), "pickMaterial")->text(), QString("Select From R&&D…"));
+    EXPECT_EQ(child<QAbstractButton>(windows->order(), "newItem")->text(), QString("New R&&D"));
+    for (const char* command : {"newOrder", "newItem"}) {
+        EXPECT_EQ(child<QAction>(windows->main(), command)->text(), QString("New R&&D"));
+        EXPECT_EQ(child<QAction>(windows->main(), command)->iconText(), QString("New R&D")) << "as on the tool bar";
+    }
+    EXPECT_EQ(child<QAction>(windows->main(), "showOrders")->text(), QString("R&&D"));
+    EXPECT_EQ(child<QAction>(windows->main(), "showItems")->text(), QString("R&&D"));
+    EXPECT_EQ(child<SideBar>(windows->main(), "pages")->item(1)->text(), QString("R&D"));
     orders().form.cancel.trigger();
 }
 

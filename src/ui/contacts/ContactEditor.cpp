@@ -66,19 +66,24 @@ void ContactWindow::build(Kind kind)
     helpTopic::set(*this, "contact");
     resize(880, 700);
     setMinimumSize(780, 640);
-    auto* tabs = new UnderlineTabs;
-    tabs->addTab(makeFields(kind), tr("Contact"));
-    tabs->addTab(makeOrders(), tr("Orders"));
+    m_tabs = new UnderlineTabs;
+    m_tabs->addTab(makeFields(kind), tr("Contact"));
+    m_ordersTab = m_tabs->addTab(makeOrders(), tr("Orders"));
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(makeHeader(kind));
-    column->addWidget(tabs, 1);
+    column->addWidget(m_tabs, 1);
     column->addWidget(makeFooter(kind));
     bindForm();
     setFirstField("name");
     // Whoever opens a contact wants to see the contact.
-    connect(&m_contactForm, &Form::closed, tabs, [tabs] { tabs->setCurrentIndex(0); });
+    connect(&m_contactForm, &Form::closed, m_tabs, [this] { m_tabs->setCurrentIndex(0); });
+}
+
+void ContactWindow::setWords(const QString& orders)
+{
+    m_tabs->setTabText(m_ordersTab, orders);
 }
 
 QWidget* ContactWindow::makeHeader(Kind kind)

@@ -18,6 +18,9 @@ public:
     ContactWindow(CompanyForm& form, ContactOrders& orders);
     ContactWindow(CompanyContactForm& form, ContactOrders& orders);
 
+    /// The word the user has for orders.
+    void setWords(const QString& orders);
+
 protected:
     /// What the commands of the editor changed is not typed.
     bool hasSomethingToLose() const override;
@@ -35,4 +38,6 @@ private:
 
     ContactForm& m_contactForm;
     ContactOrders& m_orders;
+    class UnderlineTabs* m_tabs = nullptr;
+    int m_ordersTab = -1;
 };

@@ -4,6 +4,7 @@
 #include "ui/kit/FormGrid.h"
 #include "ui/kit/IconLabel.h"
 #include "ui/kit/Label.h"
+#include "ui/kit/Literal.h"
 #include "ui/kit/Look.h"
 
 #include <QAccessible>
@@ -33,12 +34,6 @@ QString iconNameOf(AlertCard::Icon icon)
 int safeButton(const AlertCard::Options& options, qsizetype count)
 {
     return options.destructive == 0 && count > 1 ? 1 : 0;
-}
-
-/// "&" is a letter in an alert, never the mark of a key.
-QString literal(QString title)
-{
-    return title.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 } // namespace

@@ -4,12 +4,14 @@
 #include "orders/OrderManager.h"
 #include "ui/FormBinder.h"
 #include "ui/HelpTopic.h"
+#include "ui/HideWhileEmpty.h"
 #include "ui/ListBinder.h"
 #include "ui/kit/Button.h"
 #include "ui/kit/CardFrame.h"
 #include "ui/kit/Fields.h"
 #include "ui/kit/FormGrid.h"
 #include "ui/kit/Hairline.h"
+#include "ui/kit/Literal.h"
 #include "ui/kit/Look.h"
 #include "ui/kit/MessageBar.h"
 #include "ui/kit/Panels.h"
@@ -98,6 +100,7 @@ OrderEditor::OrderEditor(OrderManager& orders, BOMManager& lines)
         binder.bindCaption(name, findChild<QWidget*>(QString::fromLatin1(name) + "Label"));
     for (const char* name : {"balancePaidLabel", "balancePaidCaption"})
         binder.bindVisibility("balancePaid", findChild<QWidget*>(QString::fromLatin1(name)));
+    hideWhileEmpty(form(), m_orders.form.taxNote, findChild<QWidget*>("taxNote"));
     connectTabs();
 }
 
@@ -301,7 +304,8 @@ QWidget* OrderEditor::makeFooter()
     stationery->setAccessibleName(tr("Stationery"));
     auto* print = named<Button>("printInvoice", tr("Print"));
     print->setGlyph("document-print");
-    print->setKeys(QKeySequence::Print);
+    // The key for printing puts on paper what has the keyboard.
+    print->setKeys(QKeySequence("Ctrl+Shift+P"));
     auto* mail = named<Button>("sendEmail", tr("Mail"));
     mail->setGlyph("mail-message");
     footer->addLeft(stationery);
@@ -337,8 +341,9 @@ void OrderEditor::setWords(const QString& items, const QString& lines)
 {
     m_linesHeader->setTitle(lines);
     m_lineTable->setAccessibleName(lines);
-    m_pickButton->setText(tr("Select From %1…").arg(items));
-    m_lineTable->setEmptyText(tr("Nothing on this order yet. %1 adds the first line, or type it below.").arg(m_pickButton->text()));
+    const QString pick = tr("Select From %1…").arg(items);
+    m_pickButton->setText(literal(pick));
+    m_lineTable->setEmptyText(tr("Nothing on this order yet. %1 adds the first line, or type it below.").arg(pick));
 }
 
 void OrderEditor::setDateCaption(const QString& caption)

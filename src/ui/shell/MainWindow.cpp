@@ -7,6 +7,7 @@
 #include "ui/contacts/ContactsPage.h"
 #include "ui/kit/Hairline.h"
 #include "ui/kit/Label.h"
+#include "ui/kit/Literal.h"
 #include "ui/kit/MessageBar.h"
 #include "ui/kit/RecordTable.h"
 #include "ui/kit/RecordTree.h"
@@ -273,10 +274,10 @@ void MainWindow::showTerms()
         m_itemsPage->setTitle(words.termItems.text());
         m_welcome->setWords(words.termOrder.text(), words.termItem.text());
     }
-    command("newOrder")->setText(tr("New %1").arg(words.termOrder.text()));
-    command("newItem")->setText(tr("New %1").arg(words.termItem.text()));
-    command("showOrders")->setText(words.termOrders.text());
-    command("showItems")->setText(words.termItems.text());
+    command("newOrder")->setText(tr("New %1").arg(literal(words.termOrder.text())));
+    command("newItem")->setText(tr("New %1").arg(literal(words.termItem.text())));
+    command("showOrders")->setText(literal(words.termOrders.text()));
+    command("showItems")->setText(literal(words.termItems.text()));
 }
 
 void MainWindow::showReadOnly()

@@ -1,6 +1,7 @@
 #include "ui/shell/SortMenu.h"
 
 #include "storage/qvDataSource.h"
+#include "ui/kit/Literal.h"
 
 #include <QActionGroup>
 
@@ -14,7 +15,7 @@ const SortDescriptor* sortOf(const qvDataSource& list)
 /// The entry belongs to its group, and goes with it.
 QAction* addMarked(QMenu& menu, QActionGroup& group, const QString& text, bool marked)
 {
-    QAction* action = group.addAction(QString(text).replace('&', "&&"));
+    QAction* action = group.addAction(literal(text));
     action->setCheckable(true);
     action->setChecked(marked);
     menu.addAction(action);

@@ -3,6 +3,7 @@
 #include "app/UpdateWindowController.h"
 #include "ui/FormBinder.h"
 #include "ui/HelpTopic.h"
+#include "ui/HideWhileEmpty.h"
 #include "ui/WindowMemory.h"
 #include "ui/kit/Button.h"
 #include "ui/kit/Label.h"
@@ -27,12 +28,6 @@ Label* boundLabel(const FormField& field, LabelSize size, LabelTone tone)
     label->setWordWrap(true);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;
-}
-
-/// Takes no room while there is nothing to say.
-void hideWhileEmpty(Form& form, const TextField& field, QWidget* label)
-{
-    form.follow({&field}, label, [&field, label] { label->setVisible(!field.text().isEmpty()); });
 }
 
 } // namespace

@@ -311,21 +311,6 @@ TEST(SideBar, arrowsGoFromPageToPageAndSettingTellsNothing)
     EXPECT_EQ(bar.visualItemRect(bar.item(0)).height(), 36);
 }
 
-TEST(PickList, saysWhatIsMissingWhileItIsEmpty)
-{
-    PickList list(QStringLiteral("Files"));
-    list.resize(300, 100);
-    const QImage blank = kittest::picture(list);
-    list.setEmptyText(QStringLiteral("No files yet"));
-    EXPECT_EQ(list.accessibleDescription(), QStringLiteral("No files yet"));
-    EXPECT_NE(kittest::picture(list), blank);
-    list.addEntry({}, {});
-    list.setEmptyText({});
-    const QImage filled = kittest::picture(list);
-    list.setEmptyText(QStringLiteral("No files yet"));
-    EXPECT_EQ(kittest::picture(list), filled) << "there is an entry";
-}
-
 TEST(PickList, theChosenEntryIsFilledWithTheKeyboardAndTintedWithout)
 {
     QWidget window;
