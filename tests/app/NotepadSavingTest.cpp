@@ -79,6 +79,15 @@ TEST_F(NotepadSavingTest, savingEverythingSaysWhyItCouldNotBeSaved)
     EXPECT_TRUE(app().saveEverything().contains("TXT.rtf")) << app().unsavedReason().toStdString();
 }
 
+TEST_F(NotepadSavingTest, aFileThatCameIntoItsPlaceIsToldAndLeftAlone)
+{
+    begin();
+    writeFile("notepad.rtfd", "in the way");
+    type("Ring Ada");
+    EXPECT_TRUE(app().saveEverything().contains("notepad.rtfd")) << app().unsavedReason().toStdString();
+    EXPECT_EQ(readFile("notepad.rtfd"), "in the way");
+}
+
 TEST_F(NotepadSavingTest, quittingSavesItAndTheNextStartReadsIt)
 {
     begin();

@@ -355,6 +355,15 @@ TEST_F(MainOnScreen, usesThePersonsWords)
     EXPECT_EQ(status(), QString("No jobs"));
 }
 
+TEST_F(MainOnScreen, aWordInCapitalsKeepsThemInTheStatusLine)
+{
+    writeSettings("<key>VendaroTermOrders</key><string>R&amp;D jobs</string><key>VendaroTermItems</key><string>DVDs</string>");
+    launch();
+    EXPECT_EQ(status(), QString("No R&D jobs"));
+    window->showPage(Page::items);
+    EXPECT_EQ(status(), QString("No DVDs"));
+}
+
 TEST_F(MainOnScreen, theRecoveryWindowGoesWithTheMainOne)
 {
     haveRecords();
@@ -549,6 +558,21 @@ TEST_F(MainOnScreen, commandsDoNothingWhileAnotherWindowHasTheKeyboard)
     EXPECT_TRUE(alerts.asked().empty());
     EXPECT_EQ(desktop->getOrderManager().getCount(), 2);
     EXPECT_FALSE(desktop->getOrderManager().form.isOpen());
+}
+
+TEST_F(MainOnScreen, theOrdersComeToTheFrontFromAnotherPageAndWindow)
+{
+    haveRecords();
+    launch();
+    window->showPage(Page::items);
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    Q_EMIT desktop->pageWanted(Page::orders);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    EXPECT_TRUE(list("Orders")->isVisible());
+    EXPECT_EQ(desktop->determineFrontDataSource(), &desktop->getOrderManager());
 }
 
 TEST_F(MainOnScreen, afterTheFirstOrderTheKeyboardIsOnTheListAndAfterTheLastOneOnTheWayOut)

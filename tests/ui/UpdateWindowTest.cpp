@@ -64,6 +64,7 @@ TEST_F(UpdateOnScreen, theStartShowsWhatIsNew)
     EXPECT_EQ(part<QLabel>("versions")->text(), QString("Version 99.0 is available; this is %1.").arg(VENDARO_VERSION));
     EXPECT_EQ(part<QLabel>("releaseDate")->text(), QString("Released: 1 March 2026"));
     EXPECT_EQ(part<QTextBrowser>("notes")->toPlainText(), QString("All is better, see more"));
+    EXPECT_EQ(part<QTextBrowser>("notes")->palette().color(QPalette::Text), themeColour(Colour::text)) << "it is to be read";
     EXPECT_FALSE(part<QProgressBar>("bar")->isVisible());
     EXPECT_FALSE(part<QLabel>("trouble")->isVisible());
     EXPECT_EQ(part<Button>("getUpdate")->text(), QString("Get Update"));

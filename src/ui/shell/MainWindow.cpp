@@ -39,6 +39,13 @@ int placeOf(Page page)
     return found == shownPages.end() ? -1 : static_cast<int>(found - shownPages.begin());
 }
 
+/// A word that is capitalised for more than its beginning stays as it is.
+QString withinSentence(const QString& word)
+{
+    const QString small = word.toLower();
+    return word.mid(1) == small.mid(1) ? small : word;
+}
+
 QString countLine(int shown, int all, const QString& one, const QString& many)
 {
     if (all == 0)
@@ -318,10 +325,10 @@ void MainWindow::showCounts()
         many = tr("contacts");
         break;
     case Page::items:
-        one = words.termItem.text().toLower();
-        many = words.termItems.text().toLower();
+        one = withinSentence(words.termItem.text());
+        many = withinSentence(words.termItems.text());
         break;
-    default: one = words.termOrder.text().toLower(); many = words.termOrders.text().toLower();
+    default: one = withinSentence(words.termOrder.text()); many = withinSentence(words.termOrders.text());
     }
     QString line = countLine(list.numberOfRows(), list.getCount(), one, many);
     if (const std::size_t selected = list.selectedRecords().size(); selected > 0)

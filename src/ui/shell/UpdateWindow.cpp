@@ -7,6 +7,7 @@
 #include "ui/WindowMemory.h"
 #include "ui/kit/Button.h"
 #include "ui/kit/Label.h"
+#include "ui/kit/Look.h"
 #include "ui/kit/Panels.h"
 
 #include <QAction>
@@ -42,6 +43,7 @@ UpdateWindow::UpdateWindow(UpdateWindowController& updates) : m_updates(updates)
     setMinimumSize(420, 320);
 
     m_notes->setObjectName("notes");
+    look::setKind(m_notes, "notes");
     m_notes->setAccessibleName(tr("What is new"));
     m_notes->setOpenLinks(false);
     connect(m_notes, &QTextBrowser::anchorClicked, &updates, &UpdateWindowController::openLink);
