@@ -133,7 +133,11 @@ void Sheet::place()
     // Above the middle, and never far from the top.
     const int room = height() - size.height();
     const int top = qMin(room * 2 / 5, height() / 5);
-    m_card->setGeometry(QRect(QPoint((width() - size.width()) / 2, top), size));
+    const QRect stand(QPoint((width() - size.width()) / 2, top), size);
+    // The card's shadow goes beyond it, and must not stay where the card was.
+    if (stand != m_card->geometry())
+        update();
+    m_card->setGeometry(stand);
 }
 
 void Sheet::takeFocus()

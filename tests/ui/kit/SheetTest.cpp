@@ -10,6 +10,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QPaintEvent>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QVBoxLayout>
@@ -77,6 +78,37 @@ TEST_F(SheetOnWindow, followsItsWindowWhenThatIsResized)
     QTest::qWait(20);
     EXPECT_EQ(m_sheet->geometry(), m_window.rect());
     EXPECT_NEAR(m_sheet->card()->geometry().center().x(), 550, 1);
+}
+
+namespace {
+
+/// The part of a widget that is painted while somebody listens.
+class PaintedPart : public QObject {
+public:
+    explicit PaintedPart(QWidget& widget) { widget.installEventFilter(this); }
+    QRegion region;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            region += static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+};
+
+} // namespace
+
+TEST_F(SheetOnWindow, aCardThatShrinksTakesItsShadowAlong)
+{
+    m_sheet->open();
+    QTest::qWait(50);
+    const QRect before = m_sheet->card()->geometry();
+    const PaintedPart painted(*m_sheet);
+    m_page->setFixedHeight(20);
+    QTest::qWait(50);
+    ASSERT_LT(m_sheet->card()->height(), before.height());
+    EXPECT_TRUE(painted.region.contains(QPoint(before.center().x(), before.bottom() + 8))) << "where the shadow was below the card";
 }
 
 TEST_F(SheetOnWindow, takesTheKeyboardAndGivesItBack)
