@@ -99,9 +99,14 @@ void ColourPalette::setColour(const QColor& colour)
 {
     // An exclusive group always keeps one of its buttons checked.
     m_squares->setExclusive(false);
-    for (QAbstractButton* square : m_squares->buttons())
+    for (QAbstractButton* square : m_squares->buttons()) {
         square->setChecked(static_cast<ColourSquare*>(square)->colour().rgb() == colour.rgb());
+        square->setFocusPolicy(Qt::ClickFocus);
+    }
     m_squares->setExclusive(true);
+    // Tab goes to the chosen one, and the arrows go on from there.
+    const int chosen = std::max(0, m_squares->checkedId());
+    m_squares->button(chosen)->setFocusPolicy(Qt::StrongFocus);
 }
 
 QColor ColourPalette::colour() const

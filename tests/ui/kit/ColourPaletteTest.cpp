@@ -4,6 +4,8 @@
 #include "KitTest.h"
 
 #include <QAbstractButton>
+#include <QHBoxLayout>
+#include <QLineEdit>
 #include <QSet>
 #include <QSignalSpy>
 
@@ -43,6 +45,32 @@ TEST_F(ColourPaletteTest, aColourFromElsewhereIsMarkedWhereItIsOfferedWithoutTel
     for (const QAbstractButton* square : squares())
         EXPECT_FALSE(square->isChecked());
     EXPECT_TRUE(told.isEmpty());
+}
+
+TEST_F(ColourPaletteTest, tabGoesToTheChosenColourAndTheArrowsGoOnFromThere)
+{
+    QWidget window;
+    auto* row = new QHBoxLayout(&window);
+    auto* before = new QLineEdit;
+    auto* colours = new ColourPalette("Colour");
+    row->addWidget(before);
+    row->addWidget(colours);
+    show(window);
+    const QList<QAbstractButton*> all = colours->findChildren<QAbstractButton*>();
+    // It was on another one before.
+    all[0]->setFocus();
+    colours->setColour(Qt::black);
+    before->setFocus();
+    QTest::keyClick(keyboard(), Qt::Key_Tab);
+    EXPECT_EQ(keyboard(), all[all.size() - 2]);
+    QTest::keyClick(keyboard(), Qt::Key_Left);
+    EXPECT_EQ(keyboard(), all[all.size() - 3]);
+    EXPECT_TRUE(all[all.size() - 3]->isChecked());
+
+    colours->setColour(QColor(1, 2, 3));
+    before->setFocus();
+    QTest::keyClick(keyboard(), Qt::Key_Tab);
+    EXPECT_EQ(keyboard(), all[0]) << "none of them is chosen";
 }
 
 TEST_F(ColourPaletteTest, everySquareHasItsOwnColourAndSaysItsName)
