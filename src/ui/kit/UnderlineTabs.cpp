@@ -74,7 +74,7 @@ UnderlineTabs::UnderlineTabs(QWidget* parent) : QTabWidget(parent)
     setFocusPolicy(Qt::NoFocus);
     const auto addTurn = [this](int key, int steps) {
         auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(key)), this);
-        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        shortcut->setContext(Qt::WindowShortcut);
         connect(shortcut, &QShortcut::activated, this, [this, steps] { turn(steps); });
     };
     addTurn(Qt::Key_PageUp, -1);

@@ -1,5 +1,5 @@
 // Tabs told by an underline. Left and Right go from tab to tab while they have the keyboard, Ctrl+Page Up and
-// Ctrl+Page Down from anywhere inside.
+// Ctrl+Page Down from anywhere in their window.
 #pragma once
 
 #include <QTabBar>

@@ -16,6 +16,7 @@
 #include "ui/kit/UnderlineTabs.h"
 
 #include <QAction>
+#include <QHBoxLayout>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
@@ -476,6 +477,23 @@ TEST(UnderlineTabs, controlPageKeysTurnThemFromInside)
     EXPECT_EQ(tabs.currentIndex(), 2);
     QTest::keyClick(tabs.windowHandle(), Qt::Key_PageUp, Qt::ControlModifier);
     EXPECT_EQ(tabs.currentIndex(), 0);
+}
+
+TEST(UnderlineTabs, controlPageKeysTurnThemFromAnywhereInTheirWindow)
+{
+    QWidget window;
+    auto* row = new QHBoxLayout(&window);
+    auto* tabs = new UnderlineTabs;
+    tabs->addTab(new QLineEdit, QStringLiteral("Order"));
+    tabs->addTab(new QLineEdit, QStringLiteral("Contact"));
+    row->addWidget(tabs);
+    auto* beside = new QLineEdit;
+    row->addWidget(beside);
+    show(window);
+    beside->setFocus();
+    QTest::keyClick(window.windowHandle(), Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_EQ(tabs->currentIndex(), 1);
+    EXPECT_TRUE(beside->hasFocus());
 }
 
 TEST(UnderlineTabs, arrowsTurnThemAndNothingMovesSideways)
