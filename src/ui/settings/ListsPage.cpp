@@ -52,6 +52,6 @@ SettingsPage* settingsPages::makeLists(PrefsController& preferences)
     page->column()->addSpacing(8);
     FormGrid* complete = page->addForm();
     auto* status = settingsField<ChoiceBox>(form.completeStatus);
-    complete->addRow(SettingsPage::tr("Complete is"), status, 240);
+    complete->addRow(SettingsPage::tr("Finished orders are"), status, 240);
     return page;
 }
