@@ -45,7 +45,7 @@ QLineEdit* CardFrame::addLineField(const QString& placeholder)
     look::setKind(strip, "addLine");
     m_lineRow = new QHBoxLayout(strip);
     m_lineRow->setContentsMargins(10, 4, 8, 4);
-    m_lineRow->setSpacing(4);
+    m_lineRow->setSpacing(8);
     m_lineRow->addWidget(new IconLabel(QStringLiteral("list-add"), IconRole::placeholder, 16, strip));
     auto* field = new QLineEdit(strip);
     look::setKind(field, "quiet");
