@@ -11,13 +11,13 @@
 
 void ContactManager::importAllContactsFromAB()
 {
+    if (!m_needs.gate.readOnlyCheck())
+        return;
     const std::optional<std::vector<Person>> people = m_needs.commands.readAddressBook();
     if (!people)
         return m_needs.showStatus(localText("Stopped. Nobody was imported."));
     if (people->empty())
         return m_needs.showStatus(localText("There is nobody in the address book. The preferences say where it lies."));
-    if (!m_needs.gate.readOnlyCheck())
-        return;
     std::vector<std::unique_ptr<dataObject>> made;
     made.reserve(people->size());
     for (const Person& person : *people) {

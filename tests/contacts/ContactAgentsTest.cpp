@@ -136,6 +136,7 @@ TEST_F(ContactAgentsTest, AReadOnlyDatabaseTakesNobodyIn)
     contacts().importAllContactsFromAB();
     EXPECT_EQ(contacts().getCount(), 1);
     EXPECT_THAT(alerts.texts(), ElementsAre("Database is in read-only mode."));
+    EXPECT_EQ(longWork.titles, QStringList()) << "nobody waits for what is refused";
 }
 
 // The e-mail list
