@@ -86,6 +86,28 @@ TEST_F(ContactsOnPage, aClickSelectsTheContactAndTheListTellsItBack)
     EXPECT_EQ(tree().currentIndex().data().toString(), QString("Dora"));
 }
 
+TEST_F(ContactsOnPage, whateverIsSelectedStaysSoOnBothLevelsWhenTheListIsMadeAnew)
+{
+    Contact& works = firm("Aster Works");
+    personOf(works, "Bea");
+    Contact& cy = personOf(works, "Cy");
+    Contact& dan = personOf(works, "Dan");
+    contact("Dora");
+    Contact& eve = contact("Eve");
+    Contact& fay = contact("Fay");
+    refresh();
+    contacts().setSelectedRecords({&fay, &cy, &eve, &works, &dan});
+    refresh();
+    QStringList selected;
+    for (const QModelIndex& index : tree().selectionModel()->selectedRows())
+        selected += index.data().toString();
+    selected.sort();
+    EXPECT_EQ(selected, QStringList({"Aster Works", "Cy", "Dan", "Eve", "Fay"}));
+    EXPECT_EQ(tree().currentIndex().data().toString(), QString("Fay"));
+    EXPECT_EQ(tree().selectionModel()->selectedRows(3).size(), 5) << "over all columns";
+    EXPECT_EQ(contacts().selectedRecords().size(), 5u);
+}
+
 TEST_F(ContactsOnPage, anOpenCompanyStaysOpenWhenTheListIsFilteredAnew)
 {
     Contact& works = firm("Aster Works");

@@ -14,6 +14,31 @@
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+#include <vector>
+
+namespace {
+
+/// Rows that follow each other are one range: with thousands of ranges a view takes seconds.
+QItemSelection rangesOf(std::vector<QModelIndex> rows)
+{
+    const auto place = [](const QModelIndex& index) { return std::pair(index.internalId(), index.row()); };
+    std::sort(rows.begin(), rows.end(), [&](const QModelIndex& a, const QModelIndex& b) { return place(a) < place(b); });
+    QItemSelection ranges;
+    for (auto first = rows.begin(); first != rows.end();) {
+        auto last = first;
+        for (auto next = std::next(last); next != rows.end() && place(*next) == std::pair(last->internalId(), last->row() + 1); ++next)
+            last = next;
+        ranges.select(*first, last->siblingAtColumn(last->model()->columnCount() - 1));
+        first = std::next(last);
+    }
+    return ranges;
+}
+
+} // namespace
+
 ContactsPage::ContactsPage(ContactManager& contacts, QWidget* parent)
     : QWidget(parent)
     , m_contacts(contacts)
@@ -92,15 +117,16 @@ void ContactsPage::takeSelection()
     if (m_giving)
         return;
     const QScopedValueRollback<bool> taking(m_taking, true);
-    QItemSelection selection;
+    std::vector<QModelIndex> rows;
     for (const dataObject* record : m_contacts.selectedRecords()) {
         const QModelIndex index = m_model->indexOf(static_cast<const Contact&>(*record));
         if (index.isValid())
-            selection.select(index, index.siblingAtColumn(m_model->columnCount() - 1));
+            rows.push_back(index);
     }
-    m_tree->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
-    if (!selection.isEmpty())
-        m_tree->selectionModel()->setCurrentIndex(selection.constFirst().topLeft(), QItemSelectionModel::NoUpdate);
+    const QModelIndex current = rows.empty() ? QModelIndex() : rows.front();
+    m_tree->selectionModel()->select(rangesOf(std::move(rows)), QItemSelectionModel::ClearAndSelect);
+    if (current.isValid())
+        m_tree->selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
 }
 
 void ContactsPage::giveSelection()
