@@ -241,12 +241,13 @@ TEST_F(RestoringAgainTest, ofSetsThatContainEachOtherOneIsChangedAfterwards)
     described(item("Tray"), "Of oak");
     described(item("Stool"), "Of beech");
     const auto restoring = lookAtNewest();
+    const Generation state = newestOf(*restoring);
     ASSERT_TRUE(restoring->bringBackAll().ok());
     ASSERT_EQ(restoring->numberOfRows(), 0);
 
     presentItem(items(), 4)->setDescription("Without its box");
 
-    EXPECT_EQ(lookAgainAt(newestOf(*restoring)),
+    EXPECT_EQ(lookAgainAt(state),
         (std::vector<std::string> {
             "Item | Gift box | Deleted; its number is used by Tray", "Item | Tea set | Deleted; its number is used by Stool"}));
 }
