@@ -9,9 +9,9 @@
 namespace {
 
 /// Up to here every way is followed.
-constexpr double mostSteps = 4096;
+constexpr std::size_t mostSteps = 4096;
 /// No deeper, whatever a file says.
-constexpr int deepest = 1000;
+constexpr std::size_t deepest = 1000;
 
 /// Quantities of a damaged file, multiplied level by level, must stay numbers.
 float bounded(float amount)
@@ -22,43 +22,85 @@ float bounded(float amount)
 
 } // namespace
 
+bool CollectiveMove::run(Item& collective, float by)
+{
+    std::size_t steps = 0;
+    if (hasFewSteps(collective, steps))
+        return moveEachWay(collective, by);
+    return moveTogether(collective, *explore(collective, 1), by);
+}
+
+/// Those that are there.
+const std::vector<CollectiveMove::Part>& CollectiveMove::partsOf(const Item& collective)
+{
+    const auto [place, isNew] = m_parts.try_emplace(&collective);
+    std::vector<Part>& parts = place->second;
+    if (!isNew)
+        return parts;
+    parts.reserve(collective.getConstituents().size());
+    for (const Constituent& constituent : collective.getConstituents()) {
+        if (Item* const item = presentItem(m_items, constituent.id()))
+            parts.push_back({item, constituent.qty()});
+    }
+    return parts;
+}
+
+/// Counts no further than that.
+bool CollectiveMove::hasFewSteps(const Item& collective, std::size_t& steps)
+{
+    if (++steps > mostSteps || m_path.size() == deepest)
+        return false;
+    m_path.insert(&collective);
+    const std::vector<Part>& parts = partsOf(collective);
+    const bool are = std::all_of(parts.begin(), parts.end(), [&](const Part& part) {
+        if (!part.item->isCollectiveItem())
+            return ++steps <= mostSteps;
+        return !isWayOn(*part.item) || hasFewSteps(*part.item, steps);
+    });
+    m_path.erase(&collective);
+    return are;
+}
+
+bool CollectiveMove::moveEachWay(const Item& collective, float by)
+{
+    if (!m_steps.mayMove(collective, by))
+        return false;
+    m_path.insert(&collective);
+    for (const Part& part : partsOf(collective)) {
+        const float asked = bounded(by * part.qty);
+        if (!part.item->isCollectiveItem())
+            m_steps.movePart(*part.item, asked);
+        else if (isWayOn(*part.item))
+            moveEachWay(*part.item, asked);
+    }
+    m_path.erase(&collective);
+    return true;
+}
+
 /// None while the way to the item comes from itself.
-const CollectiveMove::Node* CollectiveMove::explore(const Item& collective, int depth)
+const CollectiveMove::Node* CollectiveMove::explore(const Item& collective, std::size_t depth)
 {
     const auto [place, isNew] = m_nodes.try_emplace(&collective);
     Node& node = place->second;
     if (!isNew)
         return node.isOnPath ? nullptr : &node;
-    node.parts.reserve(collective.getConstituents().size());
-    for (const Constituent& constituent : collective.getConstituents()) {
-        Item* const item = presentItem(m_items, constituent.id());
-        if (!item || depth == deepest)
+    for (const Part& part : partsOf(collective)) {
+        if (depth == deepest)
+            break;
+        const bool isPlain = !part.item->isCollectiveItem();
+        if (!isPlain && !explore(*part.item, depth + 1))
             continue;
-        const bool isPlain = !item->isCollectiveItem();
-        const Node* const below = isPlain ? nullptr : explore(*item, depth + 1);
-        if (!isPlain && !below)
-            continue;
-        node.parts.push_back({item, constituent.qty()});
-        node.steps += below ? below->steps : 1;
-        if (below)
-            ++m_nodes.at(item).ways;
+        node.parts.push_back(part);
+        if (!isPlain)
+            ++m_nodes.at(part.item).ways;
     }
     node.isOnPath = false;
     return &node;
 }
 
-bool CollectiveMove::run(Item& collective, float by)
-{
-    const Node& top = *explore(collective, 1);
-    m_isMerged = top.steps > mostSteps;
-    return move(collective, top, by);
-}
-
-bool CollectiveMove::move(const Item& collective, const Node& node, float by)
+bool CollectiveMove::moveTogether(const Item& collective, const Node& node, float by)
 {
     const bool moves = m_steps.mayMove(collective, by);
-    if (!moves && !m_isMerged)
-        return false;
     for (const Part& part : node.parts)
         arrive(part, moves ? std::optional(bounded(by * part.qty)) : std::nullopt);
     return moves;
@@ -73,16 +115,12 @@ void CollectiveMove::arrive(const Part& part, std::optional<float> by)
         return;
     }
     Node& node = m_nodes.at(part.item);
-    if (!m_isMerged) {
-        move(*part.item, node, *by);
-        return;
-    }
     if (by)
         node.asked = bounded(node.asked.value_or(0) + *by);
     if (++node.gone < node.ways)
         return;
     if (node.asked) {
-        move(*part.item, node, *node.asked);
+        moveTogether(*part.item, node, *node.asked);
         return;
     }
     for (const Part& below : node.parts)

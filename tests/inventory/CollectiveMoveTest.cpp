@@ -89,6 +89,19 @@ TEST_F(CollectiveMoveTest, ItemsThatContainEachOtherAreNotFollowedRound)
     EXPECT_THAT(stepsOf(hen, -1), ElementsAre("hen -1", "egg -2", "screw -2", "screw -1"));
 }
 
+TEST_F(CollectiveMoveTest, ACircleIsEnteredAnewByEveryWayThatLeadsToIt)
+{
+    Item& screw = item("screw");
+    Item& board = item("board");
+    Item& egg = filled("egg", {{&screw, 1}});
+    Item& hen = filled("hen", {{&egg, 2}, {&board, 1}});
+    egg.addConstituent(hen);
+    Item& farm = filled("farm", {{&hen, 1}, {&egg, 1}});
+    // The second way begins with the egg, so that the hen is no way back there.
+    EXPECT_THAT(
+        stepsOf(farm, -1), ElementsAre("farm -1", "hen -1", "egg -2", "screw -2", "board -1", "egg -1", "screw -1", "hen -1", "board -1"));
+}
+
 TEST_F(CollectiveMoveTest, FourLevelsWithSharedPartsTakeWhatTheyHold)
 {
     // 2 on each of four levels: 2 x 2 x 2 x 2 ways to the screw.
