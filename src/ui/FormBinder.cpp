@@ -20,6 +20,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 
 #include <limits>
@@ -80,24 +81,7 @@ void FormBinder::bind(FormField& field, QWidget* widget)
 bool FormBinder::bindText(TextField& field, QWidget* widget)
 {
     if (auto* line = qobject_cast<QLineEdit*>(widget)) {
-        // A field's usual limit would cut off the end of a longer text.
-        line->setMaxLength(std::numeric_limits<int>::max());
-        connect(line, &QLineEdit::textEdited, this, [this, &field](const QString& text) {
-            field.edit(text);
-            Q_EMIT edited(&field);
-        });
-        // The field that loses the keyboard still has it while it says so.
-        connect(
-            line, &QLineEdit::editingFinished, line, [line] { showBeginning(*line); }, Qt::QueuedConnection);
-        m_bindings.insert(&field, {line, [&field, line] {
-                                       if (line->text() != field.text()) {
-                                           line->setText(field.text());
-                                           showBeginning(*line);
-                                       }
-                                       if (!qobject_cast<Figure*>(line))
-                                           line->setReadOnly(field.isReadOnly());
-                                       showFault(field, line);
-                                   }});
+        bindLine(field, line);
         return true;
     }
     if (auto* page = qobject_cast<QPlainTextEdit*>(widget)) {
@@ -122,6 +106,43 @@ bool FormBinder::bindText(TextField& field, QWidget* widget)
         return true;
     }
     return false;
+}
+
+void FormBinder::bindLine(TextField& field, QLineEdit* line)
+{
+    // A field's usual limit would cut off the end of a longer text.
+    line->setMaxLength(std::numeric_limits<int>::max());
+    connect(line, &QLineEdit::textEdited, this, [this, &field](const QString& text) {
+        if (m_replacing)
+            return;
+        field.edit(text);
+        Q_EMIT edited(&field);
+    });
+    // The field that loses the keyboard still has it while it says so.
+    connect(
+        line, &QLineEdit::editingFinished, line, [line] { showBeginning(*line); }, Qt::QueuedConnection);
+    // What was typed for one record is never undone in the next.
+    connect(&m_form, &Form::closed, line, [line] { line->setText(line->text()); });
+    m_bindings.insert(&field, {line, [this, &field, line] {
+                                   if (line->text() != field.text()) {
+                                       showText(*line, field.text());
+                                       showBeginning(*line);
+                                   }
+                                   if (!qobject_cast<Figure*>(line))
+                                       line->setReadOnly(field.isReadOnly());
+                                   showFault(field, line);
+                               }});
+}
+
+void FormBinder::showText(QLineEdit& line, const QString& text)
+{
+    if (!m_commandRuns || !m_form.isOpen() || line.isReadOnly()) {
+        line.setText(text);
+        return;
+    }
+    const QScopedValueRollback<bool> replacing(m_replacing, true);
+    line.selectAll();
+    line.insert(text);
 }
 
 bool FormBinder::bindFlag(FlagField& field, QWidget* widget)
@@ -205,15 +226,23 @@ bool FormBinder::bindCommand(CommandField& field, QWidget* widget)
     auto* button = qobject_cast<QAbstractButton*>(widget);
     if (!button)
         return false;
-    connect(button, &QAbstractButton::clicked, this, [this, &field] {
-        commitTyping();
-        field.trigger();
-    });
+    connect(button, &QAbstractButton::clicked, this, [this, &field] { run(field); });
     m_bindings.insert(&field, {button, [&field, button] {
                                    if (!field.caption().isEmpty())
                                        button->setText(literal(field.caption()));
                                }});
     return true;
+}
+
+void FormBinder::run(CommandField& command)
+{
+    commitTyping();
+    // A command may end its window.
+    const QPointer<FormBinder> here(this);
+    m_commandRuns = true;
+    command.trigger();
+    if (here)
+        m_commandRuns = false;
 }
 
 bool FormBinder::bindPicture(PictureField& field, QWidget* widget)

@@ -8,6 +8,7 @@
 #include <QPointer>
 
 class PictureField;
+class QLineEdit;
 class QListWidget;
 class QWidget;
 
@@ -29,11 +30,14 @@ Q_SIGNALS:
 private:
     void bind(FormField& field, QWidget* widget);
     bool bindText(TextField& field, QWidget* widget);
+    void bindLine(TextField& field, QLineEdit* line);
+    void showText(QLineEdit& line, const QString& text);
     bool bindFlag(FlagField& field, QWidget* widget);
     bool bindChoice(ChoiceField& field, QWidget* widget);
     void bindList(ChoiceField& field, QListWidget* list);
     void choose(ChoiceField& field, int index);
     bool bindCommand(CommandField& field, QWidget* widget);
+    void run(CommandField& command);
     bool bindPicture(PictureField& field, QWidget* widget);
     void show(FormField* field);
     /// The sentence about what was typed, where it can be seen, pointed at and read aloud.
@@ -50,4 +54,8 @@ private:
     Form& m_form;
     QPointer<QWidget> m_window;
     QMultiHash<const FormField*, Binding> m_bindings;
+    /// What changes meanwhile can be undone in its field.
+    bool m_commandRuns = false;
+    /// A field takes what the form holds already.
+    bool m_replacing = false;
 };

@@ -59,6 +59,11 @@ protected:
         show(m_window);
     }
 
+    void connectEdited(int& told) const
+    {
+        QObject::connect(m_binder, &FormBinder::edited, [&told] { ++told; });
+    }
+
     template <class Widget, class... Arguments>
     Widget* add(const char* name, Arguments&&... arguments)
     {
@@ -98,6 +103,42 @@ TEST_F(BoundForm, showsWhatTheFormHeldBeforeItWasBound)
     EXPECT_TRUE(m_paid->isChecked());
     EXPECT_EQ(m_kind->currentText(), QString("Company"));
     EXPECT_EQ(m_unit->index(), 1);
+}
+
+TEST_F(BoundForm, whatACommandChangedIsUndoneLikeTyping)
+{
+    int told = 0;
+    m_form.save.run = [this] { m_form.name.setText("ADA"); };
+    m_form.open();
+    bind();
+    connectEdited(told);
+    type(*m_name, "ada");
+    ASSERT_EQ(told, 3);
+    press(*m_save);
+    EXPECT_EQ(m_name->text(), QString("ADA"));
+    EXPECT_EQ(told, 3) << "nobody typed it";
+    m_name->setFocus();
+    QTest::keyClick(m_name, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(m_name->text(), QString("ada"));
+    EXPECT_EQ(m_form.name.text(), QString("ada"));
+    m_name->redo();
+    EXPECT_EQ(m_form.name.text(), QString("ADA"));
+}
+
+TEST_F(BoundForm, whatWasTypedForOneRecordIsNotUndoneInTheNext)
+{
+    m_form.open();
+    bind();
+    type(*m_name, "Ada");
+    m_form.close();
+    m_form.name.setText("Ada");
+    m_form.open();
+    m_name->setFocus();
+    QTest::keyClick(m_name, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(m_form.name.text(), QString("Ada"));
+    m_form.name.setText("Eve");
+    QTest::keyClick(m_name, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(m_form.name.text(), QString("Eve")) << "no command changed it";
 }
 
 TEST_F(BoundForm, showsWhatTheControllerChangesLater)
