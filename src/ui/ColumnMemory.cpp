@@ -19,8 +19,8 @@ constexpr int rememberAfter = 500;
 constexpr int narrowestColumn = 20;
 /// Columns that share too little room do not get narrower than this.
 constexpr int narrowestShare = 48;
-/// Columns up to this width give nothing away.
-constexpr int keptWhole = 100;
+/// Columns up to this width, those of dates, codes and figures, give nothing away.
+constexpr int keptWhole = 110;
 
 } // namespace
 
@@ -62,8 +62,13 @@ std::vector<int> ColumnMemory::widthsToShow() const
     const int asked = std::accumulate(widths.begin(), widths.end(), 0);
     const int room = m_header->width();
     // A view that nobody sees yet has no room to share.
-    if (m_given || !m_header->isVisible() || asked <= room)
+    if (m_given || !m_header->isVisible() || widths.empty())
         return widths;
+    if (asked <= room) {
+        // Names and titles need it most.
+        *std::max_element(widths.begin(), widths.end()) += room - asked;
+        return widths;
+    }
     // Dates, numbers and codes are of no use when they are cut.
     int kept = 0;
     for (const int width : widths)

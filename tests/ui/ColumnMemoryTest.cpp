@@ -76,6 +76,42 @@ TEST_F(RememberedColumns, widthsSetUpByTheProgramAreNoWish)
     EXPECT_EQ(table->columnWidth(1), 120);
 }
 
+TEST_F(RememberedColumns, aColumnOfDatesOrCodesGivesNothingAway)
+{
+    list.column("code")->width = 110;
+    const auto table = tableOf(list);
+    new ColumnMemory(list, table->horizontalHeader(), {});
+    table->verticalHeader()->hide();
+    table->setFrameShape(QFrame::NoFrame);
+    table->resize(260, 300);
+    show(*table);
+    // The other two share 150 as 120 to 200.
+    EXPECT_EQ(table->columnWidth(0), 110);
+    EXPECT_EQ(table->columnWidth(1), 56);
+    EXPECT_EQ(table->columnWidth(2), 94);
+}
+
+TEST_F(RememberedColumns, roomThatIsLeftGoesToTheWidestColumn)
+{
+    list.column("name")->width = 210;
+    const auto table = tableOf(list);
+    auto* memory = new ColumnMemory(list, table->horizontalHeader(), {});
+    table->verticalHeader()->hide();
+    table->setFrameShape(QFrame::NoFrame);
+    table->resize(600, 300);
+    show(*table);
+    memory->show();
+    // 490 are asked for.
+    EXPECT_EQ(table->columnWidth(0), 80);
+    EXPECT_EQ(table->columnWidth(1), 320);
+    EXPECT_EQ(table->columnWidth(2), 200);
+    EXPECT_EQ(list.column("name")->width, 210) << "nobody wished it";
+    table->resize(500, 300);
+    settle();
+    EXPECT_EQ(table->columnWidth(1), 220);
+    EXPECT_EQ(table->columnWidth(2), 200);
+}
+
 TEST_F(RememberedColumns, onceSomebodyGaveAWidthAllStayAsTheyAre)
 {
     const auto table = tableOf(list);
