@@ -127,6 +127,18 @@ TEST_F(ItemOnScreen, theTaxCodesOfThePersonAreOffered)
     EXPECT_EQ(onlyItem().getTaxcode(), "S");
 }
 
+TEST_F(ItemOnScreen, theHeadingSaysWhatTheItemIsNow)
+{
+    create();
+    type(*field("code"), "RACK");
+    press(*child<QAbstractButton>(*editor, "collective"));
+    QStringList words;
+    for (const QLabel* label : editor->findChildren<QLabel*>())
+        words += label->text();
+    EXPECT_TRUE(words.contains("Collective Item · RACK"));
+    EXPECT_FALSE(words.contains("Item · RACK"));
+}
+
 TEST_F(ItemOnScreen, aCollectiveItemHasPartsAndNoStockOfItsOwn)
 {
     item("Leg", "12");

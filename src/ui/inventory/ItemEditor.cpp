@@ -22,6 +22,9 @@
 
 namespace {
 
+/// As wide as the longest label of a collective item, so that nothing moves when an item becomes one.
+constexpr int stockLabelWidth = 82;
+
 template <class Widget, class... Arguments>
 Widget* itemField(const char* name, Arguments&&... arguments)
 {
@@ -103,6 +106,7 @@ ItemEditor::ItemEditor(ItemManager& items) : EditorWindow(items.form, items.form
         tabs->setTabVisible(tabs->indexOf(parts), shown.collective.isOn());
     };
     shown.follow({&shown.item, &shown.code, &shown.collective}, this, show);
+    connect(&shown, &Form::titleChanged, this, show);
     connect(&shown, &Form::opened, this, [tabs, show] {
         tabs->setCurrentIndex(0);
         show();
@@ -135,6 +139,7 @@ QWidget* ItemEditor::makeItemTab()
     left->addRow({}, itemField<QCheckBox>("collective", tr("Collective: made of other items")));
 
     auto* right = new FormGrid;
+    right->setLabelWidth(stockLabelWidth);
     right->addRow(tr("Price"), itemField<NumberField>("price"), 130);
     right->addRow(tr("Cost price"), itemField<NumberField>("bought"), 130);
     right->addRow(tr("Tax code"), itemField<ChoiceBox>("taxcode"), 130);
@@ -226,6 +231,9 @@ QWidget* ItemEditor::makePartsTab()
     auto* count = itemField<NumberField>("numberToMake");
     count->setFixedWidth(90);
     count->setAccessibleName(tr("How many to make"));
+    auto* countLabel = new Label(tr("How many"), LabelSize::body, LabelTone::secondary);
+    countLabel->setBuddy(count);
+    missing->addButton(countLabel);
     missing->addButton(count);
     column->addWidget(missing);
     RecordTable* shortages = cardTable("shortages", tr("Missing to make"), tr("Nothing is missing"));
