@@ -204,6 +204,7 @@ void ContactWindow::addReach(FormGrid& grid, Kind kind)
     if (kind == Kind::company) {
         auto* people = fieldNamed<QPlainTextEdit>("people");
         people->setReadOnly(true);
+        people->setPlaceholderText(tr("Nobody is linked to it yet"));
         people->setFixedHeight(90);
         people->setTabChangesFocus(true);
         grid.addRow(tr("People"), people);
