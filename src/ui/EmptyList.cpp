@@ -22,6 +22,21 @@ EmptyList::EmptyList(const QString& icon, const QString& title, const QString& h
     connect(m_showAll, &QPushButton::clicked, this, &EmptyList::showEverything);
 }
 
+void EmptyList::setWords(const QString& title, const QString& hint)
+{
+    m_title = title;
+    m_hint = hint;
+    showWords();
+}
+
+void EmptyList::showWords()
+{
+    if (m_nothingThere)
+        setTexts(m_title, m_hint);
+    else
+        setTexts(tr("Nothing found"), tr("No entry holds all of these words under this choice."));
+}
+
 void EmptyList::setMaking(QAction* command)
 {
     m_making = command;
@@ -33,11 +48,10 @@ void EmptyList::setMaking(QAction* command)
 
 void EmptyList::tell(int rows, int records)
 {
-    const bool nothingThere = records == 0;
-    setTexts(
-        nothingThere ? m_title : tr("Nothing found"), nothingThere ? m_hint : tr("No entry holds all of these words under this choice."));
-    m_make->setVisible(nothingThere && m_making);
-    m_showAll->setVisible(!nothingThere);
+    m_nothingThere = records == 0;
+    showWords();
+    m_make->setVisible(m_nothingThere && m_making);
+    m_showAll->setVisible(!m_nothingThere);
     setVisible(rows == 0);
 }
 

@@ -12,6 +12,8 @@ public:
     /// title and hint are shown while the list has no record at all. form: the search and the filter above the list.
     EmptyList(const QString& icon, const QString& title, const QString& hint, ListForm& form, QWidget* parent = nullptr);
 
+    /// What it says while the list has no record at all.
+    void setWords(const QString& title, const QString& hint);
     /// The command that makes the first record; it stays the window's.
     void setMaking(QAction* command);
     /// How many rows there are to see, of how many records; seen only while there are no rows.
@@ -25,10 +27,12 @@ Q_SIGNALS:
 
 private:
     void showEverything();
+    void showWords();
 
     ListForm& m_form;
     QString m_title;
     QString m_hint;
+    bool m_nothingThere = false;
     Button* m_make;
     Button* m_showAll;
     QAction* m_making = nullptr;

@@ -68,6 +68,8 @@ TEST_F(PageOnScreen, aSearchWithoutAFindSaysSoAndNotThatThereIsNothing)
     QTest::keyClicks(&searchField(), "chair");
     settle();
     EXPECT_EQ(emptyWords().value(0), QString("Nothing found"));
+    m_page->setTexts({"page", "Products", "Search products", "view-list", "No products yet", "Make your first product."});
+    EXPECT_EQ(emptyWords().value(0), QString("Nothing found")) << "words that change meanwhile say nothing else";
     searchField().selectAll();
     QTest::keyClick(&searchField(), Qt::Key_Delete);
     settle();
@@ -86,11 +88,15 @@ TEST_F(PageOnScreen, searchTakesTheKeyboardWithTheOldWordsMarked)
     EXPECT_EQ(searchField().selectedText(), QString("la"));
 }
 
-TEST_F(PageOnScreen, theUsersWordIsTheHeadingAndTheListsName)
+TEST_F(PageOnScreen, theUsersWordsStandWhereverThePageNamesItsRecords)
 {
     begin();
     open();
-    m_page->setTitle("Products");
+    m_page->setTexts({"page", "Products", "Search products", "view-list", "No products yet", "Make your first product."});
     EXPECT_EQ(m_page->table()->accessibleName(), QString("Products"));
+    EXPECT_EQ(child<QLabel>(*m_page, "pageTitle")->text(), QString("Products"));
+    EXPECT_EQ(searchField().placeholderText(), QString("Search products"));
+    EXPECT_EQ(searchField().accessibleName(), QString("Search products"));
+    EXPECT_EQ(emptyWords(), QStringList({"No products yet", "Make your first product."}));
     EXPECT_EQ(&m_page->source(), &items());
 }

@@ -13,6 +13,7 @@
 #include "ui/shell/WelcomeView.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTabWidget>
 #include <QTextDocument>
@@ -293,4 +294,26 @@ TEST_F(WindowsOnScreen, theWelcomeViewSpeaksInTheWordsOfThePerson)
     for (const QAbstractButton* button : windows->main().findChild<WelcomeView*>()->findChildren<QAbstractButton*>())
         names += button->accessibleName();
     EXPECT_EQ(names, (QStringList {"New Contact", "New Product", "New Job", "Open Sample Business"}));
+}
+
+TEST_F(WindowsOnScreen, theListsSpeakInTheWordsOfThePerson)
+{
+    windows = std::make_unique<Windows>(app());
+    windows->main().makeLists();
+    PrefsForm& settings = app().getPrefsController().form;
+    settings.termOrder.edit("Job");
+    settings.termOrders.edit("Jobs");
+    settings.termItem.edit("Product");
+    settings.termItems.edit("Products");
+    QStringList placeholders;
+    for (const QLineEdit* field : windows->main().findChildren<QLineEdit*>("search"))
+        placeholders += field->placeholderText();
+    placeholders.sort();
+    EXPECT_EQ(placeholders, (QStringList {"Search contacts", "Search jobs and contacts", "Search products"}));
+    QStringList words;
+    for (const QLabel* label : windows->main().findChildren<QLabel*>())
+        words += label->text();
+    for (const char* expected :
+        {"No jobs yet", "Make your first one with New Job.", "No products yet", "Make your first one with New Product."})
+        EXPECT_TRUE(words.contains(expected)) << expected;
 }

@@ -22,11 +22,9 @@ ListPage::ListPage(qvDataSource& source, ListForm& form, const ListPageTexts& te
     , m_binder(new ListBinder(source, m_table, texts.name))
 {
     m_header->searchField()->setObjectName("search");
-    m_header->searchField()->setAccessibleName(texts.searchPlaceholder);
     m_header->filter()->setObjectName("filter");
     m_header->filter()->setAccessibleName(tr("Show"));
     m_header->searchField()->steer(m_table);
-    m_table->setAccessibleName(texts.title);
     m_table->tableHeader()->setStretchLastSection(true);
     m_table->setDragDropMode(QAbstractItemView::DragOnly);
 
@@ -38,16 +36,20 @@ ListPage::ListPage(qvDataSource& source, ListForm& form, const ListPageTexts& te
     column->addWidget(m_empty, 1);
     new FormBinder(form, this);
 
+    setTexts(texts);
     connect(m_table, &QAbstractItemView::activated, this, [this] { m_source.edit(); });
     connect(&m_binder->model(), &QAbstractItemModel::modelReset, this, &ListPage::showEmptiness);
     connect(m_empty, &EmptyList::everythingShown, this, &ListPage::takeKeyboard);
     showEmptiness();
 }
 
-void ListPage::setTitle(const QString& title)
+void ListPage::setTexts(const ListPageTexts& texts)
 {
-    m_header->setTitle(title);
-    m_table->setAccessibleName(title);
+    m_header->setTitle(texts.title);
+    m_header->searchField()->setPlaceholderText(texts.searchPlaceholder);
+    m_header->searchField()->setAccessibleName(texts.searchPlaceholder);
+    m_table->setAccessibleName(texts.title);
+    m_empty->setWords(texts.emptyTitle, texts.emptyHint);
 }
 
 void ListPage::search()

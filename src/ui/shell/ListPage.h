@@ -26,7 +26,8 @@ class ListPage : public QWidget {
 public:
     ListPage(qvDataSource& source, ListForm& form, const ListPageTexts& texts, QWidget* parent = nullptr);
 
-    void setTitle(const QString& title);
+    /// In the user's words; name and icon stay as they are.
+    void setTexts(const ListPageTexts& texts);
     RecordTable* table() const { return m_table; }
     qvDataSource& source() const { return m_source; }
     /// The command that makes a record, offered while there is none.

@@ -46,6 +46,20 @@ QString withinSentence(const QString& word)
     return word.mid(1) == small.mid(1) ? small : word;
 }
 
+ListPageTexts orderTexts(const PrefsForm& words)
+{
+    const QString orders = words.termOrders.text();
+    return {"orders", orders, MainWindow::tr("Search %1 and contacts").arg(withinSentence(orders)), "view-list-text",
+        MainWindow::tr("No %1 yet").arg(withinSentence(orders)), MainWindow::tr("Make your first one with New %1.").arg(words.termOrder.text())};
+}
+
+ListPageTexts itemTexts(const PrefsForm& words)
+{
+    const QString items = words.termItems.text();
+    return {"items", items, MainWindow::tr("Search %1").arg(withinSentence(items)), "tag", MainWindow::tr("No %1 yet").arg(withinSentence(items)),
+        MainWindow::tr("Make your first one with New %1.").arg(words.termItem.text())};
+}
+
 QString countLine(int shown, int all, const QString& one, const QString& many)
 {
     if (all == 0)
@@ -126,12 +140,9 @@ void MainWindow::makePages()
 void MainWindow::makeLists()
 {
     m_contactsPage = new ContactsPage(m_vendaro.getContactManager(), m_pages);
-    m_ordersPage = new ListPage(m_vendaro.getOrderManager(), m_vendaro.getOrderManager().listForm,
-        {"orders", tr("Orders"), tr("Search orders and contacts"), "view-list-text", tr("No orders yet"),
-            tr("Make your first one with New Order.")},
-        m_pages);
-    m_itemsPage = new ListPage(m_vendaro.getItemManager(), m_vendaro.getItemManager().listForm,
-        {"items", tr("Items"), tr("Search items"), "tag", tr("No items yet"), tr("Make your first one with New Item.")}, m_pages);
+    const PrefsForm& words = m_vendaro.getPrefsController().form;
+    m_ordersPage = new ListPage(m_vendaro.getOrderManager(), m_vendaro.getOrderManager().listForm, orderTexts(words), m_pages);
+    m_itemsPage = new ListPage(m_vendaro.getItemManager(), m_vendaro.getItemManager().listForm, itemTexts(words), m_pages);
     m_contactsPage->setMaking(command("newContact"));
     m_ordersPage->setMaking(command("newOrder"));
     m_itemsPage->setMaking(command("newItem"));
@@ -277,8 +288,8 @@ void MainWindow::showTerms()
     m_sideBar->setPageTitle(1, words.termOrders.text());
     m_sideBar->setPageTitle(2, words.termItems.text());
     if (m_ordersPage) {
-        m_ordersPage->setTitle(words.termOrders.text());
-        m_itemsPage->setTitle(words.termItems.text());
+        m_ordersPage->setTexts(orderTexts(words));
+        m_itemsPage->setTexts(itemTexts(words));
         m_welcome->setWords(words.termOrder.text(), words.termItem.text());
     }
     command("newOrder")->setText(tr("New %1").arg(literal(words.termOrder.text())));
