@@ -347,8 +347,8 @@ TEST_F(MainOnScreen, usesThePersonsWords)
     writeSettings("<key>VendaroTermOrders</key><string>Jobs</string><key>VendaroTermOrder</key><string>Job</string>"
                   "<key>VendaroTermItems</key><string>Parts</string><key>VendaroTermItem</key><string>Part</string>");
     launch();
-    EXPECT_EQ(command("newOrder")->text(), QString("New Job"));
-    EXPECT_EQ(command("newItem")->text(), QString("New Part"));
+    EXPECT_EQ(command("newOrder")->iconText(), QString("New Job"));
+    EXPECT_EQ(command("newItem")->iconText(), QString("New Part"));
     auto* bar = window->findChild<SideBar*>();
     EXPECT_EQ(bar->item(1)->text(), QString("Jobs"));
     EXPECT_EQ(bar->item(2)->text(), QString("Parts"));

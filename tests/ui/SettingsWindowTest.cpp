@@ -247,8 +247,8 @@ TEST_F(SettingsOnScreen, wordsLabelTheMainWindowAsTheyAreTyped)
     open(words);
     type(*field("VendaroTermOrder"), "Job");
     type(*field("VendaroTermOrders"), "Jobs");
-    EXPECT_EQ(child<QAction>(windows->main(), "newOrder")->text(), QString("New Job"));
-    EXPECT_EQ(child<QAction>(windows->main(), "showOrders")->text(), QString("Jobs"));
+    EXPECT_EQ(child<QAction>(windows->main(), "newOrder")->iconText(), QString("New Job"));
+    EXPECT_EQ(child<QAction>(windows->main(), "showOrders")->iconText(), QString("Jobs"));
     EXPECT_EQ(child<SideBar>(windows->main(), "pages")->item(1)->text(), QString("Jobs"));
 }
 

@@ -128,7 +128,7 @@ void MainWindow::makeCommands()
         "moveAdd3ToCounty", tr("Move Address Line &3 to County"), {}, {}, [this] { m_vendaro.getContactManager().moveAdd3ToCounty(); });
     addCommand("sample", tr("Open &Sample Business"), {}, {}, [this] { m_vendaro.openSampleBusiness(); });
     addCommand(
-        "preferences", tr("&Preferences…"), "configure", QKeySequence("Ctrl+,"), [this] { m_vendaro.getPrefsController().openWindow(); });
+        "preferences", tr("Preference&s…"), "configure", QKeySequence("Ctrl+,"), [this] { m_vendaro.getPrefsController().openWindow(); });
     // As it stands on the tool bar.
     command("preferences")->setIconText(tr("Preferences"));
     addCommand("newDatabase", tr("New Da&tabase…"), {}, {}, [this] { m_vendaro.getPrefsController().newDatabaseMenuItem(); });

@@ -14,6 +14,7 @@
 #include "ui/kit/SideBar.h"
 #include "ui/shell/ListPage.h"
 #include "ui/shell/MainToolBar.h"
+#include "ui/shell/MenuLetters.h"
 #include "ui/shell/RecoveryWindow.h"
 #include "ui/shell/Sheets.h"
 #include "ui/shell/WelcomeView.h"
@@ -22,6 +23,7 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTime>
@@ -296,6 +298,9 @@ void MainWindow::showTerms()
     command("newItem")->setText(tr("New %1").arg(literal(words.termItem.text())));
     command("showOrders")->setText(literal(words.termOrders.text()));
     command("showItems")->setText(literal(words.termItems.text()));
+    // The words of the person have other letters.
+    for (const QAction* menu : menuBar()->actions())
+        menuLetters::give(*menu->menu());
 }
 
 void MainWindow::showReadOnly()
