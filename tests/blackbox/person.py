@@ -261,6 +261,12 @@ class Person:
         self.type(text)
         self.field_becomes(name, text, within)
 
+    @staticmethod
+    def copy(text):
+        """Another program puts the text on the clipboard."""
+        subprocess.run(["xclip", "-selection", "clipboard"], input=text.encode(), check=True, stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL)
+
     def place_of_keyboard(self):
         """Role and name of what has the keyboard; a pop-up list goes by its label."""
         node = self.focused()

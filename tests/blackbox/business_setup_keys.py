@@ -1,0 +1,8 @@
+"""A business is set up without touching the mouse."""
+
+from person import run
+
+import business_setup
+
+if __name__ == "__main__":
+    run(business_setup.with_keys)

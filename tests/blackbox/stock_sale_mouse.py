@@ -1,0 +1,8 @@
+"""More is sold than there is, with the mouse."""
+
+from person import run
+
+import stock_sale
+
+if __name__ == "__main__":
+    run(stock_sale.with_mouse)
