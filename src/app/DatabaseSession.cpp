@@ -37,13 +37,18 @@ void DatabaseSession::readDatabase()
 {
     const QString folder = m_needs.preferences.actualDbLocation();
     const bool isThere = QFileInfo::exists(folder);
-    const LoadReport report = m_folder.load(folder, afterFile());
-    Q_EMIT titleChanged();
-    checkLock();
-    tellDamage(report.damaged);
+    openDatabase();
     // Perhaps a share that is not connected. The very first start finds no folder either.
     if (!isThere && folder != standardFolder())
         tellDamage({fillText(localText("%@ was not there when it was opened. It is made with the first save."), {folder})});
+}
+
+void DatabaseSession::openDatabase()
+{
+    const LoadReport report = m_folder.load(m_needs.preferences.actualDbLocation(), afterFile());
+    Q_EMIT titleChanged();
+    checkLock();
+    tellDamage(report.damaged);
     // Somebody may have written between the reading and the lock; from now on nobody else does.
     if (!m_readonlymode) {
         readWhatChanged();
@@ -311,7 +316,7 @@ void DatabaseSession::switchDatabase()
     tellDamage(writeEverything());
     clearCollections();
     m_needs.preferences.readDatabaseProperties();
-    readDatabase();
+    openDatabase();
     filterOthers();
 }
 

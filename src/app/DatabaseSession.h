@@ -39,7 +39,7 @@ public:
     /// A collection whose filter runs once more when another database was opened.
     void filterAfterSwitch(qvDataSource& collection) { m_filteredAfterSwitch.push_back(&collection); }
 
-    /// Loads the database at the location setting.
+    /// Loads the database at the location setting; a folder elsewhere that is not there is told.
     void readDatabase();
     /// Everything is written, the collections are emptied, and the database at the location setting is loaded.
     void switchDatabase();
@@ -102,6 +102,7 @@ private:
 
     const Entry& entryOf(const RecordFile& file) const;
     std::vector<RecordFile*> filesOf(const qvDataSource& sender) const;
+    void openDatabase();
     void filterOthers();
     void write(const std::vector<RecordFile*>& files, DatabaseFolder::When when);
     bool writeAll(QStringList& news);

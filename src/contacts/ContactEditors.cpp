@@ -90,7 +90,7 @@ CompanyEditor::CompanyEditor(ContactManager& contacts, WriteGate& gate, const Co
 
 void CompanyEditor::create()
 {
-    if (!m_gate.readOnlyCheck())
+    if (!m_gate.readOnlyCheck() || !form.isFreeForAnother())
         return;
     m_created = std::make_unique<Contact>();
     m_created->makeCompany();
@@ -108,6 +108,12 @@ void CompanyEditor::edit(Contact& company)
         return;
     if (form.isOpen() && m_currentItem == &company)
         return form.open();
+    if (form.isFreeForAnother())
+        take(company);
+}
+
+void CompanyEditor::take(Contact& company)
+{
     m_created.reset();
     m_currentItem = &company;
     setItem(company);
@@ -178,6 +184,12 @@ void CompanyContactEditor::edit(Contact& person)
 {
     if (form.isOpen() && m_currentItem == &person)
         return form.open();
+    if (form.isFreeForAnother())
+        take(person);
+}
+
+void CompanyContactEditor::take(Contact& person)
+{
     if (form.isOpen())
         leave();
     m_currentItem = &person;

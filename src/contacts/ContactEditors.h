@@ -23,6 +23,8 @@ public:
     /// A new company.
     void create();
     void edit(Contact& company);
+    /// The same without asking whether what is in the editor may go.
+    void take(Contact& company);
     void finish();
     void cancel();
     /// Closes when it is this record that is open: it was deleted.
@@ -49,6 +51,8 @@ public:
     CompanyContactForm form;
 
     void edit(Contact& person);
+    /// The same without asking whether what is in the editor may go.
+    void take(Contact& person);
     void finish();
     void cancel();
     void closeOn(const dataObject& record);

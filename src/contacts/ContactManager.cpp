@@ -235,21 +235,28 @@ void ContactManager::begin()
 
 void ContactManager::create()
 {
+    createNew();
+}
+
+bool ContactManager::createNew()
+{
     if (!m_needs.gate.readOnlyCheck())
-        return;
+        return false;
     if (!m_needs.dateFormat.isChosen()) {
         m_needs.dateFormat.initialiseDateFormat();
-        return;
+        return false;
     }
+    if (!form.isFreeForAnother())
+        return false;
     begin();
     if (m_forOrder && !isBeingEdited(m_forOrder->contact))
         m_forOrder.reset();
+    return true;
 }
 
 void ContactManager::createForCurrentOrder(int orderId)
 {
-    create();
-    if (m_created && form.isOpen())
+    if (createNew())
         m_forOrder = {m_created.get(), orderId};
 }
 
@@ -273,7 +280,7 @@ void ContactManager::editThisContact(Contact& contact)
         companyContactEditor.edit(contact);
     } else if (form.isOpen() && m_currentItem == &contact) {
         form.open();
-    } else {
+    } else if (form.isFreeForAnother()) {
         m_created.reset();
         m_currentItem = &contact;
         setItem(contact);
@@ -287,7 +294,8 @@ void ContactManager::editThisContact(Contact& contact)
 void ContactManager::editThisContact(Contact& contact, int forOrder)
 {
     editThisContact(contact);
-    m_forOrder = {&contact, forOrder};
+    if (isBeingEdited(&contact))
+        m_forOrder = {&contact, forOrder};
 }
 
 void ContactManager::cancel()
@@ -330,22 +338,22 @@ void ContactManager::saved(Contact& contact)
 
 void ContactManager::makeCompany()
 {
-    if (!m_currentItem || !m_needs.gate.readOnlyCheck())
+    if (!m_currentItem || !m_needs.gate.readOnlyCheck() || !companyEditor.form.isFreeForAnother())
         return;
     const std::optional<ForOrder> order = m_forOrder;
     m_currentItem->makeCompany();
     finish();
-    companyEditor.edit(*m_currentItem);
+    companyEditor.take(*m_currentItem);
     m_forOrder = order;
 }
 
 void ContactManager::linkToCompany()
 {
-    if (!m_currentItem || !m_needs.gate.readOnlyCheck())
+    if (!m_currentItem || !m_needs.gate.readOnlyCheck() || !companyContactEditor.form.isFreeForAnother())
         return;
     m_currentItem->setKind("Company Contact");
     finish();
-    companyContactEditor.edit(*m_currentItem);
+    companyContactEditor.take(*m_currentItem);
 }
 
 // Deleting

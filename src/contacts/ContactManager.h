@@ -106,6 +106,8 @@ private:
     void copyEditorInto(Contact& contact);
     void moveInEditorOf(const Contact& contact);
     void begin();
+    /// Whether the editor now holds a new contact.
+    bool createNew();
     bool isBeingEdited(const Contact* contact) const;
     std::vector<Contact*> outline() const;
     std::vector<Contact*> selectedContacts() const;

@@ -127,6 +127,9 @@ public:
     bool isOpen() const { return m_open; }
     void open();
     void close();
+    /// Asked while the form is open, before another record takes the place of the one it holds; without it any may.
+    std::function<bool()> mayTakeAnother;
+    bool isFreeForAnother() const { return !m_open || !mayTakeAnother || mayTakeAnother(); }
     /// Asks the window to put the keyboard into the field.
     void focus(const FormField& field);
 

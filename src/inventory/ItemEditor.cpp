@@ -121,7 +121,7 @@ std::unique_ptr<Item> ItemManager::makeNew()
 
 bool ItemManager::begin(bool forOrder)
 {
-    if (!m_needs.gate.readOnlyCheck() || !isFreeForAnother())
+    if (!m_needs.gate.readOnlyCheck() || !form.isFreeForAnother())
         return false;
     m_forOrder = forOrder;
     restoreType();
@@ -153,7 +153,7 @@ void ItemManager::editThisItem(Item& item)
 {
     if (form.isOpen() && m_currentItem == &item)
         return form.open();
-    if (!isFreeForAnother())
+    if (!form.isFreeForAnother())
         return;
     restoreType();
     m_created.reset();

@@ -53,9 +53,6 @@ public:
     UsedInRows usedIn;
     ShortageRows shortages;
 
-    /// Asked while an item is open, before another one takes its place in the editor; without it any may.
-    std::function<bool()> mayOpenAnother;
-
     Item* currentItem() const { return m_currentItem; }
     const ItemRules& rules() const { return m_needs.rules; }
     /// What the editor's item was saved as; none while there is no such item.
@@ -143,7 +140,6 @@ private:
     std::vector<CheckedField> valueFields();
     /// Whether the editor now holds a new item.
     bool begin(bool forOrder);
-    bool isFreeForAnother() const { return !form.isOpen() || !mayOpenAnother || mayOpenAnother(); }
     std::unique_ptr<Item> makeNew();
     void connectForms();
     /// Everything of saving that comes before the editor closes.

@@ -103,6 +103,8 @@ void OrderManager::create()
         m_needs.dateFormat.initialiseDateFormat();
         return;
     }
+    if (!form.isFreeForAnother())
+        return;
     m_creating = true;
     Order& order = addNewOrder();
     order.setDate(tender.today());
@@ -119,6 +121,8 @@ void OrderManager::createPurchaseOrder()
         m_needs.dateFormat.initialiseDateFormat();
         return;
     }
+    if (!form.isFreeForAnother())
+        return;
     m_creating = true;
     Order& order = addNewOrder();
     // The word itself, not today's date.
@@ -146,6 +150,8 @@ void OrderManager::editThisOrder(Order& order)
 {
     if (form.isOpen() && m_currentItem == &order)
         return form.open();
+    if (!form.isFreeForAnother())
+        return;
     m_creating = false;
     setItem(order);
     form.open();

@@ -39,6 +39,12 @@ EditorWindow::EditorWindow(Form& form, CommandField& cancel, const QString& fram
         hide();
     });
     connect(&form, &Form::titleChanged, this, [this] { setWindowTitle(m_form.title()); });
+    form.mayTakeAnother = [this] { return mayOpenAnother(); };
+}
+
+EditorWindow::~EditorWindow()
+{
+    m_form.mayTakeAnother = {};
 }
 
 FormBinder& EditorWindow::bindForm()

@@ -15,6 +15,7 @@ class EditorWindow : public QWidget {
 public:
     /// frameName is what the window's place is remembered under; windows of one name share one place.
     EditorWindow(Form& form, CommandField& cancel, const QString& frameName);
+    ~EditorWindow() override;
 
     /// For a window that is made when its form is open already: it shows what it missed.
     void catchUp();
@@ -30,8 +31,6 @@ protected:
 
     /// Whether the window may go on to something else now: at the second try when there is something to lose; the footer says so.
     bool mayLeave(const QString& warning);
-    /// Whether another record may take the place of the one that is open: the same, and what was changed before is nothing to lose then.
-    bool mayOpenAnother();
     /// Whether closing now would lose something the person did.
     virtual bool hasSomethingToLose() const { return m_edited; }
 
@@ -44,6 +43,9 @@ private:
     /// Cancels, but only at the second try when there is something to lose; the footer says so.
     void leave(const QString& warning);
     void warn(const QString& warning);
+    /// Whether another record may take the place of the one that is open: at the second try when there is something to lose, and what was
+    /// changed before is nothing to lose then.
+    bool mayOpenAnother();
     /// Ctrl+S and Ctrl+Return save.
     void giveSaveKeys();
 

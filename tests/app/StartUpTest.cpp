@@ -393,6 +393,11 @@ TEST_F(StartUpTest, aFolderElsewhereThatIsNotThereIsToldAndTheDefaultOneIsNot)
     ASSERT_TRUE(QDir().mkpath(other));
     app().session().switchDatabase();
     EXPECT_EQ(told, QStringList());
+
+    // Where the person says that a new one is to be, nothing is missing.
+    app().getPrefsController().setDbLocation(home() + "/share/New.vendb");
+    app().session().switchDatabase();
+    EXPECT_EQ(told, QStringList());
 }
 
 TEST_F(StartUpTest, aFolderElsewhereIsLockedOnceItIsThere)

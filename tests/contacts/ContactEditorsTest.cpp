@@ -224,6 +224,56 @@ TEST_F(ContactEditorsTest, AContactForAnOrderThatGaveWayToAnotherIsConnectedToNo
     EXPECT_EQ(contacts().getCount(), 1);
 }
 
+TEST_F(ContactEditorsTest, AnotherTakesThePlaceOfTheOpenOneOnlyWhenItMay)
+{
+    begin();
+    Contact& ann = contact("Ann");
+    Contact& bob = contact("Bob");
+    Contact& acme = firm("Acme");
+    Contact& mill = firm("Mill");
+    Contact& cyd = personOf(acme, "Cyd");
+    Contact& dot = personOf(acme, "Dot");
+    int asked = 0;
+    const auto refuse = [&] {
+        ++asked;
+        return false;
+    };
+    form().mayTakeAnother = company().mayTakeAnother = person().mayTakeAnother = refuse;
+    for (Contact* first : {&ann, &acme, &cyd})
+        contacts().editThisContact(*first);
+    EXPECT_EQ(asked, 0) << "nothing was open";
+    for (Contact* second : {&bob, &mill, &dot})
+        contacts().editThisContact(*second);
+    EXPECT_EQ(asked, 3);
+    EXPECT_EQ(form().name.text(), "Ann");
+    EXPECT_EQ(company().name.text(), "Acme");
+    EXPECT_EQ(person().name.text(), "Cyd");
+    contacts().create();
+    contacts().companyEditor.create();
+    EXPECT_EQ(form().name.text(), "Ann");
+    EXPECT_EQ(company().name.text(), "Acme");
+    // Neither becomes what there is no editor for.
+    contacts().makeCompany();
+    contacts().linkToCompany();
+    EXPECT_FALSE(ann.isCompany());
+    EXPECT_FALSE(ann.isCompanyContact());
+    EXPECT_TRUE(form().isOpen());
+}
+
+TEST_F(ContactEditorsTest, AContactThatFoundNoPlaceInTheEditorIsNotConnectedWithAnOrder)
+{
+    begin();
+    contact("Ann");
+    contacts().editThisContact(named("Ann"));
+    form().mayTakeAnother = [] { return false; };
+    orders().create();
+    orders().form.tab.edit(OrderForm::contactTab);
+    orders().form.newContact.trigger();
+    form().save.trigger();
+    EXPECT_EQ(currentOrder().getContact(), nullptr);
+    EXPECT_EQ(contacts().getCount(), 1);
+}
+
 TEST_F(ContactEditorsTest, InAReadOnlyDatabaseSavingAPersonOfACompanyJustClosesTheEditor)
 {
     begin();

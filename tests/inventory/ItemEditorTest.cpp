@@ -86,7 +86,7 @@ TEST_F(ItemEditorTest, AnotherItemTakesThePlaceOfTheOpenOneOnlyWhenItMay)
     Item& plate = item("Plate");
     int asked = 0;
     bool may = false;
-    items().mayOpenAnother = [&] {
+    form().mayTakeAnother = [&] {
         ++asked;
         return may;
     };

@@ -35,6 +35,31 @@ TEST_F(OrderManagerTest, TheUsersPrefixStandsBeforeTheId)
     EXPECT_EQ(eighth.getNumericOrdernum(), 8.0f);
 }
 
+TEST_F(OrderManagerTest, AnotherOrderTakesThePlaceOfTheOpenOneOnlyWhenItMay)
+{
+    begin();
+    Order& bench = order("Bench");
+    Order& stool = order("Stool");
+    bool may = false;
+    int asked = 0;
+    form().mayTakeAnother = [&] {
+        ++asked;
+        return may;
+    };
+    orders().editThisOrder(bench);
+    orders().editThisOrder(bench);
+    EXPECT_EQ(asked, 0) << "nothing else was asked for";
+    orders().editThisOrder(stool);
+    orders().create();
+    orders().createPurchaseOrder();
+    EXPECT_EQ(asked, 3);
+    EXPECT_EQ(form().orderTitle.text(), "Bench");
+    EXPECT_EQ(orders().getCount(), 2) << "no order was made that nobody sees";
+    may = true;
+    orders().editThisOrder(stool);
+    EXPECT_EQ(form().orderTitle.text(), "Stool");
+}
+
 TEST_F(OrderManagerTest, AMonthFirstUserGetsMonthFirstDates)
 {
     writeSettings("<key>VendaroDateFormat</key><string>1</string>");

@@ -125,6 +125,21 @@ TEST_F(Note, openingItAgainBringsItToTheFront)
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
 }
 
+TEST_F(Note, anotherRecordTakesThePlaceOfAChangedOneAtTheSecondTry)
+{
+    EXPECT_TRUE(form.isFreeForAnother()) << "nothing is open";
+    open();
+    EXPECT_TRUE(form.isFreeForAnother());
+    write("milk");
+    EXPECT_FALSE(form.isFreeForAnother());
+    EXPECT_EQ(told(), QString("Not saved yet: opening another drops the changes"));
+    EXPECT_TRUE(form.isFreeForAnother());
+    EXPECT_EQ(told(), QString());
+    EXPECT_TRUE(form.isFreeForAnother()) << "nothing was changed since";
+    write("more milk");
+    EXPECT_FALSE(form.isFreeForAnother());
+}
+
 TEST_F(Note, escapeCancels)
 {
     open();

@@ -98,7 +98,6 @@ ItemEditor::ItemEditor(ItemManager& items) : EditorWindow(items.form, items.form
     for (const char* name : {"warnlevel", "optimumqty", "canBeMade", "limitedBy"})
         binder.bindVisibility(name, findChild<QWidget*>(QString::fromLatin1(name) + "Label"));
 
-    m_items.mayOpenAnother = [this] { return mayOpenAnother(); };
     ItemForm& shown = m_items.form;
     const auto show = [&shown, header, tabs, parts] {
         header->setTitle(shown.item.text().isEmpty() ? shown.title() : shown.item.text());
@@ -111,11 +110,6 @@ ItemEditor::ItemEditor(ItemManager& items) : EditorWindow(items.form, items.form
         tabs->setCurrentIndex(0);
         show();
     });
-}
-
-ItemEditor::~ItemEditor()
-{
-    m_items.mayOpenAnother = {};
 }
 
 bool ItemEditor::hasSomethingToLose() const

@@ -9,7 +9,6 @@ class ItemEditor : public EditorWindow {
     Q_OBJECT
 public:
     explicit ItemEditor(ItemManager& items);
-    ~ItemEditor() override;
 
 protected:
     /// What came by a command counts like what was typed.

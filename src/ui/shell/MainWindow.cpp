@@ -52,13 +52,15 @@ ListPageTexts orderTexts(const PrefsForm& words)
 {
     const QString orders = words.termOrders.text();
     return {"orders", orders, MainWindow::tr("Search %1 and contacts").arg(withinSentence(orders)), "view-list-text",
-        MainWindow::tr("No %1 yet").arg(withinSentence(orders)), MainWindow::tr("Make your first one with New %1.").arg(words.termOrder.text())};
+        MainWindow::tr("No %1 yet").arg(withinSentence(orders)),
+        MainWindow::tr("Make your first one with New %1.").arg(words.termOrder.text())};
 }
 
 ListPageTexts itemTexts(const PrefsForm& words)
 {
     const QString items = words.termItems.text();
-    return {"items", items, MainWindow::tr("Search %1").arg(withinSentence(items)), "tag", MainWindow::tr("No %1 yet").arg(withinSentence(items)),
+    return {"items", items, MainWindow::tr("Search %1").arg(withinSentence(items)), "tag",
+        MainWindow::tr("No %1 yet").arg(withinSentence(items)),
         MainWindow::tr("Make your first one with New %1.").arg(words.termItem.text())};
 }
 
