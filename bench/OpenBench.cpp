@@ -86,24 +86,8 @@ void parseByDefault(benchmark::State& state)
 
 } // namespace
 
-BENCHMARK(openLarge)->Name("open/250")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Iterations(1)->Repetitions(5);
-BENCHMARK(openHuge)->Name("open/2500")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Iterations(1)->Repetitions(2);
-BENCHMARK(switchDatabase)
-    ->Name("switch/250")
-    ->Unit(benchmark::kMillisecond)
-    ->MeasureProcessCPUTime()
-    ->UseRealTime()
-    ->Iterations(1)
-    ->Repetitions(5);
-BENCHMARK(parseWithOneNodeAText)
-    ->Name("open/yardstick")
-    ->Unit(benchmark::kMillisecond)
-    ->MeasureProcessCPUTime()
-    ->Iterations(1)
-    ->Repetitions(5);
-BENCHMARK(parseByDefault)
-    ->Name("open/yardstick-default")
-    ->Unit(benchmark::kMillisecond)
-    ->MeasureProcessCPUTime()
-    ->Iterations(1)
-    ->Repetitions(5);
+BENCHMARK(openLarge)->Name("open/250")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Iterations(1);
+BENCHMARK(openHuge)->Name("open/2500")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Iterations(1);
+BENCHMARK(switchDatabase)->Name("switch/250")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime()->Iterations(1);
+BENCHMARK(parseWithOneNodeAText)->Name("open/yardstick")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Iterations(1);
+BENCHMARK(parseByDefault)->Name("open/yardstick-default")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Iterations(1);
