@@ -80,12 +80,11 @@ def move_parts(program, item, by, around):
                'Do you still wish to add one to this order?'
         if program.ask('Out of Stock', text) != 0:
             return False
-    # A plain item may become a collective one again that its own parts have meanwhile: they are not followed round.
-    if item not in around:
-        for part in list(item['constituents']):
-            found = program.items.find(leading_integer(part[0]))
-            if found:
-                move(program, found, times(by, single(leading_number(part[3]))), (*around, item))
+    # A plain item may become a collective one again that its own parts have meanwhile: the way ends there, without a question.
+    for part in list(item['constituents']):
+        found = program.items.find(leading_integer(part[0]))
+        if found and found is not item and found not in around:
+            move(program, found, times(by, single(leading_number(part[3]))), (*around, item))
     return True
 
 
