@@ -139,8 +139,9 @@ class Editor:
             self.program.ask('Self referential', f'Unable to add {name}. An item cannot contain an item containing itself')
             return False
         if lists(self.program, self.item, part):
-            self.program.ask('Already contains',
-                             f'Unable to add {name}. {self.item.text("item")} already contains it. Simply edit the quantity.')
+            # A new item has its name in the editor only.
+            own = self.item.text('item') or self.texts.get('item', '')
+            self.program.ask('Already contains', f'Unable to add {name}. {own} already contains it. Simply edit the quantity.')
             return False
         return True
 
