@@ -46,7 +46,10 @@ void newDatabase(ShopServer& server, const QJsonObject& asked)
 {
     PrefsController& preferences = server.shop().preferences();
     preferences.newDatabaseMenuItem();
-    editForm(preferences.newDatabase, QJsonArray {QJsonArray {"displayName", asked["name"]}});
+    // Compilers do not agree on whether an array in braces is one in an array or itself.
+    QJsonArray edits;
+    edits.append(QJsonArray {"displayName", asked["name"]});
+    editForm(preferences.newDatabase, edits);
     preferences.newDatabase.confirm.trigger();
     flushSettings(server);
 }
