@@ -13,6 +13,8 @@
 namespace {
 
 constexpr std::size_t bufferSize = 1 << 18;
+/// So much is written before the disk is set to work on it.
+constexpr std::size_t shareOfDisk = 8 << 20;
 constexpr std::size_t gigabyte = std::size_t(1) << 30;
 constexpr std::size_t largestFile = gigabyte;
 constexpr char aclAttribute[] = "system.posix_acl_access";
@@ -107,6 +109,7 @@ SafeFile::SafeFile(SafeFile&& other) noexcept
     , m_buffer(std::move(other.m_buffer))
     , m_trouble(std::move(other.m_trouble))
     , m_written(other.m_written)
+    , m_flushing(other.m_flushing)
     , m_file(std::exchange(other.m_file, -1))
     , m_prepared(std::exchange(other.m_prepared, false))
     , m_isInPlace(other.m_isInPlace)
@@ -180,6 +183,16 @@ void SafeFile::write(std::string_view bytes)
     if (!writeFully(m_file, bytes))
         fail("written");
     m_written.add(bytes);
+    startFlushing();
+}
+
+/// The disk works on what is written already while the rest is still being made. Whether it is there tells the flush at the end.
+void SafeFile::startFlushing()
+{
+    if (m_written.size() - m_flushing < shareOfDisk)
+        return;
+    ::sync_file_range(m_file, static_cast<off_t>(m_flushing), static_cast<off_t>(m_written.size() - m_flushing), SYNC_FILE_RANGE_WRITE);
+    m_flushing = m_written.size();
 }
 
 Result<void> SafeFile::readBack()

@@ -41,6 +41,7 @@ private:
     void open();
     void flushBuffer();
     void write(std::string_view bytes);
+    void startFlushing();
     void fail(const char* step);
     void discard();
     bool stillWaits() const { return !m_temporary.empty(); }
@@ -53,6 +54,8 @@ private:
     std::string m_buffer;
     std::string m_trouble;
     ByteHash m_written;
+    /// So many of the bytes the disk works on already.
+    std::uint64_t m_flushing = 0;
     int m_file = -1;
     bool m_prepared = false;
     bool m_isInPlace = false;
