@@ -36,12 +36,13 @@ public:
     int adopted() const { return m_adopted; }
 
 protected:
-    void adopt(StoredRecord<R>&& stored, const TextStorePointer& store) override
+    bool adopt(StoredRecord<R>&& stored, const TextStorePointer& store) override
     {
         m_record.setID(stored.id);
         m_record.setValues(std::move(stored.values), store);
         m_record.setUnknownKeys(stored.unknownKeys);
         ++m_adopted;
+        return true;
     }
     void bringBack(StoredRecord<R>&& stored, const TextStorePointer& store) override { adopt(std::move(stored), store); }
     void collect(StoredRecords<R>& records) const override

@@ -21,10 +21,11 @@ public:
     StoredRecords<R> records;
 
 protected:
-    void adopt(StoredRecord<R>&& record, const TextStorePointer& store) override
+    bool adopt(StoredRecord<R>&& record, const TextStorePointer& store) override
     {
         m_store = store;
         records.push_back(std::move(record));
+        return true;
     }
     void bringBack(StoredRecord<R>&& record, const TextStorePointer& store) override { adopt(std::move(record), store); }
     void collect(StoredRecords<R>& all) const override { all = records; }

@@ -64,9 +64,9 @@ void Restoring::read(const std::shared_ptr<Reading>& reading, const QString& fol
     for (RecordFile* file : files) {
         if (reading->isGivenUp)
             return;
-        const auto part = std::make_shared<ReadFile>(readFile(*file, folder));
+        const std::string path = (folder + '/' + file->fileName()).toStdString();
         done += sizeOf(file);
-        part->percent = static_cast<int>(done * 100 / all);
+        const auto part = std::make_shared<Part>(Part {file, ReadFile::read(*file, path, {}), static_cast<int>(done * 100 / all)});
         QMetaObject::invokeMethod(
             &m_home,
             [this, reading, part] {
@@ -84,30 +84,18 @@ void Restoring::read(const std::shared_ptr<Reading>& reading, const QString& fol
         Qt::QueuedConnection);
 }
 
-Restoring::ReadFile Restoring::readFile(RecordFile& file, const QString& folder)
+void Restoring::takeOver(Part& part)
 {
-    FilePieces pieces((folder + '/' + file.fileName()).toStdString(), RecordFile::recordEnd);
-    if (pieces.trouble() == ReadTrouble::missing)
-        return {&file, {}, {}};
-    Result<std::unique_ptr<ParsedFile>> parsed =
-        pieces.trouble() == ReadTrouble::none ? file.parse(pieces) : Result<std::unique_ptr<ParsedFile>>(Error {pieces.reason()});
-    if (parsed)
-        return {&file, std::move(parsed).value(), {}};
-    return {&file, {}, parsed.error().message};
-}
-
-void Restoring::takeOver(ReadFile& file)
-{
-    if (!file.reason.empty())
+    std::unique_ptr<ParsedFile>& parsed = part.read.parsed;
+    if (parsed) {
+        parsed->findNewIds(m_newIds);
+        compareFile(*part.file, *parsed);
+        m_earlier.emplace_back(part.file, std::move(parsed));
+    } else if (part.read.exists)
         m_troubles += fillText(localText("%@ of that time could not be read (%@)."),
-            {QString::fromLatin1(file.file->fileName()), QString::fromStdString(file.reason)});
-    if (file.parsed) {
-        file.parsed->findNewIds(m_newIds);
-        compareFile(*file.file, *file.parsed);
-        m_earlier.emplace_back(file.file, std::move(file.parsed));
-    }
+            {QString::fromLatin1(part.file->fileName()), QString::fromStdString(part.read.reason)});
     if (onProgress)
-        onProgress(file.percent);
+        onProgress(part.percent);
 }
 
 void Restoring::finishLooking()

@@ -4,6 +4,7 @@
 
 #include "foundation/Result.h"
 #include "storage/Generations.h"
+#include "storage/ReadFile.h"
 #include "storage/RecordFile.h"
 #include "storage/TextRows.h"
 
@@ -62,17 +63,15 @@ private:
         std::atomic<bool> isGivenUp = false;
     };
     /// A file of the state, read.
-    struct ReadFile {
+    struct Part {
         RecordFile* file;
-        /// None when there is no such file, or when it could not be read for the reason given.
-        std::unique_ptr<ParsedFile> parsed;
-        std::string reason;
+        ReadFile read;
+        /// Of the state, with this one.
         int percent = 0;
     };
 
     void read(const std::shared_ptr<Reading>& reading, const QString& folder, const std::vector<RecordFile*>& files);
-    static ReadFile readFile(RecordFile& file, const QString& folder);
-    void takeOver(ReadFile& file);
+    void takeOver(Part& part);
     void finishLooking();
     void compareFile(RecordFile& file, ParsedFile& parsed);
     void compare();

@@ -419,10 +419,13 @@ std::string ContactManager::objectValue(std::string_view identifier, int row) co
     return contact ? contact->getFieldByName(identifier) : std::string();
 }
 
-void ContactFile::complete(StoredRecord<Contact>& stored) const
+bool ContactFile::complete(StoredRecord<Contact>& stored) const
 {
-    if (stored.values->ref.isEmpty())
+    const bool hasRef = !stored.values->ref.isEmpty();
+    if (!hasRef)
         stored.values.change().ref = stored.idText;
-    if (stored.values->kind == "Company Contact" && stored.values->company == 0)
+    const bool isAlone = stored.values->kind == "Company Contact" && stored.values->company == 0;
+    if (isAlone)
         stored.values.change().kind = literalText<"Individual">();
+    return hasRef && !isAlone;
 }

@@ -142,7 +142,7 @@ public:
 
 protected:
     std::unique_ptr<Contact> make() const override { return std::make_unique<Contact>(); }
-    void complete(StoredRecord<Contact>& stored) const override;
+    bool complete(StoredRecord<Contact>& stored) const override;
     std::span<const std::string_view> titleKeys() const override { return keys; }
     std::span<const std::string_view> tellingKeys() const override { return telling; }
     void visitLinks(StoredRecord<Contact>& stored, TextStore&, const UseLink& use) const override

@@ -448,10 +448,12 @@ QString BOMManager::cellFault(std::string_view identifier, int row) const
     return untaxed ? localText("No tax rate has this code; it counts as 0.") : QString();
 }
 
-void MaterialFile::complete(StoredRecord<Material>& stored) const
+bool MaterialFile::complete(StoredRecord<Material>& stored) const
 {
-    if (stored.values->contact == 0)
-        stored.values.change().contact = m_lines.rules().orders.contactIdOfOrder(stored.values->order);
+    if (stored.values->contact != 0)
+        return true;
+    stored.values.change().contact = m_lines.rules().orders.contactIdOfOrder(stored.values->order);
+    return stored.values->contact == 0;
 }
 
 void MaterialFile::visitLinks(StoredRecord<Material>& stored, TextStore&, const UseLink& use) const

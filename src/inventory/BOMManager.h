@@ -126,7 +126,7 @@ public:
 
 protected:
     std::unique_ptr<Material> make() const override { return std::make_unique<Material>(m_lines.rules()); }
-    void complete(StoredRecord<Material>& stored) const override;
+    bool complete(StoredRecord<Material>& stored) const override;
     void added(Material& line, const StoredRecord<Material>& stored) override;
     std::span<const std::string_view> titleKeys() const override { return keys; }
     std::span<const std::string_view> fixedKeys() const override { return fixed; }

@@ -186,6 +186,8 @@ public:
     explicit ItemFile(ItemManager& items) : CollectionFile(items, recordFiles::items, "products", "items"), m_items(items) { }
 
     const char* recordName() const override { return "Item"; }
+    /// What is edited and not saved yet does not count.
+    std::optional<std::uint64_t> changes() const override { return std::nullopt; }
 
 protected:
     std::span<const NestedKey<Item>> nestedKeys() const override;

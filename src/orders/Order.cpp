@@ -98,7 +98,7 @@ void Order::setContact(Contact* contact)
 {
     m_contact = contact;
     set(&OrderValues::contactId, contact ? contact->getID() : 0);
-    noteChange();
+    noteLink();
 }
 
 Contact* Order::getContact2(Fallback fallback) const
@@ -121,7 +121,7 @@ void Order::forgetContacts()
 {
     m_contact = nullptr;
     m_contact2 = nullptr;
-    noteChange();
+    noteLink();
 }
 
 std::string Order::getContactname() const

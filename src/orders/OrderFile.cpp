@@ -165,6 +165,12 @@ std::span<const NestedKey<Order>> OrderFile::nestedKeys() const
     return orderNestedKeys;
 }
 
+/// With their payments.
+std::optional<std::uint64_t> OrderFile::changes() const
+{
+    return collection().changes() + m_payments.changes();
+}
+
 void OrderFile::forget()
 {
     CollectionFile::forget();
@@ -172,15 +178,16 @@ void OrderFile::forget()
 }
 
 /// The older form: no list of payments, but a deposit and a balance with their dates.
-void OrderFile::complete(StoredRecord<Order>& stored) const
+bool OrderFile::complete(StoredRecord<Order>& stored) const
 {
     if (stored.nested.hasPaymentArray)
-        return;
+        return true;
     const OrderValues& values = *stored.values;
     if (!values.deposit.isEmpty())
         stored.nested.payments.push_back({{values.deposit, values.depositPaid, values.paymentMethod}, {}});
     if (hasOlderBalance(values))
         stored.nested.payments.push_back({{values.balance, values.balancePaid, values.paymentMethod}, {}});
+    return stored.nested.payments.empty();
 }
 
 void OrderFile::visitLinks(StoredRecord<Order>& stored, TextStore&, const UseLink& use) const

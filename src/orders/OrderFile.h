@@ -12,11 +12,12 @@ public:
     bool metOlderPayments() const { return m_metOlderPayments; }
     void forget() override;
     const char* recordName() const override { return "Order"; }
+    std::optional<std::uint64_t> changes() const override;
 
 protected:
     std::span<const NestedKey<Order>> nestedKeys() const override;
     std::unique_ptr<Order> make() const override { return std::make_unique<Order>(m_rules); }
-    void complete(StoredRecord<Order>& stored) const override;
+    bool complete(StoredRecord<Order>& stored) const override;
     void added(Order& order, const StoredRecord<Order>& stored) override;
     void replaced(Order& order, const StoredRecord<Order>& stored) override;
     Order::Nested nestedOf(const Order& order) const override;

@@ -14,6 +14,8 @@ public:
     {
     }
 
+    std::optional<std::uint64_t> changes() const override { return m_collection.changes(); }
+
 protected:
     virtual std::unique_ptr<R> make() const = 0;
     /// A kind's own rules on reading: the record stands in the collection and has the values, which what was stored has no more.
@@ -48,20 +50,24 @@ protected:
 private:
     void expect(std::size_t records) override { m_collection.makeRoom(records); }
 
-    void adopt(StoredRecord<R>&& stored, const TextStorePointer& store) override
+    bool adopt(StoredRecord<R>&& stored, const TextStorePointer& store) override
     {
         std::unique_ptr<R> record = make();
         record->setID(stored.id);
         record->setValues(std::move(stored.values), store);
         record->setUnknownKeys(stored.unknownKeys);
-        added(m_collection.add(std::move(record)), stored);
+        R& listed = m_collection.add(std::move(record));
+        added(listed, stored);
+        return listed.getID() == stored.id;
     }
 
     void bringBack(StoredRecord<R>&& stored, const TextStorePointer& store) override
     {
         R* const present = presentItem(m_collection, stored.id);
-        if (!present)
-            return adopt(std::move(stored), store);
+        if (!present) {
+            adopt(std::move(stored), store);
+            return;
+        }
         present->setValues(std::move(stored.values), store);
         present->setUnknownKeys(stored.unknownKeys);
         replaced(*present, stored);

@@ -5,8 +5,10 @@
 #include "foundation/Folders.h"
 #include "foundation/Log.h"
 #include "foundation/SafeFile.h"
+#include "foundation/WrittenMark.h"
 #include "foundation/plist/PlistWriter.h"
 #include "storage/FileComparison.h"
+#include "storage/ReadFile.h"
 #include "storage/RecoveryStore.h"
 
 #include <QDir>
@@ -31,35 +33,6 @@ bool isOrdersOrLines(const RecordFile& file)
 {
     const std::string_view name = file.fileName();
     return name == recordFiles::orders || name == recordFiles::lines;
-}
-
-/// A record file as it came from the disk, before its collection has it.
-struct ReadFile {
-    std::string path;
-    bool exists = false;
-    /// None when there is no file, or when it could not be read for the reason given.
-    std::unique_ptr<ParsedFile> parsed;
-    std::string reason;
-};
-
-/// Reads the new contents that an interrupted write left, when there are such, else the file itself.
-ReadFile readRecordFile(RecordFile& file, const std::string& ownPath, const std::string& instead)
-{
-    ReadFile result {instead.empty() ? ownPath : instead, false, {}, {}};
-    FilePieces pieces(result.path, RecordFile::recordEnd);
-    result.exists = pieces.trouble() != ReadTrouble::missing;
-    // Another program has put them into their place meanwhile.
-    if (!result.exists && !instead.empty())
-        return readRecordFile(file, ownPath, {});
-    result.reason = pieces.reason();
-    if (pieces.trouble() != ReadTrouble::none)
-        return result;
-    Result<std::unique_ptr<ParsedFile>> parsed = file.parse(pieces);
-    if (parsed)
-        result.parsed = std::move(parsed).value();
-    else
-        result.reason = parsed.error().message;
-    return result;
 }
 
 void writeSnapshot(const FileSnapshot& snapshot, SafeFile& target)
@@ -113,8 +86,7 @@ LoadReport DatabaseFolder::load(const QString& location, const AfterFile& afterF
 
 bool DatabaseFolder::isAsKnown(const RecordFile& file) const
 {
-    const auto known = m_stamps.find(&file);
-    return known == m_stamps.end() || known->second == fileStamp(pathIn(m_location, file));
+    return m_known.isAsNoted(file, pathIn(m_location, file));
 }
 
 bool DatabaseFolder::changedSinceRead() const
@@ -128,7 +100,7 @@ Result<void> DatabaseFolder::keepingStamps(const std::function<Result<void>()>& 
     std::copy_if(m_files.begin(), m_files.end(), std::back_inserter(known), [this](const RecordFile* file) { return isAsKnown(*file); });
     Result<void> done = change();
     for (const RecordFile* file : known)
-        m_stamps[file] = fileStamp(pathIn(m_location, *file));
+        m_known.noteAgain(*file, pathIn(m_location, *file));
     return done;
 }
 
@@ -148,7 +120,7 @@ LoadReport DatabaseFolder::readAgain(const AfterFile& afterFile)
     forgetState();
     // Before anything is looked at: what changes from here on shows later.
     for (const RecordFile* file : m_files)
-        m_stamps[file] = fileStamp(pathIn(m_location, *file));
+        m_known.note(*file, pathIn(m_location, *file));
     LoadReport report;
     const Result<std::map<std::string, std::string>> interrupted = FileGroup::interrupted(m_location.toStdString());
     if (!interrupted)
@@ -159,7 +131,7 @@ LoadReport DatabaseFolder::readAgain(const AfterFile& afterFile)
         const auto found = instead.find(file.fileName());
         const std::string other = found == instead.end() ? std::string() : found->second;
         return std::async(
-            std::launch::async, [&file, path = pathIn(m_location, file), other] { return readRecordFile(file, path, other); });
+            std::launch::async, [&file, path = pathIn(m_location, file), other] { return ReadFile::read(file, path, other); });
     };
     // One file is read ahead while the one before it is read and handed over; they are handed over in their order.
     std::future<ReadFile> next = m_files.empty() ? std::future<ReadFile>() : startReading(*m_files.front());
@@ -170,7 +142,7 @@ LoadReport DatabaseFolder::readAgain(const AfterFile& afterFile)
         const ReadFile read = current.get();
         RecordFile& file = *m_files[i];
         if (read.parsed) {
-            read.parsed->adopt();
+            adopt(file, *read.parsed, read.isMarked);
             tellLeftOut(file, report);
         } else if (read.exists)
             tellDamaged(file, read.path, read.reason, report);
@@ -179,6 +151,14 @@ LoadReport DatabaseFolder::readAgain(const AfterFile& afterFile)
     }
     m_mustKeepState = !report.damaged.isEmpty();
     return report;
+}
+
+/// What is in a file that this program wrote need not be compared as long as nobody changes the records.
+void DatabaseFolder::adopt(RecordFile& file, ParsedFile& parsed, bool isMarked)
+{
+    const bool asRead = parsed.adopt();
+    if (asRead && isMarked && file.leftOut().empty())
+        m_known.noteContents(file, file.changes());
 }
 
 void DatabaseFolder::tellDamaged(RecordFile& file, const std::string& path, const std::string& reason, LoadReport& report)
@@ -227,13 +207,15 @@ DatabaseFolder::Job DatabaseFolder::jobFor(std::span<RecordFile* const> files) c
 {
     // The window waits for them: the others are taken while the first is taken here. Where no thread can be had, all are taken here.
     std::vector<std::future<std::shared_ptr<FileSnapshot>>> snapshots;
+    std::vector<std::optional<std::uint64_t>> changes;
     for (const RecordFile* file : files) {
         const auto where = file == files.front() ? std::launch::deferred : std::launch::async | std::launch::deferred;
+        changes.push_back(file->changes());
         snapshots.push_back(std::async(where, [file] { return std::shared_ptr<FileSnapshot>(file->snapshot()); }));
     }
     Job job {m_location, {}};
     for (std::size_t i = 0; i < files.size(); ++i)
-        job.pieces.push_back({files[i], snapshots[i].get()});
+        job.pieces.push_back({files[i], snapshots[i].get(), changes[i]});
     return job;
 }
 
@@ -246,7 +228,13 @@ void DatabaseFolder::write(std::span<RecordFile* const> files, When when)
 
 void DatabaseFolder::writeEverything()
 {
-    Job job = jobFor(m_files);
+    drain();
+    std::vector<RecordFile*> files;
+    const std::vector<RecordFile*> unsaved = unsavedFiles();
+    std::copy_if(m_files.begin(), m_files.end(), std::back_inserter(files), [&](RecordFile* file) {
+        return std::find(unsaved.begin(), unsaved.end(), file) != unsaved.end() || !m_known.holdsAll(*file, pathIn(m_location, *file));
+    });
+    Job job = jobFor(files);
     job.mayBeThereAlready = true;
     enqueue(std::move(job));
     drain();
@@ -401,10 +389,7 @@ void DatabaseFolder::keepState()
 {
     if (!m_mustKeepState && m_generations.hasToday(m_location))
         return;
-    const auto keep = [this] {
-        return m_mustKeepState ? m_generations.keep(m_location, fileNames()) : m_generations.keepOncePerDay(m_location, fileNames());
-    };
-    const Result<void> kept = keepingStamps(keep);
+    const Result<void> kept = keepingStamps([this] { return m_generations.keep(m_location, fileNames()); });
     if (kept)
         m_mustKeepState = false;
     else
@@ -451,6 +436,8 @@ DatabaseFolder::Job DatabaseFolder::withoutWhatIsThere(const Job& job)
     for (std::size_t i = 0; i < answers.size(); ++i) {
         if (!answers[i].get())
             rest.pieces.push_back(job.pieces[i]);
+        else if (job.folder == m_location && isAsKnown(*job.pieces[i].file))
+            noteWritten(job.pieces[i]);
     }
     return rest;
 }
@@ -475,19 +462,27 @@ Result<void> DatabaseFolder::writeGroup(const QString& folder, std::span<const P
     if (pieces.empty())
         return {};
     FileGroup group(folder.toStdString());
-    std::vector<std::pair<const RecordFile*, const SafeFile*>> files;
+    std::vector<std::pair<const Piece*, const SafeFile*>> files;
     for (const Piece& piece : pieces) {
         SafeFile& file = group.add(piece.file->fileName());
-        files.emplace_back(piece.file, &file);
+        files.emplace_back(&piece, &file);
         writeSnapshot(*piece.snapshot, file);
     }
     Result<void> written = group.commit();
     // What got into its place is ours, also when another of the group did not.
-    for (const auto& [file, safeFile] : files) {
+    for (const auto& [piece, safeFile] : files) {
         if (folder == m_location && safeFile->isInPlace())
-            m_stamps[file] = fileStamp(pathIn(folder, *file));
+            noteWritten(*piece);
     }
     return written;
+}
+
+/// The file in the loaded folder holds just that.
+void DatabaseFolder::noteWritten(const Piece& piece)
+{
+    const std::string path = pathIn(m_location, *piece.file);
+    writtenMark::put(path);
+    m_known.note(*piece.file, path, piece.changes);
 }
 
 Result<void> DatabaseFolder::prepareFolder(const QString& folder)

@@ -8,10 +8,10 @@
 // over.
 #pragma once
 
-#include "foundation/FileStamp.h"
 #include "foundation/Result.h"
 #include "storage/DatabaseLock.h"
 #include "storage/Generations.h"
+#include "storage/KnownFiles.h"
 #include "storage/RecordFile.h"
 #include "storage/RecoveryStore.h"
 
@@ -87,6 +87,8 @@ private:
     struct Piece {
         RecordFile* file;
         std::shared_ptr<FileSnapshot> snapshot;
+        /// Of the file's changes, those that are in the snapshot.
+        std::optional<std::uint64_t> changes;
     };
     struct Job {
         QString folder;
@@ -99,6 +101,7 @@ private:
     using Identity = std::pair<unsigned long long, unsigned long long>;
 
     static std::optional<Identity> identityOf(const QString& folder);
+    void adopt(RecordFile& file, ParsedFile& parsed, bool isMarked);
     Job jobFor(std::span<RecordFile* const> files) const;
     bool isAsKnown(const RecordFile& file) const;
     /// Does what changes the files' stamps but not their contents: what was as it was known to be still is afterwards.
@@ -116,6 +119,7 @@ private:
     Job withoutWhatIsThere(const Job& job);
     void keepState();
     Result<void> writeGroup(const QString& folder, std::span<const Piece> pieces);
+    void noteWritten(const Piece& piece);
     void writeAlone(const Job& job);
     void settled(const Piece& piece, const Result<void>& result);
     Result<void> prepareFolder(const QString& folder);
@@ -132,8 +136,8 @@ private:
     DatabaseLock m_lock;
     QString m_location;
     std::vector<RecordFile*> m_files;
-    /// As the files of the loaded folder were when they were read or written last. For the worker while it has something to do.
-    std::map<const RecordFile*, FileStamp> m_stamps;
+    /// Of the loaded folder. For the worker while it has something to do.
+    KnownFiles m_known;
     /// Something did not read: before the first write the files go into a generation as they are. For the worker, as above.
     bool m_mustKeepState = false;
 

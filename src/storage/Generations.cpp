@@ -62,11 +62,6 @@ bool Generations::hasToday(const QString& database)
     return found;
 }
 
-Result<void> Generations::keepOncePerDay(const QString& database, const QStringList& fileNames)
-{
-    return hasToday(database) ? Result<void>() : keep(database, fileNames);
-}
-
 Result<void> Generations::keep(const QString& database, const QStringList& fileNames) const
 {
     const QString stamp = QString::fromStdString(dates::write(m_clock.now(), dates::stamp));

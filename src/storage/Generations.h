@@ -32,9 +32,7 @@ public:
 
     /// Whether the day has a generation already. Looks on disk until it has.
     bool hasToday(const QString& database);
-    /// Keeps those of the files that the database has, unless the day has a generation already.
-    Result<void> keepOncePerDay(const QString& database, const QStringList& fileNames);
-    /// The same whatever was kept before.
+    /// Keeps those of the files that the database has.
     Result<void> keep(const QString& database, const QStringList& fileNames) const;
     /// The newest first.
     std::vector<Generation> of(const QString& database) const;

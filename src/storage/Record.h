@@ -42,6 +42,7 @@ public:
             if (!Derived::idIsSettable)
                 return false;
             setID(numbers::leadingInt(value));
+            noteChange();
             return true;
         }
         for (const Row& row : Derived::fieldRows()) {

@@ -12,8 +12,10 @@
 #include "storage/SharedValues.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -108,8 +110,8 @@ struct RecordLink {
 class ParsedFile {
 public:
     virtual ~ParsedFile() = default;
-    /// Gives the records to their collection, in file order.
-    virtual void adopt() = 0;
+    /// Gives the records to their collection, in file order. Answers whether they stand there just as they were read.
+    virtual bool adopt() = 0;
     /// Finds the new ids of this file's records anew. changes has those that are known so far; they are right once those of the files
     /// that these records name are.
     virtual void findNewIds(IdChanges& changes) const = 0;
@@ -160,6 +162,8 @@ public:
         return parse(pieces);
     }
     virtual std::unique_ptr<FileSnapshot> snapshot() const = 0;
+    /// Grows with every change to what the file is to hold; none where only comparing tells.
+    virtual std::optional<std::uint64_t> changes() const { return std::nullopt; }
     /// Before a load: what the file of the database before held beside its records is forgotten.
     virtual void forget() = 0;
     /// After the records of this file were adopted: sort preference, sort, filter. Called when the file was missing too.

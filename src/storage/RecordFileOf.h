@@ -65,9 +65,11 @@ protected:
     /// So many records are about to be adopted.
     virtual void expect(std::size_t) { }
     /// Takes one record over, in file order, on the main thread.
-    virtual void adopt(StoredRecord<R>&& record, const TextStorePointer& store) = 0;
+    /// Answers whether it kept its id.
+    virtual bool adopt(StoredRecord<R>&& record, const TextStorePointer& store) = 0;
     /// A kind's own rules for what a file leaves open; every record read goes through it before it is used.
-    virtual void complete(StoredRecord<R>&) const { }
+    /// Answers whether nothing had to be filled in.
+    virtual bool complete(StoredRecord<R>&) const { return true; }
     /// What a person knows the record by: the texts of these keys.
     virtual std::span<const std::string_view> titleKeys() const { return {}; }
     /// Values that a record keeps for life.
@@ -95,16 +97,18 @@ private:
 
     struct Parsed : ParsedFile {
         explicit Parsed(RecordFileOf& owner) : file(owner) { }
-        void adopt() override
+        bool adopt() override
         {
+            bool asRead = !passedOver;
             file.m_rest = std::move(rest);
             file.expect(records.size());
             for (StoredRecord<R>& record : records) {
-                file.complete(record);
+                asRead &= file.complete(record);
                 if (record.unknownKeys)
                     file.noteLeftOut(record);
-                file.adopt(std::move(record), store);
+                asRead &= file.adopt(std::move(record), store);
             }
+            return asRead;
         }
         void findNewIds(IdChanges& changes) const override { file.findNewIdsOf(*this, changes); }
         std::vector<RecordDifference> differences(const IdChanges& changes) const override { return file.differencesOf(*this, changes); }
@@ -124,6 +128,8 @@ private:
         StoredRecords<R> records;
         /// What the root holds beside the records.
         PlistValue rest = PlistValue::makeDict();
+        /// A value that is not read was another one than that of a record of which nothing is known.
+        bool passedOver = false;
     };
 
     struct Snapshot : FileSnapshot {
@@ -162,6 +168,8 @@ private:
         return std::any_of(
             R::fieldRows().begin(), R::fieldRows().end(), [&](const Row& row) { return isOnlyWritten(row) && row.key == key; });
     }
+    /// As a flag or a number is written that nobody set.
+    static bool isBlankText(std::string_view text) { return text == "NO" || text == "0"; }
     static bool isOnlyWritten(const Row& row) { return row.stored == Stored::always && !row.text && row.key != row.readKey; }
 
     static void takeText(Values& values, const Row& row, std::string_view text, TextStore& store)
@@ -187,8 +195,9 @@ private:
         record.unknownKeys = std::move(keys);
     }
 
-    void takeValue(StoredRecord<R>& record, const std::string& key, PlistValue value, TextStore& store) const
+    void takeValue(StoredRecord<R>& record, const std::string& key, PlistValue value, Parsed& parsed) const
     {
+        TextStore& store = *parsed.store;
         for (const NestedKey<R>& nested : nestedKeys()) {
             if (nested.key != key)
                 continue;
@@ -203,8 +212,10 @@ private:
                 return takeId(record, text, store);
             if (const Row* row = rowForKey(key))
                 return takeText(record.values.change(), *row, text, store);
-            if (isOnlyWritten(key))
+            if (isOnlyWritten(key)) {
+                parsed.passedOver |= !isBlankText(text);
                 return;
+            }
         }
         keepUnknown(record, key, std::move(value));
     }
@@ -228,7 +239,7 @@ private:
                     return Error {"an entry of \"" + key + "\" is no dictionary"};
                 StoredRecord<R> record = blankRecord();
                 for (const auto& [name, fieldValue] : entry.dict())
-                    takeValue(record, name, fieldValue, *parsed.store);
+                    takeValue(record, name, fieldValue, parsed);
                 parsed.records.push_back(std::move(record));
             }
         }
@@ -316,9 +327,9 @@ private:
                 return wrong(tokens, "an entry of the list is no dictionary");
             makeRoom(parsed.records, source);
             StoredRecord<R>& record = parsed.records.emplace_back(blank);
-            readExpectedFields(tokens, record, *parsed.store);
+            readExpectedFields(tokens, record, parsed);
             if (!tokens.take(recordEnd)) {
-                if (Result<void> read = readOtherFields(tokens, record, *parsed.store); !read)
+                if (Result<void> read = readOtherFields(tokens, record, parsed); !read)
                     return read;
             }
             if (!isUtf8(tokens.bytes().substr(source.checked, tokens.position() - source.checked)))
@@ -337,8 +348,9 @@ private:
     }
 
     /// The short way: text fields in the order they are written in. Stops at the first thing that is different.
-    static void readExpectedFields(PlistTokens& tokens, StoredRecord<R>& record, TextStore& store)
+    static void readExpectedFields(PlistTokens& tokens, StoredRecord<R>& record, Parsed& parsed)
     {
+        TextStore& store = *parsed.store;
         Values& values = record.values.change();
         PlistScanner scanner(tokens.bytes(), tokens.position());
         std::uint64_t start = scanner.wordAt(keyOffset);
@@ -355,6 +367,8 @@ private:
                 takeId(record, *text, store);
             else if (expected.row)
                 takeText(values, *expected.row, *text, store);
+            else
+                parsed.passedOver |= !isBlankText(*text);
             start = scanner.wordAt(keyOffset);
         }
         tokens.setPosition(scanner.position());
@@ -373,8 +387,9 @@ private:
         return false;
     }
 
-    Result<void> readOtherFields(PlistTokens& tokens, StoredRecord<R>& record, TextStore& store) const
+    Result<void> readOtherFields(PlistTokens& tokens, StoredRecord<R>& record, Parsed& parsed) const
     {
+        TextStore& store = *parsed.store;
         for (;;) {
             const Token token = tokens.next();
             if (token == Token::dictClose)
@@ -383,7 +398,7 @@ private:
                 return wrong(tokens, "the file ends inside a record");
             const std::string key = cleanUtf8(tokens.text());
             if (readExpectedNested(tokens, key, record, store)) {
-                readExpectedFields(tokens, record, store);
+                readExpectedFields(tokens, record, parsed);
                 continue;
             }
             const Token first = tokens.next();
@@ -394,9 +409,9 @@ private:
                 Result<PlistValue> value = plist::readValue(tokens, first);
                 if (!value)
                     return value.error();
-                takeValue(record, key, std::move(value).value(), store);
+                takeValue(record, key, std::move(value).value(), parsed);
             }
-            readExpectedFields(tokens, record, store);
+            readExpectedFields(tokens, record, parsed);
         }
     }
 

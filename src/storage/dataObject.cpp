@@ -98,6 +98,12 @@ void dataObject::noteChange()
         m_collection->noteChange(*this);
 }
 
+void dataObject::noteLink()
+{
+    if (m_collection)
+        m_collection->noteLink(*this);
+}
+
 const TextStorePointer& dataObject::store()
 {
     if (!m_store)

@@ -77,6 +77,8 @@ public:
 protected:
     /// Tells the collection that a field changed, so that what it keeps about the record is worked out anew.
     void noteChange();
+    /// The same when only the record that belongs to this one is another, which the file does not say.
+    void noteLink();
     /// A text with these bytes, cleaned, in the record's store.
     Text keep(std::string_view bytes);
 

@@ -34,6 +34,7 @@ void qvDataSource::appendToCollection(dataObject& record)
 {
     record.m_position = static_cast<std::uint32_t>(m_collection.size());
     m_collection.push_back(&record);
+    ++m_changes;
     m_searchIndex->reset();
     invalidateRows();
 }
@@ -118,6 +119,7 @@ void qvDataSource::deleteItems(std::span<dataObject* const> records)
     std::erase_if(m_sortArray, isDeleted);
     std::erase_if(m_selection, isDeleted);
     m_positionsValid = false;
+    ++m_changes;
     findAndSetHighestId();
     m_searchIndex->reset();
     invalidateRows();
@@ -155,6 +157,7 @@ void qvDataSource::clear()
     m_sortArray.clear();
     m_selection.clear();
     m_highestId = 0;
+    ++m_changes;
     m_textStore = std::make_shared<TextStore>();
     m_searchIndex->reset();
     recordsCleared();
@@ -261,6 +264,7 @@ void qvDataSource::swop(dataObject& a, dataObject& b)
         return;
     std::swap(m_collection[a.m_position], m_collection[b.m_position]);
     std::swap(a.m_position, b.m_position);
+    ++m_changes;
     m_searchIndex->reset();
     invalidateRows();
 }
@@ -363,6 +367,12 @@ void qvDataSource::columnsChanged()
 }
 
 void qvDataSource::noteChange(dataObject& record)
+{
+    ++m_changes;
+    noteLink(record);
+}
+
+void qvDataSource::noteLink(dataObject& record)
 {
     if (m_searchIndex->isBuilt() && holds(record))
         m_searchIndex->changed(record, record.m_position);

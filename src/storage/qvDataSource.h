@@ -147,10 +147,10 @@ public:
     void reloadCells();
 
     /// Selected rows, ascending. Rows are kept as records, so sorting and filtering move the selection along.
-    std::vector<int> selectedRows() const;
+    virtual std::vector<int> selectedRows() const;
     /// -1 when no row is selected: the first selected one.
     int selectedRow() const;
-    void setSelectedRows(const std::vector<int>& rows);
+    virtual void setSelectedRows(const std::vector<int>& rows);
     void selectRow(int row);
     /// The same by record, for lists that are not flat.
     void setSelectedRecords(std::vector<dataObject*> records);
@@ -174,6 +174,10 @@ public:
 
     /// Called by a record whose field changed.
     void noteChange(dataObject& record);
+    /// Called by a record that goes with another one now, which its file does not say.
+    void noteLink(dataObject& record);
+    /// How many times a record came, went, changed or moved so far.
+    std::uint64_t changes() const { return m_changes; }
     /// Where texts of records made in the program are kept.
     const TextStorePointer& textStore() const { return m_textStore; }
 
@@ -205,6 +209,8 @@ protected:
     virtual std::optional<LinkedColumn> linkedColumn(std::string_view) const { return std::nullopt; }
     /// Lets the records that pass the list's filter be visible, and no others; the rows on screen are not asked again.
     virtual void applyFilter() { }
+    /// Tells the lists on screen.
+    void notifySelection();
     const SortSettings& sortSettings() const { return m_settings; }
     Beeper& beeper() const { return m_beeper; }
 
@@ -229,7 +235,6 @@ private:
 
     const std::vector<bool>& recordsWithWord(std::string_view word);
     void updatePositions() const;
-    void notifySelection();
 
     const SortSettings& m_settings;
     Beeper& m_beeper;
@@ -248,6 +253,7 @@ private:
     bool m_rowsAreTold = false;
     mutable bool m_positionsValid = true;
     int m_highestId = 0;
+    std::uint64_t m_changes = 0;
     bool m_defaultSortNew = true;
 };
 

@@ -45,6 +45,8 @@ public:
     }
 
     const char* recordName() const override { return "Goal"; }
+    /// Of what stands among the goals only goals count.
+    std::optional<std::uint64_t> changes() const override { return std::nullopt; }
     void forget() override;
     std::string leftOut() const override;
 

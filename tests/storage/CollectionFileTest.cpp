@@ -11,10 +11,12 @@ public:
     using ArticleFile::ArticleFile;
 
 protected:
-    void complete(StoredRecord<Article>& stored) const override
+    bool complete(StoredRecord<Article>& stored) const override
     {
-        if (stored.values->code.isEmpty())
-            stored.values.change().code = stored.values->name;
+        if (!stored.values->code.isEmpty())
+            return true;
+        stored.values.change().code = stored.values->name;
+        return stored.values->code.isEmpty();
     }
     std::span<const std::string_view> titleKeys() const override { return keys; }
     int ownerOf(const StoredRecord<Article>& stored) const override { return stored.values->owner; }

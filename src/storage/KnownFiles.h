@@ -1,0 +1,36 @@
+// What is known of the record files of the open folder: how they were when they were read or written last, and what they hold.
+#pragma once
+
+#include "foundation/FileStamp.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+
+class RecordFile;
+
+class KnownFiles {
+public:
+    /// The file as it is on disk now; it holds what its collection held after so many changes, or that is not known.
+    void note(const RecordFile& file, const std::string& path, std::optional<std::uint64_t> changes = {})
+    {
+        m_files[&file] = {fileStamp(path), changes};
+    }
+    /// The file as it was noted holds what its collection held after so many changes.
+    void noteContents(const RecordFile& file, std::optional<std::uint64_t> changes) { m_files[&file].changes = changes; }
+    /// The file is another one on disk now, and holds what it held.
+    void noteAgain(const RecordFile& file, const std::string& path) { m_files[&file].stamp = fileStamp(path); }
+
+    /// Whether nobody else wrote the file since; also when nothing was ever noted.
+    bool isAsNoted(const RecordFile& file, const std::string& path) const;
+    /// Whether the file holds what its collection is to hold now.
+    bool holdsAll(const RecordFile& file, const std::string& path) const;
+
+private:
+    struct Known {
+        FileStamp stamp;
+        std::optional<std::uint64_t> changes;
+    };
+    std::map<const RecordFile*, Known> m_files;
+};
