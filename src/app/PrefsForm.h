@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/Form.h"
+#include "storage/Settings.h"
 
 /// The sheet that asks for a new database's names.
 class NewDatabaseForm : public Form {
@@ -22,66 +23,66 @@ public:
     enum CodeSortChoice { byDigits, asText, byCreation };
     enum PricesChoice { inclusive, exclusive };
 
-    TextField dbLocation {*this, "VendaroDbLocation"};
+    TextField dbLocation {*this, settings::dbLocation};
     /// The databases beside each other in the user's folder, by the names they show.
     ChoiceField databases {*this, "databases"};
     /// The status whose colour is shown and set.
     ChoiceField colourStatus {*this, "colourStatus"};
 
-    TextField taxStatement {*this, "VendaroTaxStatement"};
-    TextField taxShipping {*this, "VendaroTaxShipping"};
-    FlagField handlesTax {*this, "VendaroHandlesTax"};
+    TextField taxStatement {*this, settings::taxStatement};
+    TextField taxShipping {*this, settings::taxShipping};
+    FlagField handlesTax {*this, settings::handlesTax};
     /// Its caption reads "(Exclusive)" or "(Inclusive)".
-    ChoiceField pricesTaxInclusive {*this, "VendaroPricesTaxInclusive"};
+    ChoiceField pricesTaxInclusive {*this, settings::pricesTaxInclusive};
 
     /// Its caption reads "dd/mm/yy" or "mm/dd/yy", as the nine captions beside date fields do.
-    ChoiceField dateFormat {*this, "VendaroDateFormat"};
-    ChoiceField defaultSort {*this, "VendaroDefaultSort"};
-    ChoiceField codeSort {*this, "VendaroCodeSort"};
+    ChoiceField dateFormat {*this, settings::dateFormat};
+    ChoiceField defaultSort {*this, settings::defaultSort};
+    ChoiceField codeSort {*this, settings::codeSort};
 
-    TextField currency {*this, "VendaroCurrency"};
-    TextField currencyCode {*this, "VendaroCurrencyCode"};
-    TextField orderPrefix {*this, "VendaroOrderPrefix"};
-    TextField itemPrefix {*this, "VendaroItemPrefix"};
-    TextField contactPrefix {*this, "VendaroContactPrefix"};
-    TextField stockWarn {*this, "VendaroStockWarn"};
+    TextField currency {*this, settings::currency};
+    TextField currencyCode {*this, settings::currencyCode};
+    TextField orderPrefix {*this, settings::orderPrefix};
+    TextField itemPrefix {*this, settings::itemPrefix};
+    TextField contactPrefix {*this, settings::contactPrefix};
+    TextField stockWarn {*this, settings::stockWarn};
 
-    TextField termOrder {*this, "VendaroTermOrder"};
-    TextField termOrders {*this, "VendaroTermOrders"};
-    TextField termItem {*this, "VendaroTermItem"};
-    TextField termItems {*this, "VendaroTermItems"};
-    TextField termBOM {*this, "VendaroTermBOM"};
-    TextField headingItem {*this, "termBOMItem"};
-    TextField headingCode {*this, "termBOMCode"};
-    TextField headingVariation {*this, "termBOMVariation"};
-    TextField headingBrand {*this, "termBOMBrand"};
-    TextField headingQty {*this, "termBOMQty"};
-    TextField headingUnit {*this, "termBOMUnit"};
-    TextField headingPrice {*this, "termBOMPrice"};
-    TextField headingTotal {*this, "termBOMTotal"};
-    TextField headingTaxCode {*this, "termBOMTaxCode"};
+    TextField termOrder {*this, settings::termOrder};
+    TextField termOrders {*this, settings::termOrders};
+    TextField termItem {*this, settings::termItem};
+    TextField termItems {*this, settings::termItems};
+    TextField termBOM {*this, settings::termBOM};
+    TextField headingItem {*this, settings::termBOMItem};
+    TextField headingCode {*this, settings::termBOMCode};
+    TextField headingVariation {*this, settings::termBOMVariation};
+    TextField headingBrand {*this, settings::termBOMBrand};
+    TextField headingQty {*this, settings::termBOMQty};
+    TextField headingUnit {*this, settings::termBOMUnit};
+    TextField headingPrice {*this, settings::termBOMPrice};
+    TextField headingTotal {*this, settings::termBOMTotal};
+    TextField headingTaxCode {*this, settings::termBOMTaxCode};
 
     /// One entry a line.
-    TextField invoiceCategories {*this, "VendaroInvoiceCategories"};
-    TextField statuses {*this, "VendaroStatuses"};
-    TextField contactTypes {*this, "VendaroContactTypes"};
+    TextField invoiceCategories {*this, settings::invoiceCategories};
+    TextField statuses {*this, settings::statuses};
+    TextField contactTypes {*this, settings::contactTypes};
 
-    FlagField orderDateColumn {*this, "orderTableDateColumn"};
-    FlagField orderCodeColumn {*this, "orderTableCodeColumn"};
-    FlagField orderTitleColumn {*this, "orderTableTitleColumn"};
-    FlagField orderContactColumn {*this, "orderTableContactColumn"};
-    FlagField orderStatusColumn {*this, "orderTableStatusColumn"};
-    FlagField lineCodeColumn {*this, "BOMTableCodeColumn"};
-    FlagField lineTitleColumn {*this, "BOMTableTitleColumn"};
-    FlagField lineVariationColumn {*this, "BOMTableVariationColumn"};
-    FlagField lineBrandColumn {*this, "BOMTableBrandColumn"};
-    FlagField lineUnitColumn {*this, "BOMTableUnitColumn"};
-    FlagField lineTaxColumn {*this, "BOMTableTaxColumn"};
+    FlagField orderDateColumn {*this, settings::orderTableDateColumn};
+    FlagField orderCodeColumn {*this, settings::orderTableCodeColumn};
+    FlagField orderTitleColumn {*this, settings::orderTableTitleColumn};
+    FlagField orderContactColumn {*this, settings::orderTableContactColumn};
+    FlagField orderStatusColumn {*this, settings::orderTableStatusColumn};
+    FlagField lineCodeColumn {*this, settings::bomTableCodeColumn};
+    FlagField lineTitleColumn {*this, settings::bomTableTitleColumn};
+    FlagField lineVariationColumn {*this, settings::bomTableVariationColumn};
+    FlagField lineBrandColumn {*this, settings::bomTableBrandColumn};
+    FlagField lineUnitColumn {*this, settings::bomTableUnitColumn};
+    FlagField lineTaxColumn {*this, settings::bomTableTaxColumn};
 
     // These count, and are stored, as soon as they are edited.
-    ChoiceField completeStatus {*this, "completeStatus"};
-    TextField timeRate {*this, "timeLoggingRate"};
-    ChoiceField timeUnit {*this, "timeLoggingUnit"};
+    ChoiceField completeStatus {*this, settings::completeStatus};
+    TextField timeRate {*this, settings::timeLoggingRate};
+    ChoiceField timeUnit {*this, settings::timeLoggingUnit};
     /// The colour of the chosen status, each part from 0 to 255.
     TextField colourRed {*this, "redComponent"};
     TextField colourGreen {*this, "greenComponent"};
@@ -99,7 +100,7 @@ public:
     CommandField leave {*this, "leave"};
 
     /// Files and folders of vCards; stored as soon as they are edited.
-    ChoiceField addressBook {*this, "addressBook"};
+    ChoiceField addressBook {*this, settings::addressBook};
     CommandField addAddressBookFile {*this, "addAddressBookFile"};
     CommandField addAddressBookFolder {*this, "addAddressBookFolder"};
     CommandField removeFromAddressBook {*this, "removeFromAddressBook"};
@@ -108,8 +109,8 @@ public:
     FlagField prefDontShowTips {*this, "prefDontShowTips"};
 
     // Of the update check; stored as soon as they are edited.
-    FlagField automaticUpdateCheck {*this, "automaticUpdateCheck"};
-    TextField updateEndpoint {*this, "updateEndpoint"};
+    FlagField automaticUpdateCheck {*this, settings::automaticUpdateCheck};
+    TextField updateEndpoint {*this, settings::updateEndpoint};
 
     /// Fills in what a form shows that was never edited.
     PrefsForm();
