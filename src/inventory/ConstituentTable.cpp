@@ -26,8 +26,21 @@ void ConstituentTable::setItem(Item* item)
 void ConstituentTable::selectConstituent(int index)
 {
     m_selected = index;
+    notifySelection();
     if (onSelected)
         onSelected();
+}
+
+std::vector<int> ConstituentTable::selectedRows() const
+{
+    return m_selected < 0 ? std::vector<int>() : std::vector<int> {m_selected};
+}
+
+void ConstituentTable::setSelectedRows(const std::vector<int>& rows)
+{
+    const int index = rows.empty() ? -1 : rows.front();
+    if (index != m_selected)
+        selectConstituent(index);
 }
 
 int ConstituentTable::numberOfRows() const

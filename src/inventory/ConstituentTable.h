@@ -21,6 +21,10 @@ public:
     /// Runs after another part, or none, was selected.
     std::function<void()> onSelected;
 
+    // One at most, and by its place, since a part is no record of its own.
+    std::vector<int> selectedRows() const override;
+    void setSelectedRows(const std::vector<int>& rows) override;
+
     int numberOfRows() const override;
     std::string objectValue(std::string_view identifier, int row) const override;
     bool setObjectValue(std::string_view identifier, int row, std::string_view value) override;

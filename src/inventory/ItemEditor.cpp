@@ -342,6 +342,7 @@ void ItemManager::addConstituent(Item& part)
     }
     m_currentItem->addConstituent(part);
     constituentTable.setItem(m_currentItem);
+    constituentTable.selectConstituent(constituentTable.numberOfRows() - 1);
     showQtyOfCollective();
 }
 

@@ -106,7 +106,7 @@ TEST_F(ItemEditorTest, AnotherItemTakesThePlaceOfTheOpenOneOnlyWhenItMay)
     EXPECT_EQ(lines().numberForThisOrder(), 0) << "it was not made from the order";
 }
 
-TEST_F(ItemEditorTest, AnAddedPartTakesTheSelectionAwaySoThatRemoveHitsNothing)
+TEST_F(ItemEditorTest, AnAddedPartIsTheOneThatIsSelected)
 {
     begin();
     Item& a = item("A");
@@ -116,7 +116,10 @@ TEST_F(ItemEditorTest, AnAddedPartTakesTheSelectionAwaySoThatRemoveHitsNothing)
     items().constituentTable.selectConstituent(0);
     items().addConstituent(b);
     form().removeConstituent.trigger();
-    EXPECT_EQ(set.getConstituents().size(), 2u);
+    ASSERT_EQ(set.getConstituents().size(), 1u);
+    EXPECT_EQ(set.getConstituents()[0].id(), a.getID());
+    form().removeConstituent.trigger();
+    EXPECT_EQ(set.getConstituents().size(), 1u) << "now none is selected";
 }
 
 TEST_F(ItemEditorTest, ForAReaderThePartsStayAsTheyAre)

@@ -160,6 +160,8 @@ TEST_F(ItemOnScreen, aCollectiveItemHasPartsAndNoStockOfItsOwn)
     QTest::keyClick(keyboard(), Qt::Key_Down);
     QTest::keyClick(keyboard(), Qt::Key_Return);
     ASSERT_EQ(parts()->model()->rowCount(), 1);
+    EXPECT_EQ(parts()->currentIndex().row(), 0) << "what was added is selected";
+    EXPECT_TRUE(seenChild<QAbstractButton>(*editor, "removeConstituent")->isEnabled());
     EXPECT_EQ(field("qty")->text(), QString("12"));
 
     parts()->setFocus();

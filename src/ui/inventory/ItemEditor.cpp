@@ -217,8 +217,6 @@ QWidget* ItemEditor::makePartsTab()
     table->setUnit(RowDelegate::Unit::cells);
     new ListBinder(m_items.constituentTable, table);
     connect(table, &RecordTable::removalWanted, this, [this] { m_items.form.removeConstituent.trigger(); });
-    connect(table->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-        [this](const QModelIndex& current) { m_items.constituentTable.selectConstituent(current.row()); });
     column->addWidget(new CardFrame(table), 3);
     column->addSpacing(8);
     auto* missing = new GroupHeader(tr("Missing to make"));
