@@ -141,7 +141,7 @@ void Windows::showWords()
     }
     if (!m_order)
         return;
-    m_order->setWords(words.termItems.text(), words.termBOM.text());
+    m_order->setWords(words.termOrder.text(), words.termItems.text(), words.termBOM.text());
     m_order->setDateCaption(words.dateFormat.caption());
     m_tender->setDateCaption(words.dateFormat.caption());
 }

@@ -53,6 +53,16 @@ protected:
         }
         return nullptr;
     }
+    void attachNote()
+    {
+        const QString path = home() + "/note.txt";
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("words");
+        file.close();
+        panels.choose(path);
+        press(*child<QAbstractButton>(*editor, "attach"));
+    }
     bool shows(const QString& words) const
     {
         const QList<QLabel*> labels = editor->findChildren<QLabel*>();
@@ -118,6 +128,16 @@ TEST_F(OrderOnScreen, escapeDropsANewOrder)
     QTest::keyClick(field("title"), Qt::Key_Escape);
     EXPECT_FALSE(editor->isVisible());
     EXPECT_EQ(orders().getCount(), 0);
+}
+
+TEST_F(OrderOnScreen, aNewOrdersAttachmentIsSomethingToLose)
+{
+    open();
+    attachNote();
+    QTest::keyClick(field("title"), Qt::Key_Escape);
+    EXPECT_TRUE(editor->isVisible());
+    QTest::keyClick(field("title"), Qt::Key_Escape);
+    EXPECT_FALSE(editor->isVisible());
 }
 
 TEST_F(OrderOnScreen, theHeadingSaysNumberAndContact)
@@ -225,9 +245,9 @@ TEST_F(OrderOnScreen, anOrderWithoutLinesSaysHowToAddOne)
 {
     open();
     const RecordTable* table = lineTable();
-    editor->setWords("Products", "Goods");
+    editor->setWords("Job", "Products", "Goods");
     EXPECT_EQ(
-        table->accessibleDescription(), QString("Nothing on this order yet. Select From Products… adds the first line, or type it below."));
+        table->accessibleDescription(), QString("Nothing on this job yet. Select From Products… adds the first line, or type it below."));
 }
 
 TEST_F(OrderOnScreen, anOrderWithoutContactSaysHowToChooseOne)
@@ -369,7 +389,9 @@ TEST_F(OrderOnScreen, theContactOfTheShownTabIsPicked)
 TEST_F(OrderOnScreen, theUsersWordsStandOnItsTexts)
 {
     open();
-    editor->setWords("Products", "Goods");
+    editor->setWords("Job & Order", "Products", "Goods");
+    EXPECT_EQ(editor->tabs()->tabText(OrderForm::orderTab), QString("Job && Order"));
+    EXPECT_EQ(child<QCheckBox>(*editor, "repeats")->text(), QString("Repeat this Job && Order every"));
     EXPECT_EQ(button("pickMaterial")->text(), QString("Select From Products…"));
     EXPECT_TRUE(shows("Goods"));
 }
@@ -380,13 +402,7 @@ TEST_F(OrderOnScreen, anAttachedFileIsCountedAndATroubledOneToldInPlace)
     editor->tabs()->setCurrentIndex(OrderForm::repeatTab);
     EXPECT_TRUE(shows("There are no attachments"));
     EXPECT_FALSE(button("viewAttachments")->isEnabled());
-    const QString path = home() + "/note.txt";
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("words");
-    file.close();
-    panels.choose(path);
-    press(*button("attach"));
+    attachNote();
     EXPECT_TRUE(shows("There is 1 attachment"));
     EXPECT_TRUE(button("viewAttachments")->isEnabled());
     panels.choose(home() + "/missing.txt");

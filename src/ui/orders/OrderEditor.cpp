@@ -190,7 +190,7 @@ QWidget* OrderEditor::makeRepeatTab()
     column->addSpacing(16);
 
     column->addWidget(new GroupHeader(tr("Attachments")));
-    auto* drop = new DropArea("mail-attachment", {}, tr("Drop a file here to add it to this order"));
+    auto* drop = new DropArea("mail-attachment", {}, tr("Drop a file here to add it"));
     drop->setFixedHeight(132);
     connect(drop, &DropArea::filesDropped, this, [this](const QStringList& paths) {
         for (const QString& path : paths)
@@ -318,7 +318,7 @@ QWidget* OrderEditor::makeFooter()
 
 bool OrderEditor::hasSomethingToLose() const
 {
-    const bool filled = m_lines.numberOfRows() > 0 || m_orders.paymentTable.numberOfRows() > 0;
+    const bool filled = m_lines.numberOfRows() > 0 || m_orders.paymentTable.numberOfRows() > 0 || m_orders.getNumberOfAttachments() > 0;
     return EditorWindow::hasSomethingToLose() || (m_orders.isCreating() && filled);
 }
 
@@ -337,13 +337,15 @@ void OrderEditor::showHeader()
     m_header->setSubtitle(contact.isEmpty() ? tr("No contact yet") : contact);
 }
 
-void OrderEditor::setWords(const QString& items, const QString& lines)
+void OrderEditor::setWords(const QString& order, const QString& items, const QString& lines)
 {
+    m_tabs->setTabText(OrderForm::orderTab, literal(order));
+    findChild<QCheckBox*>("repeats")->setText(literal(tr("Repeat this %1 every").arg(withinSentence(order))));
     m_linesHeader->setTitle(lines);
     m_lineTable->setAccessibleName(lines);
     const QString pick = tr("Select From %1…").arg(items);
     m_pickButton->setText(literal(pick));
-    m_lineTable->setEmptyText(tr("Nothing on this order yet. %1 adds the first line, or type it below.").arg(pick));
+    m_lineTable->setEmptyText(tr("Nothing on this %1 yet. %2 adds the first line, or type it below.").arg(withinSentence(order), pick));
 }
 
 void OrderEditor::setDateCaption(const QString& caption)

@@ -17,13 +17,13 @@ public:
     OrderEditor(OrderManager& orders, BOMManager& lines);
 
     UnderlineTabs* tabs() const { return m_tabs; }
-    /// The words the user has for an item and for the lines.
-    void setWords(const QString& items, const QString& lines);
+    /// The words the user has for an order, for items and for the lines.
+    void setWords(const QString& order, const QString& items, const QString& lines);
     /// How dates are written: stands beside the fields for them.
     void setDateCaption(const QString& caption);
 
 protected:
-    /// A new order's lines and payments go with it.
+    /// A new order's lines, payments and attachments go with it.
     bool hasSomethingToLose() const override;
 
 private:

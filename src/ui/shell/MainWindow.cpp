@@ -41,13 +41,6 @@ int placeOf(Page page)
     return found == shownPages.end() ? -1 : static_cast<int>(found - shownPages.begin());
 }
 
-/// A word that is capitalised for more than its beginning stays as it is.
-QString withinSentence(const QString& word)
-{
-    const QString small = word.toLower();
-    return word.mid(1) == small.mid(1) ? small : word;
-}
-
 ListPageTexts orderTexts(const PrefsForm& words)
 {
     const QString orders = words.termOrders.text();
