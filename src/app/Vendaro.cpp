@@ -519,6 +519,12 @@ QString Vendaro::sampleFolder() const
     return supportFolder() + "/Sample.vendb";
 }
 
+void Vendaro::about()
+{
+    m_desktop.alerts.ask({fillText(localText("Vendaro %@"), {m_desktop.version}),
+        fillText(localText("The open database lies in %@."), {m_folder.location()}), {localText("OK")}});
+}
+
 void Vendaro::openSampleBusiness()
 {
     if (!QFileInfo::exists(sampleFolder())) {

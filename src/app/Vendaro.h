@@ -157,6 +157,8 @@ public:
     FrontView determineFrontView();
     /// Puts the front view on paper.
     void printMenuItem();
+    /// Says which version this is and which database is open.
+    void about();
     /// The manual's page about menus and keys, in the browser.
     void help() { m_manual.menu(); }
     /// A copy of the sample business in the user's own folder, opened.

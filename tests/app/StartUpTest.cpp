@@ -534,3 +534,14 @@ TEST_F(StartUpTest, settingsThatCannotBeWrittenAreAReasonForNotBeingSaved)
     EXPECT_EQ(app().unsavedReason(), "");
     EXPECT_EQ(told, 2);
 }
+
+TEST_F(StartUpTest, theProgramSaysItsVersionAndWhereTheDatabaseLies)
+{
+    start();
+    alerts.answer("OK");
+    app().about();
+    ASSERT_EQ(alerts.asked().size(), 1u);
+    EXPECT_EQ(alerts.asked()[0].title, "Vendaro " VENDARO_VERSION);
+    EXPECT_EQ(alerts.asked()[0].text, "The open database lies in " + databaseFolder() + ".");
+    EXPECT_EQ(alerts.asked()[0].buttons, QStringList {"OK"});
+}

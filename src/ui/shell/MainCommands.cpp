@@ -142,6 +142,7 @@ void MainWindow::makeCommands()
     addCommand("tips", tr("&Tip of the Day"), {}, {}, [this] { m_vendaro.tips().showNext(); });
     addCommand("checkForUpdates", tr("Check for &Updates…"), {}, {}, [this] { m_vendaro.updates().checkForUpdates(); });
     addCommand("automaticUpdates", tr("Check for Updates &Automatically"), {}, {}, [this] { m_vendaro.updates().turnOnAutomaticCheck(); });
+    addCommand("about", tr("A&bout Vendaro"), {}, {}, [this] { m_vendaro.about(); });
     addCommand("quit", tr("&Quit"), {}, QKeySequence::Quit, [this] { Q_EMIT quitWanted(); });
 }
 
@@ -189,6 +190,8 @@ void MainWindow::makeMenus()
     help->addSeparator();
     for (const char* name : {"checkForUpdates", "automaticUpdates"})
         help->addAction(command(name));
+    help->addSeparator();
+    help->addAction(command("about"));
     showAutomaticUpdates();
 }
 
