@@ -51,6 +51,12 @@ protected:
         contact.setEmail(email);
         return contact;
     }
+    /// They take the two lowest numbers of contacts that are free.
+    void addTwoOthers()
+    {
+        reached(contact("Bert Rivers"), "bert@example.org");
+        reached(contact("Cleo Marsh"), "cleo@example.org");
+    }
     /// Every record that is there goes, without a question.
     void clearEverything()
     {
@@ -135,8 +141,7 @@ TEST_F(RestoringAgainTest, aPersonAndItsCompanyThatStandsBehindItInTheList)
     ada.setCompany(works.getID());
     goOnTomorrow();
     clearEverything();
-    reached(contact("Bert Rivers"), "bert@example.org");
-    reached(contact("Cleo Marsh"), "cleo@example.org");
+    addTwoOthers();
 
     bringAllBackOnce();
 
@@ -219,8 +224,7 @@ TEST_F(RestoringAgainTest, companiesThatNameEachOther)
     river.setCompany(hill.getID());
     goOnTomorrow();
     clearEverything();
-    reached(contact("Bert Rivers"), "bert@example.org");
-    reached(contact("Cleo Marsh"), "cleo@example.org");
+    addTwoOthers();
 
     bringAllBackOnce();
 
@@ -331,8 +335,7 @@ TEST_F(RestoringAgainTest, ofTwoAlikeEachOrderKeepsItsOwn)
     }
     goOnTomorrow();
     contacts().deleteItems(std::vector<dataObject*>(contacts().records()));
-    reached(contact("Bert Rivers"), "bert@example.org");
-    reached(contact("Cleo Marsh"), "cleo@example.org");
+    addTwoOthers();
 
     bringAllBackOnce();
 
@@ -349,8 +352,7 @@ TEST_F(RestoringAgainTest, ofTwoAlikeTheSecondIsKnownToBeTheOneThatCameBack)
     orders().connectContact(*contacts().getItemById(2), order("Three stools"));
     goOnTomorrow();
     contacts().deleteItems(std::vector<dataObject*>(contacts().records()));
-    reached(contact("Bert Rivers"), "bert@example.org");
-    reached(contact("Cleo Marsh"), "cleo@example.org");
+    addTwoOthers();
     const auto restoring = lookAtNewest();
 
     restoring->selectRow(2);

@@ -106,4 +106,14 @@ protected:
         return cells;
     }
     const Alert& lastAlert() const { return alerts.asked().back(); }
+    /// The command does nothing but say that the database is only read.
+    template <class Command>
+    void expectRefusal(const char* what, Command command)
+    {
+        alerts.forget();
+        alerts.answer("OK");
+        command();
+        ASSERT_EQ(alerts.asked().size(), 1u) << what;
+        EXPECT_EQ(lastAlert().title, "Read-only mode") << what;
+    }
 };

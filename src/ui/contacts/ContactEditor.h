@@ -9,6 +9,7 @@ class ContactForm;
 class ContactOrders;
 class FormGrid;
 class IndividualForm;
+class UnderlineTabs;
 
 class ContactWindow : public EditorWindow {
     Q_OBJECT
@@ -38,6 +39,6 @@ private:
 
     ContactForm& m_contactForm;
     ContactOrders& m_orders;
-    class UnderlineTabs* m_tabs = nullptr;
+    UnderlineTabs* m_tabs = nullptr;
     int m_ordersTab = -1;
 };
