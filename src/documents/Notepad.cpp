@@ -22,8 +22,7 @@ constexpr char looseName[] = "/notepad.rtf";
 
 bool somethingStandsAt(const QString& path)
 {
-    const QFileInfo entry(path);
-    return entry.exists() || entry.isSymLink();
+    return folders::mayBeThere(path) || QFileInfo(path).isSymLink();
 }
 
 /// What is typed where no other font is in force: one that other programs know by its name in the file.

@@ -12,6 +12,7 @@
 #include <filesystem>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -224,6 +225,18 @@ Result<void> makePrivate(const QString& path)
     if (made)
         QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return made;
+}
+
+bool mayBeThere(const QString& path)
+{
+    struct stat status { };
+    return ::stat(nativePath(path).c_str(), &status) == 0 || (errno != ENOENT && errno != ENOTDIR);
+}
+
+bool mayBeFile(const QString& path)
+{
+    struct stat status { };
+    return ::stat(nativePath(path).c_str(), &status) == 0 ? S_ISREG(status.st_mode) : mayBeThere(path);
 }
 
 bool haveSameBytes(const QString& path, const QString& other)

@@ -22,6 +22,10 @@ Result<void> makePrivate(const QString& path);
 Result<void> copyTree(const QString& source, const QString& target);
 /// A second name for the file, or a flushed copy where there can be none; target must not exist.
 Result<void> linkOrCopy(const QString& source, const QString& target);
+/// Whether something stands there, as far as anybody knows: also when the file system cannot tell. For whoever would lose it otherwise.
+bool mayBeThere(const QString& path);
+/// The same of a file.
+bool mayBeFile(const QString& path);
 /// Whether both are files that can be read, with the same bytes in them.
 bool haveSameBytes(const QString& path, const QString& other);
 /// Moves a file or folder, across file systems too, and flushes that; target must not exist. When it fails, the source stays as it is.

@@ -125,16 +125,14 @@ Result<void> ItemPictures::setImage(int itemId, const QImage& picture)
 
 Result<void> ItemPictures::takeAway(const QString& path)
 {
-    const QFileInfo file(path);
-    return file.exists() || file.isSymLink() ? m_recovery.moveIn(path, KeptFor::pictures) : Result<void>();
+    return folders::mayBeThere(path) || QFileInfo(path).isSymLink() ? m_recovery.moveIn(path, KeptFor::pictures) : Result<void>();
 }
 
 Result<void> ItemPictures::keepBefore(const QString& path)
 {
-    const QFileInfo file(path);
-    if (!file.exists())
+    if (!folders::mayBeThere(path))
         return {};
-    if (!file.isFile())
+    if (!folders::mayBeFile(path))
         return Error {path.toStdString() + " is no ordinary file"};
     const Result<QString> kept = m_recovery.keepCopy(path, KeptFor::pictures);
     return kept ? Result<void>() : kept.error();

@@ -85,7 +85,7 @@ int Attachments::countAttachments(int orderId) const
 Result<void> Attachments::deleteAttachments(int orderId) const
 {
     const QString path = folder(orderId);
-    return QFileInfo::exists(path) ? m_keeper(path) : Result<void>();
+    return folders::mayBeThere(path) ? m_keeper(path) : Result<void>();
 }
 
 QString Attachments::statusText(int count)

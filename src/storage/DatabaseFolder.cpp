@@ -539,7 +539,7 @@ Result<void> DatabaseFolder::keepWhatIsThere(const QString& folder, const Record
 Result<void> DatabaseFolder::keepForeign(const RecordFile& file)
 {
     const QString path = QString::fromStdString(pathIn(m_location, file));
-    if (!QFileInfo(path).isFile())
+    if (!folders::mayBeFile(path))
         return {};
     const Result<QString> kept = m_recovery.keepCopy(path, KeptFor::foreign);
     if (!kept)
@@ -560,7 +560,7 @@ Result<void> DatabaseFolder::keepDamagedOriginal(const QString& folder, const Re
             return {};
     }
     const QString original = QString::fromStdString(pathIn(folder, file));
-    if (QFileInfo::exists(original)) {
+    if (folders::mayBeThere(original)) {
         if (const Result<QString> kept = m_recovery.keepCopy(original, KeptFor::unreadable); !kept)
             return kept.error();
     }

@@ -60,7 +60,7 @@ void FileSettingsStore::tellDamage(const QString& sentence)
 void FileSettingsStore::keepUnusable(std::string_view key)
 {
     // Not in the file: set by the program itself, so that no original is lost.
-    if (!m_values.find(key) || !QFileInfo::exists(m_path) || !m_unusable.emplace(key).second)
+    if (!m_values.find(key) || !folders::mayBeThere(m_path) || !m_unusable.emplace(key).second)
         return;
     tellDamage(QString::fromStdString("The setting \"" + std::string(key) + "\" could not be read. ") + keepOriginal());
 }
@@ -120,7 +120,7 @@ Result<void> FileSettingsStore::write()
 {
     if (Result<void> made = folders::make(QFileInfo(m_path).path()); !made)
         return made;
-    if (m_mustKeepOriginal && QFileInfo::exists(m_path)) {
+    if (m_mustKeepOriginal && folders::mayBeThere(m_path)) {
         if (const Result<QString> kept = m_recovery.keepCopy(m_path, KeptFor::unreadable); !kept)
             return kept.error();
     }

@@ -93,7 +93,7 @@ Result<bool> Generations::collect(const QString& database, const QStringList& fi
     int files = 0;
     for (const QString& name : fileNames) {
         const QString source = database + '/' + name;
-        if (!QFileInfo(source).isFile())
+        if (!folders::mayBeFile(source))
             continue;
         if (files == 0) {
             // The recovery store, which nobody else may look into.

@@ -33,6 +33,25 @@ protected:
     QTemporaryDir m_folder;
 };
 
+TEST_F(FoldersTest, whatTheFileSystemCannotTellOfMayBeThere)
+{
+    put("file", "oak");
+    ASSERT_TRUE(QDir().mkpath(in("folder")));
+    ASSERT_TRUE(QFile::link(in("loop"), in("loop")));
+    ASSERT_TRUE(QFile::link(in("nowhere"), in("dangling")));
+    struct Case {
+        const char* name;
+        bool there;
+        bool file;
+    };
+    for (const Case& each :
+        {Case {"file", true, true}, Case {"folder", true, false}, Case {"missing", false, false}, Case {"file/below", false, false},
+            Case {"dangling", false, false}, Case {"loop", true, true}, Case {"loop/below", true, true}}) {
+        EXPECT_EQ(folders::mayBeThere(in(each.name)), each.there) << each.name;
+        EXPECT_EQ(folders::mayBeFile(in(each.name)), each.file) << each.name;
+    }
+}
+
 TEST_F(FoldersTest, onlyALeadingTildeStandsForTheHomeFolder)
 {
     EXPECT_EQ(folders::expandHome("~", "/home/ada"), "/home/ada");

@@ -37,6 +37,15 @@ protected:
         }};
 };
 
+TEST_F(AttachmentsTest, AFolderThatCannotBeLookedAtIsGivenToTheKeeperAllTheSame)
+{
+    ASSERT_TRUE(QDir().mkpath(database()));
+    const QString all = database() + "/Attachments";
+    ASSERT_TRUE(QFile::link(all, all)) << "leads to itself";
+    EXPECT_TRUE(attachments.deleteAttachments(7));
+    EXPECT_EQ(kept, QStringList {all + "/order7"}) << "it says whether that could be kept";
+}
+
 TEST_F(AttachmentsTest, AFileIsCopiedUnderItsNameIntoTheFolderOfItsOrder)
 {
     const QString plan = source("plan.txt");
