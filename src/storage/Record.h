@@ -64,6 +64,25 @@ public:
         for (Text Values::*const text : Derived::shownTexts())
             (values().*text).fetch();
     }
+    void fetchText(int step, std::size_t field) const override
+    {
+        const auto& rows = Derived::fieldRows();
+        // A list may hold another kind as well, whose fields are others.
+        const auto text = field < rows.size() ? rows[field].text : nullptr;
+        if (!text)
+            return fetch(step);
+        if (step == 0)
+            __builtin_prefetch(&(values().*text));
+        if (step == 1)
+            (values().*text).fetch();
+    }
+    std::optional<std::size_t> textField(std::string_view name) const override
+    {
+        const auto found = readNames().find(name);
+        if (found == readNames().end() || !found->second.row || !found->second.row->text)
+            return std::nullopt;
+        return static_cast<std::size_t>(found->second.row - Derived::fieldRows().data());
+    }
     /// The texts that nearly every record has of its own and lists show.
     static std::span<Text Values::*const> shownTexts() { return {}; }
 

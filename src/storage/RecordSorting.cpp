@@ -19,21 +19,24 @@ std::vector<dataObject*> inOrder(const std::vector<dataObject*>& records, const 
     return sorted;
 }
 
+/// Use looks at the column and little else of each.
 template <class Use>
-void forEachFetched(const std::vector<dataObject*>& records, Use use)
+void forEachFetched(const std::vector<dataObject*>& records, std::string_view column, Use use)
 {
+    const std::optional<std::size_t> field = records.empty() ? std::nullopt : records.front()->textField(column);
+    const auto fetch = [field](const dataObject& record, int step) { field ? record.fetchText(step, *field) : record.fetch(step); };
     for (std::size_t n = 0; n < records.size(); ++n) {
-        fetchFollowing([&](std::size_t more) { return n + more < records.size() ? records[n + more] : nullptr; });
+        fetchFollowing([&](std::size_t more) { return n + more < records.size() ? records[n + more] : nullptr; }, fetch);
         use(*records[n]);
     }
 }
 
 template <class KeyOf>
-std::vector<dataObject*> sortedBy(const std::vector<dataObject*>& records, SortDirection direction, KeyOf keyOf)
+std::vector<dataObject*> sortedBy(const std::vector<dataObject*>& records, std::string_view column, SortDirection direction, KeyOf keyOf)
 {
     std::vector<std::uint64_t> keys;
     keys.reserve(records.size());
-    forEachFetched(records, [&](dataObject& record) { keys.push_back(sortKey(keyOf(record))); });
+    forEachFetched(records, column, [&](dataObject& record) { keys.push_back(sortKey(keyOf(record))); });
     return inOrder(records, stableOrder(keys, direction));
 }
 
@@ -115,7 +118,7 @@ std::vector<dataObject*> qvDataSource::sortedByText(std::string_view column, Sor
     if (const std::optional<LinkedColumn> linked = linkedColumn(column))
         return sortedByLinkedText(*linked, direction);
     TextKeys keys(m_collection.size());
-    forEachFetched(m_collection, [&](const dataObject& record) { addFolded(keys, record.getFieldByName(column)); });
+    forEachFetched(m_collection, column, [&](const dataObject& record) { addFolded(keys, record.getFieldByName(column)); });
     return inOrder(m_collection, stableOrder(keys.ranks(), direction));
 }
 
@@ -124,7 +127,7 @@ std::vector<dataObject*> qvDataSource::sortedByLinkedText(const LinkedColumn& co
 {
     const qvDataSource& others = column.collection;
     TextKeys texts(others.m_collection.size());
-    forEachFetched(others.m_collection, [&](const dataObject& other) { addFolded(texts, other.getFieldByName(column.name)); });
+    forEachFetched(others.m_collection, column.name, [&](const dataObject& other) { addFolded(texts, other.getFieldByName(column.name)); });
     std::vector<std::size_t> textOf;
     textOf.reserve(m_collection.size());
     forEachLink(m_collection, column.linkOf, [&](const dataObject&, const dataObject* link) {
@@ -143,13 +146,13 @@ std::vector<dataObject*> qvDataSource::sortedByLinkedText(const LinkedColumn& co
 std::vector<dataObject*> qvDataSource::sortedByDate(std::string_view column, SortDirection direction) const
 {
     const std::string name = std::string(column) + "asdate";
-    return sortedBy(m_collection, direction, [&](const dataObject& record) { return record.getDateByName(name); });
+    return sortedBy(m_collection, column, direction, [&](const dataObject& record) { return record.getDateByName(name); });
 }
 
 std::vector<dataObject*> qvDataSource::sortedByNumber(std::string_view column, SortDirection direction, SortOptions options) const
 {
     const NumberColumn numbers = numberColumn(column);
-    return sortedBy(m_collection, direction, [&](dataObject& record) {
+    return sortedBy(m_collection, column, direction, [&](dataObject& record) {
         record.setTempSortNSNumber(sortable(plainNumberFrom(record, numbers, options)));
         return *record.getTempSortNSNumber();
     });

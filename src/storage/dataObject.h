@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -59,6 +60,9 @@ public:
     /// piece of memory says where the next one lies.
     virtual void fetch(int) const { }
     static constexpr int fetchSteps = 3;
+    /// The same for one text of each, as sorting by it needs. textField() names it; none when the name is not that of a text of the record's own.
+    virtual void fetchText(int step, std::size_t) const { fetch(step); }
+    virtual std::optional<std::size_t> textField(std::string_view) const { return std::nullopt; }
 
     virtual float getNumericCode() const { return 0; }
     virtual float getNumericOrdernum() const { return 0; }
