@@ -35,6 +35,11 @@ bool isOrdersOrLines(const RecordFile& file)
     return name == recordFiles::orders || name == recordFiles::lines;
 }
 
+bool isAmong(const std::vector<RecordFile*>& files, const RecordFile* file)
+{
+    return std::find(files.begin(), files.end(), file) != files.end();
+}
+
 void writeSnapshot(const FileSnapshot& snapshot, SafeFile& target)
 {
     // The records are put into words here while the words before are written on another thread.
@@ -231,9 +236,8 @@ void DatabaseFolder::writeEverything()
     drain();
     std::vector<RecordFile*> files;
     const std::vector<RecordFile*> unsaved = unsavedFiles();
-    std::copy_if(m_files.begin(), m_files.end(), std::back_inserter(files), [&](RecordFile* file) {
-        return std::find(unsaved.begin(), unsaved.end(), file) != unsaved.end() || !m_known.holdsAll(*file, pathIn(m_location, *file));
-    });
+    std::copy_if(m_files.begin(), m_files.end(), std::back_inserter(files),
+        [&](const RecordFile* file) { return isAmong(unsaved, file) || !m_known.holdsAll(*file, pathIn(m_location, *file)); });
     Job job = jobFor(files);
     job.mayBeThereAlready = true;
     enqueue(std::move(job));
@@ -428,7 +432,7 @@ DatabaseFolder::Job DatabaseFolder::withoutWhatIsThere(const Job& job)
     std::vector<std::future<bool>> answers;
     for (const Piece& piece : job.pieces) {
         const auto isThere = [&piece, &unsaved, path = pathIn(job.folder, *piece.file)] {
-            return std::find(unsaved.begin(), unsaved.end(), piece.file) == unsaved.end() && holdsAlready(path, *piece.snapshot);
+            return !isAmong(unsaved, piece.file) && holdsAlready(path, *piece.snapshot);
         };
         answers.push_back(std::async(std::launch::async | std::launch::deferred, isThere));
     }
