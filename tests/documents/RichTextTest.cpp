@@ -310,6 +310,12 @@ TEST(RichTextTest, UnknownWordsAndDestinationsArePassedOver)
     EXPECT_EQ(textOf("{\\rtf1 a\\bin4 }}}}b}"), "ab");
 }
 
+TEST(RichTextTest, WhatStandsBeforeAnUnknownDestinationInTheSameGroupIsThere)
+{
+    EXPECT_EQ(textOf("{\\rtf1 Mug\\*\\unknown words}"), "Mug");
+    EXPECT_EQ(textOf("{\\rtf1 M{\\b ug\\*\\unknown words}s}"), "Mugs");
+}
+
 TEST(RichTextTest, AListShowsItsBulletsAsText)
 {
     EXPECT_EQ(textOf("{\\rtf1\\ansi\\ansicpg1252{\\*\\listtable{\\list\\listname x;}}\\ls1{\\listtext\t\\'95\t}First}"), "\t•\tFirst");

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -26,6 +28,17 @@ std::string binaryList(const std::vector<std::string>& objects)
 std::string listOf(const std::string& references)
 {
     return static_cast<char>(0xa0 + references.size()) + references;
+}
+
+/// A moment, in seconds since the beginning of 2001.
+std::string dateOf(double seconds)
+{
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &seconds, sizeof bits);
+    std::string object = "\x33";
+    for (int shift = 56; shift >= 0; shift -= 8)
+        object += static_cast<char>(bits >> shift & 0xff);
+    return object;
 }
 
 } // namespace
@@ -71,4 +84,24 @@ TEST(BinaryPlist, aLongTextSharedTooOftenIsRefusedBeforeItGrows)
 
     EXPECT_TRUE(plist::read(binaryList({listOf("\1"), fourteenTexts, longText})));
     EXPECT_FALSE(plist::read(binaryList({listOf(std::string(14, '\1')), fourteenTexts, longText})));
+}
+
+TEST(BinaryPlist, aMomentIsADateOnlyInYearsOfFourDigits)
+{
+    const std::string list = binaryList(
+        {listOf("\1\2\3\4\5"), dateOf(730900800), dateOf(252423993599), dateOf(252423993600), dateOf(-63113904000), dateOf(-63113904001)});
+
+    const Result<PlistValue> value = plist::read(list);
+
+    ASSERT_TRUE(value);
+    const auto& moments = value.value().array();
+    ASSERT_EQ(moments.size(), 5u);
+    EXPECT_EQ(moments[0].kind(), PlistValue::Kind::date);
+    EXPECT_EQ(moments[0].raw(), "2024-02-29T12:00:00Z");
+    EXPECT_EQ(moments[1].kind(), PlistValue::Kind::date);
+    EXPECT_EQ(moments[1].raw(), "9999-12-31T23:59:59Z");
+    EXPECT_EQ(moments[2].kind(), PlistValue::Kind::text);
+    EXPECT_EQ(moments[3].kind(), PlistValue::Kind::date);
+    EXPECT_EQ(moments[3].raw(), "0001-01-01T00:00:00Z");
+    EXPECT_EQ(moments[4].kind(), PlistValue::Kind::text);
 }

@@ -233,7 +233,10 @@ void RtfBuilder::symbol(char character)
         flushBytes();
         takeText(QString(QChar(0x2011)));
         break;
-    case '*': m_state.destination = m_state.destination == Destination::body ? Destination::skipped : m_state.destination; break;
+    case '*':
+        settleText();
+        m_state.destination = m_state.destination == Destination::body ? Destination::skipped : m_state.destination;
+        break;
     case '\\':
     case '{':
     case '}': takeBytes({&character, 1}); break;

@@ -121,11 +121,14 @@ private:
         return kind == 2 ? PlistValue::makeReal(value) : date(value);
     }
 
+    /// As text where the year has not four digits: the file it is written to would be unreadable for others.
     static PlistValue date(double secondsSince2001)
     {
         const QDateTime epoch(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC);
         const QDateTime moment = epoch.addSecs(static_cast<qint64>(std::floor(secondsSince2001)));
-        return PlistValue::makeScalar(PlistValue::Kind::date, moment.toString("yyyy-MM-ddTHH:mm:ssZ").toStdString());
+        const std::string text = moment.toString("yyyy-MM-ddTHH:mm:ssZ").toStdString();
+        const int year = moment.date().year();
+        return year >= 1 && year <= 9999 ? PlistValue::makeScalar(PlistValue::Kind::date, text) : PlistValue(text);
     }
 
     std::optional<PlistValue> wideText(std::uint64_t at, std::uint64_t size) const
