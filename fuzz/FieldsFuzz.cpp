@@ -99,6 +99,8 @@ void setEveryField(R& record, std::string_view input)
     parsed.value()->adopt();
     expect(file.adopted() == 1, "there is still one record");
     const std::string after = written(file);
+    if (after == before)
+        return;
     file.parse(after).value()->adopt();
     expect(written(file) == after, "a record comes back from its file");
 }
@@ -117,15 +119,21 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     static Bill bill(program.app.settingsStore());
     static Action task;
     static Goal goal;
-    const std::string_view input = inputText(data, size);
-    setEveryField(contact, input);
-    setEveryField(order, input);
-    setEveryField(item, input);
-    setEveryField(line, input);
-    setEveryField(bill, input);
-    setEveryField(task, input);
-    setEveryField(goal, input);
-    for (const char* name : {"amount", "datepaid", "paymentmethod"})
-        payment.setFieldByName(name, input);
+    // The first byte says which kind, the others are the input.
+    if (size == 0)
+        return 0;
+    const std::string_view input = inputText(data + 1, size - 1);
+    switch (data[0] % 8) {
+    case 0: setEveryField(contact, input); break;
+    case 1: setEveryField(order, input); break;
+    case 2: setEveryField(item, input); break;
+    case 3: setEveryField(line, input); break;
+    case 4: setEveryField(bill, input); break;
+    case 5: setEveryField(task, input); break;
+    case 6: setEveryField(goal, input); break;
+    default:
+        for (const char* name : {"amount", "datepaid", "paymentmethod"})
+            payment.setFieldByName(name, input);
+    }
     return 0;
 }

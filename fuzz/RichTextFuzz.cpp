@@ -19,6 +19,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
 {
     const RichText text = RtfBuilder().build(inputText(data, size));
     expect(!text.blocks.empty(), "a document has a paragraph");
+    if (!goesTheLongWay(data, size))
+        return 0;
     const auto document = makeDocument(text, fuzzFolder());
     Substitution substitution(*document);
     substitution.replaceAllOccurencesOf(QString("<contactadd3>"), QString());

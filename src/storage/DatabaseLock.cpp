@@ -81,19 +81,24 @@ bool DatabaseLock::standsIn(const QString& folder)
     return lock.exists() || lock.isSymLink();
 }
 
-LockInfo DatabaseLock::read() const
+LockInfo LockInfo::in(std::string_view bytes)
 {
-    const FileBytes file = readWholeFile(path().toStdString());
-    const Result<PlistValue> contents = plist::read(file.bytes);
     LockInfo lock;
-    lock.holder = lifeOfHolder(path().toStdString());
+    Result<PlistValue> contents = plist::read(bytes);
     if (!contents || !contents.value().isDict())
         return lock;
-    lock.contents = contents.value();
+    lock.contents = std::move(contents).value();
     lock.datetime = lockText(lock.contents, "datetime");
     lock.user = lockText(lock.contents, "user");
     if (lock.contents.find("reason"))
         lock.reason = lockText(lock.contents, "reason");
+    return lock;
+}
+
+LockInfo DatabaseLock::read() const
+{
+    LockInfo lock = LockInfo::in(readWholeFile(path().toStdString()).bytes);
+    lock.holder = lifeOfHolder(path().toStdString());
     return lock;
 }
 
@@ -127,14 +132,19 @@ bool DatabaseLock::release()
     return ours && QFile::remove(path());
 }
 
-Result<void> DatabaseLock::forceOpen()
+std::string DatabaseLock::unlockText(const LockInfo& lock) const
 {
-    PlistValue kept = read().contents;
+    PlistValue kept = lock.contents;
     kept.set("unlockDatetime", PlistValue(dates::platformText(m_clock.now())));
     kept.set("unlockReason", PlistValue(std::string("user request after dialog")));
     kept.set("unlockUser", PlistValue(cleanUtf8(m_user.loginName())));
+    return plist::write(kept);
+}
+
+Result<void> DatabaseLock::forceOpen()
+{
     const std::string stamp = dates::write(m_clock.now(), dates::stamp);
-    const Result<std::string> keptPath = keepUnlock(m_folder.toStdString() + "/unlock" + stamp, plist::write(kept));
+    const Result<std::string> keptPath = keepUnlock(m_folder.toStdString() + "/unlock" + stamp, unlockText(read()));
     if (!keptPath)
         return keptPath.error();
     if (Result<void> asItWas = keepDamaged(path().toStdString(), keptPath.value() + ".damaged"); !asItWas)

@@ -12,12 +12,16 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 class Clock;
 class User;
 
 /// What "lock.xml" says.
 struct LockInfo {
+    /// Of a file with these bytes; what does not read says nothing. Who holds it stands beside the bytes.
+    static LockInfo in(std::string_view bytes);
+
     std::string datetime;
     /// Nothing when the lock gives no reason.
     std::optional<std::string> reason;
@@ -55,6 +59,8 @@ public:
 
     /// The bytes of a lock written now.
     std::string contents(const char* reason) const;
+    /// The bytes of the copy that is kept of a lock forced open now.
+    std::string unlockText(const LockInfo& lock) const;
 
 private:
     static QString pathIn(const QString& folder) { return folder + "/lock.xml"; }

@@ -195,12 +195,13 @@ class Life:
         return fault if deed in fates.PLAIN else fault | {'stays': False}
 
     def may_fail(self, asked):
-        """Whether a failing call changes nothing in what the program holds in memory."""
+        """Whether a failing call changes nothing in what the program holds in memory: an order stays when its attachments cannot be kept,
+        or when the look whether it has any fails."""
         deed = asked['do']
-        if deed in ('delete', 'deleteOrder'):
-            # An order stays when its attachments cannot be kept.
-            numbers = asked.get('ids', [asked.get('id')])
-            return not any(self.ada.program.folder.attachments.get(number) for number in numbers)
+        if deed == 'delete':
+            return asked['list'] != 'orders'
+        if deed == 'order' and asked['then'] == 'cancel':
+            return False
         return deed in (*fates.PLAIN, 'quit', 'settings', 'attach')
 
     def learn_calls(self, deed, fault):
