@@ -218,7 +218,10 @@ void OrderManager::fillFigures(const Order& order)
 void OrderManager::showDiscountControls()
 {
     const bool applies = form.applyDiscount.isOn();
+    // The choice is one of place: the currency may have been another when it was made.
+    const int chosen = form.discountChoice.index();
     form.discountChoice.setTitles({"%", QString::fromStdString(m_needs.preferences.getCurrency())});
+    form.discountChoice.setIndex(chosen);
     form.discount.setVisible(applies);
     form.discountChoice.setVisible(applies);
 }

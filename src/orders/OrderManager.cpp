@@ -478,7 +478,9 @@ void OrderManager::populateLists(const QStringList& statuses)
     choices += statuses;
     const QString filteredBy = listForm.filter.title();
     listForm.filter.setTitles(choices);
-    listForm.filter.setTitle(QString::fromStdString(m_needs.settings.text(settings::orderManagerFilter).value_or("")));
+    // A status may be empty.
+    const std::optional<std::string> stored = m_needs.settings.text(settings::orderManagerFilter);
+    listForm.filter.setTitle(stored ? QString::fromStdString(*stored) : choices.front());
     if (listForm.filter.index() < 0)
         listForm.filter.setIndex(0);
     if (listForm.filter.title() != filteredBy)
@@ -488,7 +490,7 @@ void OrderManager::populateLists(const QStringList& statuses)
 void OrderManager::hideByFilter()
 {
     const std::string choice = listForm.filter.title().toStdString();
-    if (choice.empty() || listForm.filter.index() == 0)
+    if (listForm.filter.index() <= 0)
         return;
     const bool incomplete = listForm.filter.index() == 1;
     const bool purchaseOrders = listForm.filter.index() == 2;

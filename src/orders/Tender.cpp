@@ -61,7 +61,8 @@ void Tender::tenderOK()
     if (!m_order)
         return;
     const std::string datePaid = form.datePaid.text().toStdString();
-    take(*m_order, m_needs.totals.money(m_needs.totals.number(form.amountTendered)), datePaid);
+    const std::optional<std::string> amount = m_needs.rules.money.normalised(form.amountTendered.text().toStdString());
+    take(*m_order, amount.value_or(m_needs.totals.money(0)), datePaid);
 }
 
 void Tender::tenderCancel()

@@ -467,4 +467,21 @@ TEST_F(OrderManagerTest, AQuantityOfAThousandIsBookedInAsAThousand)
     EXPECT_TRUE(logged("increasing stock of item by 1000"));
 }
 
+// The filter
+
+TEST_F(OrderManagerTest, AStatusToFilterByMayBeEmpty)
+{
+    begin("<key>VendaroStatuses</key><string>Enquiry\n\nQuoted</string>");
+    order("enquiry", "Enquiry");
+    order("none", "");
+    ChoiceField& filter = orders().listForm.filter;
+    EXPECT_EQ(filter.index(), 0);
+    EXPECT_EQ(shown(orders(), "title").size(), 2u);
+
+    filter.edit(4);
+    EXPECT_EQ(shown(orders(), "title"), std::vector<std::string> {"none"});
+    restart();
+    EXPECT_EQ(orders().listForm.filter.index(), 4);
+}
+
 } // namespace

@@ -189,4 +189,19 @@ TEST_F(OrderTotalsTest, SavingKeepsTheDiscountAsItStands)
     EXPECT_TRUE(order.getDiscountIsPercentage());
 }
 
+TEST_F(OrderTotalsTest, AFlatDiscountOfTheFirstOrderOpenedIsInMoney)
+{
+    begin();
+    const int id = currentOrder().getID();
+    form().applyDiscount.edit(true);
+    form().discountChoice.edit(1);
+    form().discount.edit("7.50");
+    form().save.trigger();
+
+    restart();
+    orders().editThisOrder(static_cast<Order&>(*orders().getItemById(id)));
+    EXPECT_EQ(form().discountChoice.index(), 1);
+    EXPECT_EQ(form().discountChoice.title(), "£");
+}
+
 } // namespace

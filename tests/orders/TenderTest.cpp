@@ -46,6 +46,16 @@ TEST_F(TenderTest, WhatIsHandedOverTooMuchIsChange)
     EXPECT_EQ(panel().remainingBalance.caption(), "Change Due");
 }
 
+TEST_F(TenderTest, ALargeAmountIsRecordedToThePenny)
+{
+    for (const auto& [typed, recorded] : {std::pair("200000.01", "200,000.01"), std::pair("1,234,567.89", "1,234,567.89")}) {
+        editor().tender.trigger();
+        panel().amountTendered.edit(typed);
+        panel().ok.trigger();
+        EXPECT_EQ(currentOrder().getPaymentArray().back()->getAmount(), recorded);
+    }
+}
+
 TEST_F(TenderTest, WhatIsHandedOverTooLittleLeavesABalance)
 {
     editor().tender.trigger();

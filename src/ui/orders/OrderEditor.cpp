@@ -269,6 +269,8 @@ void OrderEditor::addFigures(SidePanel& side)
     grid->addRow(tr("Net"), openFigure("net"));
     Label* taxLabel = grid->addRow(tr("Tax"), openFigure("taxAmount"));
     taxLabel->setObjectName("taxAmountLabel");
+    // Of full strength, unlike the others, and weak where no tax is handled.
+    taxLabel->setTone(LabelTone::normal);
     auto* calculate = named<Button>("calculateTax", tr("Calculate tax"));
     calculate->setGlyph("view-refresh");
     grid->addRow({}, calculate);
