@@ -35,18 +35,39 @@ std::size_t decimalLength(std::string_view text)
     return digits > 0 ? at : 0;
 }
 
+/// Length of the exponent, "e" included, that the text behind a decimal number starts with.
+std::size_t exponentLength(std::string_view text)
+{
+    if (!text.starts_with('e') && !text.starts_with('E'))
+        return 0;
+    const std::size_t start = text.size() > 1 && (text[1] == '-' || text[1] == '+') ? 2 : 1;
+    std::size_t at = start;
+    while (at < text.size() && isAsciiDigit(text[at]))
+        ++at;
+    return at > start ? at : 0;
+}
+
+/// Whether a number that no type holds is one of the large; else it is too close to zero to tell from it.
+bool isLarge(std::string_view text)
+{
+    const std::size_t mantissa = std::min(text.find_first_of("eE"), text.size());
+    const std::size_t point = std::min(text.find('.'), mantissa);
+    const std::size_t first = text.find_first_of("123456789");
+    const auto places = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first);
+    return places + (mantissa < text.size() ? numbers::leadingInt(text.substr(mantissa + 1)) : 0) > 0;
+}
+
+/// The text is a decimal number, with an exponent or without.
 template <class Number>
 Number numberFrom(std::string_view text)
 {
     if (text.starts_with('+'))
         text.remove_prefix(1);
     Number number {};
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
     if (result.ec != std::errc::result_out_of_range)
         return result.ec == std::errc() ? number : Number {};
-    // Too large, or too close to zero to tell from it.
-    const bool large = text.substr(0, text.find('.')).find_first_of("123456789") != std::string_view::npos;
-    const Number size = large ? std::numeric_limits<Number>::infinity() : Number {};
+    const Number size = isLarge(text) ? std::numeric_limits<Number>::infinity() : Number {};
     return text.starts_with('-') ? -size : size;
 }
 
@@ -152,7 +173,8 @@ int leadingInt(std::string_view text)
 float leadingFloat(std::string_view text)
 {
     text = withoutLeadingBlanks(text);
-    return numberFrom<float>(text.substr(0, decimalLength(text)));
+    const std::size_t length = decimalLength(text);
+    return numberFrom<float>(text.substr(0, length > 0 ? length + exponentLength(text.substr(length)) : 0));
 }
 
 float digitsOf(std::string_view code)

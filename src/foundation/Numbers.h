@@ -10,7 +10,7 @@ namespace numbers {
 /// The integer a text starts with, blanks before it skipped; 0 when there is none. Saturates at the ends of 32 bits.
 int leadingInt(std::string_view text);
 /// The decimal number a text starts with, blanks before it skipped; 0 when there is none, infinite when it is too large.
-/// "1,234.56" is 1.
+/// "1,234.56" is 1, and "2e+06", as large quantities are written, two million.
 float leadingFloat(std::string_view text);
 /// All ASCII digits of a code in their order, read as one integer: "INV-2024-07" is 202407, "" is 0. Saturates at 2,147,483,647.
 float digitsOf(std::string_view code);

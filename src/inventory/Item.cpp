@@ -42,15 +42,10 @@ std::optional<double> shortForm(std::string_view text)
     return isWhole && hasExponent && isFloat && numbers::general(number) == text ? std::optional(number) : std::nullopt;
 }
 
-/// A real is written with an exponent when that is shorter, a text never. What is no number any more is none.
+/// What is no number any more is none.
 float quantityIn(const PlistValue& value)
 {
-    const std::string stored = value.asText();
-    const std::string_view text = trimmed(stored);
-    float number = 0;
-    const bool isReal = value.kind() == PlistValue::Kind::real;
-    if (!isReal || std::from_chars(text.data(), text.data() + text.size(), number).ec == std::errc::invalid_argument)
-        number = numbers::leadingFloat(text);
+    const float number = numbers::leadingFloat(value.asText());
     return std::isfinite(number) ? number : 0;
 }
 

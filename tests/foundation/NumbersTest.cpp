@@ -61,6 +61,28 @@ TEST(Numbers, aNumberTooLargeForSinglePrecisionIsInfinite)
     EXPECT_EQ(numbers::leadingFloat("0." + std::string(60, '0') + "1"), 0.0f);
 }
 
+TEST(Numbers, aLeadingDecimalNumberMayHaveAnExponent)
+{
+    EXPECT_EQ(numbers::leadingFloat("2e+06"), 2000000.0f);
+    EXPECT_EQ(numbers::leadingFloat("1.5E-3 kg"), 0.0015f);
+    EXPECT_EQ(numbers::leadingFloat("-5e2.7"), -500.0f);
+    for (const char* text : {"3 e5", "3e", "3e+", "3each", "3e-x"})
+        EXPECT_EQ(numbers::leadingFloat(text), 3.0f) << text;
+    for (const char* text : {"e5", ".e5", "-e5"})
+        EXPECT_EQ(numbers::leadingFloat(text), 0.0f) << text;
+}
+
+TEST(Numbers, anExponentDecidesWhetherANumberIsTooLargeOrTooSmall)
+{
+    const float infinity = std::numeric_limits<float>::infinity();
+    EXPECT_EQ(numbers::leadingFloat("1e39"), infinity);
+    EXPECT_EQ(numbers::leadingFloat("-0.1e99999999999999999999"), -infinity);
+    EXPECT_EQ(numbers::leadingFloat("1e-60"), 0.0f);
+    EXPECT_EQ(numbers::leadingFloat("0." + std::string(100, '0') + "1e+20"), 0.0f);
+    EXPECT_EQ(numbers::leadingFloat("1" + std::string(100, '0') + "e-20"), infinity);
+    EXPECT_EQ(numbers::leadingFloat("0e999"), 0.0f);
+}
+
 TEST(Numbers, theDigitsOfACodeAreReadAsOneInteger)
 {
     EXPECT_EQ(numbers::digitsOf("INV-2024-07"), 202407.0f);

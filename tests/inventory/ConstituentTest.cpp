@@ -102,7 +102,7 @@ TEST_F(ConstituentTest, AQuantityIsReadAsItIsWrittenHoweverLargeOrSmall)
     EXPECT_EQ(read(PlistValue::makeScalar(PlistValue::Kind::real, "1.5000000712461770e-04")), 1.5e-4f);
     EXPECT_EQ(read(PlistValue::makeScalar(PlistValue::Kind::real, " 0.10000000149011612\n")), 0.1f);
     EXPECT_EQ(read(PlistValue(std::string("2.5 pieces"))), 2.5f);
-    EXPECT_EQ(read(PlistValue(std::string("2e3"))), 2.0f);
+    EXPECT_EQ(read(PlistValue(std::string("2e3"))), 2000.0f);
 }
 
 TEST_F(ConstituentTest, WhatIsNoNumberAnyMoreIsNone)
