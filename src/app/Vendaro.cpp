@@ -77,6 +77,7 @@ Vendaro::Vendaro(VendaroDesktop desktop)
     , m_updates(updateNeeds())
     , m_manual(m_desktop.opener, m_desktop.resources)
 {
+    m_pageSetup.paper = usualPaper(QString::fromStdString(m_desktop.locale));
     registerFiles();
     followContacts();
     m_properties.onTrouble = [this](const QString& sentence) { m_session.tellDamage({sentence}); };
@@ -493,13 +494,12 @@ FrontView Vendaro::determineFrontView()
 void Vendaro::printMenuItem()
 {
     const FrontView view = determineFrontView();
-    const PageSetup setup {m_pageSetup.paper, PageSetup().margins};
     if (view.list) {
-        const ListPages pages(*view.list, view.title, setup);
-        print(view.title, [&pages](QPagedPaintDevice& device) { return pages.paint(device); });
+        print(view.title,
+            [&](QPagedPaintDevice& device) { return ListPages(*view.list, view.title, PageSetup().onPaperOf(device)).paint(device); });
     } else if (view.text) {
-        const TextPages pages(*view.text, view.title, setup);
-        print(view.title, [&pages](QPagedPaintDevice& device) { return pages.paint(device); });
+        print(view.title,
+            [&](QPagedPaintDevice& device) { return TextPages(*view.text, view.title, PageSetup().onPaperOf(device)).paint(device); });
     }
 }
 

@@ -17,9 +17,13 @@
 #include <QPdfWriter>
 #include <QTextDocument>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int pdfDotsPerInch = 1200;
+/// Points; margins leave that much for the text on any sheet.
+constexpr double leastTextWidth = 72;
 
 } // namespace
 
@@ -86,7 +90,9 @@ PageSetup CustomInvoiceController::pageSetup() const
 {
     PageSetup setup = m_needs.pageSetup;
     if (m_template.options) {
-        const double margin = m_template.options->templatePageMargin;
+        const QSizeF paper = setup.sheet();
+        const double widest = (std::min(paper.width(), paper.height()) - leastTextWidth) / 2;
+        const double margin = std::min(m_template.options->templatePageMargin, widest);
         setup.margins = {margin, margin, margin, margin};
         setup.verticallyCentred = m_template.options->centreContent;
     }
@@ -99,8 +105,9 @@ void CustomInvoiceController::print()
     m_needs.pageSetup = pageSetup();
     if (m_template.options && m_template.options->centreContent)
         logLine("setting vertically centred");
-    const bool printed = m_needs.printing.print(m_whichStationary,
-        [this](QPagedPaintDevice& device) { return Paginator(*m_document, m_needs.pageSetup, m_background).paint(device); });
+    const bool printed = m_needs.printing.print(m_whichStationary, [this](QPagedPaintDevice& device) {
+        return Paginator(*m_document, m_needs.pageSetup.onPaperOf(device), m_background).paint(device);
+    });
     if (!printed)
         logFormat("%s could not be printed", m_whichStationary.toStdString().c_str());
 }

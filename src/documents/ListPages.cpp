@@ -28,7 +28,7 @@ QString oneLine(const std::string& text)
 
 ListPages::ListPages(const qvDataSource& list, const QString& title, const PageSetup& setup) : m_list(list), m_title(title), m_setup(setup)
 {
-    const QRectF paper(QPointF(), setup.paper.size(QPageSize::Point));
+    const QRectF paper(QPointF(), setup.sheet());
     m_body = paper.marginsRemoved(setup.margins);
     layOutColumns();
 }
@@ -115,5 +115,5 @@ void ListPages::paintPage(QPainter& painter, int page) const
 
 bool ListPages::paint(QPagedPaintDevice& device) const
 {
-    return paintPages(device, m_setup.paper, pageCount(), [this](QPainter& painter, int page) { paintPage(painter, page); });
+    return paintPages(device, m_setup, pageCount(), [this](QPainter& painter, int page) { paintPage(painter, page); });
 }

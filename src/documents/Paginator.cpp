@@ -3,10 +3,14 @@
 #include "documents/rtf/RichText.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QLocale>
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <QTextDocument>
 #include <QTextFrame>
+
+#include <algorithm>
+#include <array>
 
 namespace {
 
@@ -36,7 +40,34 @@ void setMargins(QTextDocument& document, const QMarginsF& margins)
     document.rootFrame()->setFrameFormat(format);
 }
 
+/// Elsewhere it is A4.
+constexpr std::array letterCountries {QLocale::Belize, QLocale::Canada, QLocale::Chile, QLocale::Colombia, QLocale::CostaRica,
+    QLocale::ElSalvador, QLocale::Guatemala, QLocale::Mexico, QLocale::Nicaragua, QLocale::Panama, QLocale::Philippines,
+    QLocale::PuertoRico, QLocale::UnitedStates, QLocale::Venezuela};
+
 } // namespace
+
+QPageSize usualPaper(const QString& locale)
+{
+    // A locale without a country, "C" among them, is taken for one of the many with A4.
+    const bool saysCountry = locale.contains('_');
+    const bool letter = std::find(letterCountries.begin(), letterCountries.end(), QLocale(locale).territory()) != letterCountries.end();
+    return QPageSize(saysCountry && letter ? QPageSize::Letter : QPageSize::A4);
+}
+
+QSizeF PageSetup::sheet() const
+{
+    const QSizeF standing = paper.size(QPageSize::Point);
+    return orientation == QPageLayout::Portrait ? standing : standing.transposed();
+}
+
+PageSetup PageSetup::onPaperOf(const QPagedPaintDevice& device) const
+{
+    PageSetup setup = *this;
+    setup.paper = device.pageLayout().pageSize();
+    setup.orientation = device.pageLayout().orientation();
+    return setup;
+}
 
 void paintPageBackground(QPainter& painter, const PageBackground& background, const QRectF& area)
 {
@@ -64,7 +95,7 @@ Paginator::~Paginator() = default;
 
 void Paginator::layOut()
 {
-    const QSizeF paper = m_setup.paper.size(QPageSize::Point);
+    const QSizeF paper = m_setup.sheet();
     const QMarginsF& margins = m_setup.margins;
     const qreal body = std::max(1.0, paper.width() - margins.left() - margins.right());
     setMargins(*m_document, {});
@@ -88,13 +119,13 @@ qreal Paginator::centringOffset() const
     const QMarginsF& margins = m_setup.margins;
     const QTextFrame* root = m_document->rootFrame();
     const qreal bottom = m_document->documentLayout()->blockBoundingRect(root->lastCursorPosition().block()).bottom() / m_scale;
-    const qreal free = m_setup.paper.size(QPageSize::Point).height() - margins.bottom() - bottom;
+    const qreal free = m_setup.sheet().height() - margins.bottom() - bottom;
     return std::max(0.0, free / 2);
 }
 
 void Paginator::paintBackground(QPainter& painter) const
 {
-    const QRectF paper(QPointF(), m_setup.paper.size(QPageSize::Point));
+    const QRectF paper(QPointF(), m_setup.sheet());
     paintPageBackground(painter, m_background, paper.marginsRemoved(m_setup.margins));
 }
 
@@ -116,12 +147,12 @@ void Paginator::paintPage(QPainter& painter, int page) const
 
 bool Paginator::paint(QPagedPaintDevice& device) const
 {
-    return paintPages(device, m_setup.paper, pageCount(), [this](QPainter& painter, int page) { paintPage(painter, page); });
+    return paintPages(device, m_setup, pageCount(), [this](QPainter& painter, int page) { paintPage(painter, page); });
 }
 
-bool paintPages(QPagedPaintDevice& device, const QPageSize& paper, int pages, const PagePainting& paintPage)
+bool paintPages(QPagedPaintDevice& device, const PageSetup& setup, int pages, const PagePainting& paintPage)
 {
-    QPageLayout wholeSheet(paper, QPageLayout::Portrait, {}, QPageLayout::Point);
+    QPageLayout wholeSheet(setup.paper, setup.orientation, {}, QPageLayout::Point);
     wholeSheet.setMode(QPageLayout::FullPageMode);
     device.setPageLayout(wholeSheet);
     QPainter painter;

@@ -3,7 +3,7 @@
 
 #include <QImage>
 #include <QMarginsF>
-#include <QPageSize>
+#include <QPageLayout>
 
 #include <functional>
 #include <memory>
@@ -15,10 +15,19 @@ class QTextDocument;
 /// How documents are laid on paper; shared by all documents of a running program, as a template's options change it.
 struct PageSetup {
     QPageSize paper {QPageSize::A4};
+    QPageLayout::Orientation orientation = QPageLayout::Portrait;
     /// Points.
     QMarginsF margins {40, 40, 40, 40};
     bool verticallyCentred = false;
+
+    /// The size of the paper as it stands or lies, in points.
+    QSizeF sheet() const;
+    /// The same on the paper that was chosen for the device.
+    PageSetup onPaperOf(const QPagedPaintDevice& device) const;
 };
+
+/// What sheets are where a locale ("en_GB") is spoken: US letter or A4.
+QPageSize usualPaper(const QString& locale);
 
 /// What is drawn behind the text.
 struct PageBackground {
@@ -53,8 +62,8 @@ private:
 
 /// Paints one page, counted from 0, in points from the paper's upper left corner.
 using PagePainting = std::function<void(QPainter& painter, int page)>;
-/// Paints those of so many pages that the device asks for, on whole sheets of the paper; false when the device cannot be painted on.
-bool paintPages(QPagedPaintDevice& device, const QPageSize& paper, int pages, const PagePainting& paintPage);
+/// Paints those of so many pages that the device asks for, on whole sheets; false when the device cannot be painted on.
+bool paintPages(QPagedPaintDevice& device, const PageSetup& setup, int pages, const PagePainting& paintPage);
 
 /// Draws the background into the rectangle, from its upper left corner.
 void paintPageBackground(QPainter& painter, const PageBackground& background, const QRectF& area);

@@ -32,8 +32,8 @@ constexpr char plainStyle[] =
 
 constexpr qint64 mostBackgroundPixels = 40'000'000;
 constexpr qint64 mostBackgroundBytes = 32LL << 20;
-/// Points: on any paper some room for text is left.
-constexpr float widestMargin = 200;
+/// Points; how much of it a sheet has room for is known when it is printed.
+constexpr float widestMargin = 10'000;
 
 bool isOn(const PlistValue* value)
 {

@@ -23,6 +23,9 @@ constexpr std::array<std::string_view, 29> lineRemovingTags {"<contactadd2>", "<
     "<contact2:title>", "<contactsalutation>", "<contact2salutation>", "<contact:salutation>", "<contact2:salutation>",
     "<discountdescription>"};
 
+/// What stands where a table begins: the end of the paragraph before it.
+constexpr QChar frameStart(0xfdd0);
+
 /// A document that grows beyond this is no letter any more.
 constexpr int largestDocument = 32 * 1024 * 1024;
 
@@ -105,16 +108,30 @@ void Substitution::removeWithFollowing(const QString& tag, QChar following)
     for (QTextCursor found = findLiterally(m_document, tag, 0); !found.isNull();) {
         const int start = found.selectionStart();
         const int end = found.selectionEnd();
-        // The last paragraph has no end that could be taken away.
-        if (end + 1 >= m_document.characterCount() || m_document.characterAt(end) != following) {
+        const std::optional<int> from = startOfRemoval(start, end, following);
+        if (!from) {
             found = findLiterally(m_document, tag, end);
             continue;
         }
-        found.setPosition(start);
-        found.setPosition(end + 1, QTextCursor::KeepAnchor);
+        found.setPosition(*from);
+        found.setPosition(*from + static_cast<int>(tag.size()) + 1, QTextCursor::KeepAnchor);
         found.removeSelectedText();
         found = findLiterally(m_document, tag, std::max(0, start - static_cast<int>(tag.size())));
     }
+}
+
+/// Where the tag's letters and one more are taken away; nothing when the tag does not stand before what follows.
+std::optional<int> Substitution::startOfRemoval(int start, int end, QChar following) const
+{
+    // The last paragraph has no end that could be taken away.
+    if (end + 1 >= m_document.characterCount())
+        return std::nullopt;
+    if (m_document.characterAt(end) == following)
+        return start;
+    // Nor has the one before a table: a line that is nothing but the tag goes with the end of the line above.
+    const bool isLine = start > 0 && m_document.characterAt(start - 1) == QChar::ParagraphSeparator;
+    const bool isBeforeTable = following == QChar::ParagraphSeparator && m_document.characterAt(end) == frameStart;
+    return isBeforeTable && isLine ? std::optional(start - 1) : std::nullopt;
 }
 
 void Substitution::replaceEvery(const QString& tag, const QString& value)

@@ -21,6 +21,7 @@ public:
 
 private:
     void removeWithFollowing(const QString& tag, QChar following);
+    std::optional<int> startOfRemoval(int start, int end, QChar following) const;
     void replaceEvery(const QString& tag, const QString& value);
 
     QTextDocument& m_document;

@@ -9,8 +9,8 @@ namespace {
 /// The setup of the text between title and number.
 PageSetup betweenMarks(const PageSetup& setup)
 {
-    PageSetup inner;
-    inner.paper = setup.paper;
+    PageSetup inner = setup;
+    inner.verticallyCentred = false;
     inner.margins = setup.margins + QMarginsF(0, pageMarks::titleHeight, 0, pageMarks::footHeight);
     return inner;
 }
@@ -19,8 +19,8 @@ PageSetup betweenMarks(const PageSetup& setup)
 
 TextPages::TextPages(const QTextDocument& text, const QString& title, const PageSetup& setup)
     : m_title(title)
-    , m_paper(setup.paper)
-    , m_body(QRectF(QPointF(), setup.paper.size(QPageSize::Point)).marginsRemoved(setup.margins))
+    , m_setup(setup)
+    , m_body(QRectF(QPointF(), setup.sheet()).marginsRemoved(setup.margins))
     , m_pages(text, betweenMarks(setup))
 {
 }
@@ -40,5 +40,5 @@ void TextPages::paintPage(QPainter& painter, int page) const
 
 bool TextPages::paint(QPagedPaintDevice& device) const
 {
-    return paintPages(device, m_paper, pageCount(), [this](QPainter& painter, int page) { paintPage(painter, page); });
+    return paintPages(device, m_setup, pageCount(), [this](QPainter& painter, int page) { paintPage(painter, page); });
 }

@@ -19,7 +19,7 @@ private:
     void paintPage(QPainter& painter, int page) const;
 
     QString m_title;
-    QPageSize m_paper;
+    PageSetup m_setup;
     /// Within the margins, in points.
     QRectF m_body;
     Paginator m_pages;

@@ -253,6 +253,17 @@ TEST_F(CustomInvoiceControllerTest, OpeningADocumentChangesNothingForOthers)
     EXPECT_FALSE(shared.verticallyCentred);
 }
 
+TEST_F(CustomInvoiceControllerTest, WideMarginsLeaveAnInchForTheText)
+{
+    // A4 is 595 points wide.
+    writeTemplate("x");
+    for (const auto& [given, margin] :
+        {std::pair("250", 250.0), std::pair("261.5", 261.5), std::pair("262", 261.5), std::pair("1e30", 261.5)}) {
+        writeOptions("<key>templatePageMargin</key><string>" + QByteArray(given) + "</string>");
+        EXPECT_EQ(letterFor(&order)->pageSetup().margins, QMarginsF(margin, margin, margin, margin)) << given;
+    }
+}
+
 TEST_F(CustomInvoiceControllerTest, APrintIsCentredBetweenItsMargins)
 {
     writeTemplate("Middle");
@@ -264,6 +275,19 @@ TEST_F(CustomInvoiceControllerTest, APrintIsCentredBetweenItsMargins)
     EXPECT_NEAR(place.left(), 50, 1);
     // Half of an A4 page of 842 points, within a line's height.
     EXPECT_NEAR(place.center().y(), 421, 10);
+}
+
+TEST_F(CustomInvoiceControllerTest, APrintGoesOnThePaperThatIsChosenForIt)
+{
+    writeTemplate("Mug");
+    PdfPrinting paper;
+    printer = &paper;
+    paper.chosen = QPageLayout(QPageSize(QPageSize::A5), QPageLayout::Landscape, {});
+    letterFor(&order)->print();
+    EXPECT_EQ(PdfReader(paper.bytes).pageSize(), "595 x 420");
+    // The next one is as ever.
+    EXPECT_EQ(shared.paper, QPageSize(QPageSize::A4));
+    EXPECT_EQ(shared.orientation, QPageLayout::Portrait);
 }
 
 TEST_F(CustomInvoiceControllerTest, APrintThatFailsIsOnlyLogged)

@@ -42,7 +42,7 @@ protected:
     /// The first page at one dot a point.
     QImage picture() const
     {
-        QImage image(setup.paper.size(QPageSize::Point).toSize(), QImage::Format_RGB32);
+        QImage image(setup.sheet().toSize(), QImage::Format_RGB32);
         image.fill(Qt::white);
         QPainter painter(&image);
         Paginator(*document, setup, background).paintPage(painter, 0);
@@ -66,6 +66,32 @@ TEST_F(PaginatorTest, APageHasTheSizeOfItsPaper)
     EXPECT_EQ(pdf().pageSize(), "595 x 842");
     setup.paper = QPageSize(QPageSize::Letter);
     EXPECT_EQ(pdf().pageSize(), "612 x 792");
+    setup.orientation = QPageLayout::Landscape;
+    EXPECT_EQ(pdf().pageSize(), "792 x 612");
+}
+
+TEST_F(PaginatorTest, ASheetMayLie)
+{
+    setup.paper = QPageSize(QPageSize::A6);
+    // A line is 13.8 points high: 340 points hold twenty of them, 218 do not.
+    writeLines(20);
+    EXPECT_EQ(Paginator(*document, setup).pageCount(), 1);
+    setup.orientation = QPageLayout::Landscape;
+    EXPECT_EQ(Paginator(*document, setup).pageCount(), 2);
+
+    // Some 300 points long: one line of 340 points, two of 218.
+    write("first " + QString("word ").repeated(8) + "last");
+    EXPECT_EQ(pdf().place("last").top(), pdf().place("first").top());
+    setup.orientation = QPageLayout::Portrait;
+    EXPECT_GT(pdf().place("last").top(), pdf().place("first").top() + 10);
+}
+
+TEST_F(PaginatorTest, AmericansUseLetterPaper)
+{
+    EXPECT_EQ(usualPaper("en_US").id(), QPageSize::Letter);
+    EXPECT_EQ(usualPaper("fr_CA").id(), QPageSize::Letter);
+    for (const char* locale : {"en_GB", "de_DE", "es_AR", "en", "C", ""})
+        EXPECT_EQ(usualPaper(locale).id(), QPageSize::A4) << locale;
 }
 
 TEST_F(PaginatorTest, TextStartsAtTheMargins)

@@ -120,9 +120,12 @@ public:
         QBuffer buffer(&bytes);
         buffer.open(QIODevice::WriteOnly);
         QPdfWriter writer(&buffer);
+        writer.setPageLayout(chosen);
         return paint(writer);
     }
     QByteArray bytes;
+    /// What the person chose for this print.
+    QPageLayout chosen {QPageSize(QPageSize::A4), QPageLayout::Portrait, {}};
 };
 
 class Paperwork : public testing::Test {

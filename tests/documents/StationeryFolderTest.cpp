@@ -92,15 +92,17 @@ TEST_F(StationeryFolderTest, APipeForABackgroundHoldsNothingUp)
     EXPECT_TRUE(stationery.read("Letter").background.isNull());
 }
 
-TEST_F(StationeryFolderTest, AMarginLeavesRoomForText)
+TEST_F(StationeryFolderTest, AMarginIsANumberOfPoints)
 {
     writePackage("Letter", "x");
-    for (const char* margin : {"500", "1234567890123456789012345678901234567890"}) {
+    const std::pair<const char*, double> margins[] {
+        {"12.5", 12.5}, {"250", 250}, {"-3", 0}, {"none", 0}, {"1234567890123456789012345678901234567890", 10'000}};
+    for (const auto& [text, points] : margins) {
         put(stationeryPath("Letter.plist"),
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>templatePageMargin</key><string>"
-                + QByteArray(margin) + "</string></dict></plist>");
+                + QByteArray(text) + "</string></dict></plist>");
         ASSERT_TRUE(stationery.read("Letter").options.has_value());
-        EXPECT_EQ(stationery.read("Letter").options->templatePageMargin, 200) << margin;
+        EXPECT_EQ(stationery.read("Letter").options->templatePageMargin, points) << text;
     }
 }
 

@@ -7,6 +7,7 @@
 
 #include <QTextBlock>
 #include <QTextCursor>
+#include <QTextDocumentFragment>
 #include <QTextTable>
 
 namespace {
@@ -211,6 +212,24 @@ TEST_F(SubstitutionTest, AValueKeepsLineAndBlank)
 {
     EXPECT_EQ(replaced("a\n<contactadd2>\nb", "<contactadd2>", "x"), "a\nx\nb");
     EXPECT_EQ(replaced("<contacttitle> b", "<contacttitle>", " "), "  b");
+}
+
+TEST_F(SubstitutionTest, ALineAboveATableGoesToo)
+{
+    for (const auto& [before, after] : {std::pair("Mug\n<contactcounty>", "Mug"), std::pair("Mug\n<contactadd3>\n<contactcounty>", "Mug"),
+             std::pair("Mug\nin <contactcounty>", "Mug\nin "), std::pair("<contactcounty>", "")}) {
+        write(before);
+        QTextCursor end(document.get());
+        end.movePosition(QTextCursor::End);
+        end.insertTable(1, 1)->cellAt(0, 0).firstCursorPosition().insertText("cell");
+        substitution().replaceAllOccurencesOf(QString("<contactadd3>"), QString());
+        substitution().replaceAllOccurencesOf(QString("<contactcounty>"), QString());
+        ASSERT_NE(table(), nullptr) << before;
+        EXPECT_EQ(table()->cellAt(0, 0).firstCursorPosition().block().text(), "cell");
+        QTextCursor above(document.get());
+        above.setPosition(table()->firstPosition() - 1, QTextCursor::KeepAnchor);
+        EXPECT_EQ(above.selection().toPlainText(), after) << before;
+    }
 }
 
 TEST_F(SubstitutionTest, ALineThatGoesLeavesTheNextOneAsItWas)

@@ -46,14 +46,14 @@ void BackgroundImageTextView::show(QTextDocument& document, const PageSetup& set
     document.rootFrame()->setFrameFormat(format);
     document.clearUndoRedoStacks();
     setDocument(&document);
-    setFixedWidth(qRound(screenUnits(setup.paper.size(QPageSize::Point).width())));
+    setFixedWidth(qRound(screenUnits(setup.sheet().width())));
     connect(document.documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this, &BackgroundImageTextView::fitHeight);
     fitHeight();
 }
 
 void BackgroundImageTextView::fitHeight()
 {
-    const int paper = qRound(screenUnits(m_setup.paper.size(QPageSize::Point).height()));
+    const int paper = qRound(screenUnits(m_setup.sheet().height()));
     setFixedHeight(std::max(paper, qRound(document()->size().height())));
 }
 
