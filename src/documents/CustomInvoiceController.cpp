@@ -22,8 +22,6 @@
 namespace {
 
 constexpr int pdfDotsPerInch = 1200;
-/// Points; margins leave that much for the text on any sheet.
-constexpr double leastTextWidth = 72;
 
 } // namespace
 
@@ -90,9 +88,7 @@ PageSetup CustomInvoiceController::pageSetup() const
 {
     PageSetup setup = m_needs.pageSetup;
     if (m_template.options) {
-        const QSizeF paper = setup.sheet();
-        const double widest = (std::min(paper.width(), paper.height()) - leastTextWidth) / 2;
-        const double margin = std::min(m_template.options->templatePageMargin, widest);
+        const double margin = std::min(m_template.options->templatePageMargin, setup.widestMargin());
         setup.margins = {margin, margin, margin, margin};
         setup.verticallyCentred = m_template.options->centreContent;
     }

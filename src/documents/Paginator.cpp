@@ -61,11 +61,20 @@ QSizeF PageSetup::sheet() const
     return orientation == QPageLayout::Portrait ? standing : standing.transposed();
 }
 
+qreal PageSetup::widestMargin() const
+{
+    const QSizeF size = sheet();
+    return std::max(0.0, (std::min(size.width(), size.height()) - pointsPerInch) / 2);
+}
+
 PageSetup PageSetup::onPaperOf(const QPagedPaintDevice& device) const
 {
     PageSetup setup = *this;
     setup.paper = device.pageLayout().pageSize();
     setup.orientation = device.pageLayout().orientation();
+    const qreal widest = setup.widestMargin();
+    setup.margins = {std::min(margins.left(), widest), std::min(margins.top(), widest), std::min(margins.right(), widest),
+        std::min(margins.bottom(), widest)};
     return setup;
 }
 

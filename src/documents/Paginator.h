@@ -22,7 +22,9 @@ struct PageSetup {
 
     /// The size of the paper as it stands or lies, in points.
     QSizeF sheet() const;
-    /// The same on the paper that was chosen for the device.
+    /// The widest margin all round that leaves an inch for the text, in points.
+    qreal widestMargin() const;
+    /// The same on the paper that was chosen for the device; margins that it has no room for are narrower.
     PageSetup onPaperOf(const QPagedPaintDevice& device) const;
 };
 

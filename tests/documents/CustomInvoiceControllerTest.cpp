@@ -290,6 +290,19 @@ TEST_F(CustomInvoiceControllerTest, APrintGoesOnThePaperThatIsChosenForIt)
     EXPECT_EQ(shared.orientation, QPageLayout::Portrait);
 }
 
+TEST_F(CustomInvoiceControllerTest, OnSmallerPaperMarginsLeaveAnInchToo)
+{
+    writeTemplate("Mug");
+    writeOptions("<key>templatePageMargin</key><real>250</real>");
+    PdfPrinting paper;
+    printer = &paper;
+    paper.chosen = QPageLayout(QPageSize(QPageSize::A5), QPageLayout::Portrait, {});
+    letterFor(&order)->print();
+    // A5 is 420 points wide: 72 for the text, and twice 174.
+    EXPECT_NEAR(PdfReader(paper.bytes).place("Mug").left(), 174, 1);
+    EXPECT_EQ(shared.margins, QMarginsF(250, 250, 250, 250));
+}
+
 TEST_F(CustomInvoiceControllerTest, APrintThatFailsIsOnlyLogged)
 {
     writeTemplate("x");
