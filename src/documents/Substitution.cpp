@@ -1,5 +1,6 @@
 #include "documents/Substitution.h"
 
+#include "documents/FrameMarks.h"
 #include "foundation/Log.h"
 #include "storage/TableExport.h"
 
@@ -22,9 +23,6 @@ constexpr std::array<std::string_view, 29> lineRemovingTags {"<contactadd2>", "<
     "<contact2:county>", "<contact:company>", "<contact2:company>", "<contact:jobtitle>", "<contact2:jobtitle>", "<contact:title>",
     "<contact2:title>", "<contactsalutation>", "<contact2salutation>", "<contact:salutation>", "<contact2:salutation>",
     "<discountdescription>"};
-
-/// What stands where a table begins: the end of the paragraph before it.
-constexpr QChar frameStart(0xfdd0);
 
 /// A document that grows beyond this is no letter any more.
 constexpr int largestDocument = 32 * 1024 * 1024;

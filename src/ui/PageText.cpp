@@ -1,13 +1,11 @@
 #include "ui/PageText.h"
 
+#include "documents/FrameMarks.h"
+
 #include <algorithm>
 #include <vector>
 
 namespace {
-
-/// Both end a paragraph in a document, as line feed and carriage return do.
-constexpr QChar frameStart(0xfdd0);
-constexpr QChar frameEnd(0xfdd1);
 
 bool endsParagraph(QChar sign)
 {

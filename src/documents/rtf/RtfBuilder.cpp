@@ -1,5 +1,6 @@
 #include "documents/rtf/RtfBuilder.h"
 
+#include "documents/FrameMarks.h"
 #include "documents/rtf/RtfCodePage.h"
 
 #include <QTextOption>
@@ -29,11 +30,11 @@ bool isAmong(const std::array<std::string_view, N>& names, std::string_view name
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-/// Text as a document can hold it: two code points would end a frame of it.
+/// Text as a document can hold it.
 QString fitForDocument(QString text)
 {
     for (QChar& character : text) {
-        if (character == QChar(0xfdd0) || character == QChar(0xfdd1))
+        if (character == frameStart || character == frameEnd)
             character = QChar::ReplacementCharacter;
     }
     return text;
