@@ -93,7 +93,10 @@ void DatabaseSession::tellAgain()
 
 DatabaseFolder::AfterFile DatabaseSession::afterFile()
 {
-    return [this](RecordFile& file, bool existed) { takeOver(file, existed); };
+    return [this](RecordFile& file, bool existed) {
+        takeOver(file, existed);
+        m_changesWhenRead[&file] = file.changes();
+    };
 }
 
 void DatabaseSession::takeOver(RecordFile& file, bool existed)
@@ -136,7 +139,8 @@ void DatabaseSession::checkLock()
 }
 
 /// A folder that could not be locked, because it was not there yet or for another reason, is locked before anything is written into it,
-/// once that can be done. False when somebody else was faster: nothing may be written, and the news say where what it should hold is kept.
+/// once that can be done. False when somebody else was faster, or has been in it meanwhile: nothing may be written, and the news say where
+/// what it should hold is kept.
 bool DatabaseSession::lockLate(QStringList& news)
 {
     if (!m_hasNoLock)
@@ -145,13 +149,36 @@ bool DatabaseSession::lockLate(QStringList& news)
     if (!acquired)
         return true;
     m_hasNoLock = false;
-    if (acquired.value()) {
+    if (acquired.value() && !m_folder.changedSinceRead()) {
         logLine("lock written successfully");
         return true;
     }
-    news += m_folder.keepInstead(m_folder.files());
-    meetLock();
+    news += m_folder.keepInstead(changedFiles());
+    if (!acquired.value()) {
+        meetLock();
+        return false;
+    }
+    // A share that was not connected when it was read, or whose lock came and went: what is in it now was never seen.
+    m_folder.lock().release();
+    news += fillText(localText("%@ could not be locked when it was opened, and its files are others now. Nothing is written into it. "
+                               "Start Vendaro again to work with them."),
+        {m_folder.location()});
+    setReadOnly(true);
     return false;
+}
+
+/// Those whose records are no longer what was read. Where changes are not counted, all that have any.
+std::vector<RecordFile*> DatabaseSession::changedFiles() const
+{
+    std::vector<RecordFile*> changed;
+    for (const Entry& entry : m_entries) {
+        const std::optional<std::uint64_t> changes = entry.file->changes();
+        const auto whenRead = m_changesWhenRead.find(entry.file);
+        const bool isAsRead = whenRead != m_changesWhenRead.end() && whenRead->second == changes;
+        if (changes ? !isAsRead : entry.collection->getCount() > 0)
+            changed.push_back(entry.file);
+    }
+    return changed;
 }
 
 void DatabaseSession::meetLock()
@@ -183,6 +210,10 @@ QString DatabaseSession::windowTitle() const
 
 bool DatabaseSession::readOnlyCheck()
 {
+    QStringList news;
+    if (!m_readonlymode)
+        lockLate(news);
+    tellDamage(news);
     if (m_readonlymode)
         m_needs.alerts.ask(alerts::readOnlyMode);
     return !m_readonlymode;
@@ -190,7 +221,10 @@ bool DatabaseSession::readOnlyCheck()
 
 bool DatabaseSession::mayWriteInto(const QString& folder) const
 {
-    return folder == m_folder.location() ? !m_readonlymode : !DatabaseLock::standsIn(folder);
+    if (folder != m_folder.location())
+        return !DatabaseLock::standsIn(folder);
+    const bool isOthers = m_hasNoLock && (DatabaseLock::standsIn(folder) || m_folder.changedSinceRead());
+    return !m_readonlymode && !isOthers;
 }
 
 std::vector<RecordFile*> DatabaseSession::filesOf(const qvDataSource& sender) const
@@ -277,7 +311,8 @@ QStringList DatabaseSession::writeEverything()
 /// False when nothing may be written.
 bool DatabaseSession::writeAll(QStringList& news)
 {
-    if (m_readonlymode)
+    // The end may come before there was time to read anything.
+    if (m_readonlymode || m_folder.location().isEmpty())
         return false;
     makeFolders();
     if (!lockLate(news))
@@ -335,11 +370,21 @@ void DatabaseSession::unlockDatabase()
         m_needs.alerts.ask(alerts::databaseNotLocked);
         return;
     }
+    const LockInfo asked = m_folder.lock().read();
     if (m_needs.alerts.ask(alerts::unlockDatabase) != 1)
         return;
-    if (const Result<void> opened = m_folder.lock().forceOpen(); !opened) {
+    const Result<bool> opened = m_folder.lock().forceOpen(asked);
+    if (!opened) {
         logLine(opened.error().message);
         m_needs.alerts.ask({localText(alerts::unlockDatabase.title), QString::fromStdString(opened.error().message), {localText("OK")}});
+        return;
+    }
+    if (!opened.value()) {
+        // While the question was there, its lock went. Whoever may hold another one was not asked about.
+        if (m_folder.lock().exists())
+            meetLock();
+        else
+            m_needs.alerts.ask(alerts::databaseNotLocked);
         return;
     }
     // Whoever held the lock may have written until a moment ago; what was read then must not be written over it.

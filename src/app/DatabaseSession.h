@@ -9,6 +9,9 @@
 
 #include <QObject>
 
+#include <cstdint>
+#include <map>
+#include <optional>
 #include <vector>
 
 class Alerts;
@@ -117,12 +120,15 @@ private:
     void takeOver(RecordFile& file, bool existed);
     void checkLock();
     bool lockLate(QStringList& news);
+    std::vector<RecordFile*> changedFiles() const;
     void meetLock();
     void setReadOnly(bool readOnly);
 
     DatabaseSessionNeeds m_needs;
     DatabaseFolder& m_folder;
     std::vector<Entry> m_entries;
+    /// RecordFile::changes() of each.
+    std::map<const RecordFile*, std::optional<std::uint64_t>> m_changesWhenRead;
     std::vector<qvDataSource*> m_collections;
     std::vector<qvDataSource*> m_filteredAfterSwitch;
     LockInfo m_lockInfo;

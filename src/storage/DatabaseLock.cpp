@@ -2,6 +2,7 @@
 
 #include "desktop/Desktop.h"
 #include "foundation/Dates.h"
+#include "foundation/Folders.h"
 #include "foundation/SafeFile.h"
 #include "foundation/Text.h"
 #include "foundation/plist/PlistReader.h"
@@ -75,15 +76,21 @@ void DatabaseLock::setFolder(const QString& folder)
     m_written.clear();
 }
 
+bool DatabaseLock::exists() const
+{
+    const QFileInfo lock(path());
+    return lock.exists() || lock.isSymLink();
+}
+
 bool DatabaseLock::standsIn(const QString& folder)
 {
-    const QFileInfo lock(pathIn(folder));
-    return lock.exists() || lock.isSymLink();
+    return folders::mayBeThere(pathIn(folder)) || QFileInfo(pathIn(folder)).isSymLink();
 }
 
 LockInfo LockInfo::in(std::string_view bytes)
 {
     LockInfo lock;
+    lock.bytes = bytes;
     Result<PlistValue> contents = plist::read(bytes);
     if (!contents || !contents.value().isDict())
         return lock;
@@ -141,15 +148,18 @@ std::string DatabaseLock::unlockText(const LockInfo& lock) const
     return plist::write(kept);
 }
 
-Result<void> DatabaseLock::forceOpen()
+Result<bool> DatabaseLock::forceOpen(const LockInfo& asked)
 {
+    const LockInfo lock = read();
+    if (!exists() || lock.bytes != asked.bytes)
+        return false;
     const std::string stamp = dates::write(m_clock.now(), dates::stamp);
-    const Result<std::string> keptPath = keepUnlock(m_folder.toStdString() + "/unlock" + stamp, unlockText(read()));
+    const Result<std::string> keptPath = keepUnlock(m_folder.toStdString() + "/unlock" + stamp, unlockText(lock));
     if (!keptPath)
         return keptPath.error();
     if (Result<void> asItWas = keepDamaged(path().toStdString(), keptPath.value() + ".damaged"); !asItWas)
-        return asItWas;
+        return asItWas.error();
     if (!QFile::remove(path()))
         return Error {path().toStdString() + " could not be removed"};
-    return {};
+    return true;
 }

@@ -30,6 +30,8 @@ struct LockInfo {
     processMark::Life holder = processMark::Life::unknown;
     /// Everything in the file, for the copy that a forced unlock keeps.
     PlistValue contents = PlistValue::makeDict();
+    /// The file, whether it reads or not.
+    std::string bytes;
 };
 
 class DatabaseLock {
@@ -43,8 +45,9 @@ public:
     void setFolder(const QString& folder);
     QString path() const { return pathIn(m_folder); }
 
-    bool exists() const { return standsIn(m_folder); }
-    /// Whether there is a lock in the folder, whoever's it is.
+    /// Whether there is a lock to be seen.
+    bool exists() const;
+    /// Whether there is a lock in the folder, whoever's it is. Where nobody can tell, it is taken for one.
     static bool standsIn(const QString& folder);
     /// What the lock says; an unreadable lock is still one, without a reason.
     LockInfo read() const;
@@ -52,8 +55,9 @@ public:
     Result<bool> acquire();
     /// Takes our lock away; a foreign one stays. Answers whether a lock of ours was removed.
     bool release();
-    /// A forced unlock: the lock's contents are kept in an "unlock" file and the lock goes.
-    Result<void> forceOpen();
+    /// A forced unlock: the lock's contents are kept in an "unlock" file and the lock goes. Answers false, and does nothing, when the
+    /// lock that is there is not the one that was asked about.
+    Result<bool> forceOpen(const LockInfo& asked);
     /// Whether the lock that is there is the one we wrote.
     bool isOurs() const;
 

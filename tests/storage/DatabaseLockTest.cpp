@@ -128,7 +128,7 @@ TEST_F(DatabaseLockTest, aForcedUnlockKeepsWhatTheLockSaid)
 {
     put(document(entry("datetime", "2024-02-29 09:00:00 +0000") + entry("reason", "database open") + entry("user", "bob")));
 
-    ASSERT_TRUE(lock.forceOpen().ok());
+    ASSERT_TRUE(lock.forceOpen(lock.read()).ok());
 
     EXPECT_FALSE(lock.exists());
     EXPECT_EQ(contents("unlock20240301-101530.xml"),
@@ -138,11 +138,46 @@ TEST_F(DatabaseLockTest, aForcedUnlockKeepsWhatTheLockSaid)
     EXPECT_FALSE(lock.release()) << "no lock is written after a forced unlock";
 }
 
+TEST_F(DatabaseLockTest, aForcedUnlockOfAnotherLockThanWasAskedAboutTakesNothing)
+{
+    put(document(entry("user", "bob")));
+    const LockInfo asked = lock.read();
+    put(document(entry("user", "carol")));
+
+    const Result<bool> opened = lock.forceOpen(asked);
+
+    ASSERT_TRUE(opened.ok());
+    EXPECT_FALSE(opened.value());
+    EXPECT_EQ(lock.read().user, "carol");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList("lock.xml"));
+}
+
+TEST_F(DatabaseLockTest, whenTheLockWentByItselfThereIsNothingToForce)
+{
+    put("");
+    const LockInfo asked = lock.read();
+    ASSERT_TRUE(QFile::remove(lock.path()));
+
+    const Result<bool> opened = lock.forceOpen(asked);
+
+    ASSERT_TRUE(opened.ok());
+    EXPECT_FALSE(opened.value());
+    EXPECT_TRUE(QDir(folder.path()).entryList(QDir::Files).isEmpty());
+}
+
+TEST_F(DatabaseLockTest, aFolderThatCannotBeLookedIntoIsTakenForLocked)
+{
+    EXPECT_FALSE(DatabaseLock::standsIn(folder.path()));
+    EXPECT_FALSE(DatabaseLock::standsIn(folder.path() + "/missing"));
+    // A name that no file system takes: the look itself fails.
+    EXPECT_TRUE(DatabaseLock::standsIn(folder.path() + '/' + QString(300, 'x')));
+}
+
 TEST_F(DatabaseLockTest, aForcedUnlockKeepsADamagedLockByteForByte)
 {
     put("not a list at all");
 
-    ASSERT_TRUE(lock.forceOpen().ok());
+    ASSERT_TRUE(lock.forceOpen(lock.read()).ok());
 
     EXPECT_FALSE(lock.exists());
     EXPECT_EQ(contents("unlock20240301-101530.xml.damaged"), "not a list at all");
@@ -159,7 +194,7 @@ TEST_F(DatabaseLockTest, aForcedUnlockWhoseCopyCannotBeKeptLeavesTheLock)
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &nothing), 0);
     const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
-    const Result<void> opened = lock.forceOpen();
+    const Result<bool> opened = lock.forceOpen(lock.read());
     std::signal(SIGXFSZ, ignored);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
 
@@ -173,7 +208,7 @@ TEST_F(DatabaseLockTest, aForcedUnlockWhoseDamagedLockCannotBeKeptLeavesTheLock)
     put("not a list at all");
     ASSERT_TRUE(QDir().mkpath(folder.path() + "/unlock20240301-101530.xml.damaged/in the way"));
 
-    EXPECT_FALSE(lock.forceOpen().ok());
+    EXPECT_FALSE(lock.forceOpen(lock.read()).ok());
     EXPECT_TRUE(lock.exists());
 }
 
@@ -182,7 +217,7 @@ TEST_F(DatabaseLockTest, whatHasTheNameOfTheKeptLockStays)
     put(document(entry("user", "bob")));
     ASSERT_TRUE(QDir().mkpath(folder.path() + "/unlock20240301-101530.xml/in the way"));
 
-    EXPECT_TRUE(lock.forceOpen().ok());
+    EXPECT_TRUE(lock.forceOpen(lock.read()).ok());
 
     EXPECT_TRUE(QDir(folder.path() + "/unlock20240301-101530.xml/in the way").exists());
     EXPECT_TRUE(contents("unlock20240301-101530-1.xml").contains("bob"));
@@ -257,9 +292,9 @@ TEST_F(DatabaseLockTest, theLockForReadingElsewhereNamesNoHolder)
 TEST_F(DatabaseLockTest, twoForcedUnlocksOfOneSecondKeepBothLocks)
 {
     put(document(entry("user", "bob")));
-    ASSERT_TRUE(lock.forceOpen().ok());
+    ASSERT_TRUE(lock.forceOpen(lock.read()).ok());
     put(document(entry("user", "cleo")));
-    ASSERT_TRUE(lock.forceOpen().ok());
+    ASSERT_TRUE(lock.forceOpen(lock.read()).ok());
 
     EXPECT_TRUE(contents("unlock20240301-101530.xml").contains("bob"));
     EXPECT_TRUE(contents("unlock20240301-101530-1.xml").contains("cleo"));

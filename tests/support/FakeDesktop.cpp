@@ -7,6 +7,8 @@
 int FakeAlerts::ask(const Alert& alert)
 {
     m_asked.push_back(alert);
+    if (meanwhile)
+        meanwhile();
     if (m_answers.empty()) {
         ADD_FAILURE() << "An alert without a prepared answer: \"" << alert.title.toStdString() << "\": \"" << alert.text.toStdString()
                       << "\" [" << alert.buttons.join(" | ").toStdString() << "]";

@@ -11,6 +11,7 @@
 #include <QTimeZone>
 
 #include <deque>
+#include <functional>
 #include <vector>
 
 /// Answers alerts in the order their answers were queued. An alert without an answer fails the test and counts as
@@ -33,6 +34,8 @@ public:
     void forget() { m_asked.clear(); }
     /// How many prepared answers nobody has asked for.
     std::size_t answersLeft() const { return m_answers.size(); }
+    /// What happens elsewhere while a question is there.
+    std::function<void()> meanwhile;
 
 private:
     struct Answer {
