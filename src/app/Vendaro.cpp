@@ -80,7 +80,11 @@ Vendaro::Vendaro(VendaroDesktop desktop)
     m_pageSetup.paper = usualPaper(QString::fromStdString(m_desktop.locale));
     registerFiles();
     followContacts();
-    m_properties.onTrouble = [this](const QString& sentence) { m_session.tellDamage({sentence}); };
+    m_properties.onTrouble = [this](const QString& sentence) {
+        m_session.tellDamage({sentence});
+        if (!m_properties.unsavedReason().isEmpty())
+            Q_EMIT m_session.savedStateChanged();
+    };
     connect(&m_session, &DatabaseSession::fileLoaded, this, &Vendaro::afterLoading);
     connect(&m_session, &DatabaseSession::openedForWriting, &m_preferences, &PrefsController::completeDatabaseProperties);
     connect(&m_session, &DatabaseSession::openedForWriting, this, &Vendaro::askAboutUpgrading);
@@ -221,6 +225,15 @@ bool Vendaro::keepSettings()
     return kept;
 }
 
+void Vendaro::retry()
+{
+    m_session.retry();
+    if (m_properties.unsavedReason().isEmpty())
+        return;
+    m_properties.retry([this](const QString& folder) { return m_session.mayWriteInto(folder); });
+    Q_EMIT m_session.savedStateChanged();
+}
+
 QString Vendaro::saveEverything()
 {
     m_session.saveEverything();
@@ -242,7 +255,8 @@ UpdateNeeds Vendaro::updateNeeds()
 
 QString Vendaro::unsavedReason() const
 {
-    for (const QString& reason : {m_folder.unsavedReason(), m_settings.unsavedReason(), m_notepad.unsavedReason()}) {
+    for (const QString& reason :
+        {m_folder.unsavedReason(), m_properties.unsavedReason(), m_settings.unsavedReason(), m_notepad.unsavedReason()}) {
         if (!reason.isEmpty())
             return reason;
     }

@@ -94,6 +94,8 @@ public:
     void writeForGood();
     /// Writes the settings when they changed; answers whether all of them are on disk.
     bool keepSettings();
+    /// Tries again what could not be written, records and what belongs to the database beside them.
+    void retry();
     /// Writes records, settings and the notepad; answers why something is not saved, empty when all is.
     QString saveEverything();
     /// Empty when all is saved, else why something is not, be it records, settings or the notepad.

@@ -39,13 +39,47 @@ void FolderProperties::setObjectForKey(const QString& folder, std::string_view v
     if (readWholeFile(folder.toStdString()).trouble == ReadTrouble::missing)
         return;
     const PlistValue wanted(cleanUtf8(value));
-    PlistValue& unsaved = m_unsaved.try_emplace(folder, PlistValue::makeDict()).first->second;
+    Unsaved& unsaved = m_unsaved[folder];
     if (const Result<void> written = write(folder, wanted, key); written)
-        unsaved.remove(key);
+        unsaved.values.remove(key);
     else {
-        unsaved.set(key, wanted);
-        tellNotWritten(folder, written.error().message);
+        unsaved.values.set(key, wanted);
+        unsaved.reason = written.error().message;
+        tellNotWritten(folder, unsaved.reason);
     }
+}
+
+void FolderProperties::retry(const std::function<bool(const QString& folder)>& mayWrite)
+{
+    for (auto& [folder, unsaved] : m_unsaved) {
+        if (unsaved.values.dict().empty() || !mayWrite(folder))
+            continue;
+        const PlistValue::Dict tried = unsaved.values.dict();
+        for (const auto& [key, value] : tried) {
+            if (maySet(folder, key) && write(folder, value, key))
+                unsaved.values.remove(key);
+        }
+    }
+}
+
+/// Whether it is known that the key has no value in the folder that nobody here has seen.
+bool FolderProperties::maySet(const QString& folder, const std::string& key)
+{
+    if (!m_unread.contains({folder, key}))
+        return true;
+    const bool isThere = objectForKey(folder, key).has_value();
+    if (isThere)
+        m_unread.emplace(folder, key);
+    return !isThere;
+}
+
+QString FolderProperties::unsavedReason() const
+{
+    for (const auto& [folder, unsaved] : m_unsaved) {
+        if (!unsaved.values.dict().empty())
+            return QString::fromStdString(unsaved.reason);
+    }
+    return {};
 }
 
 Result<void> FolderProperties::write(const QString& folder, const PlistValue& value, std::string_view key)
@@ -73,10 +107,10 @@ Result<void> FolderProperties::write(const QString& folder, const PlistValue& va
 QStringList FolderProperties::keepUnsaved()
 {
     QStringList sentences;
-    for (const auto& [folder, values] : std::exchange(m_unsaved, {})) {
-        if (values.dict().empty())
+    for (const auto& [folder, unsaved] : std::exchange(m_unsaved, {})) {
+        if (unsaved.values.dict().empty())
             continue;
-        const Result<QString> kept = m_recovery.keepBytes(infoPath(folder), plist::write(values), KeptFor::unsaved);
+        const Result<QString> kept = m_recovery.keepBytes(infoPath(folder), plist::write(unsaved.values), KeptFor::unsaved);
         sentences += infoPath(folder) + " could not be written. "
             + (kept ? "What it should hold is kept as " + kept.value() : QString::fromStdString(kept.error().message)) + '.';
         logLine(sentences.last().toStdString());

@@ -36,6 +36,10 @@ public:
     /// file while it is unreadable, nor a key whose own value was never seen. A failure is logged and told.
     void setObjectForKey(const QString& folder, std::string_view value, std::string_view key) override;
 
+    /// Tries again what could not be written, into the folders that may be written into.
+    void retry(const std::function<bool(const QString& folder)>& mayWrite);
+    /// Empty when all is written, else why something is not.
+    QString unsavedReason() const;
     /// Puts what could not be written into the recovery store; one sentence for each file.
     QStringList keepUnsaved();
 
@@ -43,6 +47,7 @@ public:
     std::function<void(const QString& sentence)> onTrouble;
 
 private:
+    bool maySet(const QString& folder, const std::string& key);
     Result<void> keepDamaged(const QString& folder) const;
     void tell(const QString& sentence) const;
     Result<void> write(const QString& folder, const PlistValue& value, std::string_view key);
@@ -51,6 +56,10 @@ private:
     RecoveryStore& m_recovery;
     /// Folders and keys whose last reading failed for a reason that may pass.
     mutable std::set<std::pair<QString, std::string>> m_unread;
+    struct Unsaved {
+        PlistValue values = PlistValue::makeDict();
+        std::string reason;
+    };
     /// By folder, what was set and is not in the file.
-    std::map<QString, PlistValue> m_unsaved;
+    std::map<QString, Unsaved> m_unsaved;
 };

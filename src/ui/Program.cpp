@@ -59,7 +59,7 @@ Program::Program() : m_vendaro(desktop())
     m_settingsTimer.setSingleShot(true);
     m_vendaro.settingsStore().onDirty = [this] { m_settingsTimer.start(settingsInterval); };
     connect(&m_settingsTimer, &QTimer::timeout, this, &Program::keepSettings);
-    connect(&m_retryTimer, &QTimer::timeout, this, [this] { m_vendaro.session().retry(); });
+    connect(&m_retryTimer, &QTimer::timeout, this, [this] { m_vendaro.retry(); });
 }
 
 Program::~Program()

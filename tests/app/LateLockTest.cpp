@@ -104,7 +104,7 @@ TEST_F(LateLockTest, whatCouldNotBeWrittenWaitsForTheLockToo)
     ASSERT_TRUE(inTheWay.remove());
     ASSERT_TRUE(QDir().mkpath(share()));
 
-    app().session().retry();
+    app().retry();
     app().folder().drain();
 
     EXPECT_TRUE(QFileInfo::exists(share() + "/contacts.xml"));

@@ -418,6 +418,27 @@ TEST_F(StartUpTest, damagedSettingsOfTheDatabaseAreToldOnceSomebodyListens)
     EXPECT_EQ(kept.readAll(), "damaged");
 }
 
+TEST_F(StartUpTest, settingsOfTheDatabaseThatCannotBeWrittenShowAsUnsavedUntilTheyAre)
+{
+    start();
+    app().getPrefsController().OKButton();
+    EXPECT_EQ(app().unsavedReason(), QString());
+    QFile::remove(databaseFolder() + "/info.plist");
+    ASSERT_TRUE(QDir().mkpath(databaseFolder() + "/info.plist"));
+    app().getPrefsController().form.currency.setText("Fr");
+    app().getPrefsController().OKButton();
+    EXPECT_TRUE(app().unsavedReason().contains("info.plist")) << app().unsavedReason().toStdString();
+    ASSERT_TRUE(QDir().rmdir(databaseFolder() + "/info.plist"));
+    int changed = 0;
+    QObject::connect(&app().session(), &DatabaseSession::savedStateChanged, [&] { ++changed; });
+
+    app().retry();
+
+    EXPECT_EQ(app().unsavedReason(), QString());
+    EXPECT_GT(changed, 0);
+    EXPECT_TRUE(readFile("info.plist").contains("<string>Fr</string>"));
+}
+
 TEST_F(StartUpTest, settingsOfTheDatabaseThatCannotBeWrittenAtTheEndAreToldByTheNextStart)
 {
     start();

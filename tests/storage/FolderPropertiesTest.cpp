@@ -200,6 +200,44 @@ TEST_F(FolderPropertiesTest, aValueThatIsNoTextIsKeptAndToldBeforeItIsReplaced)
     EXPECT_EQ(properties.objectForKey(folder, "dbName"), "New");
 }
 
+TEST_F(FolderPropertiesTest, whatCouldNotBeWrittenIsToldAndTriedAgainWhereThatIsAllowed)
+{
+    EXPECT_EQ(properties.unsavedReason(), QString());
+    QDir().mkpath(folder + "/info.plist");
+    properties.setObjectForKey(folder, "GBP", "currency");
+    EXPECT_TRUE(properties.unsavedReason().contains(folder + "/info.plist")) << properties.unsavedReason().toStdString();
+    properties.retry([](const QString&) { return true; });
+    EXPECT_FALSE(properties.unsavedReason().isEmpty());
+    QDir(folder).rmdir("info.plist");
+    properties.retry([](const QString&) { return false; });
+    EXPECT_EQ(contents(folder + "/info.plist"), "(none)");
+
+    properties.retry([this](const QString& other) { return other == folder; });
+
+    EXPECT_EQ(contents(folder + "/info.plist"), document("<dict>\n\t<key>currency</key>\n\t<string>GBP</string>\n</dict>\n"));
+    EXPECT_EQ(properties.unsavedReason(), QString());
+    EXPECT_EQ(properties.keepUnsaved(), QStringList());
+}
+
+TEST_F(FolderPropertiesTest, whatWasNeverReadIsSetLaterOnlyWhereNothingTurnsOutToBe)
+{
+    QDir().mkpath(folder + "/info.plist");
+    for (const char* key : {"currency", "dbName"}) {
+        EXPECT_FALSE(properties.objectForKey(folder, key).has_value());
+        properties.setObjectForKey(folder, "Ours", key);
+    }
+    QDir(folder).rmdir("info.plist");
+    put(document("<dict>\n\t<key>currency</key>\n\t<string>EUR</string>\n</dict>\n"));
+
+    properties.retry([](const QString&) { return true; });
+    properties.retry([](const QString&) { return true; });
+
+    EXPECT_EQ(properties.objectForKey(folder, "currency"), "EUR");
+    EXPECT_EQ(properties.objectForKey(folder, "dbName"), "Ours");
+    EXPECT_FALSE(properties.unsavedReason().isEmpty());
+    EXPECT_EQ(properties.keepUnsaved().size(), 1);
+}
+
 TEST_F(FolderPropertiesTest, whatCouldNotBeWrittenIsKeptAtTheEnd)
 {
     QDir().mkpath(folder + "/info.plist");
