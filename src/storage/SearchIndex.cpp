@@ -55,23 +55,49 @@ void SearchIndex::changed(const dataObject& record, std::size_t position)
         reset();
 }
 
+void SearchIndex::appended(const dataObject& record)
+{
+    if (!m_valid)
+        return;
+    m_known.clear();
+    appendText(record);
+}
+
+void SearchIndex::removed(const dataObject& record, std::size_t position)
+{
+    if (!m_valid)
+        return;
+    m_known.clear();
+    m_changed.erase(&record);
+    for (auto& [other, place] : m_changed) {
+        if (place > position)
+            --place;
+    }
+    const std::size_t size = m_starts[position + 1] - m_starts[position];
+    m_folded.erase(m_starts[position], size);
+    const auto gone = m_starts.begin() + static_cast<std::ptrdiff_t>(position);
+    std::for_each(m_starts.erase(gone), m_starts.end(), [size](std::size_t& start) { start -= size; });
+}
+
 void SearchIndex::build(const std::vector<dataObject*>& records)
 {
     m_folded.clear();
-    m_starts.clear();
+    m_starts.assign(1, 0);
     m_known.clear();
     m_changed.clear();
     m_starts.reserve(records.size() + 1);
-    std::string text;
-    for (const dataObject* record : records) {
-        m_starts.push_back(m_folded.size());
-        text.clear();
-        record->appendSearchText(text);
-        appendFolded(m_folded, text);
-        m_folded += recordEnd;
-    }
-    m_starts.push_back(m_folded.size());
+    for (const dataObject* record : records)
+        appendText(*record);
     m_valid = true;
+}
+
+void SearchIndex::appendText(const dataObject& record)
+{
+    m_text.clear();
+    record.appendSearchText(m_text);
+    appendFolded(m_folded, m_text);
+    m_folded += recordEnd;
+    m_starts.push_back(m_folded.size());
 }
 
 std::string_view SearchIndex::textOf(std::size_t position) const

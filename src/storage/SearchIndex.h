@@ -24,16 +24,23 @@ public:
     bool isBuilt() const { return m_valid; }
     /// The fields of a record at that position in the list changed.
     void changed(const dataObject& record, std::size_t position);
-    /// Records came, went or moved.
+    /// A record came behind the last one.
+    void appended(const dataObject& record);
+    /// The record at that position went, and those behind it moved up.
+    void removed(const dataObject& record, std::size_t position);
+    /// Records came, went or moved in any other way.
     void reset();
 
 private:
     void build(const std::vector<dataObject*>& records);
+    void appendText(const dataObject& record);
     std::vector<bool> search(const std::string& folded) const;
     std::vector<bool> narrow(const std::vector<bool>& candidates, const std::string& folded) const;
     const std::vector<bool>* longestKnownStart(const std::string& folded) const;
     std::string_view textOf(std::size_t position) const;
 
+    /// Of the record that is being appended; kept for its room.
+    std::string m_text;
     std::string m_folded;
     /// Where each record's text starts; one more entry than records.
     std::vector<std::size_t> m_starts;

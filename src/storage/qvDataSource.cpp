@@ -35,7 +35,7 @@ void qvDataSource::appendToCollection(dataObject& record)
     record.m_position = static_cast<std::uint32_t>(m_collection.size());
     m_collection.push_back(&record);
     ++m_changes;
-    m_searchIndex->reset();
+    m_searchIndex->appended(record);
     invalidateRows();
 }
 
@@ -109,19 +109,24 @@ void qvDataSource::deleteItem(dataObject& record)
 
 void qvDataSource::deleteItems(std::span<dataObject* const> records)
 {
+    if (records.empty())
+        return;
     const std::unordered_set<const dataObject*> deleted(records.begin(), records.end());
     const auto isDeleted = [&](const dataObject* candidate) { return deleted.contains(candidate); };
     for (dataObject* record : records) {
         if (holds(*record))
             recordRemoved(*record);
     }
+    if (records.size() == 1 && holds(*records.front()))
+        m_searchIndex->removed(*records.front(), records.front()->m_position);
+    else
+        m_searchIndex->reset();
     std::erase_if(m_collection, isDeleted);
     std::erase_if(m_sortArray, isDeleted);
     std::erase_if(m_selection, isDeleted);
     m_positionsValid = false;
     ++m_changes;
     findAndSetHighestId();
-    m_searchIndex->reset();
     invalidateRows();
 }
 

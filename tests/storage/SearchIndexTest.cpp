@@ -116,6 +116,24 @@ TEST_F(SearchIndexTest, recordsThatComeGoOrMoveAreFoundWhereTheyAre)
     EXPECT_EQ(found("o"), "");
 }
 
+TEST_F(SearchIndexTest, aRecordThatGoesTakesNoOthersWithIt)
+{
+    articles.addNamed("first");
+    Article& gone = articles.addNamed("second");
+    Article& changed = articles.addNamed("third");
+    articles.addNamed("fourth");
+    EXPECT_EQ(found("r"), "first third fourth ");
+    changed.setFieldByName("name", "3rd");
+    gone.setFieldByName("name", "2nd");
+
+    articles.deleteItem(gone);
+
+    EXPECT_EQ(found("rd"), "3rd ");
+    EXPECT_EQ(found("th"), "fourth ");
+    EXPECT_EQ(found("nd"), "");
+    EXPECT_EQ(found("first"), "first ");
+}
+
 TEST_F(SearchIndexTest, findsWhatAskingEveryRecordWouldFind)
 {
     std::mt19937 random(11);
@@ -128,13 +146,21 @@ TEST_F(SearchIndexTest, findsWhatAskingEveryRecordWouldFind)
     };
     for (int i = 0; i < 300; ++i)
         articles.addNamed(word() + ' ' + word()).setFieldByName("note", word());
+    const auto any = [&] { return articles.getnthItem(static_cast<int>(random() % static_cast<unsigned>(articles.getCount()))); };
     for (int round = 0; round < 400; ++round) {
         for (unsigned change = random() % 40; change > 0; --change)
-            articles.getnthItem(static_cast<int>(random() % 300))->setFieldByName(random() % 2 ? "name" : "note", word());
+            any()->setFieldByName(random() % 2 ? "name" : "note", word());
+        for (unsigned change = random() % 4; change > 0; --change) {
+            dataObject& gone = *any();
+            articles.deleteItem(gone);
+            gone.setFieldByName("name", word());
+            random() % 2 ? articles.restore(gone) : static_cast<void>(articles.addNamed(word()));
+            any()->setFieldByName("name", word());
+        }
         const std::string first = word();
         const std::string second = word();
         articles.search(first + ' ' + second);
-        for (int i = 0; i < 300; ++i) {
+        for (int i = 0; i < articles.getCount(); ++i) {
             const Article& article = *articles.getnthItem(i);
             ASSERT_EQ(article.getVisible(), article.contains(first) && article.contains(second))
                 << "round " << round << ", \"" << first << "\" and \"" << second << "\" in \"" << article.getFieldByName("name")
