@@ -75,6 +75,15 @@ Result<std::vector<IntendedFile>> readIntent(const std::string& folder)
     return line == intentEnd ? files : std::vector<IntendedFile>();
 }
 
+/// Whether the intent is about that file's new contents, as far as anybody knows.
+bool names(const Result<std::vector<IntendedFile>>& intent, const IntendedFile& wanted)
+{
+    if (!intent)
+        return true;
+    return std::any_of(
+        intent.value().begin(), intent.value().end(), [&](const IntendedFile& file) { return file.temporary == wanted.temporary; });
+}
+
 /// An error when the file is there and cannot be read.
 Result<bool> holds(const std::string& path, const IntendedFile& wanted)
 {
@@ -165,13 +174,13 @@ Result<void> FileGroup::commitTogether()
         before.begin(), before.end(), std::back_inserter(waiting), [&](const IntendedFile& file) { return !isOwn(file) && file.waits; });
     std::vector<IntendedFile> all = own;
     all.insert(all.end(), waiting.begin(), waiting.end());
-    if (Result<void> written = writeIntent(m_folder, all); !written)
-        return written;
-
-    const Result<void> renamed = renameAll();
+    const Result<void> announced = writeIntent(m_folder, all);
+    const Result<void> renamed = announced ? renameAll() : announced;
     if (!renamed && m_files.front().stillWaits()) {
-        const Result<void> restored = writeIntent(m_folder, before);
-        return restored ? renamed : restored;
+        // The new intent may stand there all the same. Where the earlier one cannot take its place, what it names must not go.
+        if (!writeIntent(m_folder, before) && names(readIntent(m_folder), own.front()))
+            keepTemporaries();
+        return renamed;
     }
     for (const IntendedFile& file : before) {
         if (isOwn(file))

@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -81,12 +82,16 @@ Result<void> copyContents(const fs::path& source, const fs::path& target, CopyFo
 
 Result<bool> copyFolder(const fs::path& source, const fs::path& target, CopyFor purpose)
 {
+    // Its rights come last: the folder may be one that nobody writes into.
+    if (::mkdir(target.c_str(), 0700) != 0)
+        return errno == EEXIST ? Result<bool>(false) : Result<bool>(folderError("cannot copy the folder", source, lastError()));
+    Result<void> copied = copyContents(source, target, purpose);
     std::error_code code;
-    if (!fs::create_directory(target, source, code)) {
-        const bool isTaken = !code || code == std::errc::file_exists;
-        return isTaken ? Result<bool>(false) : Result<bool>(folderError("cannot copy the folder", source, code));
-    }
-    const Result<void> copied = copyContents(source, target, purpose);
+    const fs::perms rights = fs::status(source, code).permissions();
+    if (copied && !code)
+        fs::permissions(target, rights | fs::perms::owner_all, code);
+    if (copied && code)
+        copied = folderError("cannot copy the folder", source, code);
     if (copied)
         return true;
     fs::remove_all(target, code);
@@ -152,21 +157,6 @@ Result<bool> settleMoved(const fs::path& source, const fs::path& target)
     return flushed.error();
 }
 
-/// The source goes only when the copy would outlast a power cut.
-Result<bool> moveAcross(const fs::path& source, const fs::path& target)
-{
-    Result<bool> copied = copyEntry(source, target, CopyFor::takingThePlace);
-    if (!copied || !copied.value())
-        return copied;
-    std::error_code code;
-    if (const Result<void> flushed = flushFolder(target.parent_path()); !flushed) {
-        fs::remove_all(target, code);
-        return flushed.error();
-    }
-    fs::remove_all(source, code);
-    return code ? Result<bool>(folderError("everything was copied, but the original cannot be removed:", source, code)) : copied;
-}
-
 /// Where the file system cannot keep a name from being replaced by itself.
 Result<bool> moveAfterLooking(const fs::path& source, const fs::path& target)
 {
@@ -175,6 +165,42 @@ Result<bool> moveAfterLooking(const fs::path& source, const fs::path& target)
     std::error_code code;
     fs::rename(source, target, code);
     return code ? Result<bool>(folderError("cannot move", source, code)) : settleMoved(source, target);
+}
+
+/// Nothing when they are on two file systems.
+std::optional<Result<bool>> renameIfFree(const fs::path& source, const fs::path& target)
+{
+    if (::renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0)
+        return settleMoved(source, target);
+    switch (errno) {
+    case EEXIST: return false;
+    case EXDEV: return std::nullopt;
+    case EINVAL:
+    case ENOSYS: return moveAfterLooking(source, target);
+    default: return folderError("cannot move", source, lastError());
+    }
+}
+
+/// The copy has its name when it is complete, and the source goes only when that would outlast a power cut.
+Result<bool> moveAcross(const fs::path& source, const fs::path& target)
+{
+    if (isThere(target))
+        return false;
+    const fs::path unfinished = target.parent_path() / ('.' + target.filename().string() + ".unfinished");
+    std::error_code code;
+    fs::remove_all(unfinished, code);
+    const Result<bool> copied = copyEntry(source, unfinished, CopyFor::takingThePlace);
+    if (!copied)
+        return copied;
+    if (!copied.value())
+        return thereAlready(unfinished);
+    Result<bool> named = renameIfFree(unfinished, target).value_or(false);
+    if (!named || !named.value()) {
+        fs::remove_all(unfinished, code);
+        return named;
+    }
+    fs::remove_all(source, code);
+    return code ? Result<bool>(folderError("everything was copied, but the original cannot be removed:", source, code)) : named;
 }
 
 /// What comes of something that must not have been there.
@@ -256,7 +282,11 @@ bool haveSameBytes(const QString& path, const QString& other)
 
 Result<void> copyTree(const QString& source, const QString& target)
 {
-    return unlessTaken(copyEntry(nativePath(source), nativePath(target), CopyFor::readingElsewhere), target);
+    std::error_code code;
+    const fs::path real = fs::canonical(nativePath(source), code);
+    if (code)
+        return folderError("cannot copy", nativePath(source), code);
+    return unlessTaken(copyEntry(real, nativePath(target), CopyFor::readingElsewhere), target);
 }
 
 Result<void> linkOrCopy(const QString& source, const QString& target)
@@ -275,15 +305,8 @@ Result<bool> moveIfFree(const QString& source, const QString& target)
 {
     const fs::path from = nativePath(source);
     const fs::path to = nativePath(target);
-    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
-        return settleMoved(from, to);
-    switch (errno) {
-    case EEXIST: return false;
-    case EXDEV: return moveAcross(from, to);
-    case EINVAL:
-    case ENOSYS: return moveAfterLooking(from, to);
-    default: return folderError("cannot move", from, lastError());
-    }
+    const std::optional<Result<bool>> renamed = renameIfFree(from, to);
+    return renamed ? *renamed : moveAcross(from, to);
 }
 
 Result<void> move(const QString& source, const QString& target)

@@ -17,8 +17,9 @@ QString resolveIgnoringCase(const QString& parent, const QString& name);
 Result<void> make(const QString& path);
 /// The same, and nobody but the user may look into it.
 Result<void> makePrivate(const QString& path);
-/// Copies a file or a folder with everything in it, and flushes the copies. Links are copied as links, devices and pipes left out; target
-/// must not exist. What was copied until something failed is taken away again.
+/// Copies a file or a folder with everything in it, and flushes the copies. Links in it are copied as links, devices and pipes left out; of a
+/// link what it leads to is copied. The owner may write into copied folders. Target must not exist. What was copied until something failed is
+/// taken away again.
 Result<void> copyTree(const QString& source, const QString& target);
 /// A second name for the file, or a flushed copy where there can be none; target must not exist.
 Result<void> linkOrCopy(const QString& source, const QString& target);

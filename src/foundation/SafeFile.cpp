@@ -337,9 +337,10 @@ Result<bool> createExclusively(const std::string& path, std::string_view bytes, 
     const bool written = writeFully(created, bytes) && ::fsync(created) == 0;
     const std::string reason = written ? std::string() : reasonFor(path, "written");
     ::close(created);
-    if (!written) {
+    const Result<void> settled = written ? flushFolder(folderOf(path)) : Result<void>(Error {reason});
+    if (!settled) {
         ::unlink(path.c_str());
-        return Error {reason};
+        return settled.error();
     }
     if (finish)
         finish(path);

@@ -22,7 +22,7 @@ Result<void> DatabaseFolder::copyTo(const QString& target)
     QString unfinished = target + ".unfinished";
     for (int i = 1; QFileInfo::exists(unfinished) || QFileInfo(unfinished).isSymLink(); ++i)
         unfinished = target + ".unfinished-" + QString::number(i);
-    Result<void> copied = folders::copyTree(m_location, unfinished);
+    Result<void> copied = folders::copyTree(from, unfinished);
     if (copied)
         copied = writeFileSafely((unfinished + "/lock.xml").toStdString(), m_lock.contents(DatabaseLock::offlineReason));
     if (copied)

@@ -1,5 +1,7 @@
 #include "foundation/Folders.h"
 
+#include "foundation/FileCalls.h"
+
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -12,7 +14,6 @@
 
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 class FoldersTest : public testing::Test {
@@ -127,6 +128,43 @@ TEST_F(FoldersTest, aTreeIsCopiedWithItsHiddenFilesAndItsLinksAsLinks)
     EXPECT_EQ(contents("from/one"), "1");
 }
 
+TEST_F(FoldersTest, ofALinkWhatItLeadsToIsCopied)
+{
+    ASSERT_TRUE(QDir().mkpath(in("real")));
+    put("real/one", "1");
+    ASSERT_TRUE(QFile::link(in("real"), in("link")));
+
+    ASSERT_TRUE(folders::copyTree(in("link"), in("copy")).ok());
+
+    EXPECT_FALSE(QFileInfo(in("copy")).isSymLink());
+    put("copy/one", "changed");
+    EXPECT_EQ(contents("real/one"), "1");
+}
+
+TEST_F(FoldersTest, aFolderThatNobodyWritesIntoIsCopiedToo)
+{
+    ASSERT_TRUE(QDir().mkpath(in("from/sub")));
+    put("from/sub/one", "1");
+    for (const char* name : {"from/sub", "from"})
+        ASSERT_EQ(::chmod(in(name).toLocal8Bit().constData(), 0555), 0);
+    ASSERT_EQ(::chmod(m_folder.path().toLocal8Bit().constData(), 0777), 0);
+    // The administrator may write everywhere.
+    constexpr uid_t nobody = 65534;
+    const uid_t self = geteuid();
+    ASSERT_TRUE(self != 0 || seteuid(nobody) == 0);
+
+    const Result<void> copied = folders::copyTree(in("from"), in("to"));
+
+    ASSERT_EQ(seteuid(self), 0);
+    ASSERT_TRUE(copied.ok()) << copied.error().message;
+    EXPECT_EQ(contents("to/sub/one"), "1");
+    struct stat status { };
+    ASSERT_EQ(::stat(in("to/sub").toLocal8Bit().constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0755u) << "its owner may add to the copy";
+    for (const char* name : {"from/sub", "from"})
+        ASSERT_EQ(::chmod(in(name).toLocal8Bit().constData(), 0755), 0);
+}
+
 TEST_F(FoldersTest, pipesAreLeftOutOfACopy)
 {
     ASSERT_TRUE(QDir().mkpath(in("from")));
@@ -220,31 +258,6 @@ TEST_F(FoldersTest, aCopyHasTheRightsOfItsOriginal)
     EXPECT_EQ(contents("to"), "text");
 }
 
-namespace {
-
-/// What was flushed, by path; the path that fails to, if any.
-struct FlushWatch {
-    QStringList flushed;
-    QString failing;
-};
-FlushWatch* flushWatch = nullptr;
-
-} // namespace
-
-/// The program's own flushes pass through here, so that a test can see them and let one fail.
-extern "C" int fsync(int file)
-{
-    if (flushWatch) {
-        const QString path = QFile::symLinkTarget("/proc/self/fd/" + QString::number(file));
-        if (path == flushWatch->failing) {
-            errno = EIO;
-            return -1;
-        }
-        flushWatch->flushed += path;
-    }
-    return static_cast<int>(syscall(SYS_fsync, file));
-}
-
 /// A folder on one file system and a place on another.
 class MovingAcrossFileSystems : public FoldersTest {
 protected:
@@ -259,11 +272,15 @@ protected:
         put("from/one", "1");
         put("from/sub/two", "2");
         ASSERT_TRUE(QFile::link("/nowhere", in("from/broken")));
-        flushWatch = &m_watch;
     }
-    void TearDown() override { flushWatch = nullptr; }
 
     QString there(const QString& name = {}) const { return m_other.path() + "/to" + name; }
+    /// Where the copy is until it is complete.
+    QString copying(const QString& name = {}) const { return m_other.path() + "/.to.unfinished" + name; }
+    void expectNothingThere() const
+    {
+        EXPECT_EQ(QDir(m_other.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
+    }
     void expectSourceWhole() const
     {
         EXPECT_EQ(contents("from/one"), "1");
@@ -272,7 +289,7 @@ protected:
     }
 
     QTemporaryDir m_other {"/dev/shm/vendaro-XXXXXX"};
-    FlushWatch m_watch;
+    FileCalls m_watch;
 };
 
 TEST_F(MovingAcrossFileSystems, takesEverythingAlong)
@@ -303,17 +320,17 @@ TEST_F(MovingAcrossFileSystems, flushesEveryFileAndFolderOfTheCopy)
 {
     ASSERT_TRUE(folders::move(in("from"), there()).ok());
 
-    for (const QString& path : {there("/one"), there("/sub/two"), there("/sub"), there(), m_other.path()})
+    for (const QString& path : {copying("/one"), copying("/sub/two"), copying("/sub"), copying(), m_other.path()})
         EXPECT_TRUE(m_watch.flushed.contains(path)) << path.toStdString();
     EXPECT_EQ(m_watch.flushed.last(), m_other.path());
 }
 
 TEST_F(MovingAcrossFileSystems, aCopyThatCannotBeFlushedLeavesTheSourceAndNothingElse)
 {
-    for (const QString& path : {there("/sub/two"), there("/sub"), there()}) {
+    for (const QString& path : {copying("/sub/two"), copying("/sub"), copying()}) {
         m_watch.failing = path;
         EXPECT_FALSE(folders::move(in("from"), there()).ok()) << path.toStdString();
-        EXPECT_FALSE(QFileInfo::exists(there())) << path.toStdString();
+        expectNothingThere();
         expectSourceWhole();
     }
 }
@@ -323,7 +340,7 @@ TEST_F(MovingAcrossFileSystems, theSourceStaysUntilTheCopysNameIsDurable)
     m_watch.failing = m_other.path();
 
     EXPECT_FALSE(folders::move(in("from"), there()).ok());
-    EXPECT_FALSE(QFileInfo::exists(there()));
+    expectNothingThere();
     expectSourceWhole();
 }
 
@@ -335,7 +352,7 @@ TEST_F(MovingAcrossFileSystems, aFolderWithAPipeStaysWhereItIs)
 
     ASSERT_FALSE(moved.ok());
     EXPECT_EQ(moved.error().message, in("from/sub/pipe").toStdString() + " is neither a file nor a folder nor a link");
-    EXPECT_FALSE(QFileInfo::exists(there()));
+    expectNothingThere();
     expectSourceWhole();
     struct stat status { };
     ASSERT_EQ(stat(in("from/sub/pipe").toLocal8Bit().constData(), &status), 0);
@@ -359,8 +376,18 @@ TEST_F(MovingAcrossFileSystems, aFullDiskLeavesTheSourceAndNothingElse)
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
     ASSERT_FALSE(moved.ok());
     EXPECT_EQ(moved.error().message.find("cannot copy " + in("from/three").toStdString()), 0u) << moved.error().message;
-    EXPECT_FALSE(QFileInfo::exists(there()));
+    expectNothingThere();
     expectSourceWhole();
+}
+
+TEST_F(MovingAcrossFileSystems, whatAnInterruptedMoveLeftIsNoPartOfTheNext)
+{
+    ASSERT_TRUE(QDir().mkpath(copying("/left over")));
+
+    ASSERT_TRUE(folders::move(in("from"), there()).ok());
+
+    EXPECT_FALSE(QFileInfo::exists(there("/left over")));
+    EXPECT_FALSE(QFileInfo::exists(copying()));
 }
 
 TEST_F(FoldersTest, movingWhatIsNotThereIsAnError)

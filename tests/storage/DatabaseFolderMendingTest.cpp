@@ -113,6 +113,23 @@ TEST_F(DatabaseFolderTest, aCopyHasEverythingAndALockOfItsOwn)
     EXPECT_EQ(contents("lock.xml"), "the open database's lock");
 }
 
+TEST_F(DatabaseFolderTest, aCopyOfALinkedFolderIsAFolderOfItsOwnAndLeavesTheLiveLock)
+{
+    put("mugs.xml", document("a"));
+    put("lock.xml", "the open database's lock");
+    const QString real = user.home() + "/on a share";
+    ASSERT_TRUE(QDir().rename(location(), real));
+    ASSERT_TRUE(QFile::link(real, location()));
+    load();
+    const QString target = user.home() + "/copy.vendb";
+
+    ASSERT_TRUE(folder.copyTo(target).ok());
+
+    EXPECT_FALSE(QFileInfo(target).isSymLink());
+    EXPECT_TRUE(contents(target + "/lock.xml").contains("offline browsing"));
+    EXPECT_EQ(contents(real + "/lock.xml"), "the open database's lock");
+}
+
 TEST_F(DatabaseFolderTest, aCopyTakesNothingAwayThatItDidNotMake)
 {
     put("mugs.xml", document("a"));
