@@ -232,12 +232,15 @@ QString resolveIgnoringCase(const QString& parent, const QString& name)
     const QString asGiven = parent + '/' + name;
     if (QFileInfo::exists(asGiven))
         return asGiven;
-    const QStringList entries = QDir(parent).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
-    for (const QString& entry : entries) {
-        if (entry.compare(name, Qt::CaseInsensitive) == 0)
-            return parent + '/' + entry;
+    // The usual answer is that there is none: only names are read, nothing is asked about each, and nothing sorted.
+    QString found;
+    std::error_code code;
+    for (auto entry = fs::directory_iterator(nativePath(parent), code); entry != fs::directory_iterator(); entry.increment(code)) {
+        const QString other = QString::fromStdString(entry->path().filename().string());
+        if (other.compare(name, Qt::CaseInsensitive) == 0 && (found.isEmpty() || other < found))
+            found = other;
     }
-    return asGiven;
+    return found.isEmpty() ? asGiven : parent + '/' + found;
 }
 
 Result<void> make(const QString& path)
