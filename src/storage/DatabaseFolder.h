@@ -100,6 +100,7 @@ private:
     /// What tells a folder from another one that took its place.
     using Identity = std::pair<unsigned long long, unsigned long long>;
 
+    static std::string pathIn(const QString& folder, const RecordFile& file);
     static std::optional<Identity> identityOf(const QString& folder);
     void adopt(RecordFile& file, ParsedFile& parsed, bool isMarked);
     Job jobFor(std::span<RecordFile* const> files) const;
