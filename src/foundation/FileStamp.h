@@ -8,3 +8,5 @@
 using FileStamp = std::vector<long long>;
 
 FileStamp fileStamp(const std::string& path);
+/// Whether it is the file that it was and nobody wrote into it; it may have another name, one more, or other attributes.
+bool isSameButForNames(const FileStamp& one, const FileStamp& other);

@@ -131,6 +131,8 @@ LoadReport DatabaseFolder::readAgain(const AfterFile& afterFile)
         file.forget();
         const auto found = instead.find(file.fileName());
         const std::string other = found == instead.end() ? std::string() : found->second;
+        if (!other.empty())
+            m_known.noteInstead(file, other);
         return std::async(
             std::launch::async, [&file, path = pathIn(m_location, file), other] { return ReadFile::read(file, path, other); });
     };

@@ -2,6 +2,14 @@
 
 #include "storage/RecordFile.h"
 
+void KnownFiles::noteAgain(const RecordFile& file, const std::string& path)
+{
+    Known& known = m_files[&file];
+    const FileStamp now = fileStamp(path);
+    if (isSameButForNames(now, known.stamp) || (!known.instead.empty() && isSameButForNames(now, known.instead)))
+        known.stamp = now;
+}
+
 bool KnownFiles::isAsNoted(const RecordFile& file, const std::string& path) const
 {
     const auto known = m_files.find(&file);

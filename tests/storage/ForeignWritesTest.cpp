@@ -11,6 +11,56 @@ protected:
     std::vector<Generation> states() const { return folder.generations().of(location()); }
 };
 
+/// Somebody else is at work whenever the time is asked for so many times.
+class BusyClock : public FakeClock {
+public:
+    QDateTime now() const override
+    {
+        if (--m_left == 0)
+            m_deed();
+        return FakeClock::now();
+    }
+    void interrupt(int times, std::function<void()> deed)
+    {
+        m_left = times;
+        m_deed = std::move(deed);
+    }
+
+private:
+    mutable int m_left = 0;
+    std::function<void()> m_deed;
+};
+
+class BusyFolderTest : public ForeignWritesTest {
+protected:
+    BusyFolderTest()
+    {
+        busyFolder.registerFile(mugFile);
+        busyFolder.registerFile(orderFile);
+        busyFolder.registerFile(lineFile);
+    }
+    void loadBusily()
+    {
+        busyFolder.load(location(), [](RecordFile&, bool) {});
+    }
+    void writeBusily(RecordFile& file)
+    {
+        RecordFile* const files[] {&file};
+        busyFolder.write(files, DatabaseFolder::When::now);
+    }
+    /// As another program saves: a new file takes the place of the one before.
+    void replace(const QString& name, const QByteArray& bytes) const
+    {
+        put(name + ".new", bytes);
+        QFile::remove(location() + '/' + name);
+        ASSERT_TRUE(QFile::rename(location() + '/' + name + ".new", location() + '/' + name));
+    }
+
+    BusyClock busyClock;
+    RecoveryStore busyRecovery {recoveryFolder(), busyClock};
+    DatabaseFolder busyFolder {busyRecovery, busyClock, user};
+};
+
 } // namespace
 
 TEST_F(ForeignWritesTest, whatSomebodyElseWroteIsKeptBeforeItIsWrittenOverAndThePersonIsTold)
@@ -271,4 +321,67 @@ TEST_F(ForeignWritesTest, oneIsKeptWhenAskedForToo)
 
     EXPECT_EQ(states().size(), 2U);
     EXPECT_TRUE(recovery.things().empty());
+}
+
+TEST_F(BusyFolderTest, whatSomebodyElseWritesWhileADaysStateIsKeptIsKeptBeforeItIsWrittenOver)
+{
+    put("mugs.xml", document("ours"));
+    put("orders.xml", document("ours"));
+    loadBusily();
+    // First it is asked for the day, then for the time of the state that is kept.
+    busyClock.interrupt(2, [this] { replace("mugs.xml", document("theirs")); });
+
+    writeBusily(orderFile);
+    ASSERT_EQ(contents("mugs.xml"), document("theirs"));
+    ASSERT_EQ(states().size(), 1U);
+    writeBusily(mugFile);
+
+    ASSERT_EQ(kept("mugs.xml").size(), 1);
+    EXPECT_EQ(contents(recoveryFolder() + '/' + kept("mugs.xml").value(0)), document("theirs"));
+    EXPECT_EQ(busyFolder.takeNews().size(), 1);
+    EXPECT_TRUE(kept("orders.xml").isEmpty());
+}
+
+TEST_F(BusyFolderTest, soIsWhatTheyWriteWhileAStateIsKeptThatWasAskedFor)
+{
+    put("mugs.xml", document("ours"));
+    loadBusily();
+    busyClock.interrupt(1, [this] { replace("mugs.xml", document("theirs")); });
+
+    ASSERT_TRUE(busyFolder.keepGeneration().ok());
+
+    EXPECT_TRUE(busyFolder.changedSinceRead());
+    writeBusily(mugFile);
+    EXPECT_EQ(kept("mugs.xml").size(), 1);
+}
+
+TEST_F(BusyFolderTest, contentsOfAnInterruptedWriteThatWereNotReadAreNotTakenForOurs)
+{
+    // Given an interrupted write that does not read when the folder is loaded.
+    put("orders.xml", document("old"));
+    put("itemsordered.xml", document("old"));
+    load();
+    interruptWriting();
+    const QString intent = location() + "/.vendaro-commit";
+    ASSERT_TRUE(QFile::rename(intent, intent + ".away"));
+    ASSERT_TRUE(QDir().mkpath(intent));
+    orders.articles.clear();
+    lines.articles.clear();
+    loadBusily();
+    ASSERT_EQ(lines.articles.shown(), "old ");
+
+    // When it reads at the first write.
+    ASSERT_TRUE(QDir().rmdir(intent));
+    ASSERT_TRUE(QFile::rename(intent + ".away", intent));
+    writeBusily(mugFile);
+    const QByteArray theirs = contents("itemsordered.xml");
+    ASSERT_TRUE(theirs.contains(">line<"));
+
+    // Then the lines that were put into their place are nobody's that the program knows of.
+    EXPECT_TRUE(busyFolder.changedSinceRead());
+    writeBusily(lineFile);
+    QList<QByteArray> copies;
+    for (const QString& name : kept("itemsordered.xml"))
+        copies += contents(recoveryFolder() + '/' + name);
+    EXPECT_TRUE(copies.contains(theirs));
 }
