@@ -274,9 +274,10 @@ void DatabaseFolder::enqueue(Job job)
     {
         const std::lock_guard guard(m_mutex);
         // Of the same files the newest state is enough.
-        if (!m_jobs.empty() && isOfSameFiles(m_jobs.back(), job))
+        if (!m_jobs.empty() && isOfSameFiles(m_jobs.back(), job)) {
+            job.isAgain = job.isAgain && m_jobs.back().isAgain;
             m_jobs.back() = std::move(job);
-        else
+        } else
             m_jobs.push_back(std::move(job));
     }
     m_changed.notify_all();
@@ -291,8 +292,11 @@ void DatabaseFolder::drain()
 void DatabaseFolder::retry()
 {
     const std::vector<RecordFile*> unsaved = unsavedFiles();
-    if (!unsaved.empty())
-        write(unsaved, When::inBackground);
+    if (unsaved.empty())
+        return;
+    Job job = jobFor(unsaved);
+    job.isAgain = true;
+    enqueue(std::move(job));
 }
 
 std::vector<RecordFile*> DatabaseFolder::unsavedFiles() const
@@ -308,8 +312,13 @@ QString DatabaseFolder::unsavedReason() const
 {
     const std::lock_guard guard(m_mutex);
     if (!m_unsaved.empty())
-        return m_unsaved.begin()->second;
-    return m_folderGone ? m_location + " is not the folder that was opened" : QString();
+        return m_unsaved.begin()->second.reason;
+    return m_folderGone ? goneReason() : QString();
+}
+
+QString DatabaseFolder::goneReason() const
+{
+    return m_location + " is not the folder that was opened";
 }
 
 void DatabaseFolder::work()
@@ -339,10 +348,20 @@ void DatabaseFolder::perform(const Job& job)
             settled(piece, prepared);
         return;
     }
-    if (!isWhereItWas(job.folder))
-        std::for_each(job.pieces.begin(), job.pieces.end(), [this](const Piece& piece) { keepElsewhere(piece); });
-    else if (job.folder == m_location)
-        keepState();
+    if (isWhereItWas(job.folder)) {
+        if (job.folder == m_location)
+            keepState();
+        writeJob(job);
+        return;
+    }
+    const Job rest = job.isAgain ? withoutWhatIsElsewhere(job) : job;
+    for (const Piece& piece : rest.pieces)
+        keepElsewhere(piece);
+    writeJob(rest);
+}
+
+void DatabaseFolder::writeJob(const Job& job)
+{
     std::vector<Piece> pieces = piecesToWrite(job.mayBeThereAlready ? withoutWhatIsThere(job) : job);
     const Result<void> written = writeGroup(job.folder, pieces);
     if (written || pieces.size() == 1) {
@@ -351,6 +370,18 @@ void DatabaseFolder::perform(const Job& job)
         return;
     }
     writeAlone({job.folder, std::move(pieces)});
+}
+
+/// As long as another folder stands there, writing into it once is enough.
+DatabaseFolder::Job DatabaseFolder::withoutWhatIsElsewhere(const Job& job) const
+{
+    const std::lock_guard guard(m_mutex);
+    Job rest {job.folder, {}};
+    std::copy_if(job.pieces.begin(), job.pieces.end(), std::back_inserter(rest.pieces), [this](const Piece& piece) {
+        const auto found = m_unsaved.find(piece.file);
+        return found == m_unsaved.end() || !found->second.isElsewhere;
+    });
+    return rest;
 }
 
 /// What yesterday left, before anything of today takes its place; and once more when a file did not read, since the others may lose what
@@ -485,11 +516,15 @@ bool DatabaseFolder::isWhereItWas(const QString& folder)
 void DatabaseFolder::settled(const Piece& piece, const Result<void>& result)
 {
     const std::lock_guard guard(m_mutex);
-    if (result) {
+    if (result && !m_folderGone) {
         m_unsaved.erase(piece.file);
+        return;
+    }
+    if (result) {
+        m_unsaved[piece.file] = {goneReason(), m_keptElsewhere.contains(piece.file)};
         return;
     }
     logLine(std::string(piece.file->logName()) + " not written successfully");
     logLine(result.error().message);
-    m_unsaved[piece.file] = QString::fromStdString(result.error().message);
+    m_unsaved[piece.file] = {QString::fromStdString(result.error().message)};
 }

@@ -4,8 +4,8 @@
 // written by one worker in the order asked for. Files asked for together change together or not at all. A file that cannot be written
 // stays unsaved and goes with the next write of its collection and with every retry. Reading never changes the folder; an interrupted
 // write is read through and put right before the first write. When the folder is no longer the one that was read (a share came loose),
-// writing goes on and a copy goes to the recovery store. What somebody else wrote into it meanwhile goes there before it is written
-// over.
+// writing goes on and a copy goes to the recovery store; it counts as unsaved until it is in its own folder. What somebody else wrote
+// into it meanwhile goes there before it is written over.
 #pragma once
 
 #include "foundation/Result.h"
@@ -95,6 +95,13 @@ private:
         std::vector<Piece> pieces;
         /// Nobody said that anything changed.
         bool mayBeThereAlready = false;
+        /// What went into a folder in the place of the one that was opened waits until that one is back.
+        bool isAgain = false;
+    };
+    struct Unsaved {
+        QString reason;
+        /// It is written, but into a folder that took the place of the one that was opened, and a copy is kept.
+        bool isElsewhere = false;
     };
 
     /// What tells a folder from another one that took its place.
@@ -116,6 +123,8 @@ private:
     void enqueue(Job job);
     void work();
     void perform(const Job& job);
+    void writeJob(const Job& job);
+    Job withoutWhatIsElsewhere(const Job& job) const;
     std::vector<Piece> piecesToWrite(const Job& job);
     Job withoutWhatIsThere(const Job& job);
     void keepState();
@@ -126,6 +135,7 @@ private:
     Result<void> prepareFolder(const QString& folder);
     std::vector<RecordFile*> unsavedFiles() const;
     bool isWhereItWas(const QString& folder);
+    QString goneReason() const;
     void keepElsewhere(const Piece& piece);
     Result<QString> keepInRecovery(const RecordFile& file, const FileSnapshot& snapshot, KeptFor reason);
     Result<void> keepWhatIsThere(const QString& folder, const RecordFile& file);
@@ -145,8 +155,7 @@ private:
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
     std::deque<Job> m_jobs;
-    /// With the reason of each.
-    std::map<RecordFile*, QString> m_unsaved;
+    std::map<RecordFile*, Unsaved> m_unsaved;
     /// Files of the loaded folder that did not read, or not with everything in them, and whose originals are not kept yet.
     std::set<const RecordFile*> m_damaged;
     /// Of the loaded folder; none until there is one.

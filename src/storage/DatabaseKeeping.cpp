@@ -9,12 +9,17 @@
 QStringList DatabaseFolder::keepUnsaved()
 {
     drain();
-    QStringList sentences = keepInstead(unsavedFiles());
-    const std::lock_guard guard(m_mutex);
-    for (const auto& [file, place] : m_folderGone ? m_keptElsewhere : decltype(m_keptElsewhere)())
-        sentences +=
-            QString::fromLatin1(file->fileName()) + " was written into another folder than was opened. A copy is kept as " + place + ".";
-    return sentences;
+    std::vector<RecordFile*> unsaved;
+    QStringList elsewhere;
+    for (RecordFile* file : unsavedFiles()) {
+        const std::lock_guard guard(m_mutex);
+        if (m_unsaved.at(file).isElsewhere)
+            elsewhere += QString::fromLatin1(file->fileName()) + " was written into another folder than was opened. A copy is kept as "
+                + m_keptElsewhere.at(file) + ".";
+        else
+            unsaved.push_back(file);
+    }
+    return keepInstead(unsaved) + elsewhere;
 }
 
 QStringList DatabaseFolder::keepInstead(std::span<RecordFile* const> files)
@@ -44,6 +49,8 @@ void DatabaseFolder::keepElsewhere(const Piece& piece)
     const Result<QString> kept = keepInRecovery(*piece.file, *piece.snapshot, KeptFor::displaced);
     if (!kept) {
         logLine(kept.error().message);
+        // The copy of before stays, and is not the newest any more.
+        m_keptElsewhere.erase(piece.file);
         return;
     }
     logLine("the database's folder is another one than was opened; a copy is kept as " + kept.value().toStdString());

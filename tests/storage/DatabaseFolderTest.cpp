@@ -430,3 +430,72 @@ TEST_F(DatabaseFolderTest, aFolderMadeByTheFirstWriteIsNotAnotherOne)
     EXPECT_EQ(folder.unsavedReason(), "");
     EXPECT_TRUE(recovery.things().empty());
 }
+
+TEST_F(DatabaseFolderTest, whatWentIntoAnotherFolderIsUnsavedUntilItIsInItsOwn)
+{
+    QDir().mkpath(location());
+    load();
+    write({&mugFile, &orderFile});
+    ASSERT_TRUE(QDir().rename(location(), user.home() + "/gone.vendb"));
+    orders.articles.addNamed("order");
+    write({&orderFile});
+    ASSERT_TRUE(QDir(location()).removeRecursively());
+    ASSERT_TRUE(QDir().rename(user.home() + "/gone.vendb", location()));
+    mugs.articles.addNamed("mug");
+
+    write({&mugFile});
+
+    EXPECT_EQ(contents("mugs.xml"), document("mug"));
+    EXPECT_EQ(contents("orders.xml"), document(""));
+    EXPECT_EQ(folder.unsavedReason(), location() + " is not the folder that was opened");
+
+    folder.retry();
+    folder.drain();
+    EXPECT_EQ(contents("orders.xml"), document("order"));
+    EXPECT_EQ(folder.unsavedReason(), "");
+    EXPECT_TRUE(folder.keepUnsaved().isEmpty());
+}
+
+TEST_F(DatabaseFolderTest, whatIsUnsavedAfterItsFolderCameBackIsKeptAsItIsNow)
+{
+    QDir().mkpath(location());
+    load();
+    write({&orderFile});
+    ASSERT_TRUE(QDir().rename(location(), user.home() + "/gone.vendb"));
+    orders.articles.addNamed("order");
+    write({&orderFile});
+    ASSERT_TRUE(QDir(location()).removeRecursively());
+    ASSERT_TRUE(QDir().rename(user.home() + "/gone.vendb", location()));
+    block("orders.xml");
+    orders.articles.addNamed("another");
+    folder.retry();
+    folder.drain();
+    clock.moment = clock.moment.addSecs(60);
+
+    const QStringList sentences = folder.keepUnsaved();
+
+    ASSERT_EQ(sentences.size(), 1);
+    EXPECT_TRUE(sentences[0].startsWith("orders.xml could not be written.")) << sentences[0].toStdString();
+    EXPECT_EQ(contents(recovery.things().at(0).path), document("order another"));
+}
+
+TEST_F(DatabaseFolderTest, whileAnotherFolderStandsThereItIsKeptOnceAndNotTriedAgain)
+{
+    QDir().mkpath(location());
+    load();
+    write({&mugFile});
+    ASSERT_TRUE(QDir().rename(location(), user.home() + "/gone.vendb"));
+    mugs.articles.addNamed("mug");
+    write({&mugFile});
+    ASSERT_EQ(recovery.things().size(), 1U);
+    const QString copy = recovery.things()[0].path;
+    clock.moment = clock.moment.addSecs(60);
+
+    folder.retry();
+    folder.drain();
+
+    ASSERT_EQ(recovery.things().size(), 1U);
+    EXPECT_EQ(recovery.things()[0].path, copy);
+    EXPECT_EQ(
+        folder.keepUnsaved(), QStringList {"mugs.xml was written into another folder than was opened. A copy is kept as " + copy + "."});
+}
