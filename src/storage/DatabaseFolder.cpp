@@ -321,6 +321,12 @@ QString DatabaseFolder::goneReason() const
     return m_location + " is not the folder that was opened";
 }
 
+bool DatabaseFolder::isWriting() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_performing || !m_jobs.empty();
+}
+
 void DatabaseFolder::work()
 {
     std::unique_lock guard(m_mutex);
@@ -330,9 +336,12 @@ void DatabaseFolder::work()
             return;
         const Job job = std::move(m_jobs.front());
         m_jobs.pop_front();
-        m_busy = true;
+        m_busy = m_performing = true;
         guard.unlock();
         perform(job);
+        guard.lock();
+        m_performing = false;
+        guard.unlock();
         if (onSavedStateChanged)
             onSavedStateChanged();
         guard.lock();

@@ -69,8 +69,10 @@ public:
     /// Tries again what could not be written.
     void retry();
 
-    /// Empty when all is saved, else why something is not.
+    /// Empty when nothing is known to be unsaved, else why something is not.
     QString unsavedReason() const;
+    /// Whether something that was asked for is still to be written.
+    bool isWriting() const;
     /// Puts what could not be written into the recovery store, as it is now; one sentence for each file that is not where it belongs.
     QStringList keepUnsaved();
     /// Puts what the files should hold into the recovery store, since they may not be written; one sentence for each.
@@ -165,6 +167,8 @@ private:
     QStringList m_news;
     bool m_folderGone = false;
     bool m_busy = false;
+    /// The worker is at a job; m_busy lasts until what became of it is told, too.
+    bool m_performing = false;
     bool m_stopping = false;
     bool m_repaired = false;
     std::thread m_worker;

@@ -350,6 +350,9 @@ void MainWindow::showCounts()
 void MainWindow::showSaved()
 {
     const QString reason = m_vendaro.unsavedReason();
+    // What still waits is told of when it is written, too.
+    if (reason.isEmpty() && m_vendaro.folder().isWriting())
+        return;
     m_saved->setTone(reason.isEmpty() ? LabelTone::secondary : LabelTone::error);
     m_saved->setText(reason.isEmpty() ? tr("Saved %1").arg(QTime::currentTime().toString("HH:mm")) : tr("Not saved: %1").arg(reason));
 }
