@@ -7,7 +7,7 @@ ByteRelay::ByteRelay(Take take) : m_take(std::move(take)) { }
 
 ByteRelay::~ByteRelay()
 {
-    finish();
+    end();
 }
 
 void ByteRelay::exchange(std::string& block)
@@ -37,6 +37,13 @@ void ByteRelay::start()
 
 void ByteRelay::finish()
 {
+    end();
+    if (const std::exception_ptr failure = std::exchange(m_failure, nullptr))
+        std::rethrow_exception(failure);
+}
+
+void ByteRelay::end()
+{
     {
         const std::lock_guard guard(m_mutex);
         m_ended = true;
@@ -63,7 +70,14 @@ void ByteRelay::takeUntilEnd()
 
 void ByteRelay::takeNext()
 {
-    m_take(blockAt(m_taken));
+    // Whoever adds must not wait for ever.
+    try {
+        if (!m_dropping)
+            m_take(blockAt(m_taken));
+    } catch (...) {
+        m_failure = std::current_exception();
+        m_dropping = true;
+    }
     const std::lock_guard guard(m_mutex);
     ++m_taken;
     m_changed.notify_all();

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <condition_variable>
+#include <exception>
 #include <functional>
 #include <mutex>
 #include <string>
@@ -28,13 +29,15 @@ public:
         std::string copy(block);
         exchange(copy);
     }
-    /// Everything that was added has been taken when this returns; nothing may be added afterwards.
+    /// Everything that was added has been taken when this returns; nothing may be added afterwards. What take threw is thrown here, once;
+    /// the blocks after that were dropped.
     void finish();
 
 private:
     static constexpr std::size_t blocksAhead = 4;
 
     void start();
+    void end();
     void takeUntilEnd();
     void takeNext();
     std::string& blockAt(std::size_t number) { return m_blocks[number % m_blocks.size()]; }
@@ -47,5 +50,8 @@ private:
     std::size_t m_added = 0;
     std::size_t m_taken = 0;
     bool m_ended = false;
+    /// What was thrown while a block was taken; the others are dropped then.
+    std::exception_ptr m_failure;
+    bool m_dropping = false;
     std::thread m_thread;
 };

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <future>
 #include <iterator>
+#include <new>
 
 #include <sys/stat.h>
 
@@ -350,7 +351,23 @@ void DatabaseFolder::work()
     }
 }
 
+/// Whatever happens, the pieces are either where they belong or known to be unsaved.
 void DatabaseFolder::perform(const Job& job)
+{
+    std::string reason;
+    try {
+        attempt(job);
+        return;
+    } catch (const std::bad_alloc&) {
+        reason = "There was not enough memory for writing";
+    } catch (const std::exception& trouble) {
+        reason = std::string("Writing came to nothing: ") + trouble.what();
+    }
+    for (const Piece& piece : job.pieces)
+        settled(piece, Error {reason});
+}
+
+void DatabaseFolder::attempt(const Job& job)
 {
     if (Result<void> prepared = prepareFolder(job.folder); !prepared) {
         for (const Piece& piece : job.pieces)

@@ -125,6 +125,7 @@ private:
     void enqueue(Job job);
     void work();
     void perform(const Job& job);
+    void attempt(const Job& job);
     void writeJob(const Job& job);
     Job withoutWhatIsElsewhere(const Job& job) const;
     std::vector<Piece> piecesToWrite(const Job& job);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <thread>
 
 TEST(ByteRelayTest, EverythingArrivesOnceAndInItsOrder)
@@ -74,4 +75,29 @@ TEST(ByteRelayTest, WhoeverAddsFasterThanIsTakenWaits)
     relay.finish();
     EXPECT_EQ(taken.size(), 40u);
     EXPECT_EQ(taken.substr(24, 4), "yzab");
+}
+
+TEST(ByteRelayTest, WhatGoesWrongElsewhereIsThrownWhereItIsFinished)
+{
+    for (const int blocks : {1, 40}) {
+        int taken = 0;
+        ByteRelay relay([&](std::string_view) {
+            ++taken;
+            throw std::runtime_error("full");
+        });
+        for (int i = 0; i < blocks; ++i)
+            relay.add("block");
+        EXPECT_THROW(relay.finish(), std::runtime_error);
+        EXPECT_NO_THROW(relay.finish());
+        EXPECT_EQ(taken, 1) << "what comes after it is of no use";
+    }
+}
+
+TEST(ByteRelayTest, WhatGoesWrongElsewhereIsNotThrownWhenItIsGivenUp)
+{
+    EXPECT_NO_THROW({
+        ByteRelay relay([](std::string_view) { throw std::runtime_error("full"); });
+        relay.add("one");
+        relay.add("two");
+    });
 }

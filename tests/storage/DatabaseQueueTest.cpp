@@ -1,5 +1,8 @@
-// Writes that wait behind others.
+// Writes that wait behind others, and what becomes of them when one of them comes to nothing.
 #include "storage/DatabaseFolderTest.h"
+
+#include <new>
+#include <stdexcept>
 
 namespace {
 
@@ -69,4 +72,37 @@ TEST_F(DatabaseQueueTest, asLongAsSomethingWaitsNotAllIsWritten)
     EXPECT_EQ(told, (std::vector<bool> {true, true, false}));
     EXPECT_FALSE(folder.isWriting());
     folder.onSavedStateChanged = nullptr;
+}
+
+TEST_F(DatabaseQueueTest, aWriteForWhichThereIsNoMemoryIsUnsavedAndTheNextGoOn)
+{
+    put("cups.xml", document("old"));
+    load();
+    cups.articles.addNamed("new");
+    cupFile.whileWritten = [] { throw std::bad_alloc(); };
+
+    write({&cupFile}, DatabaseFolder::When::inBackground);
+    write({&mugFile});
+
+    EXPECT_EQ(folder.unsavedReason(), "There was not enough memory for writing");
+    EXPECT_TRUE(log().contains("cups not written successfully"));
+    EXPECT_EQ(contents("cups.xml"), document("old"));
+    EXPECT_EQ(contents("mugs.xml"), document(""));
+    EXPECT_TRUE(leftovers().isEmpty());
+
+    cupFile.whileWritten = [] {};
+    folder.retry();
+    folder.drain();
+    EXPECT_TRUE(contents("cups.xml").contains(">new<"));
+    EXPECT_EQ(folder.unsavedReason(), "");
+}
+
+TEST_F(DatabaseQueueTest, anythingElseThatGoesWrongIsToldAsItIs)
+{
+    load();
+    cupFile.whileWritten = [] { throw std::runtime_error("no thread"); };
+
+    write({&cupFile});
+
+    EXPECT_EQ(folder.unsavedReason(), "Writing came to nothing: no thread");
 }
