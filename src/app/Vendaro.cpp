@@ -187,9 +187,10 @@ void Vendaro::finishLaunching()
     // The settings were read before anybody could hear of them.
     m_session.tellAgain();
     m_session.readDatabase();
-    m_recovery.cleanUp();
     m_session.tellDamage(m_settings.takeDamage());
-    m_session.tellDamage(m_recovery.takeNote());
+    const QStringList note = m_recovery.takeNote();
+    m_recovery.cleanUp(note);
+    m_session.tellDamage(note);
     if (!m_notepad.damage().isEmpty())
         m_session.tellDamage({m_notepad.damage()});
     logLine("Finished reading database");

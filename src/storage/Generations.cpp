@@ -17,6 +17,8 @@
 namespace {
 
 constexpr int mostGenerations = 50;
+/// Given up at a time: a clock that is wrong for a day must not cost all that looks old then.
+constexpr std::size_t mostGivenUp = 2;
 constexpr qint64 daysOfAll = 14;
 constexpr qint64 daysOfWeeks = 91;
 
@@ -156,8 +158,12 @@ void Generations::thin(const QString& database, const QString& newest) const
     std::vector<QDateTime> times;
     for (const Generation& generation : kept)
         times.push_back(generation.since);
-    for (const std::size_t index : superfluous(times, m_clock.now())) {
-        if (kept[index].folder != newest && !QDir(kept[index].folder).removeRecursively())
-            logLine("an earlier state could not be removed: " + kept[index].folder.toStdString());
+    std::vector<std::size_t> given = superfluous(times, m_clock.now());
+    std::erase_if(given, [&](std::size_t index) { return kept[index].folder == newest; });
+    // The oldest are the last.
+    for (std::size_t n = 0; n < std::min(given.size(), mostGivenUp); ++n) {
+        const QString& folder = kept[given[given.size() - 1 - n]].folder;
+        if (!QDir(folder).removeRecursively())
+            logLine("an earlier state could not be removed: " + folder.toStdString());
     }
 }

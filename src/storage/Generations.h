@@ -1,7 +1,7 @@
 // Earlier states of databases: once a day, before anything is written, the record files as they are go into the recovery store.
 //
 // Files are kept as hard links where the disk allows it, which costs nothing: a record file is always replaced, never written into.
-// At most fifty states of a database are kept, the fewer the older they are.
+// At most fifty states of a database are kept, the fewer the older they are. No more than two are given up at a time.
 #pragma once
 
 #include "foundation/Result.h"

@@ -201,14 +201,22 @@ void RecoveryStore::removeLeftovers() const
 {
     temporaries::removeAbandoned(m_folder.toStdString());
     temporaries::removeAbandoned((m_folder + aboutFolder).toStdString());
+    // Another program of the same person may be at one of today's.
+    const QDir folder(m_folder);
+    for (const QFileInfo& entry : folder.entryInfoList({".*.unfinished"}, QDir::AllEntries | QDir::Hidden | QDir::System)) {
+        if (entry.lastModified().daysTo(m_clock.now()) > 1)
+            entry.isDir() && !entry.isSymLink() ? QDir(entry.filePath()).removeRecursively() : QFile::remove(entry.filePath());
+    }
 }
 
-int RecoveryStore::cleanUp()
+int RecoveryStore::cleanUp(const QStringList& sentences)
 {
     removeLeftovers();
+    const QString told = sentences.join('\n');
     int gone = 0;
     for (const KeptThing& thing : things()) {
-        if (thing.since.daysTo(m_clock.now()) <= daysToKeep || !folders::moveToTrash(thing.path))
+        // However old it looks: the clock may have stood years back when it came.
+        if (told.contains(thing.path) || thing.since.daysTo(m_clock.now()) <= daysToKeep || !folders::moveToTrash(thing.path))
             continue;
         QFile::remove(aboutPath(thing.path));
         ++gone;

@@ -62,9 +62,9 @@ public:
     static Result<void> copyOut(const KeptThing& thing, const QString& target);
     /// Removes a copy that a newer one took the place of.
     void giveUp(const QString& place);
-    /// Puts what is older than 90 days into the desktop's trash; answers how many things went there. What a program that died left
-    /// half written is removed.
-    int cleanUp();
+    /// Puts what is older than 90 days into the desktop's trash; answers how many things went there. However old it looks, what the
+    /// sentences for the person name stays. What a program that died left half written is removed.
+    int cleanUp(const QStringList& sentences = {});
 
     /// Sentences for the person that came up when nobody could be told any more; the next start takes them.
     void leaveNote(const QStringList& sentences);

@@ -10,6 +10,7 @@
 #include <QFileInfo>
 
 #include <csignal>
+#include <set>
 
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -341,4 +342,34 @@ TEST_F(GenerationsTest, ofTwoYearsOfDaysFiftyOrFewerAreOnDisk)
     EXPECT_GE(kept.size(), 40U);
     EXPECT_EQ(kept.back().since.date(), QDate(2022, 3, 1));
     EXPECT_EQ(kept.front().since.date(), QDate(2024, 2, 29));
+}
+
+TEST_F(GenerationsTest, aClockThatJumpsAheadOnceLeavesYesterday)
+{
+    put("orders.xml", "orders");
+    const QDate first(2024, 1, 1);
+    const QDate last(2024, 2, 29);
+    for (QDate day = first; day <= last; day = day.addDays(1)) {
+        goTo(day);
+        ASSERT_TRUE(keepDaily().ok());
+    }
+    const auto days = [this] {
+        std::set<QDate> found;
+        for (const Generation& generation : generations.of(database()))
+            found.insert(generation.since.date());
+        return found;
+    };
+    const std::set<QDate> before = days();
+
+    goTo(last.addYears(1));
+    ASSERT_TRUE(keepDaily().ok());
+    goTo(last.addDays(1));
+    ASSERT_TRUE(keepDaily().ok());
+
+    // Two of those that were no month's first went while the clock was ahead, and the 15th of February as on any such day.
+    const std::set<QDate> after = days();
+    for (int back = 0; back <= 13; ++back)
+        EXPECT_TRUE(after.contains(last.addDays(-back))) << back;
+    EXPECT_TRUE(after.contains(first));
+    EXPECT_GE(after.size() + 1, before.size());
 }

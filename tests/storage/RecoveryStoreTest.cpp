@@ -332,6 +332,36 @@ TEST_F(RecoveryStoreTest, whatIsOlderThanNinetyDaysGoesIntoTheTrash)
     before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
 }
 
+TEST_F(RecoveryStoreTest, whatWasNeverFinishedGoesWhenNobodyCanBeAtItAnyMore)
+{
+    const QString copy = store() + "/.20240301-120000 order12.unfinished";
+    ASSERT_TRUE(QDir().mkpath(copy + "/letters"));
+    clock.moment = QDateTime::currentDateTime();
+    recovery.cleanUp();
+    EXPECT_TRUE(QFileInfo::exists(copy));
+    clock.moment = clock.moment.addDays(2);
+
+    recovery.cleanUp();
+
+    EXPECT_FALSE(QFileInfo::exists(copy));
+}
+
+TEST_F(RecoveryStoreTest, whatThePersonIsJustToldOfStays)
+{
+    const QByteArray before = qgetenv("XDG_DATA_HOME");
+    qputenv("XDG_DATA_HOME", (user.home() + "/data").toUtf8());
+    const Result<QString> told = recovery.keepBytes("orders.xml", "told", KeptFor::unsaved);
+    ASSERT_TRUE(recovery.keepBytes("items.xml", "not told", KeptFor::unsaved).ok());
+    EXPECT_EQ(recovery.cleanUp(), 0);
+    clock.moment = clock.moment.addDays(91);
+
+    EXPECT_EQ(recovery.cleanUp({"Something else.", "What orders.xml should hold is kept as " + told.value() + "."}), 1);
+
+    ASSERT_EQ(recovery.things().size(), 1U);
+    EXPECT_EQ(recovery.things()[0].path, told.value());
+    before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
+}
+
 TEST_F(RecoveryStoreTest, aNoteIsTakenOnceAndLongerOnesAddUp)
 {
     recovery.leaveNote({});
