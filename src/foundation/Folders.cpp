@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QTemporaryFile>
 
 #include <cerrno>
 #include <cstdio>
@@ -211,6 +212,18 @@ Result<void> unlessTaken(const Result<bool>& done, const QString& target)
     return done.value() ? Result<void>() : Result<void>(thereAlready(nativePath(target)));
 }
 
+/// On a disk that takes no file the toolkit would try for ever to describe what goes into the trash.
+Result<void> takesFiles(const QString& folder)
+{
+    if (Result<void> made = folders::make(folder); !made)
+        return made;
+    constexpr int asMuchAsADescription = 1024;
+    QTemporaryFile tried(folder + "/.XXXXXX");
+    if (!tried.open() || tried.write(QByteArray(asMuchAsADescription, ' ')) != asMuchAsADescription || !tried.flush())
+        return Error {"nothing can be put into " + folder.toStdString() + ": " + tried.errorString().toStdString()};
+    return {};
+}
+
 } // namespace
 
 namespace folders {
@@ -325,6 +338,8 @@ Result<void> moveToTrash(const QString& path)
         if (Result<void> made = makePrivate(trash); !made)
             return made;
     }
+    if (Result<void> takes = takesFiles(trash + "/info"); !takes)
+        return takes;
     QFile file(path);
     if (!file.moveToTrash())
         return Error {"cannot move " + path.toStdString() + " into the trash: " + file.errorString().toStdString()};

@@ -103,3 +103,22 @@ TEST_F(KeptListTest, whatIsOldGoesAtTheStart)
     EXPECT_TRUE(logged("1 things older than 90 days went from the recovery store into the trash"));
     before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
 }
+
+TEST_F(KeptListTest, whatTheNoteOfTheLastQuitNamesIsThereWhenItIsTold)
+{
+    const QByteArray before = qgetenv("XDG_DATA_HOME");
+    qputenv("XDG_DATA_HOME", (home() + "/data").toUtf8());
+    RecoveryStore store(supportFolder() + "/Recovery", clock);
+    const Result<QString> kept = store.keepBytes(databaseFolder() + "/orders.xml", "orders", KeptFor::unsaved);
+    const Result<QString> other = store.keepBytes(databaseFolder() + "/items.xml", "items", KeptFor::unsaved);
+    ASSERT_TRUE(kept.ok() && other.ok());
+    start();
+    store.leaveNote({"What orders.xml should hold is kept as " + kept.value() + "."});
+    clock.moment = clock.moment.addDays(91);
+
+    restart();
+
+    EXPECT_TRUE(QFileInfo::exists(kept.value()));
+    EXPECT_FALSE(QFileInfo::exists(other.value()));
+    before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
+}

@@ -466,3 +466,27 @@ TEST_F(TrashTest, withoutATrashEverythingStaysWhereItIs)
     EXPECT_EQ(contents("old"), "bytes");
     EXPECT_TRUE(QDir(in("started here")).isEmpty());
 }
+
+TEST_F(TrashTest, aTrashThatTakesNothingLeavesEverythingWhereItIs)
+{
+    ASSERT_TRUE(folders::make(in("home/data/Trash")).ok());
+    put("home/data/Trash/info", "a file, no folder");
+    EXPECT_FALSE(folders::moveToTrash(in("old")).ok());
+    ASSERT_TRUE(QFile::remove(in("home/data/Trash/info")));
+    ASSERT_TRUE(folders::make(in("home/data/Trash/info")).ok());
+    const struct rlimit nothing {
+        0, RLIM_INFINITY
+    };
+    struct rlimit before { };
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &nothing), 0);
+    const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
+
+    const Result<void> moved = folders::moveToTrash(in("old"));
+
+    std::signal(SIGXFSZ, ignored);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    EXPECT_FALSE(moved.ok());
+    EXPECT_EQ(contents("old"), "bytes");
+    EXPECT_TRUE(QDir(in("home/data/Trash/info")).isEmpty());
+}
