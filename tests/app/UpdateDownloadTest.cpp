@@ -2,15 +2,14 @@
 #include "app/UpdateDownload.h"
 
 #include "support/HttpServer.h"
+#include "support/NoRoom.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QNetworkAccessManager>
 #include <QTemporaryDir>
-#include <csignal>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 namespace {
 
@@ -171,16 +170,10 @@ TEST_F(UpdateDownloadTest, aFullDiskEndsItAndLeavesNothing)
 {
     server.serve("/vendaro.deb", largeFile());
     put("note.txt", "mine");
-    struct rlimit before { };
-    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const struct rlimit small {
-        400'000, before.rlim_max
-    };
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    const UpdateDownload::Outcome outcome = load("/vendaro.deb");
-    ::setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
+    const UpdateDownload::Outcome outcome = [&] {
+        const NoRoom full(400'000);
+        return load("/vendaro.deb");
+    }();
     EXPECT_EQ(outcome.failure, UpdateDownload::Failure::saving);
     EXPECT_TRUE(outcome.reason.contains(path("vendaro.deb"))) << outcome.reason.toStdString();
     EXPECT_TRUE(outcome.reason.contains("File too large")) << outcome.reason.toStdString();

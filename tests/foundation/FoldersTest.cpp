@@ -1,6 +1,7 @@
 #include "foundation/Folders.h"
 
 #include "foundation/FileCalls.h"
+#include "support/NoRoom.h"
 
 #include <gtest/gtest.h>
 
@@ -10,9 +11,7 @@
 #include <QTemporaryDir>
 
 #include <cerrno>
-#include <csignal>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -362,20 +361,12 @@ TEST_F(MovingAcrossFileSystems, aFolderWithAPipeStaysWhereItIs)
 TEST_F(MovingAcrossFileSystems, aFullDiskLeavesTheSourceAndNothingElse)
 {
     put("from/three", QByteArray(1 << 16, 'x'));
-    const struct rlimit little {
-        1 << 12, RLIM_INFINITY
-    };
-    struct rlimit before { };
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &little), 0);
-    const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
-
-    const Result<void> moved = folders::move(in("from"), there());
-
-    std::signal(SIGXFSZ, ignored);
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
-    ASSERT_FALSE(moved.ok());
-    EXPECT_EQ(moved.error().message.find("cannot copy " + in("from/three").toStdString()), 0u) << moved.error().message;
+    {
+        const NoRoom full(1 << 12);
+        const Result<void> moved = folders::move(in("from"), there());
+        ASSERT_FALSE(moved.ok());
+        EXPECT_EQ(moved.error().message.find("cannot copy " + in("from/three").toStdString()), 0u) << moved.error().message;
+    }
     expectNothingThere();
     expectSourceWhole();
 }
@@ -474,19 +465,10 @@ TEST_F(TrashTest, aTrashThatTakesNothingLeavesEverythingWhereItIs)
     EXPECT_FALSE(folders::moveToTrash(in("old")).ok());
     ASSERT_TRUE(QFile::remove(in("home/data/Trash/info")));
     ASSERT_TRUE(folders::make(in("home/data/Trash/info")).ok());
-    const struct rlimit nothing {
-        0, RLIM_INFINITY
-    };
-    struct rlimit before { };
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &nothing), 0);
-    const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
-
-    const Result<void> moved = folders::moveToTrash(in("old"));
-
-    std::signal(SIGXFSZ, ignored);
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
-    EXPECT_FALSE(moved.ok());
+    {
+        const NoRoom full;
+        EXPECT_FALSE(folders::moveToTrash(in("old")).ok());
+    }
     EXPECT_EQ(contents("old"), "bytes");
     EXPECT_TRUE(QDir(in("home/data/Trash/info")).isEmpty());
 }

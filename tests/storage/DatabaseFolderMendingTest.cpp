@@ -1,5 +1,7 @@
 #include "storage/DatabaseFolderTest.h"
 
+#include "support/NoRoom.h"
+
 // Interrupted writes
 
 TEST_F(DatabaseFolderTest, anInterruptedWriteIsReadThroughAndPutRightByTheFirstWrite)
@@ -128,6 +130,22 @@ TEST_F(DatabaseFolderTest, aCopyOfALinkedFolderIsAFolderOfItsOwnAndLeavesTheLive
     EXPECT_FALSE(QFileInfo(target).isSymLink());
     EXPECT_TRUE(contents(target + "/lock.xml").contains("offline browsing"));
     EXPECT_EQ(contents(real + "/lock.xml"), "the open database's lock");
+}
+
+TEST_F(DatabaseFolderTest, aCopyOfALinkedFolderThatFailsTakesNothingFromTheLiveOne)
+{
+    put("mugs.xml", document("a"));
+    const QString real = user.home() + "/on a share";
+    ASSERT_TRUE(QDir().rename(location(), real));
+    ASSERT_TRUE(QFile::link(real, location()));
+    load();
+    {
+        const NoRoom full;
+        EXPECT_FALSE(folder.copyTo(user.home() + "/copy.vendb").ok());
+    }
+
+    EXPECT_EQ(contents(real + "/mugs.xml"), document("a"));
+    EXPECT_EQ(QDir(user.home()).entryList({"copy*"}, QDir::AllEntries | QDir::Hidden), QStringList());
 }
 
 TEST_F(DatabaseFolderTest, aCopyTakesNothingAwayThatItDidNotMake)

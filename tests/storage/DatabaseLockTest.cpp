@@ -1,6 +1,7 @@
 #include "storage/DatabaseLock.h"
 
 #include "support/FakeDesktop.h"
+#include "support/NoRoom.h"
 #include "support/Race.h"
 
 #include <gtest/gtest.h>
@@ -9,9 +10,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <csignal>
-
-#include <sys/resource.h>
 #include <sys/xattr.h>
 
 class DatabaseLockTest : public testing::Test {
@@ -186,19 +184,11 @@ TEST_F(DatabaseLockTest, aForcedUnlockKeepsADamagedLockByteForByte)
 TEST_F(DatabaseLockTest, aForcedUnlockWhoseCopyCannotBeKeptLeavesTheLock)
 {
     put(document(entry("user", "bob")));
-    // A disk that takes no more.
-    const struct rlimit nothing {
-        0, RLIM_INFINITY
-    };
-    struct rlimit before { };
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &nothing), 0);
-    const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
-    const Result<bool> opened = lock.forceOpen(lock.read());
-    std::signal(SIGXFSZ, ignored);
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    {
+        const NoRoom full;
+        EXPECT_FALSE(lock.forceOpen(lock.read()).ok());
+    }
 
-    EXPECT_FALSE(opened.ok());
     EXPECT_TRUE(lock.exists());
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList("lock.xml"));
 }

@@ -2,6 +2,7 @@
 
 #include "foundation/Log.h"
 #include "support/FakeDesktop.h"
+#include "support/NoRoom.h"
 
 #include <gtest/gtest.h>
 
@@ -9,10 +10,8 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <csignal>
 #include <set>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 class GenerationsTest : public testing::Test {
@@ -226,16 +225,11 @@ TEST_F(GenerationsTest, oneThatFailsLeavesNothing)
     // A link is copied, and larger than a file may be here.
     put("large", QByteArray(5'000, 'x'), user.home());
     ASSERT_TRUE(QFile::link("../large", database() + "/items.xml"));
-    const auto before = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit limit {};
-    ::getrlimit(RLIMIT_FSIZE, &limit);
-    const rlimit small {1'000, limit.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &small);
+    {
+        const NoRoom full(1'000);
+        EXPECT_FALSE(keepDaily().ok());
+    }
 
-    EXPECT_FALSE(keepDaily().ok());
-
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-    std::signal(SIGXFSZ, before);
     EXPECT_EQ(QDir(place).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList {"20240301-101530"});
 }
 
