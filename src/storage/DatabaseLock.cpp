@@ -2,7 +2,6 @@
 
 #include "desktop/Desktop.h"
 #include "foundation/Dates.h"
-#include "foundation/Folders.h"
 #include "foundation/SafeFile.h"
 #include "foundation/Text.h"
 #include "foundation/plist/PlistReader.h"
@@ -27,11 +26,17 @@ void markAsOurs(const std::string& lock)
         ::setxattr(lock.c_str(), holderAttribute, mark.data(), mark.size(), 0);
 }
 
-processMark::Life lifeOfHolder(const std::string& lock)
+std::string holderOf(const std::string& lock)
 {
     std::array<char, 1024> mark {};
     const ssize_t size = ::getxattr(lock.c_str(), holderAttribute, mark.data(), mark.size());
-    return size <= 0 ? processMark::Life::unknown : processMark::lifeOf({mark.data(), static_cast<std::size_t>(size)});
+    return size <= 0 ? std::string() : std::string(mark.data(), static_cast<std::size_t>(size));
+}
+
+processMark::Life lifeOfHolder(const std::string& lock)
+{
+    const std::string holder = holderOf(lock);
+    return holder.empty() ? processMark::Life::unknown : processMark::lifeOf(holder);
 }
 
 std::string lockText(const PlistValue& contents, const char* key)
@@ -76,15 +81,10 @@ void DatabaseLock::setFolder(const QString& folder)
     m_written.clear();
 }
 
-bool DatabaseLock::exists() const
-{
-    const QFileInfo lock(path());
-    return lock.exists() || lock.isSymLink();
-}
-
 bool DatabaseLock::standsIn(const QString& folder)
 {
-    return folders::mayBeThere(pathIn(folder)) || QFileInfo(pathIn(folder)).isSymLink();
+    const QFileInfo lock(pathIn(folder));
+    return lock.exists() || lock.isSymLink();
 }
 
 LockInfo LockInfo::in(std::string_view bytes)
@@ -121,10 +121,13 @@ std::string DatabaseLock::contents(const char* reason) const
 Result<bool> DatabaseLock::acquire()
 {
     const std::string bytes = contents(openReason);
-    Result<bool> created = createExclusively(path().toStdString(), bytes, markAsOurs);
-    if (created && created.value())
+    const std::string lock = path().toStdString();
+    Result<bool> created = createExclusively(lock, bytes, markAsOurs);
+    // A lock that could neither be flushed nor taken away again is ours all the same.
+    const bool isLeft = !created && readWholeFile(lock).bytes == bytes && !holderOf(lock).empty() && holderOf(lock) == processMark::own();
+    if (isLeft || (created && created.value()))
         m_written = bytes;
-    return created;
+    return isLeft ? Result<bool>(true) : created;
 }
 
 bool DatabaseLock::isOurs() const

@@ -45,9 +45,8 @@ public:
     void setFolder(const QString& folder);
     QString path() const { return pathIn(m_folder); }
 
-    /// Whether there is a lock to be seen.
-    bool exists() const;
-    /// Whether there is a lock in the folder, whoever's it is. Where nobody can tell, it is taken for one.
+    bool exists() const { return standsIn(m_folder); }
+    /// Whether there is a lock in the folder, whoever's it is.
     static bool standsIn(const QString& folder);
     /// What the lock says; an unreadable lock is still one, without a reason.
     LockInfo read() const;

@@ -163,14 +163,6 @@ TEST_F(DatabaseLockTest, whenTheLockWentByItselfThereIsNothingToForce)
     EXPECT_TRUE(QDir(folder.path()).entryList(QDir::Files).isEmpty());
 }
 
-TEST_F(DatabaseLockTest, aFolderThatCannotBeLookedIntoIsTakenForLocked)
-{
-    EXPECT_FALSE(DatabaseLock::standsIn(folder.path()));
-    EXPECT_FALSE(DatabaseLock::standsIn(folder.path() + "/missing"));
-    // A name that no file system takes: the look itself fails.
-    EXPECT_TRUE(DatabaseLock::standsIn(folder.path() + '/' + QString(300, 'x')));
-}
-
 TEST_F(DatabaseLockTest, aForcedUnlockKeepsADamagedLockByteForByte)
 {
     put("not a list at all");
