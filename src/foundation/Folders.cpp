@@ -1,5 +1,6 @@
 #include "foundation/Folders.h"
 
+#include "foundation/Log.h"
 #include "foundation/SafeFile.h"
 
 #include <QDir>
@@ -182,12 +183,36 @@ std::optional<Result<bool>> renameIfFree(const fs::path& source, const fs::path&
     }
 }
 
-/// The copy has its name when it is complete, and the source goes only when that would outlast a power cut.
-Result<bool> moveAcross(const fs::path& source, const fs::path& target)
+fs::path hiddenBeside(const fs::path& path, const char* ending)
+{
+    return path.parent_path() / ('.' + path.filename().string() + ending);
+}
+
+/// What lies in folders that nobody may write into cannot be removed.
+void letWriteInto(const fs::path& path)
+{
+    std::error_code code;
+    if (!fs::is_directory(fs::symlink_status(path, code)))
+        return;
+    fs::permissions(path, fs::perms::owner_all, fs::perm_options::add, code);
+    for (auto entry = fs::directory_iterator(path, code); entry != fs::directory_iterator(); entry.increment(code))
+        letWriteInto(entry->path());
+}
+
+Result<void> removeCopied(const fs::path& path)
+{
+    letWriteInto(path);
+    std::error_code code;
+    fs::remove_all(path, code);
+    return code ? Result<void>(folderError("everything was copied, but the original cannot be removed:", path, code)) : Result<void>();
+}
+
+/// The copy has its name when it is complete.
+Result<bool> copyUnderItsName(const fs::path& source, const fs::path& target)
 {
     if (isThere(target))
         return false;
-    const fs::path unfinished = target.parent_path() / ('.' + target.filename().string() + ".unfinished");
+    const fs::path unfinished = hiddenBeside(target, ".unfinished");
     std::error_code code;
     fs::remove_all(unfinished, code);
     const Result<bool> copied = copyEntry(source, unfinished, CopyFor::takingThePlace);
@@ -196,12 +221,33 @@ Result<bool> moveAcross(const fs::path& source, const fs::path& target)
     if (!copied.value())
         return thereAlready(unfinished);
     Result<bool> named = renameIfFree(unfinished, target).value_or(false);
-    if (!named || !named.value()) {
+    if (!named || !named.value())
         fs::remove_all(unfinished, code);
-        return named;
+    return named;
+}
+
+/// The source goes only when the copy would outlast a power cut. It leaves its place at one moment, so that it never stands there in part.
+Result<bool> moveAcross(const fs::path& source, const fs::path& target)
+{
+    Result<bool> copied = copyUnderItsName(source, target);
+    if (!copied || !copied.value())
+        return copied;
+    const fs::path leaving = hiddenBeside(source, ".moved");
+    std::error_code code;
+    fs::remove_all(leaving, code);
+    const std::optional<Result<bool>> left = renameIfFree(source, leaving);
+    if (left && (!*left || !left->value())) {
+        if (isThere(source))
+            fs::remove_all(target, code);
+        return *left ? Result<bool>(thereAlready(leaving)) : *left;
     }
-    fs::remove_all(source, code);
-    return code ? Result<bool>(folderError("everything was copied, but the original cannot be removed:", source, code)) : named;
+    // Some file systems rename no folder that came with them: that one is removed where it stands.
+    const Result<void> removed = removeCopied(left ? leaving : source);
+    if (!removed && !left)
+        return removed.error();
+    if (!removed)
+        logLine(removed.error().message);
+    return true;
 }
 
 /// What comes of something that must not have been there.

@@ -30,6 +30,7 @@ bool mayBeFile(const QString& path);
 /// Whether both are files that can be read, with the same bytes in them.
 bool haveSameBytes(const QString& path, const QString& other);
 /// Moves a file or folder, across file systems too, and flushes that; target must not exist. When it fails, the source stays as it is.
+/// What of a source on another file system cannot be removed after all is left hidden beside its place, and that is logged.
 /// Devices and pipes do not cross file systems: what holds one stays where it is, and that is an error.
 Result<void> move(const QString& source, const QString& target);
 /// The same; answers false, with nothing done, when something stands at the target. What stands there is never touched, whatever a look

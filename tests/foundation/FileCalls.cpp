@@ -28,7 +28,9 @@ extern "C" int fsync(int file)
 {
     if (watching) {
         const QString path = QFile::symLinkTarget("/proc/self/fd/" + QString::number(file));
-        if (path == watching->failing) {
+        const bool hasFailed = watching->failsFromThenOn && watching->hasFailed;
+        if (path == watching->failing || hasFailed) {
+            watching->hasFailed = true;
             errno = EIO;
             return -1;
         }
@@ -44,4 +46,13 @@ extern "C" int link(const char* from, const char* to) noexcept
         return -1;
     }
     return static_cast<int>(syscall(SYS_linkat, AT_FDCWD, from, AT_FDCWD, to, 0));
+}
+
+extern "C" int unlinkat(int folder, const char* name, int flags) noexcept
+{
+    if (watching && watching->staying == QFile::decodeName(name)) {
+        errno = EIO;
+        return -1;
+    }
+    return static_cast<int>(syscall(SYS_unlinkat, folder, name, flags));
 }

@@ -16,6 +16,12 @@ public:
     QStringList flushed;
     /// The path that fails to be flushed, if any.
     QString failing;
+    /// Whether nothing can be flushed any more once that path has failed.
+    bool failsFromThenOn = false;
     /// Whether files can have second names.
     bool hasHardLinks = true;
+    /// The name of what cannot be removed, if any.
+    QString staying;
+
+    bool hasFailed = false;
 };

@@ -33,6 +33,31 @@ protected:
     QTemporaryDir m_folder;
 };
 
+namespace {
+
+/// The administrator may write everywhere; somebody else may not, to the end of this.
+class NotAsAdministrator {
+public:
+    NotAsAdministrator() { EXPECT_TRUE(m_self != 0 || seteuid(nobody) == 0); }
+    ~NotAsAdministrator() { EXPECT_EQ(seteuid(m_self), 0); }
+    NotAsAdministrator(const NotAsAdministrator&) = delete;
+    NotAsAdministrator& operator=(const NotAsAdministrator&) = delete;
+
+    /// Gives the path to whom the program runs as meanwhile.
+    static void give(const QString& path, mode_t mode)
+    {
+        const QByteArray name = path.toLocal8Bit();
+        EXPECT_TRUE(geteuid() != 0 || ::chown(name.constData(), nobody, nobody) == 0);
+        EXPECT_EQ(::chmod(name.constData(), mode), 0);
+    }
+
+private:
+    static constexpr uid_t nobody = 65534;
+    const uid_t m_self = geteuid();
+};
+
+} // namespace
+
 TEST_F(FoldersTest, whatTheFileSystemCannotTellOfMayBeThere)
 {
     put("file", "oak");
@@ -147,14 +172,12 @@ TEST_F(FoldersTest, aFolderThatNobodyWritesIntoIsCopiedToo)
     for (const char* name : {"from/sub", "from"})
         ASSERT_EQ(::chmod(in(name).toLocal8Bit().constData(), 0555), 0);
     ASSERT_EQ(::chmod(m_folder.path().toLocal8Bit().constData(), 0777), 0);
-    // The administrator may write everywhere.
-    constexpr uid_t nobody = 65534;
-    const uid_t self = geteuid();
-    ASSERT_TRUE(self != 0 || seteuid(nobody) == 0);
 
-    const Result<void> copied = folders::copyTree(in("from"), in("to"));
+    const Result<void> copied = [this] {
+        const NotAsAdministrator somebody;
+        return folders::copyTree(in("from"), in("to"));
+    }();
 
-    ASSERT_EQ(seteuid(self), 0);
     ASSERT_TRUE(copied.ok()) << copied.error().message;
     EXPECT_EQ(contents("to/sub/one"), "1");
     struct stat status { };
@@ -280,6 +303,7 @@ protected:
     {
         EXPECT_EQ(QDir(m_other.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
     }
+    bool isEmpty() const { return QDir(m_folder.path()).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot); }
     void expectSourceWhole() const
     {
         EXPECT_EQ(contents("from/one"), "1");
@@ -321,7 +345,8 @@ TEST_F(MovingAcrossFileSystems, flushesEveryFileAndFolderOfTheCopy)
 
     for (const QString& path : {copying("/one"), copying("/sub/two"), copying("/sub"), copying(), m_other.path()})
         EXPECT_TRUE(m_watch.flushed.contains(path)) << path.toStdString();
-    EXPECT_EQ(m_watch.flushed.last(), m_other.path());
+    EXPECT_EQ(m_watch.flushed.mid(m_watch.flushed.size() - 2), (QStringList {m_other.path(), m_folder.path()}))
+        << "the copy's name first, then that the source has gone";
 }
 
 TEST_F(MovingAcrossFileSystems, aCopyThatCannotBeFlushedLeavesTheSourceAndNothingElse)
@@ -334,13 +359,14 @@ TEST_F(MovingAcrossFileSystems, aCopyThatCannotBeFlushedLeavesTheSourceAndNothin
     }
 }
 
-TEST_F(MovingAcrossFileSystems, theSourceStaysUntilTheCopysNameIsDurable)
+TEST_F(MovingAcrossFileSystems, theSourceStaysUntilTheNamesAreDurable)
 {
-    m_watch.failing = m_other.path();
-
-    EXPECT_FALSE(folders::move(in("from"), there()).ok());
-    expectNothingThere();
-    expectSourceWhole();
+    for (const QString& path : {m_other.path(), m_folder.path()}) {
+        m_watch.failing = path;
+        EXPECT_FALSE(folders::move(in("from"), there()).ok());
+        expectNothingThere();
+        expectSourceWhole();
+    }
 }
 
 TEST_F(MovingAcrossFileSystems, aFolderWithAPipeStaysWhereItIs)
@@ -379,6 +405,58 @@ TEST_F(MovingAcrossFileSystems, whatAnInterruptedMoveLeftIsNoPartOfTheNext)
 
     EXPECT_FALSE(QFileInfo::exists(there("/left over")));
     EXPECT_FALSE(QFileInfo::exists(copying()));
+}
+
+TEST_F(MovingAcrossFileSystems, aFolderThatNobodyWritesIntoIsMovedToo)
+{
+    NotAsAdministrator::give(m_folder.path(), 0755);
+    NotAsAdministrator::give(m_other.path(), 0755);
+    for (const char* name : {"from/sub", "from"})
+        NotAsAdministrator::give(in(name), 0555);
+
+    const Result<void> moved = [this] {
+        const NotAsAdministrator somebody;
+        return folders::move(in("from"), there());
+    }();
+
+    EXPECT_TRUE(moved.ok()) << moved.error().message;
+    EXPECT_TRUE(QFileInfo::exists(there("/sub/two")));
+    EXPECT_TRUE(isEmpty());
+}
+
+TEST_F(MovingAcrossFileSystems, whatCannotBeTakenOutOfItsPlaceStaysWhole)
+{
+    NotAsAdministrator::give(m_other.path(), 0755);
+    for (const char* name : {"from/sub", "from"})
+        NotAsAdministrator::give(in(name), 0755);
+    NotAsAdministrator::give(m_folder.path(), 0555);
+
+    const Result<void> moved = [this] {
+        const NotAsAdministrator somebody;
+        return folders::move(in("from"), there());
+    }();
+
+    EXPECT_FALSE(moved.ok());
+    expectNothingThere();
+    expectSourceWhole();
+    NotAsAdministrator::give(m_folder.path(), 0755);
+}
+
+TEST_F(MovingAcrossFileSystems, whatIsMovedIsOutOfItsPlaceAlsoWhenItCannotAllBeRemoved)
+{
+    m_watch.staying = "two";
+
+    const Result<void> moved = folders::move(in("from"), there());
+
+    m_watch.staying.clear();
+    ASSERT_TRUE(moved.ok()) << moved.error().message;
+    EXPECT_FALSE(QFileInfo::exists(in("from")));
+    EXPECT_TRUE(QFileInfo::exists(there("/one")));
+    EXPECT_TRUE(QFileInfo::exists(there("/sub/two")));
+
+    put("from", "the next of that name");
+    ASSERT_TRUE(folders::move(in("from"), there("-next")).ok());
+    EXPECT_TRUE(isEmpty()) << "what was left of the first is gone";
 }
 
 TEST_F(FoldersTest, movingWhatIsNotThereIsAnError)
