@@ -58,6 +58,21 @@ TEST_F(FailingCallsTest, anotherFilesFailureLeavesWhatWaitsToBePutInItsPlace)
         QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), (QStringList {"lines.xml", "orders.xml"}));
 }
 
+TEST_F(FailingCallsTest, whereTheEarlierIntentCannotComeBackTheNewOneStaysWhole)
+{
+    leaveLinesWaiting();
+    m_calls.failing = m_folder.path();
+    m_calls.failsFromThenOn = true;
+    {
+        FileGroup other(m_folder.path().toStdString());
+        other.add("contacts.xml").append("contacts");
+        EXPECT_FALSE(other.commit().ok());
+    }
+
+    EXPECT_EQ(seen("orders.xml"), "new orders");
+    EXPECT_EQ(seen("lines.xml"), "new lines");
+}
+
 TEST_F(FailingCallsTest, withoutSecondNamesTheNameOfANewFileIsFlushedToo)
 {
     m_calls.hasHardLinks = false;
