@@ -84,16 +84,14 @@ Result<void> copyContents(const fs::path& source, const fs::path& target, CopyFo
 
 Result<bool> copyFolder(const fs::path& source, const fs::path& target, CopyFor purpose)
 {
-    // Its rights come last: the folder may be one that nobody writes into.
-    if (::mkdir(target.c_str(), 0700) != 0)
-        return errno == EEXIST ? Result<bool>(false) : Result<bool>(folderError("cannot copy the folder", source, lastError()));
-    Result<void> copied = copyContents(source, target, purpose);
     std::error_code code;
     const fs::perms rights = fs::status(source, code).permissions();
-    if (copied && !code)
-        fs::permissions(target, rights | fs::perms::owner_all, code);
-    if (copied && code)
-        copied = folderError("cannot copy the folder", source, code);
+    if (code)
+        return folderError("cannot copy the folder", source, code);
+    // Setting them afterwards is more than every file system allows. It has to be filled, though the original may be for reading only.
+    if (::mkdir(target.c_str(), static_cast<mode_t>(rights | fs::perms::owner_all)) != 0)
+        return errno == EEXIST ? Result<bool>(false) : Result<bool>(folderError("cannot copy the folder", source, lastError()));
+    const Result<void> copied = copyContents(source, target, purpose);
     if (copied)
         return true;
     fs::remove_all(target, code);

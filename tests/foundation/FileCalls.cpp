@@ -5,6 +5,7 @@
 #include <cerrno>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -55,4 +56,13 @@ extern "C" int unlinkat(int folder, const char* name, int flags) noexcept
         return -1;
     }
     return static_cast<int>(syscall(SYS_unlinkat, folder, name, flags));
+}
+
+extern "C" int fchmodat(int folder, const char* name, mode_t mode, int) noexcept
+{
+    if (watching && !watching->hasRights) {
+        errno = EPERM;
+        return -1;
+    }
+    return static_cast<int>(syscall(SYS_fchmodat, folder, name, mode));
 }

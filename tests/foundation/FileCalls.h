@@ -20,6 +20,8 @@ public:
     bool failsFromThenOn = false;
     /// Whether files can have second names.
     bool hasHardLinks = true;
+    /// Whether the rights of what is there already can be set.
+    bool hasRights = true;
     /// The name of what cannot be removed, if any.
     QString staying;
 

@@ -187,6 +187,21 @@ TEST_F(FoldersTest, aFolderThatNobodyWritesIntoIsCopiedToo)
         ASSERT_EQ(::chmod(in(name).toLocal8Bit().constData(), 0755), 0);
 }
 
+TEST_F(FoldersTest, aFileSystemThatSetsNoRightsTakesFoldersAllTheSame)
+{
+    ASSERT_TRUE(QDir().mkpath(in("from/sub")));
+    ASSERT_EQ(::chmod(in("from/sub").toLocal8Bit().constData(), 0750), 0);
+    FileCalls calls;
+    calls.hasRights = false;
+
+    const Result<void> copied = folders::copyTree(in("from"), in("to"));
+
+    ASSERT_TRUE(copied.ok()) << copied.error().message;
+    struct stat status { };
+    ASSERT_EQ(::stat(in("to/sub").toLocal8Bit().constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0750u);
+}
+
 TEST_F(FoldersTest, pipesAreLeftOutOfACopy)
 {
     ASSERT_TRUE(QDir().mkpath(in("from")));
