@@ -197,11 +197,17 @@ void letWriteInto(const fs::path& path)
         letWriteInto(entry->path());
 }
 
-Result<void> removeCopied(const fs::path& path)
+std::error_code removeAll(const fs::path& path)
 {
     letWriteInto(path);
     std::error_code code;
     fs::remove_all(path, code);
+    return code;
+}
+
+Result<void> removeCopied(const fs::path& path)
+{
+    const std::error_code code = removeAll(path);
     return code ? Result<void>(folderError("everything was copied, but the original cannot be removed:", path, code)) : Result<void>();
 }
 
@@ -372,6 +378,11 @@ Result<bool> moveIfFree(const QString& source, const QString& target)
 Result<void> move(const QString& source, const QString& target)
 {
     return unlessTaken(moveIfFree(source, target), target);
+}
+
+void remove(const QString& path)
+{
+    removeAll(nativePath(path));
 }
 
 Result<void> moveToTrash(const QString& path)

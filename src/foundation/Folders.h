@@ -36,6 +36,8 @@ Result<void> move(const QString& source, const QString& target);
 /// The same; answers false, with nothing done, when something stands at the target. What stands there is never touched, whatever a look
 /// at it said before.
 Result<bool> moveIfFree(const QString& source, const QString& target);
+/// Removes a file or a folder with everything in it, whatever is in it is called and whoever may write into it; of a link the link alone.
+void remove(const QString& path);
 /// Moves a file or folder into the desktop's trash, which is made when there is none yet. When that fails, it stays where it is.
 Result<void> moveToTrash(const QString& path);
 

@@ -97,14 +97,14 @@ Result<QString> RecoveryStore::keepFolder(const QString& path, KeptFor reason)
         return made.error();
     const QString name = QFileInfo(path).fileName();
     const QString unfinished = m_folder + "/." + name + ".unfinished";
-    QDir(unfinished).removeRecursively();
+    folders::remove(unfinished);
     const Result<void> copied = folders::copyTree(QFileInfo(path).canonicalFilePath(), unfinished);
     const Result<QString> kept =
         copied ? place(name, [&](const QString& free) { return folders::moveIfFree(unfinished, free); }) : copied.error();
     if (kept)
         describe(kept.value(), path, reason);
     else
-        QDir(unfinished).removeRecursively();
+        folders::remove(unfinished);
     return kept;
 }
 
@@ -205,7 +205,7 @@ void RecoveryStore::removeLeftovers() const
     const QDir folder(m_folder);
     for (const QFileInfo& entry : folder.entryInfoList({".*.unfinished"}, QDir::AllEntries | QDir::Hidden | QDir::System)) {
         if (entry.lastModified().daysTo(m_clock.now()) > 1)
-            entry.isDir() && !entry.isSymLink() ? QDir(entry.filePath()).removeRecursively() : QFile::remove(entry.filePath());
+            folders::remove(entry.filePath());
     }
 }
 

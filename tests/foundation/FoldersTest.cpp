@@ -479,6 +479,24 @@ TEST_F(FoldersTest, movingWhatIsNotThereIsAnError)
     EXPECT_FALSE(folders::move(in("missing"), in("to")).ok());
 }
 
+TEST_F(FoldersTest, ofALinkOnlyTheLinkIsRemoved)
+{
+    ASSERT_TRUE(QDir().mkpath(in("real")));
+    put("real/one", "1");
+    ASSERT_TRUE(QDir().mkpath(in("going")));
+    ASSERT_TRUE(QFile::link(in("real"), in("going/link")));
+    ASSERT_TRUE(QFile::link(in("real"), in("link")));
+    ASSERT_EQ(::chmod(in("real").toLocal8Bit().constData(), 0500), 0);
+
+    for (const char* name : {"going", "link", "missing"})
+        folders::remove(in(name));
+
+    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList("real"));
+    EXPECT_EQ(contents("real/one"), "1");
+    EXPECT_EQ(QFileInfo(in("real")).permissions() & QFile::WriteOwner, QFile::Permissions()) << "nothing is done to what a link leads to";
+    ASSERT_EQ(::chmod(in("real").toLocal8Bit().constData(), 0700), 0);
+}
+
 TEST_F(FoldersTest, filesHaveTheSameBytesOrNot)
 {
     const QByteArray large = QByteArray(300'000, 'x');

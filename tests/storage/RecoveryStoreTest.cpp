@@ -11,6 +11,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <fstream>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -161,6 +162,26 @@ TEST_F(RecoveryStoreTest, whatWasLeftOfAFolderIsNoPartOfItsNextCopy)
     ASSERT_TRUE(kept.ok());
     EXPECT_EQ(contents(kept.value() + "/old.png"), "(none)");
     EXPECT_EQ(recovery.things().size(), 1u);
+}
+
+TEST_F(RecoveryStoreTest, whatWasLeftGoesWhateverNamesItHas)
+{
+    const QString package = user.home() + "/shop.vendb/notepad.rtfd";
+    put(package + "/TXT.rtf", "text");
+    // No text at all, as other systems leave it.
+    const std::string left = (store() + "/.notepad.rtfd.unfinished/").toStdString() + "caf\xe9";
+    ASSERT_TRUE(QDir().mkpath(store() + "/.notepad.rtfd.unfinished"));
+    std::ofstream(left) << "left by a crash";
+
+    const Result<QString> kept = recovery.keepCopy(package, KeptFor::unreadable);
+
+    ASSERT_TRUE(kept.ok()) << kept.error().message;
+    EXPECT_EQ(contents(kept.value() + "/TXT.rtf"), "text");
+    ASSERT_TRUE(QDir().mkpath(store() + "/.notepad.rtfd.unfinished"));
+    std::ofstream(left) << "left by another crash";
+    clock.moment = QDateTime::currentDateTime().addDays(2);
+    recovery.cleanUp();
+    EXPECT_FALSE(QFileInfo::exists(store() + "/.notepad.rtfd.unfinished"));
 }
 
 TEST_F(RecoveryStoreTest, theSameBytesOfTheSameFileAreNotCopiedAgainWithinAMonth)
