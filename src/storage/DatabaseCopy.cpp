@@ -4,7 +4,6 @@
 #include "foundation/Folders.h"
 #include "foundation/SafeFile.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 Result<void> DatabaseFolder::copyTo(const QString& target)
@@ -22,12 +21,12 @@ Result<void> DatabaseFolder::copyTo(const QString& target)
     QString unfinished = target + ".unfinished";
     for (int i = 1; QFileInfo::exists(unfinished) || QFileInfo(unfinished).isSymLink(); ++i)
         unfinished = target + ".unfinished-" + QString::number(i);
-    Result<void> copied = folders::copyTree(from, unfinished);
-    if (copied)
-        copied = writeFileSafely((unfinished + "/lock.xml").toStdString(), m_lock.contents(DatabaseLock::offlineReason));
+    if (Result<void> copied = folders::copyTree(from, unfinished); !copied)
+        return copied;
+    Result<void> copied = writeFileSafely((unfinished + "/lock.xml").toStdString(), m_lock.contents(DatabaseLock::offlineReason));
     if (copied)
         copied = folders::move(unfinished, target);
     if (!copied)
-        QDir(unfinished).removeRecursively();
+        folders::remove(unfinished);
     return copied;
 }

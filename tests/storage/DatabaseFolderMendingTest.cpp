@@ -2,6 +2,26 @@
 
 #include "support/NoRoom.h"
 
+#include <functional>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace {
+
+/// What somebody else does right before the program makes its next folder.
+std::function<void()> beforeNextFolder;
+
+} // namespace
+
+extern "C" int mkdir(const char* path, mode_t mode) noexcept
+{
+    if (const auto first = std::exchange(beforeNextFolder, nullptr))
+        first();
+    return mkdirat(AT_FDCWD, path, mode);
+}
+
 // Interrupted writes
 
 TEST_F(DatabaseFolderTest, anInterruptedWriteIsReadThroughAndPutRightByTheFirstWrite)
@@ -160,6 +180,18 @@ TEST_F(DatabaseFolderTest, aCopyTakesNothingAwayThatItDidNotMake)
     EXPECT_EQ(contents(target + "/mugs.xml"), document("a"));
     EXPECT_TRUE(QFileInfo::exists(target + ".unfinished/somebody's work"));
     EXPECT_FALSE(QFileInfo::exists(target + ".unfinished-1"));
+}
+
+TEST_F(DatabaseFolderTest, aCopyTakesNothingAwayThatAppearsWhereItBegins)
+{
+    put("mugs.xml", document("a"));
+    load();
+    const QString target = user.home() + "/copy.vendb";
+    beforeNextFolder = [&] { QDir().mkpath(target + ".unfinished/somebody's work"); };
+
+    EXPECT_FALSE(folder.copyTo(target).ok());
+
+    EXPECT_TRUE(QFileInfo::exists(target + ".unfinished/somebody's work"));
 }
 
 TEST_F(DatabaseFolderTest, aCopyIsNeverMadeOverSomethingOrIntoItself)
