@@ -111,7 +111,6 @@ void DatabaseSession::takeOver(RecordFile& file, bool existed)
     if (name == recordFiles::orders)
         logLine("filtering orders");
     entry.collection->filter();
-    entry.collection->reloadData();
 }
 
 const DatabaseSession::Entry& DatabaseSession::entryOf(const RecordFile& file) const
@@ -357,10 +356,8 @@ void DatabaseSession::switchDatabase()
 
 void DatabaseSession::filterOthers()
 {
-    for (qvDataSource* collection : m_filteredAfterSwitch) {
+    for (qvDataSource* collection : m_filteredAfterSwitch)
         collection->filter();
-        collection->reloadData();
-    }
 }
 
 void DatabaseSession::unlockDatabase()

@@ -7,6 +7,7 @@
 #include "foundation/Folders.h"
 #include "foundation/Log.h"
 #include "foundation/Numbers.h"
+#include "orders/Order.h"
 #include "storage/qvDataSource.h"
 
 #include <QDir>
@@ -116,7 +117,7 @@ PrefsController::PrefsController(PrefsNeeds needs)
 
 void PrefsController::registerDefaults()
 {
-    m_store.registerDefault(settings::completeStatus, "Complete");
+    m_store.registerDefault(settings::completeStatus, Order::usualCompleteStatus);
     m_store.registerDefault(settings::timeLoggingRate, "12.00");
     m_store.registerDefault(settings::timeLoggingUnit, "Hours");
 }

@@ -12,7 +12,6 @@
 #include "foundation/SafeFile.h"
 #include "foundation/plist/PlistReader.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -560,7 +559,7 @@ void Vendaro::openSampleBusiness()
 Result<void> Vendaro::copySample()
 {
     const QString unfinished = sampleFolder() + ".unfinished";
-    QDir(unfinished).removeRecursively();
+    folders::remove(unfinished);
     if (Result<void> copied = folders::copyTree(m_desktop.resources + "/sample/Sample.vendb", unfinished); !copied)
         return copied;
     return folders::move(unfinished, sampleFolder());

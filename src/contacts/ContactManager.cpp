@@ -399,7 +399,7 @@ void ContactManager::populateLists(const std::optional<QStringList>& userTypes)
         filter();
 }
 
-void ContactManager::filter()
+void ContactManager::applyFilter()
 {
     makeAllVisible();
     hideWithoutWords(listForm.search.text().toStdString());
@@ -410,7 +410,6 @@ void ContactManager::filter()
                 record->setVisible(false);
         }
     }
-    reloadData();
 }
 
 std::string ContactManager::objectValue(std::string_view identifier, int row) const

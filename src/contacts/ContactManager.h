@@ -84,7 +84,6 @@ public:
 
     /// The pop-ups of types: the built-in ones, then the user's.
     void populateLists(const std::optional<QStringList>& userTypes);
-    void filter() override;
     std::string objectValue(std::string_view identifier, int row) const override;
     /// Every top-level row in display order: what the two-level list shows.
     std::vector<Contact*> topLevel() const;
@@ -99,6 +98,7 @@ protected:
     void recordAdded(dataObject& record) override;
     void recordRemoved(dataObject& record) override;
     void recordChanged(dataObject& record) override;
+    void applyFilter() override;
     void recordsCleared() override;
 
 private:

@@ -149,7 +149,7 @@ Result<void> StationeryFolder::installOne(const QString& fileName) const
     if (QFileInfo(source).isDir()) {
         // Under another name until it is complete: what is there is never copied again.
         const QString unfinished = path('.' + fileName, ".unfinished");
-        QDir(unfinished).removeRecursively();
+        folders::remove(unfinished);
         if (Result<void> copied = folders::copyTree(source, unfinished); !copied)
             return copied;
         return folders::move(unfinished, target);

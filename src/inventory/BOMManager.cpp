@@ -221,8 +221,8 @@ void BOMManager::duplicateMaterialsFromOrder(int fromOrder, int toOrder)
 
 void BOMManager::copyOrderType(Material& line) const
 {
-    const bool purchase = m_needs.rules.orders.orderType(line.getOrder()) == "Purchase Order";
-    line.setOrderType(purchase ? "Purchase Order" : "Customer");
+    const bool purchase = m_needs.rules.orders.orderType(line.getOrder()) == purchaseOrderType;
+    line.setOrderType(purchase ? purchaseOrderType : customerType);
 }
 
 void BOMManager::updateOrderTypes(int orderId)

@@ -215,16 +215,6 @@ void ItemManager::recordsCleared()
     addCategories({});
 }
 
-void ItemManager::deleteItemUnlessUsed(Item& item)
-{
-    if (!m_needs.gate.readOnlyCheck())
-        return;
-    if (const std::vector<Item*> users = whereUsed(item); !users.empty())
-        return tellInUse(item, users);
-    deleteItem(item);
-    reloadData();
-}
-
 void ItemManager::tellInUse(const Item& item, const std::vector<Item*>& users)
 {
     m_needs.alerts.ask(makeAlert(alerts::itemInUse, {}, {toQString(item.getItem()), joinedNames(users)}));
@@ -321,12 +311,6 @@ void ItemManager::populateLists(const QStringList& taxCodes)
             all.append(category).append(1, ',');
     }
     addCategories(all);
-}
-
-void ItemManager::filter()
-{
-    applyFilter();
-    reloadData();
 }
 
 void ItemManager::applyFilter()

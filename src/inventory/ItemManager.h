@@ -77,7 +77,6 @@ public:
     void editThisItem(Item& item);
     void finish();
     void cancel();
-    void deleteItemUnlessUsed(Item& item);
     /// The selected items in one go, from the last row to the first; one that is used in a collective item still is told and stays.
     void deleteKey() override;
     void pickConstituent();
@@ -115,7 +114,6 @@ public:
     /// Titles the editor with the user's word for what is in it.
     void showTitle();
 
-    void filter() override;
     /// A comma-separated list; what the menu lacks is added to it.
     void addCategories(std::string_view categories);
     QStringList getCategories() const;

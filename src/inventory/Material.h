@@ -86,7 +86,7 @@ public:
     void setVariation(std::string_view text) { set(&MaterialValues::variation, text); }
     void setProduct(int id) { set(&MaterialValues::product, id); }
     void setContact(int id) { set(&MaterialValues::contact, id); }
-    void setOrderType(std::string type) { m_orderType = std::move(type); }
+    void setOrderType(std::string_view type) { m_orderType = type; }
 
     /// The order whose list of lines holds this one; the collection keeps it in step.
     int filedUnder() const { return m_filedUnder; }

@@ -2,9 +2,14 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 class Contact;
 class Item;
+
+/// Two of the types that an order can have; a line has one of these two, as its order has.
+inline constexpr std::string_view customerType = "Customer";
+inline constexpr std::string_view purchaseOrderType = "Purchase Order";
 
 class OrderLookup {
 public:

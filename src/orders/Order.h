@@ -4,6 +4,7 @@
 // payments at the moment of asking. All arithmetic is in single precision, step by step.
 #pragma once
 
+#include "inventory/OrderLookup.h"
 #include "orders/Payment.h"
 #include "storage/Record.h"
 
@@ -148,7 +149,7 @@ public:
     bool getRepeats() const { return values().repeats; }
     bool getApplyDiscount() const { return values().applyDiscount; }
     bool getDiscountIsPercentage() const { return values().discountIsPercentage; }
-    bool isPurchaseOrder() const { return values().type == "Purchase Order"; }
+    bool isPurchaseOrder() const { return values().type == purchaseOrderType; }
 
     void setTitle(std::string_view text) { set(&OrderValues::title, text); }
     void setDate(std::string_view text) { set(&OrderValues::date, text); }
@@ -199,8 +200,10 @@ public:
     /// These two are day first whatever the user's format is.
     QDate getBalancePaidAsDate() const;
     QDate getDepositpaidasdate() const;
-    /// 1 for the status "Complete", else 0.
-    int getColour() const { return values().status == "Complete" ? 1 : 0; }
+    /// The status of a finished order as long as the user names no other.
+    static constexpr const char* usualCompleteStatus = "Complete";
+    /// 1 for that status, whatever the user named, else 0.
+    int getColour() const { return values().status == usualCompleteStatus ? 1 : 0; }
 
     // Payments, in the order they were added. They belong to the payments collection.
     const std::vector<Payment*>& getPaymentArray() const { return m_payments; }

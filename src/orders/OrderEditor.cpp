@@ -20,7 +20,7 @@
 
 namespace {
 
-const QStringList orderTypes {"Customer", "Enquiry", "Estimate", "Purchase Order"};
+const QStringList orderTypes {toQString(customerType), "Enquiry", "Estimate", toQString(purchaseOrderType)};
 const QStringList paymentMethods {"web", "Cash", "Card", "Bank transfer", "Cheque"};
 const QStringList repeatFrequencies {"week", "fortnight", "month", "year"};
 
@@ -75,6 +75,18 @@ std::vector<CheckedField> OrderManager::valueFields()
 
 void OrderManager::connectForm()
 {
+    fillChoices();
+    connectFields();
+    connectButtons();
+    listForm.search.onEdited = [this] { filter(); };
+    listForm.filter.onEdited = [this] {
+        m_needs.settings.setText(settings::orderManagerFilter, listForm.filter.title().toStdString());
+        filter();
+    };
+}
+
+void OrderManager::fillChoices()
+{
     form.type.setTitles(orderTypes);
     form.paymentMethod.setTitles(paymentMethods);
     form.repeatFrequency.setTitles(repeatFrequencies);
@@ -85,7 +97,10 @@ void OrderManager::connectForm()
     checkFields(form, valueFields());
     for (TextField* computed : {&form.subtotal, &form.balanceRemaining, &form.repeatInformation, &form.attachments})
         computed->setReadOnly(true);
+}
 
+void OrderManager::connectFields()
+{
     // The panel belongs to the order in the editor.
     QObject::connect(&form, &Form::closed, &form, [this] { tender.tenderCancel(); });
     form.type.onEdited = [this] { chooseType(); };
@@ -107,12 +122,10 @@ void OrderManager::connectForm()
     form.repeats.onEdited = [this] { setRepeatInformativeText(); };
     form.repeatFrequency.onEdited = [this] { setRepeatInformativeText(); };
     form.stationery.onEdited = [this] { m_needs.settings.setText(settings::chosenTemplate, std::to_string(form.stationery.index())); };
-    listForm.search.onEdited = [this] { filter(); };
-    listForm.filter.onEdited = [this] {
-        m_needs.settings.setText(settings::orderManagerFilter, listForm.filter.title().toStdString());
-        filter();
-    };
+}
 
+void OrderManager::connectButtons()
+{
     const auto onCurrent = [this](auto operation) {
         return [this, operation] {
             if (m_currentItem)

@@ -127,7 +127,7 @@ void OrderManager::createPurchaseOrder()
     Order& order = addNewOrder();
     // The word itself, not today's date.
     order.setDate(dateOfNewPurchaseOrder);
-    order.setType("Purchase Order");
+    order.setType(purchaseOrderType);
     setItem(order);
     form.open();
     form.focus(form.orderTitle);
@@ -505,12 +505,6 @@ void OrderManager::hideByFilter()
     }
 }
 
-void OrderManager::filter()
-{
-    applyFilter();
-    reloadData();
-}
-
 void OrderManager::applyFilter()
 {
     makeAllVisible();
@@ -533,7 +527,7 @@ std::string OrderManager::objectValue(std::string_view identifier, int row) cons
 
 std::string OrderManager::completeStatus() const
 {
-    return m_needs.settings.text(settings::completeStatus).value_or("Complete");
+    return m_needs.settings.text(settings::completeStatus).value_or(Order::usualCompleteStatus);
 }
 
 bool OrderManager::isFinishedRow(int row) const

@@ -140,7 +140,6 @@ public:
     void sendEmail();
 
     // The list
-    void filter() override;
     /// All, Incomplete, Purchase orders, and the user's statuses; restores the last choice.
     void populateLists(const QStringList& statuses);
     std::string objectValue(std::string_view identifier, int row) const override;
@@ -185,6 +184,9 @@ private:
     /// Which fields of the editor hold what kind of value.
     std::vector<CheckedField> valueFields();
     void connectForm();
+    void fillChoices();
+    void connectFields();
+    void connectButtons();
     void chooseType();
     void discountChanged();
     bool mayChangeCurrentOrder();

@@ -19,7 +19,7 @@
 /// How a flag reads by name.
 enum class FlagWords : unsigned char { upper /* YES, NO */, capital /* Yes, No */, lower /* yes, no */ };
 /// When a field stands in the file.
-enum class Stored : unsigned char { never, whenFilled, always };
+enum class Stored : unsigned char { whenFilled, always };
 /// Which text sets a flag by name.
 enum class FlagSetBy : unsigned char { upperYes, capitalYes, capitalNo };
 
@@ -78,10 +78,6 @@ struct FieldRow {
     constexpr FieldRow always() const
     {
         return changed([](FieldRow& row) { row.stored = Stored::always; });
-    }
-    constexpr FieldRow notStored() const
-    {
-        return changed([](FieldRow& row) { row.stored = Stored::never; });
     }
     constexpr FieldRow alsoRead(std::string_view name) const
     {
@@ -184,8 +180,7 @@ constexpr bool namesAreUnique(const std::array<FieldRow<Values>, count>& rows)
         for (std::size_t j = i + 1; j < count; ++j) {
             if (shareName(rows[i].readNames, rows[j].readNames) || shareName(rows[i].setNames, rows[j].setNames))
                 return false;
-            const bool bothStored = rows[i].stored != Stored::never && rows[j].stored != Stored::never;
-            if (bothStored && (sameName(rows[i].key, rows[j].key) || sameName(rows[i].readKey, rows[j].readKey)))
+            if (sameName(rows[i].key, rows[j].key) || sameName(rows[i].readKey, rows[j].readKey))
                 return false;
         }
     }

@@ -39,7 +39,7 @@ void removeUnfinished(const QString& place)
     const QDir folder(place);
     for (const QString& entry : folder.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot)) {
         if (entry.startsWith('.'))
-            QDir(folder.filePath(entry)).removeRecursively();
+            folders::remove(folder.filePath(entry));
     }
 }
 
@@ -73,7 +73,7 @@ Result<void> Generations::keep(const QString& database, const QStringList& fileN
     const QString unfinished = place + "/." + stamp;
     const Result<bool> collected = collect(database, fileNames, unfinished);
     if (!collected) {
-        QDir(unfinished).removeRecursively();
+        folders::remove(unfinished);
         return collected.error();
     }
     if (!collected.value())
@@ -82,7 +82,7 @@ Result<void> Generations::keep(const QString& database, const QStringList& fileN
     for (int n = 1; QFileInfo::exists(target); ++n)
         target = place + '/' + stamp + '-' + QString::number(n);
     if (Result<void> moved = folders::move(unfinished, target); !moved) {
-        QDir(unfinished).removeRecursively();
+        folders::remove(unfinished);
         return moved;
     }
     thin(database, target);
@@ -163,7 +163,8 @@ void Generations::thin(const QString& database, const QString& newest) const
     // The oldest are the last.
     for (std::size_t n = 0; n < std::min(given.size(), mostGivenUp); ++n) {
         const QString& folder = kept[given[given.size() - 1 - n]].folder;
-        if (!QDir(folder).removeRecursively())
+        folders::remove(folder);
+        if (folders::mayBeThere(folder))
             logLine("an earlier state could not be removed: " + folder.toStdString());
     }
 }

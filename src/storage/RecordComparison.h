@@ -126,7 +126,7 @@ private:
     }
 
     /// What is not read back from where it is written says nothing.
-    static bool isCompared(const Row& row) { return row.stored != Stored::never && row.key == row.readKey; }
+    static bool isCompared(const Row& row) { return row.key == row.readKey; }
     static bool isDifferent(const Row& row, const StoredRecord<R>& earlier, const StoredRecord<R>& present)
     {
         if (!isCompared(row))

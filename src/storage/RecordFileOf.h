@@ -156,7 +156,7 @@ private:
     static const Row* rowForKey(std::string_view key)
     {
         for (const Row& row : R::fieldRows()) {
-            if (row.stored != Stored::never && row.readKey == key)
+            if (row.readKey == key)
                 return &row;
         }
         return nullptr;
@@ -433,8 +433,7 @@ private:
         static const std::vector<Expected> keys = [] {
             std::vector<std::pair<std::string_view, const Row*>> rows {{idKey, nullptr}};
             for (const Row& row : R::fieldRows()) {
-                if (row.stored != Stored::never)
-                    rows.emplace_back(row.readKey, &row);
+                rows.emplace_back(row.readKey, &row);
                 if (isOnlyWritten(row))
                     rows.emplace_back(row.key, nullptr);
             }

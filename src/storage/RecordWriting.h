@@ -24,10 +24,8 @@ public:
     explicit RecordWriting(std::span<const NestedKey<R>> nestedKeys)
     {
         m_keys.push_back({idKey});
-        for (const Row& row : R::fieldRows()) {
-            if (row.stored != Stored::never)
-                m_keys.push_back({row.key, &row});
-        }
+        for (const Row& row : R::fieldRows())
+            m_keys.push_back({row.key, &row});
         for (const NestedKey<R>& nested : nestedKeys)
             m_keys.push_back({nested.key, nullptr, &nested});
         std::sort(m_keys.begin(), m_keys.end(), [](const auto& a, const auto& b) { return a.key < b.key; });

@@ -27,11 +27,10 @@ void TextRows::setRows(const std::vector<std::vector<std::string>>& rows)
     filter();
 }
 
-void TextRows::filter()
+void TextRows::applyFilter()
 {
     makeAllVisible();
     hideWithoutWords(form.search.text().toStdString());
-    reloadData();
 }
 
 std::string TextRows::objectValue(std::string_view identifier, int row) const

@@ -15,7 +15,6 @@ public:
 
     ListForm form;
 
-    void filter() override;
     std::string objectValue(std::string_view identifier, int row) const override;
     /// Where the selected rows stood in what setRows() was given; ascending.
     std::vector<std::size_t> selectedPlaces() const;
@@ -23,4 +22,5 @@ public:
 protected:
     /// Lists these instead of what was listed; a text for each column.
     void setRows(const std::vector<std::vector<std::string>>& rows);
+    void applyFilter() override;
 };

@@ -350,6 +350,12 @@ void qvDataSource::reloadCells()
         observer->cellsChanged();
 }
 
+void qvDataSource::filter()
+{
+    applyFilter();
+    reloadData();
+}
+
 void qvDataSource::filterAfterChange(const dataObject& changed)
 {
     const bool wereTold = m_rowsAreTold && m_visibleRowsValid;

@@ -136,7 +136,8 @@ public:
     virtual std::optional<RgbColour> labelColorForRow(int row) const;
     /// Whether the row's record is done with and steps back in the list.
     virtual bool isFinishedRow(int row) const;
-    virtual void filter() { }
+    /// Lets the records that pass the list's filter be shown, and tells the lists on screen.
+    virtual void filter();
     /// filter() after one record changed. When it leaves the rows that the list was told last, only the record's row is told.
     void filterAfterChange(const dataObject& changed);
     virtual void deleteKey() { }

@@ -132,11 +132,15 @@ bool qvPicker::isNumber(std::string_view field) const
     return dataObject::isNumber(field, sortSettings().codeSort());
 }
 
-void qvPicker::filter()
+void qvPicker::applyFilter()
 {
     makeAllVisible();
     hideWithoutWords(form.search.text().toStdString());
-    reloadData();
+}
+
+void qvPicker::filter()
+{
+    qvDataSource::filter();
     if (selectedRow() < 0)
         selectRow(0);
 }

@@ -49,6 +49,7 @@ public:
     bool isNumber(std::string_view field) const;
 
 private:
+    void applyFilter() override;
     void open(Action action, const std::vector<dataObject*>& records, std::vector<std::string> fieldNames, const std::vector<int>& widths,
         const QStringList& headings, const QString& type);
     void fillRows(const std::vector<dataObject*>& records);

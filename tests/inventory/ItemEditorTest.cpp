@@ -320,7 +320,7 @@ TEST_F(ItemEditorTest, AFileOfThousandsOfPartsAndOfItemsThatContainEachOtherIsUs
     EXPECT_EQ(crate.getQty(), "3");
     EXPECT_EQ(crate.getConstituents().size(), static_cast<std::size_t>(screws));
     alerts.answer("OK");
-    items().deleteItemUnlessUsed(hen);
+    deleteItem(hen);
     EXPECT_EQ(lastAlert().text, "Unable to delete Hen because it is used in collective item(s): Egg");
 }
 

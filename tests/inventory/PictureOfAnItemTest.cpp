@@ -145,7 +145,7 @@ TEST_F(PictureOfAnItemTest, ThePictureOfADeletedItemDoesNotBecomeThatOfTheNextWi
     begin();
     Item& mug = item("Mug");
     ASSERT_TRUE(mug.setImage(picture({5, 6})));
-    items().deleteItemUnlessUsed(mug);
+    deleteItem(mug);
     EXPECT_TRUE(hasPicture(1)) << "undo may bring the item back";
     items().create();
     EXPECT_TRUE(form().picture.picture().isNull());

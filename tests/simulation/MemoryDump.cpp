@@ -17,8 +17,6 @@ QJsonObject fieldsOf(const R& record)
 {
     QJsonObject fields {{"id", record.getID()}};
     for (const auto& row : R::fieldRows()) {
-        if (row.stored == Stored::never)
-            continue;
         if (row.integer)
             fields[keyOf(row.key)] = record.values().*row.integer;
         else if (row.flag)

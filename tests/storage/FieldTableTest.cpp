@@ -16,7 +16,6 @@ constexpr std::array readTwice {plain, field<&CupValues::owner>("owner").alsoRea
 constexpr std::array setTwice {plain, field<&CupValues::owner>("owner").alsoSet("name")};
 constexpr std::array storedTwice {plain, field<&CupValues::owner>("owner").stores("name")};
 constexpr std::array readFromTwice {plain, field<&CupValues::owner>("owner").readsFrom("name")};
-constexpr std::array notStoredAtAll {plain, field<&CupValues::owner>("owner").stores("name").notStored()};
 
 } // namespace
 
@@ -59,7 +58,6 @@ TEST(FieldTable, aNameUsedTwiceIsFound)
     EXPECT_FALSE(namesAreUnique(setTwice));
     EXPECT_FALSE(namesAreUnique(storedTwice));
     EXPECT_FALSE(namesAreUnique(readFromTwice));
-    EXPECT_TRUE(namesAreUnique(notStoredAtAll));
 }
 
 TEST(FieldTable, flagsReadInTheirWords)

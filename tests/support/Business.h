@@ -105,6 +105,13 @@ protected:
             cells.push_back(list.objectValue(field, row));
         return cells;
     }
+    /// As a person does it, who is told when it cannot be.
+    void deleteItem(const Item& item)
+    {
+        items().selectRow(items().rowOf(item));
+        alerts.answer("OK");
+        items().deleteKey();
+    }
     const Alert& lastAlert() const { return alerts.asked().back(); }
     /// The command does nothing but say that the database is only read.
     template <class Command>

@@ -9,7 +9,6 @@
 #include "foundation/TemporaryFiles.h"
 
 #include <QBuffer>
-#include <QDir>
 #include <QFileInfo>
 
 #include <set>
@@ -132,13 +131,13 @@ Result<void> writeRichPackage(const QString& package, const QTextDocument& docum
         return writeInto(package, std::move(parts));
     // A package that is not there yet gets its name when it is complete.
     const QString unfinished = place.path() + "/." + place.fileName() + ".unfinished";
-    QDir(unfinished).removeRecursively();
+    folders::remove(unfinished);
     Result<void> written = folders::make(unfinished);
     if (written)
         written = writeInto(unfinished, std::move(parts));
     if (written)
         written = folders::move(unfinished, package);
     if (!written)
-        QDir(unfinished).removeRecursively();
+        folders::remove(unfinished);
     return written;
 }

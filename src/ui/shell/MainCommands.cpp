@@ -75,6 +75,16 @@ QAction* MainWindow::command(const char* name) const
 
 void MainWindow::makeCommands()
 {
+    makeRecordCommands();
+    makeTypingCommands();
+    makeViewCommands();
+    makeExportCommands();
+    makeDatabaseCommands();
+    makeHelpCommands();
+}
+
+void MainWindow::makeRecordCommands()
+{
     addCommand(
         "newContact", tr("New Contact"), "list-add-user", QKeySequence("Ctrl+Shift+C"), [this] { m_vendaro.getContactManager().create(); });
     addCommand("newCompany", tr("New Company"), "user-group-new", {}, [this] { m_vendaro.getContactManager().companyEditor.create(); });
@@ -91,6 +101,10 @@ void MainWindow::makeCommands()
     });
     addCommand(
         "removeAllQtyManagement", tr("&Stop Managing Stock"), {}, {}, [this] { m_vendaro.getItemManager().removeAllQtyManagement(); });
+}
+
+void MainWindow::makeTypingCommands()
+{
     addCommand("undo", tr("&Undo"), {}, QKeySequence::Undo, [this] {
         // A field being typed in undoes its typing; otherwise the list brings back what was deleted.
         if (!passToKeyboard("undo"))
@@ -104,6 +118,10 @@ void MainWindow::makeCommands()
     });
     addCommand("paste", tr("&Paste"), {}, QKeySequence::Paste, [] { passToKeyboard("paste"); });
     addCommand("selectAll", tr("Select &All"), {}, QKeySequence::SelectAll, [] { passToKeyboard("selectAll"); });
+}
+
+void MainWindow::makeViewCommands()
+{
     addCommand("find", tr("&Find"), {}, QKeySequence::Find, [this] {
         if (page() == Page::contacts)
             m_contactsPage->search();
@@ -116,6 +134,10 @@ void MainWindow::makeCommands()
     addCommand("notepad", tr("&Notepad"), "view-pim-notes", QKeySequence("Ctrl+Shift+N"), [this] { m_vendaro.notepad().open(); });
     command("notepad")->setIconText(tr("Notepad"));
     addCommand("customiseToolBar", tr("Customise &Tool Bar…"), {}, {}, [this] { m_toolBar->customise(); });
+}
+
+void MainWindow::makeExportCommands()
+{
     addCommand("print", tr("&Print…"), "document-print", QKeySequence::Print, [this] { m_vendaro.printMenuItem(); });
     addCommand("exportCSV", tr("To Spreadsheet"), "insert-table", QKeySequence("Ctrl+Shift+E"), [this] { m_vendaro.exportCSVMenuItem(); });
     addCommand("exportTDL", tr("To Tab-Delimited Text"), {}, {}, [this] { m_vendaro.exportTDLMenuItem(); });
@@ -126,6 +148,10 @@ void MainWindow::makeCommands()
         [this] { m_vendaro.getContactManager().importAllContactsFromAB(); });
     addCommand(
         "moveAdd3ToCounty", tr("Move Address Line &3 to County"), {}, {}, [this] { m_vendaro.getContactManager().moveAdd3ToCounty(); });
+}
+
+void MainWindow::makeDatabaseCommands()
+{
     addCommand("sample", tr("Open &Sample Business"), {}, {}, [this] { m_vendaro.openSampleBusiness(); });
     addCommand(
         "preferences", tr("Preference&s…"), "configure", QKeySequence("Ctrl+,"), [this] { m_vendaro.getPrefsController().openWindow(); });
@@ -135,6 +161,11 @@ void MainWindow::makeCommands()
     addCommand("copy", tr("Make &Offline Copy…"), {}, {}, [this] { m_vendaro.session().copyDatabase(); });
     addCommand("unlock", tr("&Unlock Database…"), {}, {}, [this] { m_vendaro.session().unlockDatabase(); });
     addCommand("recovery", tr("&Recovery…"), {}, {}, [this] { showRecovery(); });
+    addCommand("quit", tr("&Quit"), {}, QKeySequence::Quit, [this] { Q_EMIT quitWanted(); });
+}
+
+void MainWindow::makeHelpCommands()
+{
     addCommand("showHelp", tr("&Vendaro Help"), {}, QKeySequence::HelpContents, [this] { Q_EMIT helpWanted(helpTopic::inFront()); });
     addCommand("help", tr("&Menus and Keys in Browser"), "help-contents", {}, [this] { m_vendaro.help(); });
     // As it stands on the tool bar.
@@ -143,7 +174,6 @@ void MainWindow::makeCommands()
     addCommand("checkForUpdates", tr("Check for &Updates…"), {}, {}, [this] { m_vendaro.updates().checkForUpdates(); });
     addCommand("automaticUpdates", tr("Check for Updates &Automatically"), {}, {}, [this] { m_vendaro.updates().turnOnAutomaticCheck(); });
     addCommand("about", tr("A&bout Vendaro"), {}, {}, [this] { m_vendaro.about(); });
-    addCommand("quit", tr("&Quit"), {}, QKeySequence::Quit, [this] { Q_EMIT quitWanted(); });
 }
 
 void MainWindow::makeMenus()

@@ -46,6 +46,12 @@ protected:
 
 private:
     void makeCommands();
+    void makeRecordCommands();
+    void makeTypingCommands();
+    void makeViewCommands();
+    void makeExportCommands();
+    void makeDatabaseCommands();
+    void makeHelpCommands();
     void makeMenus();
     void makeToolBar();
     void makePages();
