@@ -16,7 +16,7 @@ protected:
     }
 };
 
-TEST_F(AddressBookSettingsTest, IsEmptyAtFirst)
+TEST_F(AddressBookSettingsTest, isEmptyAtFirst)
 {
     begin();
     EXPECT_EQ(paths(), QStringList());
@@ -24,7 +24,7 @@ TEST_F(AddressBookSettingsTest, IsEmptyAtFirst)
     EXPECT_EQ(app().settingsStore().value(settings::addressBook), nullptr);
 }
 
-TEST_F(AddressBookSettingsTest, FilesAndFoldersThatWereChosenAreThereAfterARestart)
+TEST_F(AddressBookSettingsTest, filesAndFoldersThatWereChosenAreThereAfterARestart)
 {
     begin();
     add("/home/ada/a & b.vcf");
@@ -40,7 +40,7 @@ TEST_F(AddressBookSettingsTest, FilesAndFoldersThatWereChosenAreThereAfterAResta
     EXPECT_EQ(paths(), QStringList({"/home/ada/a & b.vcf", "/home/ada/cards"}));
 }
 
-TEST_F(AddressBookSettingsTest, CancellingAddsNothingAndTheSameFileIsThereOnce)
+TEST_F(AddressBookSettingsTest, cancellingAddsNothingAndTheSameFileIsThereOnce)
 {
     begin();
     panels.cancel();
@@ -53,7 +53,7 @@ TEST_F(AddressBookSettingsTest, CancellingAddsNothingAndTheSameFileIsThereOnce)
     EXPECT_EQ(form().addressBook.title(), "/a.vcf");
 }
 
-TEST_F(AddressBookSettingsTest, TheSelectedOneIsTakenAway)
+TEST_F(AddressBookSettingsTest, theSelectedOneIsTakenAway)
 {
     begin();
     for (const char* path : {"/a.vcf", "/b.vcf", "/c.vcf"})
@@ -70,7 +70,7 @@ TEST_F(AddressBookSettingsTest, TheSelectedOneIsTakenAway)
     EXPECT_EQ(paths(), QStringList());
 }
 
-TEST_F(AddressBookSettingsTest, AStoredValueOfAnotherKindIsKeptAndNotUsed)
+TEST_F(AddressBookSettingsTest, aStoredValueOfAnotherKindIsKeptAndNotUsed)
 {
     begin("<key>addressBook</key><string>/a.vcf</string>");
     EXPECT_EQ(paths(), QStringList());

@@ -27,7 +27,7 @@ std::string addressOf(const Contact& contact)
     return all;
 }
 
-TEST(AddressBookDetailsTest, TheNameIsFirstAndLastNameAndAMissingOneLeavesItsBlank)
+TEST(AddressBookDetailsTest, theNameIsFirstAndLastNameAndAMissingOneLeavesItsBlank)
 {
     EXPECT_EQ(contactOf({"Ada", "Quill", {}, {}, {}, {}})->getName(), "Ada Quill");
     const auto smith = contactOf({"", "Smith", {}, {}, {}, {}});
@@ -40,14 +40,14 @@ TEST(AddressBookDetailsTest, TheNameIsFirstAndLastNameAndAMissingOneLeavesItsBla
     EXPECT_EQ(contactOf({})->getName(), " ");
 }
 
-TEST(AddressBookDetailsTest, AStreetOfOneLineIsTheFirstLine)
+TEST(AddressBookDetailsTest, aStreetOfOneLineIsTheFirstLine)
 {
     EXPECT_EQ(addressOf(*livingAt({"1 High Street", "Anytown", "Shire", "AB1 2CD", "United Kingdom"})),
         "1 High Street|Anytown||Shire|AB1 2CD|United Kingdom|");
     EXPECT_EQ(addressOf(*livingAt({"1 High Street", "", "", "", ""})), "1 High Street||||||");
 }
 
-TEST(AddressBookDetailsTest, AStreetOfSeveralLinesFillsThreeLinesPostcodeAndCountry)
+TEST(AddressBookDetailsTest, aStreetOfSeveralLinesFillsThreeLinesPostcodeAndCountry)
 {
     EXPECT_EQ(addressOf(*livingAt({"Flat 2\nRose Court\n12 Mill Lane\nHX1 2AB\nUnited Kingdom", "", "", "", ""})),
         "Flat 2|Rose Court|12 Mill Lane||HX1 2AB|United Kingdom|");
@@ -55,21 +55,21 @@ TEST(AddressBookDetailsTest, AStreetOfSeveralLinesFillsThreeLinesPostcodeAndCoun
     EXPECT_EQ(addressOf(*livingAt({"a\nb", "", "", "", ""})), "a|b|||||");
 }
 
-TEST(AddressBookDetailsTest, TheTownReplacesASecondLineOfTheStreet)
+TEST(AddressBookDetailsTest, theTownReplacesASecondLineOfTheStreet)
 {
     EXPECT_EQ(addressOf(*livingAt({"Flat 2\n12 Mill Lane", "Hexworth", "", "HX1 2AB", "United Kingdom"})),
         "Flat 2|Hexworth|||HX1 2AB|United Kingdom|");
     EXPECT_EQ(addressOf(*livingAt({"a\nb\nc\nd\ne", "Town", "", "ZIP", "Land"})), "a|Town|c||ZIP|Land|");
 }
 
-TEST(AddressBookDetailsTest, OnlyTheFirstAddressCounts)
+TEST(AddressBookDetailsTest, onlyTheFirstAddressCounts)
 {
     Person person;
     person.addresses = {{"1 First", "", "", "", ""}, {"2 Second", "Town", "", "", ""}};
     EXPECT_EQ(addressOf(*contactOf(person)), "1 First||||||");
 }
 
-TEST(AddressBookDetailsTest, MobileNumbersAndAllOthersAreJoined)
+TEST(AddressBookDetailsTest, mobileNumbersAndAllOthersAreJoined)
 {
     Person person;
     person.phones = {{"mobile", "07700 1"}, {"home", "01632 1"}, {"Mobile (old)", "07700 2"}, {"work fax", "01632 2"}, {"", "01632 3"}};
@@ -79,14 +79,14 @@ TEST(AddressBookDetailsTest, MobileNumbersAndAllOthersAreJoined)
     EXPECT_EQ(contact->getFax(), "");
 }
 
-TEST(AddressBookDetailsTest, EmailAddressesAreJoined)
+TEST(AddressBookDetailsTest, emailAddressesAreJoined)
 {
     Person person;
     person.emails = {"a@x.example", "b@y.example"};
     EXPECT_EQ(contactOf(person)->getEmail(), "a@x.example; b@y.example");
 }
 
-TEST(AddressBookDetailsTest, AnUpdateReplacesWhatTheBookKnowsAndLeavesTheRest)
+TEST(AddressBookDetailsTest, anUpdateReplacesWhatTheBookKnowsAndLeavesTheRest)
 {
     Contact contact;
     for (const char* field : {"name", "title", "ref", "add1", "add2", "add3", "county", "postcode", "country", "phone", "mobile", "email",
@@ -104,7 +104,7 @@ TEST(AddressBookDetailsTest, AnUpdateReplacesWhatTheBookKnowsAndLeavesTheRest)
         EXPECT_EQ(contact.getFieldByName(field), "old") << field;
 }
 
-TEST(AddressBookDetailsTest, PeopleAreFoundByTheirIdentifier)
+TEST(AddressBookDetailsTest, peopleAreFoundByTheirIdentifier)
 {
     std::vector<Person> people(3);
     people[1].uniqueId = people[2].uniqueId = "1:ABPerson";
@@ -113,7 +113,7 @@ TEST(AddressBookDetailsTest, PeopleAreFoundByTheirIdentifier)
     EXPECT_EQ(personWithId(people, ""), nullptr) << "whoever has none is nobody's";
 }
 
-TEST(AddressBookDetailsTest, AReferenceNamesSomebodyInAnAddressBookByItsMark)
+TEST(AddressBookDetailsTest, aReferenceNamesSomebodyInAnAddressBookByItsMark)
 {
     EXPECT_TRUE(isAddressBookReference("6B29:ABPerson"));
     EXPECT_TRUE(isAddressBookReference(":ABPerson2"));

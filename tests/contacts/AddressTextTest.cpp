@@ -11,7 +11,7 @@ static void PrintTo(const QStringList& lines, std::ostream* out)
 
 namespace {
 
-TEST(AddressTextTest, TheFirstLetterOfEveryWordIsLargeAndAllOthersSmall)
+TEST(AddressTextTest, theFirstLetterOfEveryWordIsLargeAndAllOthersSmall)
 {
     EXPECT_EQ(capitalised("ada MARY quill"), "Ada Mary Quill");
     EXPECT_EQ(capitalised("12b mill lane"), "12b Mill Lane");
@@ -21,19 +21,19 @@ TEST(AddressTextTest, TheFirstLetterOfEveryWordIsLargeAndAllOthersSmall)
     EXPECT_EQ(capitalised(""), "");
 }
 
-TEST(AddressTextTest, BlanksStayAsTheyAreAndBeginAWordWhateverTheirKind)
+TEST(AddressTextTest, blanksStayAsTheyAreAndBeginAWordWhateverTheirKind)
 {
     EXPECT_EQ(capitalised("  two  blanks "), "  Two  Blanks ");
     EXPECT_EQ(capitalised("tab\tand\u00a0hard"), "Tab\tAnd\u00a0Hard");
 }
 
-TEST(AddressTextTest, LettersBeyondAsciiHaveCapitals)
+TEST(AddressTextTest, lettersBeyondAsciiHaveCapitals)
 {
     EXPECT_EQ(capitalised("ÉCOLE élan ß"), "École Élan SS");
     EXPECT_EQ(capitalised(QString::fromUcs4(U"\U00010428bc")), QString::fromUcs4(U"\U00010400bc"));
 }
 
-TEST(AddressTextTest, ATextIsSplitAtLineFeedsOrElseAtCarriageReturns)
+TEST(AddressTextTest, aTextIsSplitAtLineFeedsOrElseAtCarriageReturns)
 {
     EXPECT_EQ(pastedLines("a\nb\nc"), QStringList({"a", "b", "c"}));
     EXPECT_EQ(pastedLines("a\rb\rc"), QStringList({"a", "b", "c"}));
@@ -43,13 +43,13 @@ TEST(AddressTextTest, ATextIsSplitAtLineFeedsOrElseAtCarriageReturns)
     EXPECT_EQ(pastedLines("a\rb\n"), QStringList({"a", "b"})) << "one line feed at the end makes no second line";
 }
 
-TEST(AddressTextTest, ControlCharactersAreNoPartOfALine)
+TEST(AddressTextTest, controlCharactersAreNoPartOfALine)
 {
     EXPECT_EQ(pastedLines(QString::fromLatin1("A\x1b\0da\n\x07\n1\tRoad\x7f\n\x01\n", 18)), QStringList({"Ada", "", "1\tRoad"}));
     EXPECT_EQ(pastedLines("\x01\n\x02"), QStringList());
 }
 
-TEST(AddressTextTest, BlanksAtTheEndsOfLinesAndEmptyLinesAtTheEndOfTheTextGo)
+TEST(AddressTextTest, blanksAtTheEndsOfLinesAndEmptyLinesAtTheEndOfTheTextGo)
 {
     EXPECT_EQ(pastedLines("a \u00a0\n b\t\n\nc\n \n\n"), QStringList({"a", " b", "", "c"}));
     EXPECT_EQ(pastedLines(" \n\r\n \u00a0"), QStringList());

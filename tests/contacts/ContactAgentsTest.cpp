@@ -36,7 +36,7 @@ protected:
 
 // Import
 
-TEST_F(ContactAgentsTest, EverybodyInTheAddressBookBecomesAContactInItsOrder)
+TEST_F(ContactAgentsTest, everybodyInTheAddressBookBecomesAContactInItsOrder)
 {
     begin("<key>VendaroContactPrefix</key><string>K</string>");
     contact("Ada Quill");
@@ -58,7 +58,7 @@ TEST_F(ContactAgentsTest, EverybodyInTheAddressBookBecomesAContactInItsOrder)
     EXPECT_TRUE(readFile("contacts.xml").contains("07700 1"));
 }
 
-TEST_F(ContactAgentsTest, TheListIsFilteredAgainAfterAnImport)
+TEST_F(ContactAgentsTest, theListIsFilteredAgainAfterAnImport)
 {
     begin();
     contact("Bert Hill");
@@ -69,7 +69,7 @@ TEST_F(ContactAgentsTest, TheListIsFilteredAgainAfterAnImport)
     EXPECT_THAT(shown(contacts(), "name"), ElementsAre("Ada Quill"));
 }
 
-TEST_F(ContactAgentsTest, ManyPeopleAreShownAtOnceWhereNewOnesStandInTheList)
+TEST_F(ContactAgentsTest, manyPeopleAreShownAtOnceWhereNewOnesStandInTheList)
 {
     begin();
     contact("Ann");
@@ -92,7 +92,7 @@ TEST_F(ContactAgentsTest, ManyPeopleAreShownAtOnceWhereNewOnesStandInTheList)
     EXPECT_EQ(contacts().getnthVisibleItem(many)->getName(), "Ann");
 }
 
-TEST_F(ContactAgentsTest, AnImportThatIsStoppedTakesNobodyIn)
+TEST_F(ContactAgentsTest, anImportThatIsStoppedTakesNobodyIn)
 {
     begin();
     haveAddressBook(QByteArray("BEGIN:VCARD\nN:Quill;Ada\nEND:VCARD\n").repeated(2000));
@@ -106,7 +106,7 @@ TEST_F(ContactAgentsTest, AnImportThatIsStoppedTakesNobodyIn)
     EXPECT_TRUE(alerts.asked().empty());
 }
 
-TEST_F(ContactAgentsTest, AnEmptyAddressBookImportsNothingAndAsksNothing)
+TEST_F(ContactAgentsTest, anEmptyAddressBookImportsNothingAndAsksNothing)
 {
     begin();
     contacts().importAllContactsFromAB();
@@ -116,7 +116,7 @@ TEST_F(ContactAgentsTest, AnEmptyAddressBookImportsNothingAndAsksNothing)
     EXPECT_TRUE(alerts.asked().empty());
 }
 
-TEST_F(ContactAgentsTest, WhatCannotBeReadIsToldAndTheOthersAreImported)
+TEST_F(ContactAgentsTest, whatCannotBeReadIsToldAndTheOthersAreImported)
 {
     begin();
     QStringList sentences;
@@ -129,7 +129,7 @@ TEST_F(ContactAgentsTest, WhatCannotBeReadIsToldAndTheOthersAreImported)
     EXPECT_TRUE(sentences[0].contains("book.vcf, line 3: ")) << sentences[0].toStdString();
 }
 
-TEST_F(ContactAgentsTest, AReadOnlyDatabaseTakesNobodyIn)
+TEST_F(ContactAgentsTest, aReadOnlyDatabaseTakesNobodyIn)
 {
     beginReadOnly();
     haveAddressBook("BEGIN:VCARD\nN:Quill;Ada\nEND:VCARD\n");
@@ -141,7 +141,7 @@ TEST_F(ContactAgentsTest, AReadOnlyDatabaseTakesNobodyIn)
 
 // The e-mail list
 
-TEST_F(ContactAgentsTest, TheSelectedContactsGoIntoTheListAsTheyAreShown)
+TEST_F(ContactAgentsTest, theSelectedContactsGoIntoTheListAsTheyAreShown)
 {
     begin();
     contact("Cleo Rivers");
@@ -166,7 +166,7 @@ TEST_F(ContactAgentsTest, TheSelectedContactsGoIntoTheListAsTheyAreShown)
     EXPECT_EQ(status, "Exported to list.csv");
 }
 
-TEST_F(ContactAgentsTest, WithoutASelectionNoListIsMade)
+TEST_F(ContactAgentsTest, withoutASelectionNoListIsMade)
 {
     begin();
     contact("Ada");
@@ -177,7 +177,7 @@ TEST_F(ContactAgentsTest, WithoutASelectionNoListIsMade)
 
 // Third address lines
 
-TEST_F(ContactAgentsTest, ThirdLinesGoIntoEmptyCounties)
+TEST_F(ContactAgentsTest, thirdLinesGoIntoEmptyCounties)
 {
     begin();
     living("Ann", "Kent", "");
@@ -198,7 +198,7 @@ TEST_F(ContactAgentsTest, ThirdLinesGoIntoEmptyCounties)
     EXPECT_TRUE(readFile("contacts.xml").contains("<string>Devon</string>"));
 }
 
-TEST_F(ContactAgentsTest, OneContactIsCountedInTheSingular)
+TEST_F(ContactAgentsTest, oneContactIsCountedInTheSingular)
 {
     begin();
     living("Ann", "Kent", "");
@@ -209,7 +209,7 @@ TEST_F(ContactAgentsTest, OneContactIsCountedInTheSingular)
     }
 }
 
-TEST_F(ContactAgentsTest, AReadOnlyDatabaseKeepsItsLines)
+TEST_F(ContactAgentsTest, aReadOnlyDatabaseKeepsItsLines)
 {
     beginReadOnly();
     contacts().moveAdd3ToCounty();
@@ -217,7 +217,7 @@ TEST_F(ContactAgentsTest, AReadOnlyDatabaseKeepsItsLines)
     EXPECT_THAT(alerts.texts(), ElementsAre("Database is in read-only mode."));
 }
 
-TEST_F(ContactAgentsTest, AnOpenEditorDoesNotPutTheLineBack)
+TEST_F(ContactAgentsTest, anOpenEditorDoesNotPutTheLineBack)
 {
     begin();
     Contact& ann = living("Ann", "Kent", "");

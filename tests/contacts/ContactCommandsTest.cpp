@@ -38,7 +38,7 @@ protected:
 
 // Capitals
 
-TEST_F(ContactCommandsTest, CapitaliseChangesNameAndAddressAndThePostcode)
+TEST_F(ContactCommandsTest, capitaliseChangesNameAndAddressAndThePostcode)
 {
     begin();
     contacts().create();
@@ -52,7 +52,7 @@ TEST_F(ContactCommandsTest, CapitaliseChangesNameAndAddressAndThePostcode)
     EXPECT_EQ(contacts().getCount(), 0) << "nothing is saved yet";
 }
 
-TEST_F(ContactCommandsTest, CancellingDropsWhatACommandDid)
+TEST_F(ContactCommandsTest, cancellingDropsWhatACommandDid)
 {
     begin();
     Contact& ann = contact("ann lee");
@@ -68,7 +68,7 @@ TEST_F(ContactCommandsTest, CancellingDropsWhatACommandDid)
     EXPECT_EQ(ann.getName(), "Ann Lee");
 }
 
-TEST_F(ContactCommandsTest, AllThreeEditorsHaveTheCommands)
+TEST_F(ContactCommandsTest, allThreeEditorsHaveTheCommands)
 {
     begin();
     Contact& tarn = firm("tarn ltd");
@@ -88,7 +88,7 @@ TEST_F(ContactCommandsTest, AllThreeEditorsHaveTheCommands)
 
 // Copying
 
-TEST_F(ContactCommandsTest, CopyingJoinsTitleNameAndAddressByCarriageReturns)
+TEST_F(ContactCommandsTest, copyingJoinsTitleNameAndAddressByCarriageReturns)
 {
     begin();
     contacts().create();
@@ -105,7 +105,7 @@ TEST_F(ContactCommandsTest, CopyingJoinsTitleNameAndAddressByCarriageReturns)
     EXPECT_EQ(clipboard.contents, "Ada Quill\r12 Mill Lane\rHexworth\r\rNorthshire\rHX1 2AB");
 }
 
-TEST_F(ContactCommandsTest, WhatWasCopiedIsPastedTheSame)
+TEST_F(ContactCommandsTest, whatWasCopiedIsPastedTheSame)
 {
     begin();
     contacts().create();
@@ -118,7 +118,7 @@ TEST_F(ContactCommandsTest, WhatWasCopiedIsPastedTheSame)
 
 // Pasting
 
-TEST_F(ContactCommandsTest, LinesGoWhereTheirNumberSays)
+TEST_F(ContactCommandsTest, linesGoWhereTheirNumberSays)
 {
     begin();
     EXPECT_EQ(pasted("n"), QStringList({"n", "", "", "", "", "", ""}));
@@ -133,7 +133,7 @@ TEST_F(ContactCommandsTest, LinesGoWhereTheirNumberSays)
     EXPECT_EQ(pasted("n\r\n1 \r\n2\r\np\r\n\r\n"), QStringList({"n", "1", "2", "", "", "p", ""}));
 }
 
-TEST_F(ContactCommandsTest, PastingLeavesTheFieldsThatGetNoLine)
+TEST_F(ContactCommandsTest, pastingLeavesTheFieldsThatGetNoLine)
 {
     begin();
     contacts().create();
@@ -145,7 +145,7 @@ TEST_F(ContactCommandsTest, PastingLeavesTheFieldsThatGetNoLine)
     EXPECT_EQ(form().phone.text(), "01");
 }
 
-TEST_F(ContactCommandsTest, NothingOnTheClipboardChangesNothing)
+TEST_F(ContactCommandsTest, nothingOnTheClipboardChangesNothing)
 {
     begin();
     contacts().create();
@@ -164,7 +164,7 @@ TEST_F(ContactCommandsTest, NothingOnTheClipboardChangesNothing)
     EXPECT_EQ(beeper.beeps, 3);
 }
 
-TEST_F(ContactCommandsTest, WhatWasSaidOfTheClipboardGoesWithTheNextAddressOrContact)
+TEST_F(ContactCommandsTest, whatWasSaidOfTheClipboardGoesWithTheNextAddressOrContact)
 {
     begin();
     contacts().create();
@@ -180,7 +180,7 @@ TEST_F(ContactCommandsTest, WhatWasSaidOfTheClipboardGoesWithTheNextAddressOrCon
     EXPECT_EQ(form().name.fault(), "");
 }
 
-TEST_F(ContactCommandsTest, ATextTooLongForAnAddressIsNotPasted)
+TEST_F(ContactCommandsTest, aTextTooLongForAnAddressIsNotPasted)
 {
     begin();
     contacts().create();
@@ -202,7 +202,7 @@ TEST_F(ContactCommandsTest, ATextTooLongForAnAddressIsNotPasted)
 
 // Letters and pages
 
-TEST_F(ContactCommandsTest, ALetterGoesToTheAddressesInTheField)
+TEST_F(ContactCommandsTest, aLetterGoesToTheAddressesInTheField)
 {
     begin();
     contacts().create();
@@ -216,7 +216,7 @@ TEST_F(ContactCommandsTest, ALetterGoesToTheAddressesInTheField)
     EXPECT_FALSE(form().sendEmail.isEnabled());
 }
 
-TEST_F(ContactCommandsTest, ACompanysPageOpensWhenItIsOne)
+TEST_F(ContactCommandsTest, aCompanysPageOpensWhenItIsOne)
 {
     begin();
     contacts().companyEditor.create();
@@ -233,7 +233,7 @@ TEST_F(ContactCommandsTest, ACompanysPageOpensWhenItIsOne)
 
 // The address book
 
-TEST_F(ContactCommandsTest, UpdatingIsOfferedOnlyToWhomTheAddressBookMayKnow)
+TEST_F(ContactCommandsTest, updatingIsOfferedOnlyToWhomTheAddressBookMayKnow)
 {
     begin();
     Contact& ann = contact("Ann");
@@ -249,7 +249,7 @@ TEST_F(ContactCommandsTest, UpdatingIsOfferedOnlyToWhomTheAddressBookMayKnow)
     EXPECT_TRUE(form().updateFromAddressBook.isVisible());
 }
 
-TEST_F(ContactCommandsTest, UpdatingTakesNameAddressNumbersAndLetters)
+TEST_F(ContactCommandsTest, updatingTakesNameAddressNumbersAndLetters)
 {
     begin();
     haveAddressBook("BEGIN:VCARD\nN:Other\nUID:other\nEND:VCARD\n" + ada());
@@ -269,7 +269,7 @@ TEST_F(ContactCommandsTest, UpdatingTakesNameAddressNumbersAndLetters)
     EXPECT_EQ(old.getName(), "Ada Quill");
 }
 
-TEST_F(ContactCommandsTest, UpdatingWhomTheBookDoesNotHaveChangesNothing)
+TEST_F(ContactCommandsTest, updatingWhomTheBookDoesNotHaveChangesNothing)
 {
     begin();
     haveAddressBook(ada());
@@ -288,7 +288,7 @@ TEST_F(ContactCommandsTest, UpdatingWhomTheBookDoesNotHaveChangesNothing)
     EXPECT_EQ(form().ref.fault(), "") << "it was about somebody else";
 }
 
-TEST_F(ContactCommandsTest, SomebodyChosenFromTheBookFillsTheEditorAndIsLinked)
+TEST_F(ContactCommandsTest, somebodyChosenFromTheBookFillsTheEditorAndIsLinked)
 {
     begin();
     haveAddressBook("BEGIN:VCARD\nN:Other\nUID:other\nEND:VCARD\n" + ada());
@@ -309,7 +309,7 @@ TEST_F(ContactCommandsTest, SomebodyChosenFromTheBookFillsTheEditorAndIsLinked)
     EXPECT_TRUE(form().changedByCommand);
 }
 
-TEST_F(ContactCommandsTest, SomebodyWithoutIdentifierLeavesTheReference)
+TEST_F(ContactCommandsTest, somebodyWithoutIdentifierLeavesTheReference)
 {
     begin("<key>VendaroContactPrefix</key><string>K</string>");
     haveAddressBook("BEGIN:VCARD\nN:Quill;Ada\nEND:VCARD\n");
@@ -320,7 +320,7 @@ TEST_F(ContactCommandsTest, SomebodyWithoutIdentifierLeavesTheReference)
     EXPECT_EQ(form().ref.text(), "K1");
 }
 
-TEST_F(ContactCommandsTest, WhoIsChosenTooLateDoesNotGetIntoAnotherContact)
+TEST_F(ContactCommandsTest, whoIsChosenTooLateDoesNotGetIntoAnotherContact)
 {
     begin();
     haveAddressBook(ada());
@@ -332,7 +332,7 @@ TEST_F(ContactCommandsTest, WhoIsChosenTooLateDoesNotGetIntoAnotherContact)
     EXPECT_EQ(form().name.text(), "Bob");
 }
 
-TEST_F(ContactCommandsTest, WhenReadingIsStoppedNothingChanges)
+TEST_F(ContactCommandsTest, whenReadingIsStoppedNothingChanges)
 {
     begin();
     haveAddressBook(ada().repeated(200));
@@ -349,7 +349,7 @@ TEST_F(ContactCommandsTest, WhenReadingIsStoppedNothingChanges)
     EXPECT_EQ(longWork.titles.size(), 2);
 }
 
-TEST_F(ContactCommandsTest, AnAddressBookThatBecameEmptyLeavesWhoIsOfferedAlready)
+TEST_F(ContactCommandsTest, anAddressBookThatBecameEmptyLeavesWhoIsOfferedAlready)
 {
     begin();
     haveAddressBook(ada());
@@ -366,7 +366,7 @@ TEST_F(ContactCommandsTest, AnAddressBookThatBecameEmptyLeavesWhoIsOfferedAlread
     EXPECT_EQ(form().name.text(), "Ada Quill");
 }
 
-TEST_F(ContactCommandsTest, AnEmptyAddressBookSaysSo)
+TEST_F(ContactCommandsTest, anEmptyAddressBookSaysSo)
 {
     begin();
     contacts().create();

@@ -14,7 +14,7 @@ protected:
     static void choose(ChoiceField& field, const char* title) { field.edit(static_cast<int>(field.titles().indexOf(title))); }
 };
 
-TEST_F(ContactDeletingTest, DeletingAsksInTheseWords)
+TEST_F(ContactDeletingTest, deletingAsksInTheseWords)
 {
     begin();
     contact("Ann");
@@ -29,7 +29,7 @@ TEST_F(ContactDeletingTest, DeletingAsksInTheseWords)
     EXPECT_EQ(contacts().getCount(), 1);
 }
 
-TEST_F(ContactDeletingTest, ManyContactsAreTakenOffTheListAtOnceAndComeBackInTheirOrder)
+TEST_F(ContactDeletingTest, manyContactsAreTakenOffTheListAtOnceAndComeBackInTheirOrder)
 {
     begin();
     for (int i = 0; i < 500; ++i)
@@ -51,7 +51,7 @@ TEST_F(ContactDeletingTest, ManyContactsAreTakenOffTheListAtOnceAndComeBackInThe
     EXPECT_EQ(contacts().records(), inOrder);
 }
 
-TEST_F(ContactDeletingTest, WhatWasDeletedStaysAwayAndWhatUndoBroughtBackStaysThere)
+TEST_F(ContactDeletingTest, whatWasDeletedStaysAwayAndWhatUndoBroughtBackStaysThere)
 {
     begin();
     contact("Ann");
@@ -70,7 +70,7 @@ TEST_F(ContactDeletingTest, WhatWasDeletedStaysAwayAndWhatUndoBroughtBackStaysTh
     EXPECT_EQ(names(), std::vector<std::string> {"Bob"});
 }
 
-TEST_F(ContactDeletingTest, ADeletedCompanysPeopleStayUnderNobody)
+TEST_F(ContactDeletingTest, aDeletedCompanysPeopleStayUnderNobody)
 {
     begin();
     Contact& smiths = firm("Smith Ltd");
@@ -86,7 +86,7 @@ TEST_F(ContactDeletingTest, ADeletedCompanysPeopleStayUnderNobody)
     EXPECT_TRUE(contacts().holds(smiths));
 }
 
-TEST_F(ContactDeletingTest, ContactsThatUndoBroughtBackKeepTheirIdsToThemselves)
+TEST_F(ContactDeletingTest, contactsThatUndoBroughtBackKeepTheirIdsToThemselves)
 {
     begin("<key>VendaroContactPrefix</key><string>K</string>");
     contact("Ann");
@@ -106,7 +106,7 @@ TEST_F(ContactDeletingTest, ContactsThatUndoBroughtBackKeepTheirIdsToThemselves)
     EXPECT_EQ(contacts().at(4).getRef(), "K5");
 }
 
-TEST_F(ContactDeletingTest, TheRowBeforeTheFirstDeletedOneIsSelected)
+TEST_F(ContactDeletingTest, theRowBeforeTheFirstDeletedOneIsSelected)
 {
     begin();
     Contact& ann = contact("Ann");
@@ -129,7 +129,7 @@ TEST_F(ContactDeletingTest, TheRowBeforeTheFirstDeletedOneIsSelected)
     EXPECT_TRUE(deleteAndLook({&smiths}).empty());
 }
 
-TEST_F(ContactDeletingTest, AfterTheFirstRowTheNewFirstRowIsSelected)
+TEST_F(ContactDeletingTest, afterTheFirstRowTheNewFirstRowIsSelected)
 {
     begin();
     Contact& ann = contact("Ann");
@@ -142,7 +142,7 @@ TEST_F(ContactDeletingTest, AfterTheFirstRowTheNewFirstRowIsSelected)
     EXPECT_EQ(contacts().selectedRecords(), std::vector<dataObject*> {&smiths});
 }
 
-TEST_F(ContactDeletingTest, APersonWhoStandsUnderAFoundCompanyCanBeOpenedAndDeleted)
+TEST_F(ContactDeletingTest, aPersonWhoStandsUnderAFoundCompanyCanBeOpenedAndDeleted)
 {
     begin();
     Contact& smiths = firm("Smith Ltd");
@@ -158,7 +158,7 @@ TEST_F(ContactDeletingTest, APersonWhoStandsUnderAFoundCompanyCanBeOpenedAndDele
     EXPECT_FALSE(person().isOpen());
 }
 
-TEST_F(ContactDeletingTest, SeveralContactsComeBackTogether)
+TEST_F(ContactDeletingTest, severalContactsComeBackTogether)
 {
     begin();
     Contact& ann = contact("Ann");
@@ -173,7 +173,7 @@ TEST_F(ContactDeletingTest, SeveralContactsComeBackTogether)
     EXPECT_TRUE(contacts().holds(bob));
 }
 
-TEST_F(ContactDeletingTest, ATypeThatIsNoLongerOfferedNoLongerFilters)
+TEST_F(ContactDeletingTest, aTypeThatIsNoLongerOfferedNoLongerFilters)
 {
     begin("<key>VendaroContactTypes</key><string>Press</string>");
     contact("Ann");

@@ -19,7 +19,7 @@ protected:
     }
 };
 
-TEST_F(ContactEditorsTest, TwoNewContactsGetTwoIdsWhenADeletionGaveTheFirstIdAway)
+TEST_F(ContactEditorsTest, twoNewContactsGetTwoIdsWhenADeletionGaveTheFirstIdAway)
 {
     begin("<key>VendaroContactPrefix</key><string>K</string>");
     Contact& old = contact("Old");
@@ -38,7 +38,7 @@ TEST_F(ContactEditorsTest, TwoNewContactsGetTwoIdsWhenADeletionGaveTheFirstIdAwa
     EXPECT_EQ(contacts().getContactbyId(4), &named("Ann"));
 }
 
-TEST_F(ContactEditorsTest, ANewCompanyGetsAnotherIdWhenItsOwnWentToAContact)
+TEST_F(ContactEditorsTest, aNewCompanyGetsAnotherIdWhenItsOwnWentToAContact)
 {
     begin("<key>VendaroContactPrefix</key><string>K</string>");
     contacts().create();
@@ -58,7 +58,7 @@ TEST_F(ContactEditorsTest, ANewCompanyGetsAnotherIdWhenItsOwnWentToAContact)
     EXPECT_EQ(named("Acme").getRef(), "MINE") << "a reference the user typed stays";
 }
 
-TEST_F(ContactEditorsTest, SavingCompaniesAndTheirPeopleCopiesAllTheirFields)
+TEST_F(ContactEditorsTest, savingCompaniesAndTheirPeopleCopiesAllTheirFields)
 {
     begin();
     Contact& acme = firm("Acme");
@@ -91,7 +91,7 @@ TEST_F(ContactEditorsTest, SavingCompaniesAndTheirPeopleCopiesAllTheirFields)
     EXPECT_EQ(ann.getCompany(), acme.getID());
 }
 
-TEST_F(ContactEditorsTest, OfTwoCompaniesOfOneNameTheFirstIsTaken)
+TEST_F(ContactEditorsTest, ofTwoCompaniesOfOneNameTheFirstIsTaken)
 {
     begin();
     const Contact& first = firm("Acme");
@@ -102,7 +102,7 @@ TEST_F(ContactEditorsTest, OfTwoCompaniesOfOneNameTheFirstIsTaken)
     EXPECT_EQ(ann.getCompany(), first.getID());
 }
 
-TEST_F(ContactEditorsTest, ACompanyWithoutAnIdIsNobodysAndNothingIsAsked)
+TEST_F(ContactEditorsTest, aCompanyWithoutAnIdIsNobodysAndNothingIsAsked)
 {
     begin();
     Contact& acme = firm("Acme");
@@ -117,7 +117,7 @@ TEST_F(ContactEditorsTest, ACompanyWithoutAnIdIsNobodysAndNothingIsAsked)
     EXPECT_TRUE(ann.isCompanyContact());
 }
 
-TEST_F(ContactEditorsTest, SavingWithoutAChosenTypeLeavesTypeAndWebsite)
+TEST_F(ContactEditorsTest, savingWithoutAChosenTypeLeavesTypeAndWebsite)
 {
     begin();
     Contact& ann = contact("Ann", "Supplier");
@@ -135,7 +135,7 @@ TEST_F(ContactEditorsTest, SavingWithoutAChosenTypeLeavesTypeAndWebsite)
     EXPECT_EQ(acme.getType(), "Supplier");
 }
 
-TEST_F(ContactEditorsTest, WhatIsSavedIsFilteredAgain)
+TEST_F(ContactEditorsTest, whatIsSavedIsFilteredAgain)
 {
     begin();
     Contact& ann = contact("Ann");
@@ -147,7 +147,7 @@ TEST_F(ContactEditorsTest, WhatIsSavedIsFilteredAgain)
     EXPECT_EQ(shown(contacts(), "name"), std::vector<std::string> {"Annabel"});
 }
 
-TEST_F(ContactEditorsTest, OpeningTheOpenContactAgainKeepsWhatWasTyped)
+TEST_F(ContactEditorsTest, openingTheOpenContactAgainKeepsWhatWasTyped)
 {
     begin();
     Contact& ann = contact("Ann");
@@ -160,7 +160,7 @@ TEST_F(ContactEditorsTest, OpeningTheOpenContactAgainKeepsWhatWasTyped)
     EXPECT_EQ(form().name.text(), "Bob");
 }
 
-TEST_F(ContactEditorsTest, OpeningTheOpenCompanyOrPersonAgainKeepsWhatWasTyped)
+TEST_F(ContactEditorsTest, openingTheOpenCompanyOrPersonAgainKeepsWhatWasTyped)
 {
     begin();
     Contact& acme = contact("Acme");
@@ -177,7 +177,7 @@ TEST_F(ContactEditorsTest, OpeningTheOpenCompanyOrPersonAgainKeepsWhatWasTyped)
     EXPECT_EQ(person().phone.text(), "02");
 }
 
-TEST_F(ContactEditorsTest, WhoeverGotNoCompanyYetIsListedAgainWhenSomebodyElseIsOpened)
+TEST_F(ContactEditorsTest, whoeverGotNoCompanyYetIsListedAgainWhenSomebodyElseIsOpened)
 {
     begin();
     Contact& acme = firm("Acme");
@@ -193,7 +193,7 @@ TEST_F(ContactEditorsTest, WhoeverGotNoCompanyYetIsListedAgainWhenSomebodyElseIs
     EXPECT_TRUE(bob.isCompanyContact());
 }
 
-TEST_F(ContactEditorsTest, AContactForAnOrderIsConnectedThoughOthersWereOpenedMeanwhile)
+TEST_F(ContactEditorsTest, aContactForAnOrderIsConnectedThoughOthersWereOpenedMeanwhile)
 {
     begin();
     Contact& acme = firm("Acme");
@@ -211,7 +211,7 @@ TEST_F(ContactEditorsTest, AContactForAnOrderIsConnectedThoughOthersWereOpenedMe
     EXPECT_EQ(currentOrder().getContact(), &named("Ann"));
 }
 
-TEST_F(ContactEditorsTest, AContactForAnOrderThatGaveWayToAnotherIsConnectedToNone)
+TEST_F(ContactEditorsTest, aContactForAnOrderThatGaveWayToAnotherIsConnectedToNone)
 {
     begin();
     Contact& bob = contact("Bob");
@@ -224,7 +224,7 @@ TEST_F(ContactEditorsTest, AContactForAnOrderThatGaveWayToAnotherIsConnectedToNo
     EXPECT_EQ(contacts().getCount(), 1);
 }
 
-TEST_F(ContactEditorsTest, AnotherTakesThePlaceOfTheOpenOneOnlyWhenItMay)
+TEST_F(ContactEditorsTest, anotherTakesThePlaceOfTheOpenOneOnlyWhenItMay)
 {
     begin();
     Contact& ann = contact("Ann");
@@ -260,7 +260,7 @@ TEST_F(ContactEditorsTest, AnotherTakesThePlaceOfTheOpenOneOnlyWhenItMay)
     EXPECT_TRUE(form().isOpen());
 }
 
-TEST_F(ContactEditorsTest, AContactThatFoundNoPlaceInTheEditorIsNotConnectedWithAnOrder)
+TEST_F(ContactEditorsTest, aContactThatFoundNoPlaceInTheEditorIsNotConnectedWithAnOrder)
 {
     begin();
     contact("Ann");
@@ -274,7 +274,7 @@ TEST_F(ContactEditorsTest, AContactThatFoundNoPlaceInTheEditorIsNotConnectedWith
     EXPECT_EQ(contacts().getCount(), 1);
 }
 
-TEST_F(ContactEditorsTest, InAReadOnlyDatabaseSavingAPersonOfACompanyJustClosesTheEditor)
+TEST_F(ContactEditorsTest, inAReadOnlyDatabaseSavingAPersonOfACompanyJustClosesTheEditor)
 {
     begin();
     personOf(firm("Acme"), "Bob");
@@ -301,7 +301,7 @@ TEST_F(ContactEditorsTest, InAReadOnlyDatabaseSavingAPersonOfACompanyJustClosesT
     }
 }
 
-TEST_F(ContactEditorsTest, AfterADeletionTheStatusLineSaysWhatUndoBringsBack)
+TEST_F(ContactEditorsTest, afterADeletionTheStatusLineSaysWhatUndoBringsBack)
 {
     begin();
     Contact& ann = contact("Ann");

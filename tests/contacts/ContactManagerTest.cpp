@@ -20,7 +20,7 @@ protected:
 
 // New contacts
 
-TEST_F(ContactManagerTest, ANewContactGetsTheNextIdAndAPrefixedReferenceAndJoinsOnSaving)
+TEST_F(ContactManagerTest, aNewContactGetsTheNextIdAndAPrefixedReferenceAndJoinsOnSaving)
 {
     begin("<key>VendaroContactPrefix</key><string>K</string>");
     contact("Ann");
@@ -37,7 +37,7 @@ TEST_F(ContactManagerTest, ANewContactGetsTheNextIdAndAPrefixedReferenceAndJoins
     EXPECT_FALSE(form().isOpen());
 }
 
-TEST_F(ContactManagerTest, ACancelledNewContactLeavesNothing)
+TEST_F(ContactManagerTest, aCancelledNewContactLeavesNothing)
 {
     begin();
     contacts().create();
@@ -49,7 +49,7 @@ TEST_F(ContactManagerTest, ACancelledNewContactLeavesNothing)
     EXPECT_EQ(contacts().at(0).getID(), 1);
 }
 
-TEST_F(ContactManagerTest, WithoutADateFormatOneIsAskedForAndNoContactIsMade)
+TEST_F(ContactManagerTest, withoutADateFormatOneIsAskedForAndNoContactIsMade)
 {
     start();
     int asked = 0;
@@ -59,7 +59,7 @@ TEST_F(ContactManagerTest, WithoutADateFormatOneIsAskedForAndNoContactIsMade)
     EXPECT_FALSE(form().isOpen());
 }
 
-TEST_F(ContactManagerTest, SavingCopiesTheEditorAndWritesTheFile)
+TEST_F(ContactManagerTest, savingCopiesTheEditorAndWritesTheFile)
 {
     begin();
     contacts().create();
@@ -82,7 +82,7 @@ TEST_F(ContactManagerTest, SavingCopiesTheEditorAndWritesTheFile)
     EXPECT_TRUE(readFile("contacts.xml").contains("<string>ann@example.org</string>"));
 }
 
-TEST_F(ContactManagerTest, ATypeThatIsNotListedSurvivesASave)
+TEST_F(ContactManagerTest, aTypeThatIsNotListedSurvivesASave)
 {
     begin();
     Contact& ann = contact("Ann", "Wizard");
@@ -91,7 +91,7 @@ TEST_F(ContactManagerTest, ATypeThatIsNotListedSurvivesASave)
     EXPECT_EQ(ann.getType(), "Wizard");
 }
 
-TEST_F(ContactManagerTest, CancellingAnExistingContactChangesNothing)
+TEST_F(ContactManagerTest, cancellingAnExistingContactChangesNothing)
 {
     begin();
     Contact& ann = contact("Ann");
@@ -103,7 +103,7 @@ TEST_F(ContactManagerTest, CancellingAnExistingContactChangesNothing)
     EXPECT_TRUE(contacts().holds(ann));
 }
 
-TEST_F(ContactManagerTest, AContactMadeForAnOrderIsConnectedToIt)
+TEST_F(ContactManagerTest, aContactMadeForAnOrderIsConnectedToIt)
 {
     begin();
     orders().create();
@@ -117,7 +117,7 @@ TEST_F(ContactManagerTest, AContactMadeForAnOrderIsConnectedToIt)
     EXPECT_TRUE(logged("Vendaro connectContact - connecting contact 1 to order 1"));
 }
 
-TEST_F(ContactManagerTest, AContactMadeAfterwardsIsConnectedToNoOrder)
+TEST_F(ContactManagerTest, aContactMadeAfterwardsIsConnectedToNoOrder)
 {
     begin();
     orders().create();
@@ -129,7 +129,7 @@ TEST_F(ContactManagerTest, AContactMadeAfterwardsIsConnectedToNoOrder)
     EXPECT_EQ(currentOrder().getContact(), nullptr);
 }
 
-TEST_F(ContactManagerTest, OnlyTheContactThatWasOpenedForTheOrderIsConnectedToIt)
+TEST_F(ContactManagerTest, onlyTheContactThatWasOpenedForTheOrderIsConnectedToIt)
 {
     begin();
     Contact& bob = personOf(firm("Smith Ltd"), "Bob");
@@ -144,7 +144,7 @@ TEST_F(ContactManagerTest, OnlyTheContactThatWasOpenedForTheOrderIsConnectedToIt
     EXPECT_EQ(currentOrder().getContact(), &ann);
 }
 
-TEST_F(ContactManagerTest, AContactOpenedForAnOrderAndCancelledIsNotConnectedLater)
+TEST_F(ContactManagerTest, aContactOpenedForAnOrderAndCancelledIsNotConnectedLater)
 {
     begin();
     Contact& ann = contact("Ann");
@@ -157,7 +157,7 @@ TEST_F(ContactManagerTest, AContactOpenedForAnOrderAndCancelledIsNotConnectedLat
     EXPECT_EQ(currentOrder().getContact(), nullptr);
 }
 
-TEST_F(ContactManagerTest, ACompanyMadeForAnOrderStaysConnectedToIt)
+TEST_F(ContactManagerTest, aCompanyMadeForAnOrderStaysConnectedToIt)
 {
     begin();
     orders().create();
@@ -173,7 +173,7 @@ TEST_F(ContactManagerTest, ACompanyMadeForAnOrderStaysConnectedToIt)
 
 // The three editors
 
-TEST_F(ContactManagerTest, EachKindOpensInItsOwnEditor)
+TEST_F(ContactManagerTest, eachKindOpensInItsOwnEditor)
 {
     begin();
     Contact& smiths = firm("Smith Ltd");
@@ -189,7 +189,7 @@ TEST_F(ContactManagerTest, EachKindOpensInItsOwnEditor)
     EXPECT_TRUE(form().isOpen());
 }
 
-TEST_F(ContactManagerTest, MakingACompanySavesTheContactAndOpensItAsOne)
+TEST_F(ContactManagerTest, makingACompanySavesTheContactAndOpensItAsOne)
 {
     begin();
     contacts().create();
@@ -203,7 +203,7 @@ TEST_F(ContactManagerTest, MakingACompanySavesTheContactAndOpensItAsOne)
     EXPECT_EQ(company().name.text(), "Smith Ltd");
 }
 
-TEST_F(ContactManagerTest, ACompanysPeopleAndWebsiteStandInItsEditor)
+TEST_F(ContactManagerTest, aCompanysPeopleAndWebsiteStandInItsEditor)
 {
     begin();
     Contact& smiths = firm("Smith Ltd");
@@ -220,7 +220,7 @@ TEST_F(ContactManagerTest, ACompanysPeopleAndWebsiteStandInItsEditor)
     EXPECT_TRUE(smiths.isCompany());
 }
 
-TEST_F(ContactManagerTest, LinkingToACompanyOffersAllCompaniesByName)
+TEST_F(ContactManagerTest, linkingToACompanyOffersAllCompaniesByName)
 {
     begin();
     firm("Smith Ltd");
@@ -243,7 +243,7 @@ TEST_F(ContactManagerTest, LinkingToACompanyOffersAllCompaniesByName)
     EXPECT_FALSE(person().isOpen());
 }
 
-TEST_F(ContactManagerTest, APersonWithoutACompanyBecomesAnIndividualAfterAWarning)
+TEST_F(ContactManagerTest, aPersonWithoutACompanyBecomesAnIndividualAfterAWarning)
 {
     begin();
     firm("Smith Ltd");
@@ -262,7 +262,7 @@ TEST_F(ContactManagerTest, APersonWithoutACompanyBecomesAnIndividualAfterAWarnin
     EXPECT_EQ(ann.getName(), "Ann Lee");
 }
 
-TEST_F(ContactManagerTest, LeavingTheChoiceOfACompanyLeavesAnIndividualInTheList)
+TEST_F(ContactManagerTest, leavingTheChoiceOfACompanyLeavesAnIndividualInTheList)
 {
     begin();
     Contact& smiths = firm("Smith Ltd");
@@ -280,7 +280,7 @@ TEST_F(ContactManagerTest, LeavingTheChoiceOfACompanyLeavesAnIndividualInTheList
     EXPECT_TRUE(bob.isCompanyContact());
 }
 
-TEST_F(ContactManagerTest, ACompanyThatWasDeletedIsNotOfferedAndItsPersonIsWarnedAbout)
+TEST_F(ContactManagerTest, aCompanyThatWasDeletedIsNotOfferedAndItsPersonIsWarnedAbout)
 {
     begin();
     Contact& smiths = firm("Smith Ltd");
@@ -295,7 +295,7 @@ TEST_F(ContactManagerTest, ACompanyThatWasDeletedIsNotOfferedAndItsPersonIsWarne
     EXPECT_EQ(bob.getKind(), "Individual");
 }
 
-TEST_F(ContactManagerTest, ThePersonsEditorLeavesTypeAndWebsiteAlone)
+TEST_F(ContactManagerTest, thePersonsEditorLeavesTypeAndWebsiteAlone)
 {
     begin();
     Contact& smiths = firm("Smith Ltd");
@@ -309,7 +309,7 @@ TEST_F(ContactManagerTest, ThePersonsEditorLeavesTypeAndWebsiteAlone)
     EXPECT_EQ(ann.getCompany(), smiths.getID());
 }
 
-TEST_F(ContactManagerTest, ACompanyOfTheSameNameAsAPersonIsFound)
+TEST_F(ContactManagerTest, aCompanyOfTheSameNameAsAPersonIsFound)
 {
     begin();
     contact("Smith");
@@ -324,7 +324,7 @@ TEST_F(ContactManagerTest, ACompanyOfTheSameNameAsAPersonIsFound)
 
 // Look-ups
 
-TEST_F(ContactManagerTest, ContactsAreFoundByIdNameAndLikeness)
+TEST_F(ContactManagerTest, contactsAreFoundByIdNameAndLikeness)
 {
     begin();
     Contact& ann = contact("Ann Lee");
@@ -342,7 +342,7 @@ TEST_F(ContactManagerTest, ContactsAreFoundByIdNameAndLikeness)
     EXPECT_EQ(contacts().weHaveThisOneAlready(like), nullptr);
 }
 
-TEST_F(ContactManagerTest, TopLevelSuppliersAndPeopleAreCountedFromNought)
+TEST_F(ContactManagerTest, topLevelSuppliersAndPeopleAreCountedFromNought)
 {
     begin();
     Contact& ann = contact("Ann", "Supplier");
@@ -363,7 +363,7 @@ TEST_F(ContactManagerTest, TopLevelSuppliersAndPeopleAreCountedFromNought)
     EXPECT_EQ(contacts().countContactsforThisCompany(ann.getID()), 0);
 }
 
-TEST_F(ContactManagerTest, ChangingAPersonsCompanyMovesThem)
+TEST_F(ContactManagerTest, changingAPersonsCompanyMovesThem)
 {
     begin();
     Contact& smiths = firm("Smith Ltd");
@@ -377,7 +377,7 @@ TEST_F(ContactManagerTest, ChangingAPersonsCompanyMovesThem)
 
 // The list of two levels
 
-TEST_F(ContactManagerTest, PeopleStandUnderTheirCompanyAndEverybodyElseOnTop)
+TEST_F(ContactManagerTest, peopleStandUnderTheirCompanyAndEverybodyElseOnTop)
 {
     begin();
     Contact& smiths = firm("Smith Ltd");
@@ -397,7 +397,7 @@ TEST_F(ContactManagerTest, PeopleStandUnderTheirCompanyAndEverybodyElseOnTop)
     EXPECT_EQ(people, 2);
 }
 
-TEST_F(ContactManagerTest, ThenthVisibleOneFollowsTheSortingAndTheFilter)
+TEST_F(ContactManagerTest, thenthVisibleOneFollowsTheSortingAndTheFilter)
 {
     begin();
     contact("Cid");
@@ -414,14 +414,14 @@ TEST_F(ContactManagerTest, ThenthVisibleOneFollowsTheSortingAndTheFilter)
 
 // Filter
 
-TEST_F(ContactManagerTest, TheMenuOffersAllBothKindsAndTheUsersTypes)
+TEST_F(ContactManagerTest, theMenuOffersAllBothKindsAndTheUsersTypes)
 {
     begin("<key>VendaroContactTypes</key><string>Press\nFriend</string>");
     EXPECT_EQ(contacts().listForm.filter.titles(), QStringList({"All", "Customer", "Supplier", "Press", "Friend"}));
     EXPECT_EQ(form().type.titles(), QStringList({"Customer", "Supplier", "Press", "Friend"}));
 }
 
-TEST_F(ContactManagerTest, ATypeShowsExactlyItsContacts)
+TEST_F(ContactManagerTest, aTypeShowsExactlyItsContacts)
 {
     begin("<key>VendaroContactTypes</key><string>Press</string>");
     contact("Ann");
@@ -436,7 +436,7 @@ TEST_F(ContactManagerTest, ATypeShowsExactlyItsContacts)
     EXPECT_EQ(names().size(), 4u);
 }
 
-TEST_F(ContactManagerTest, EveryWordMustStandInSomeField)
+TEST_F(ContactManagerTest, everyWordMustStandInSomeField)
 {
     begin();
     contact("Jane Smith").setCounty("London");
@@ -450,7 +450,7 @@ TEST_F(ContactManagerTest, EveryWordMustStandInSomeField)
 
 // From disk
 
-TEST_F(ContactManagerTest, ContactsComeBackWithTheirCompanies)
+TEST_F(ContactManagerTest, contactsComeBackWithTheirCompanies)
 {
     begin();
     Contact& smiths = firm("Smith Ltd");

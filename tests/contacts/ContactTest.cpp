@@ -9,7 +9,7 @@ constexpr const char* plainNames[] = {"add1", "add2", "add3", "comments", "count
 
 // A new contact
 
-TEST(ContactTest, ANewContactIsAnIndividualCustomer)
+TEST(ContactTest, aNewContactIsAnIndividualCustomer)
 {
     const Contact contact;
     EXPECT_EQ(contact.getFieldByName("kind"), "Individual");
@@ -19,7 +19,7 @@ TEST(ContactTest, ANewContactIsAnIndividualCustomer)
     EXPECT_FALSE(contact.isCompanyContact());
 }
 
-TEST(ContactTest, ANewContactsOtherTextsAreEmpty)
+TEST(ContactTest, aNewContactsOtherTextsAreEmpty)
 {
     const Contact contact;
     for (const std::string name : plainNames) {
@@ -33,7 +33,7 @@ TEST(ContactTest, ANewContactsOtherTextsAreEmpty)
 
 // By name
 
-TEST(ContactTest, FieldsAreSetAndReadByTheirNames)
+TEST(ContactTest, fieldsAreSetAndReadByTheirNames)
 {
     Contact contact;
     for (const std::string name : plainNames) {
@@ -42,7 +42,7 @@ TEST(ContactTest, FieldsAreSetAndReadByTheirNames)
     }
 }
 
-TEST(ContactTest, TheCompanyIsTakenAsAnInteger)
+TEST(ContactTest, theCompanyIsTakenAsAnInteger)
 {
     Contact contact;
     contact.setFieldByName("company", "42");
@@ -52,7 +52,7 @@ TEST(ContactTest, TheCompanyIsTakenAsAnInteger)
     EXPECT_EQ(contact.getFieldByName("company"), "0");
 }
 
-TEST(ContactTest, TheIdIsSetByNameButNotReadByIt)
+TEST(ContactTest, theIdIsSetByNameButNotReadByIt)
 {
     Contact contact;
     EXPECT_TRUE(contact.setFieldByName("id", "17"));
@@ -60,7 +60,7 @@ TEST(ContactTest, TheIdIsSetByNameButNotReadByIt)
     EXPECT_EQ(contact.getFieldByName("id"), "");
 }
 
-TEST(ContactTest, TheCompanysNameIsReadByNameButNotSetByIt)
+TEST(ContactTest, theCompanysNameIsReadByNameButNotSetByIt)
 {
     Contact contact;
     contact.setCompanyName("Smith Ltd");
@@ -69,7 +69,7 @@ TEST(ContactTest, TheCompanysNameIsReadByNameButNotSetByIt)
     EXPECT_EQ(contact.getFieldByName("companyname"), "Smith Ltd");
 }
 
-TEST(ContactTest, NamesAreMatchedExactly)
+TEST(ContactTest, namesAreMatchedExactly)
 {
     Contact contact;
     contact.setName("Ann");
@@ -90,7 +90,7 @@ struct NameParts {
     const char* last;
 };
 
-TEST(ContactTest, NamesOfPeopleAreTakenApartAtSingleBlanks)
+TEST(ContactTest, namesOfPeopleAreTakenApartAtSingleBlanks)
 {
     constexpr NameParts cases[] = {{"Ann Lee", "Ann", "Lee"}, {"Ann Mary Lee", "Ann", "Lee"}, {"Ann", "Ann", "Ann"},
         {" Smith", "Smith", "Smith"}, {"Ann ", "Ann", "Ann"}, {"", "", ""}, {" ", "", ""}, {"  Smith", "", "Smith"}, {"Ann  ", "Ann", ""},
@@ -105,7 +105,7 @@ TEST(ContactTest, NamesOfPeopleAreTakenApartAtSingleBlanks)
     }
 }
 
-TEST(ContactTest, ACompanyHasItsWholeNameAsFirstNameAndSurname)
+TEST(ContactTest, aCompanyHasItsWholeNameAsFirstNameAndSurname)
 {
     Contact contact;
     contact.setName("Smith and Sons Ltd");
@@ -115,7 +115,7 @@ TEST(ContactTest, ACompanyHasItsWholeNameAsFirstNameAndSurname)
     EXPECT_EQ(contact.getSurname(), "Smith and Sons Ltd");
 }
 
-TEST(ContactTest, APersonOfACompanyHasTheNameOfAPerson)
+TEST(ContactTest, aPersonOfACompanyHasTheNameOfAPerson)
 {
     Contact contact;
     contact.setName("Ann Lee");
@@ -126,7 +126,7 @@ TEST(ContactTest, APersonOfACompanyHasTheNameOfAPerson)
 
 // Addresses
 
-TEST(ContactTest, TheAddressIsFourPartsBetweenBlanks)
+TEST(ContactTest, theAddressIsFourPartsBetweenBlanks)
 {
     Contact contact;
     contact.setAdd1("1 High Street");
@@ -138,7 +138,7 @@ TEST(ContactTest, TheAddressIsFourPartsBetweenBlanks)
     EXPECT_EQ(contact.getFieldByName("address"), "1 High Street Oldham Lancs OL1 1AA");
 }
 
-TEST(ContactTest, EmptyPartsOfTheAddressLeaveDoubleBlanks)
+TEST(ContactTest, emptyPartsOfTheAddressLeaveDoubleBlanks)
 {
     Contact contact;
     EXPECT_EQ(contact.getAddress(), "   ");
@@ -147,7 +147,7 @@ TEST(ContactTest, EmptyPartsOfTheAddressLeaveDoubleBlanks)
     EXPECT_EQ(contact.getAddress(), "1 High Street   OL1 1AA");
 }
 
-TEST(ContactTest, TheShortAddressIsTheFirstLineAndThePostcode)
+TEST(ContactTest, theShortAddressIsTheFirstLineAndThePostcode)
 {
     Contact contact;
     contact.setPostcode("AB1 2CD");
@@ -161,7 +161,7 @@ TEST(ContactTest, TheShortAddressIsTheFirstLineAndThePostcode)
 
 // Comparing and searching
 
-TEST(ContactTest, ContactsAreTheSameByNameAndFirstLineWhateverTheCase)
+TEST(ContactTest, contactsAreTheSameByNameAndFirstLineWhateverTheCase)
 {
     Contact a;
     Contact b;
@@ -178,7 +178,7 @@ TEST(ContactTest, ContactsAreTheSameByNameAndFirstLineWhateverTheCase)
     EXPECT_FALSE(a.isTheSameContactAs(b));
 }
 
-TEST(ContactTest, SearchingLooksIntoEveryPlainFieldWhateverTheCase)
+TEST(ContactTest, searchingLooksIntoEveryPlainFieldWhateverTheCase)
 {
     for (const char* name : plainNames) {
         Contact contact;
@@ -188,7 +188,7 @@ TEST(ContactTest, SearchingLooksIntoEveryPlainFieldWhateverTheCase)
     }
 }
 
-TEST(ContactTest, SearchingDoesNotLookIntoTheCompanyOrAcrossFields)
+TEST(ContactTest, searchingDoesNotLookIntoTheCompanyOrAcrossFields)
 {
     Contact contact;
     contact.setCompanyName("needle");
@@ -201,7 +201,7 @@ TEST(ContactTest, SearchingDoesNotLookIntoTheCompanyOrAcrossFields)
     EXPECT_FALSE(contact.contains("needle"));
 }
 
-TEST(ContactTest, SearchingKnowsLettersBeyondAscii)
+TEST(ContactTest, searchingKnowsLettersBeyondAscii)
 {
     Contact contact;
     contact.setName("J\xc3\xb6rg \xc3\x89mile");

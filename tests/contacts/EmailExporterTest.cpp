@@ -23,7 +23,7 @@ protected:
     }
 };
 
-TEST_F(EmailExporterTest, WritesAHeaderAndARowForEveryContact)
+TEST_F(EmailExporterTest, writesAHeaderAndARowForEveryContact)
 {
     begin();
     Contact& ada = contact("Ada Mary Quill");
@@ -40,7 +40,7 @@ TEST_F(EmailExporterTest, WritesAHeaderAndARowForEveryContact)
     EXPECT_EQ(panels.savePanels.at(0).fileType, "csv");
 }
 
-TEST_F(EmailExporterTest, CommasAndLineBreaksBecomeBlanksAndDoubleQuotesSingleOnes)
+TEST_F(EmailExporterTest, commasAndLineBreaksBecomeBlanksAndDoubleQuotesSingleOnes)
 {
     begin();
     Contact& odd = contact("A");
@@ -52,7 +52,7 @@ TEST_F(EmailExporterTest, CommasAndLineBreaksBecomeBlanksAndDoubleQuotesSingleOn
         contents(), "\"email\",\"firstname\",\"surname\",\"title\"\n\"a@x.example  b@y.example c d e f g h\",\"A\",\"A\",\"'Dr' É\"\n");
 }
 
-TEST_F(EmailExporterTest, ACancelledPanelWritesNothing)
+TEST_F(EmailExporterTest, aCancelledPanelWritesNothing)
 {
     begin();
     panels.cancel();
@@ -60,7 +60,7 @@ TEST_F(EmailExporterTest, ACancelledPanelWritesNothing)
     EXPECT_EQ(contents(), "(not there)");
 }
 
-TEST_F(EmailExporterTest, AFileThatCannotBeWrittenIsLoggedAndSaid)
+TEST_F(EmailExporterTest, aFileThatCannotBeWrittenIsLoggedAndSaid)
 {
     begin();
     const QString nowhere = home() + "/nowhere/list.csv";

@@ -23,7 +23,7 @@ struct BookOf : AddressBook {
     QStringList troubles;
 };
 
-TEST(JoinedBookTest, HasThePeopleAndTroublesOfEachBookInTheirOrder)
+TEST(JoinedBookTest, hasThePeopleAndTroublesOfEachBookInTheirOrder)
 {
     const BookOf first("A", {"one"});
     const BookOf second("B", {"two"});
@@ -34,7 +34,7 @@ TEST(JoinedBookTest, HasThePeopleAndTroublesOfEachBookInTheirOrder)
     EXPECT_EQ(all.troubles, QStringList({"one", "two"}));
 }
 
-TEST(JoinedBookTest, EachBookIsItsShareOfTheWorkAndStoppingOneStopsAll)
+TEST(JoinedBookTest, eachBookIsItsShareOfTheWorkAndStoppingOneStopsAll)
 {
     const BookOf first("A", {});
     const BookOf second("B", {});
@@ -49,7 +49,7 @@ TEST(JoinedBookTest, EachBookIsItsShareOfTheWorkAndStoppingOneStopsAll)
     EXPECT_EQ(all.people.size(), 3u);
 }
 
-TEST(JoinedBookTest, NoBooksHoldNobody)
+TEST(JoinedBookTest, noBooksHoldNobody)
 {
     EXPECT_TRUE(JoinedBook({nullptr}).people(always).people.empty());
     EXPECT_TRUE(JoinedBook({}).people(always).troubles.isEmpty());

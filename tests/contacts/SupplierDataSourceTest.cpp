@@ -15,7 +15,7 @@ protected:
     NoCodeSort sorting;
 };
 
-TEST_F(SupplierDataSourceTest, OnlySuppliersAreThereInBothOrders)
+TEST_F(SupplierDataSourceTest, onlySuppliersAreThereInBothOrders)
 {
     begin();
     contacts().setDefaultSortNew(false);
@@ -34,7 +34,7 @@ TEST_F(SupplierDataSourceTest, OnlySuppliersAreThereInBothOrders)
     EXPECT_EQ(suppliers.getnthSortedItem(-1), nullptr);
 }
 
-TEST_F(SupplierDataSourceTest, AsAnyListItAnswersWithoutRecordsOfItsOwn)
+TEST_F(SupplierDataSourceTest, asAnyListItAnswersWithoutRecordsOfItsOwn)
 {
     begin();
     contact("Max", "Customer");

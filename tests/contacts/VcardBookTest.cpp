@@ -40,13 +40,13 @@ private:
     QTemporaryDir m_folder;
 };
 
-TEST_F(VcardBookTest, NoFilesHoldNobody)
+TEST_F(VcardBookTest, noFilesHoldNobody)
 {
     EXPECT_TRUE(read().people.empty());
     EXPECT_TRUE(read().troubles.isEmpty());
 }
 
-TEST_F(VcardBookTest, FilesComeInTheOrderTheyAreNamedAndThoseOfAFolderByName)
+TEST_F(VcardBookTest, filesComeInTheOrderTheyAreNamedAndThoseOfAFolderByName)
 {
     ASSERT_TRUE(QDir().mkpath(path("book/deeper")));
     write("book/b.VCF", card("B"));
@@ -60,7 +60,7 @@ TEST_F(VcardBookTest, FilesComeInTheOrderTheyAreNamedAndThoseOfAFolderByName)
     EXPECT_TRUE(book.troubles.isEmpty());
 }
 
-TEST_F(VcardBookTest, IsReadAnewEveryTime)
+TEST_F(VcardBookTest, isReadAnewEveryTime)
 {
     paths = {write("a.vcf", card("A"))};
     EXPECT_EQ(namesOf(read()), QStringList({"A"}));
@@ -68,7 +68,7 @@ TEST_F(VcardBookTest, IsReadAnewEveryTime)
     EXPECT_EQ(namesOf(read()), QStringList({"B"}));
 }
 
-TEST_F(VcardBookTest, WhatCannotBeReadIsToldAndTheOthersAreRead)
+TEST_F(VcardBookTest, whatCannotBeReadIsToldAndTheOthersAreRead)
 {
     paths = {path("gone.vcf"), write("picture.vcf", "\xff\xd8\xff\xe0 no card"), write("a.vcf", card("A"))};
     const AddressBookPeople book = read();
@@ -79,7 +79,7 @@ TEST_F(VcardBookTest, WhatCannotBeReadIsToldAndTheOthersAreRead)
     EXPECT_EQ(book.troubles[1], path("picture.vcf") + " holds no vCards.");
 }
 
-TEST_F(VcardBookTest, TheShareGrowsWithTheBytesOfAllFilesAndReadingStopsWhenAsked)
+TEST_F(VcardBookTest, theShareGrowsWithTheBytesOfAllFilesAndReadingStopsWhenAsked)
 {
     // Three files of equal length, each long enough to be asked about on its way.
     const QByteArray cards = card("A").repeated(1000);
@@ -101,13 +101,13 @@ TEST_F(VcardBookTest, TheShareGrowsWithTheBytesOfAllFilesAndReadingStopsWhenAske
     EXPECT_LT(begun.people.size(), 2000u);
 }
 
-TEST_F(VcardBookTest, DamageIsToldByFileAndLine)
+TEST_F(VcardBookTest, damageIsToldByFileAndLine)
 {
     paths = {write("a.vcf", "BEGIN:VCARD\nN:A\nrubbish\nEND:VCARD\n")};
     EXPECT_EQ(read().troubles, QStringList({path("a.vcf") + ", line 3: This line belongs to no card: it has no name and colon."}));
 }
 
-TEST_F(VcardBookTest, ManyTroublesAreCounted)
+TEST_F(VcardBookTest, manyTroublesAreCounted)
 {
     paths = {write("a.vcf", "BEGIN:VCARD\nN:A\n" + QByteArray("rubbish\n").repeated(25) + "END:VCARD\n")};
     const AddressBookPeople book = read();

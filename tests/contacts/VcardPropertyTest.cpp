@@ -22,7 +22,7 @@ VcardProperty propertyOf(std::string_view bytes)
     return properties.empty() ? VcardProperty() : properties.front();
 }
 
-TEST(VcardPropertyTest, ALineHasGroupNameTypesAndValues)
+TEST(VcardPropertyTest, aLineHasGroupNameTypesAndValues)
 {
     const VcardProperty property = propertyOf("item1.adr;type=Home,pref;TYPE=\"work,voice\":;;12 Mill Lane;Hexworth;;HX1 2AB;");
     EXPECT_EQ(property.group, "ITEM1");
@@ -33,21 +33,21 @@ TEST(VcardPropertyTest, ALineHasGroupNameTypesAndValues)
     EXPECT_FALSE(property.hasType("CELL"));
 }
 
-TEST(VcardPropertyTest, OlderCardsNameTypesBare)
+TEST(VcardPropertyTest, olderCardsNameTypesBare)
 {
     const VcardProperty property = propertyOf("TEL;CELL;VOICE:+49 170 1");
     EXPECT_EQ(property.types, Strings({"CELL", "VOICE"}));
     EXPECT_EQ(property.text, "+49 170 1");
 }
 
-TEST(VcardPropertyTest, FoldedLinesBelongTogetherAndLoseOneBlank)
+TEST(VcardPropertyTest, foldedLinesBelongTogetherAndLoseOneBlank)
 {
     for (const char* text :
         {"FN:Ada Ma\r\n ry  \r\n  Quill", "FN:Ada Ma\n ry  \n  Quill", "FN:Ada Ma\r\r\n ry  \r\r\n  Quill", "FN:Ada Ma\r\try  \r  Quill"})
         EXPECT_EQ(propertyOf(text).text, "Ada Mary   Quill") << text;
 }
 
-TEST(VcardPropertyTest, TheLineIsTheOneItBeginsIn)
+TEST(VcardPropertyTest, theLineIsTheOneItBeginsIn)
 {
     const std::vector<VcardProperty> properties = propertiesOf("A:1\r\r\n\r\r\nB:2\r\r\n 3\r\r\nC:4");
     ASSERT_EQ(properties.size(), 3u);
@@ -56,14 +56,14 @@ TEST(VcardPropertyTest, TheLineIsTheOneItBeginsIn)
     EXPECT_EQ(properties[2].line, 5);
 }
 
-TEST(VcardPropertyTest, EscapedSignsStandForThemselves)
+TEST(VcardPropertyTest, escapedSignsStandForThemselves)
 {
     const VcardProperty property = propertyOf("N:a\\;b\\,c;d,e\\\\;http\\://x;l1\\nl2\\Nl3;C:\\temp\\");
     EXPECT_EQ(property.values, Strings({"a;b,c", "d,e\\", "http://x", "l1\nl2\nl3", "C:\\temp\\"}));
     EXPECT_EQ(property.text, "a;b,c;d,e\\;http://x;l1\nl2\nl3;C:\\temp\\");
 }
 
-TEST(VcardPropertyTest, QuotedPrintableIsDecodedAfterTheValuesAreTakenApart)
+TEST(VcardPropertyTest, quotedPrintableIsDecodedAfterTheValuesAreTakenApart)
 {
     const VcardProperty property =
         propertyOf("ADR;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:;;Stra=C3=9Fe=3B 5=0D=0AHof;M=C3=\r\n=BCnchen;=zz=\r\n");
@@ -72,14 +72,14 @@ TEST(VcardPropertyTest, QuotedPrintableIsDecodedAfterTheValuesAreTakenApart)
     EXPECT_EQ(property.values.at(4), "=zz=") << "what is no code stays";
 }
 
-TEST(VcardPropertyTest, ASoftBreakDoesNotSwallowTheEndOfTheCard)
+TEST(VcardPropertyTest, aSoftBreakDoesNotSwallowTheEndOfTheCard)
 {
     const std::vector<VcardProperty> properties = propertiesOf("NOTE;QUOTED-PRINTABLE:a=\nEND:VCARD\n");
     ASSERT_EQ(properties.size(), 2u);
     EXPECT_EQ(properties[1].name, "END");
 }
 
-TEST(VcardPropertyTest, CharactersAreReadAsTheCardOrElseTheBytesSay)
+TEST(VcardPropertyTest, charactersAreReadAsTheCardOrElseTheBytesSay)
 {
     EXPECT_EQ(propertyOf("FN;CHARSET=Windows-1252:Zo\xeb \x80").text, "Zoë €");
     EXPECT_EQ(propertyOf("FN;CHARSET=ISO-8859-2:\xa9koda").text, "Škoda");
@@ -91,7 +91,7 @@ TEST(VcardPropertyTest, CharactersAreReadAsTheCardOrElseTheBytesSay)
     EXPECT_EQ(propertyOf("FN;CHARSET=nobody-knows:Zoë").text, "Zoë");
 }
 
-TEST(VcardPropertyTest, FilesMayBeginWithAMarkOrHaveTwoBytesALetter)
+TEST(VcardPropertyTest, filesMayBeginWithAMarkOrHaveTwoBytesALetter)
 {
     EXPECT_EQ(propertyOf("\xef\xbb\xbf"
                          "FN:Ada")
@@ -109,7 +109,7 @@ TEST(VcardPropertyTest, FilesMayBeginWithAMarkOrHaveTwoBytesALetter)
         "ë");
 }
 
-TEST(VcardPropertyTest, EncodedDataIsPassedOverIndentedOrNot)
+TEST(VcardPropertyTest, encodedDataIsPassedOverIndentedOrNot)
 {
     for (const char* data : {"PHOTO;ENCODING=b;TYPE=JPEG:/9j/4AAQ\n SkZJ\nFN:Ada", "PHOTO;BASE64:\n/9j/4AAQ\nSkZJ==\n\nFN:Ada"}) {
         const std::vector<VcardProperty> properties = propertiesOf(data);
@@ -120,7 +120,7 @@ TEST(VcardPropertyTest, EncodedDataIsPassedOverIndentedOrNot)
     }
 }
 
-TEST(VcardPropertyTest, ALineWithoutNameOrColonIsBroken)
+TEST(VcardPropertyTest, aLineWithoutNameOrColonIsBroken)
 {
     for (const char* line : {"no colon", ":value", "A B:1", "TEL;TYPE=\"work:1", "=41"}) {
         const std::vector<VcardProperty> properties = propertiesOf("FN:Ada\n" + std::string(line) + "\nTEL:1");
@@ -130,7 +130,7 @@ TEST(VcardPropertyTest, ALineWithoutNameOrColonIsBroken)
     }
 }
 
-TEST(VcardPropertyTest, ALineThatIsTooLongIsNotTakenWhetherFoldedOrNot)
+TEST(VcardPropertyTest, aLineThatIsTooLongIsNotTakenWhetherFoldedOrNot)
 {
     const std::string most(longestVcardProperty - 3, 'x');
     EXPECT_FALSE(propertyOf("FN:" + most).isTooLong);
@@ -146,7 +146,7 @@ TEST(VcardPropertyTest, ALineThatIsTooLongIsNotTakenWhetherFoldedOrNot)
     EXPECT_EQ(properties[1].text, "1");
 }
 
-TEST(VcardPropertyTest, ValuesBeyondThoseThatCountAreLeftOut)
+TEST(VcardPropertyTest, valuesBeyondThoseThatCountAreLeftOut)
 {
     const VcardProperty property = propertyOf("N:a;b" + std::string(60'000, ';'));
     EXPECT_EQ(property.values.size(), mostVcardValues);
@@ -155,7 +155,7 @@ TEST(VcardPropertyTest, ValuesBeyondThoseThatCountAreLeftOut)
     EXPECT_EQ(propertyOf("N:" + std::string(mostVcardValues - 1, ';') + "z").values.back(), "z");
 }
 
-TEST(VcardPropertyTest, WaysToEndLinesMayBeMixed)
+TEST(VcardPropertyTest, waysToEndLinesMayBeMixed)
 {
     for (const char* text : {"A:1\rB:2\nC:3\r\nD:4", "A:1\nB:2\nC:3\rD:4\r", "A:1\rB:2\rC:3\rD:4\n"}) {
         const std::vector<VcardProperty> properties = propertiesOf(text);
@@ -165,13 +165,13 @@ TEST(VcardPropertyTest, WaysToEndLinesMayBeMixed)
     }
 }
 
-TEST(VcardPropertyTest, ASoftBreakMayFollowAFoldedLine)
+TEST(VcardPropertyTest, aSoftBreakMayFollowAFoldedLine)
 {
     EXPECT_EQ(propertyOf("FN;ENCODING=QUOTED-PRINTABLE:Ada \n Qu=\n=69ll").text, "Ada Quill");
     EXPECT_EQ(propertyOf("FN;ENCODING=QUOTED-PRINTABLE:Ada=\n Q\n uill").text, "Ada Quill");
 }
 
-TEST(VcardPropertyTest, TheShareSaysHowMuchIsBehind)
+TEST(VcardPropertyTest, theShareSaysHowMuchIsBehind)
 {
     VcardLines lines("A:1\nB:2\n");
     VcardProperty property;
@@ -183,7 +183,7 @@ TEST(VcardPropertyTest, TheShareSaysHowMuchIsBehind)
     EXPECT_DOUBLE_EQ(VcardLines("").share(), 1);
 }
 
-TEST(VcardPropertyTest, NothingIsFoundInNothing)
+TEST(VcardPropertyTest, nothingIsFoundInNothing)
 {
     for (const char* text : {"", "\n", "\r\r\r\n\n", " ", "\xef\xbb\xbf"})
         EXPECT_TRUE(propertiesOf(text).empty());

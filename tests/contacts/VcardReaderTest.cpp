@@ -40,7 +40,7 @@ void expectContact(const char* file, std::initializer_list<std::pair<const char*
 
 // Cards as they are
 
-TEST(VcardReaderTest, APersonOfADesktopsAddressBook)
+TEST(VcardReaderTest, aPersonOfADesktopsAddressBook)
 {
     expectContact("desktop_person",
         {{"name", "Ada Quill"}, {"add1", "12 Mill Lane"}, {"add2", "Hexworth"}, {"add3", ""}, {"county", "Northshire"},
@@ -56,7 +56,7 @@ TEST(VcardReaderTest, APersonOfADesktopsAddressBook)
     EXPECT_EQ(ada.phones[4].label, "Workshop");
 }
 
-TEST(VcardReaderTest, ACompanyHasNoFirstName)
+TEST(VcardReaderTest, aCompanyHasNoFirstName)
 {
     const Person tarn = onlyPerson(sample("desktop_company"));
     EXPECT_EQ(tarn.firstName, "");
@@ -64,21 +64,21 @@ TEST(VcardReaderTest, ACompanyHasNoFirstName)
     EXPECT_EQ(tarn.uniqueId, "11111111-2222-3333-4444-555555555555:ABPerson");
 }
 
-TEST(VcardReaderTest, AWholeAddressInTheStreet)
+TEST(VcardReaderTest, aWholeAddressInTheStreet)
 {
     expectContact("webmail_street_only",
         {{"name", "Greg Dart"}, {"add1", "123 Home St"}, {"add2", "Home City, HM 12345"}, {"postcode", ""}, {"mobile", "555 010 1111"},
             {"phone", "555 010 2222"}, {"email", "greg@example.com"}});
 }
 
-TEST(VcardReaderTest, AnOlderCardOfAnOffice)
+TEST(VcardReaderTest, anOlderCardOfAnOffice)
 {
     expectContact("office_21_qp",
         {{"name", "Zoë Müller"}, {"add1", "Lange Straße 5"}, {"add2", "Beispielstadt"}, {"postcode", "12345"}, {"country", "Deutschland"},
             {"mobile", "+49 170 5550102"}, {"phone", "+49 (30) 5550101 / +49 (30) 5550103"}, {"email", "zoe@example.com"}});
 }
 
-TEST(VcardReaderTest, ANewerCardWithNumbersAsLinks)
+TEST(VcardReaderTest, aNewerCardWithNumbersAsLinks)
 {
     expectContact("v4",
         {{"name", "Simon Four"}, {"add1", "Suite D2-630, 2875 Laurier"}, {"add2", "Quebec"}, {"county", "QC"}, {"postcode", "G1V 2M2"},
@@ -86,12 +86,12 @@ TEST(VcardReaderTest, ANewerCardWithNumbersAsLinks)
     EXPECT_EQ(onlyPerson(sample("v4")).uniqueId, "urn:uuid:4fbe8971-0bc3-424c-9c26-36c3e1eff6b1:ABPerson");
 }
 
-TEST(VcardReaderTest, LinesThatEndTwice)
+TEST(VcardReaderTest, linesThatEndTwice)
 {
     expectContact("double_cr", {{"name", "Jon Doe"}, {"mobile", "555-0100"}, {"phone", ""}});
 }
 
-TEST(VcardReaderTest, StreetsOfSeveralLines)
+TEST(VcardReaderTest, streetsOfSeveralLines)
 {
     expectContact("street_five_lines",
         {{"add1", "Flat 2"}, {"add2", "Rose Court"}, {"add3", "12 Mill Lane"}, {"postcode", "HX1 2AB"}, {"country", "United Kingdom"}});
@@ -100,19 +100,19 @@ TEST(VcardReaderTest, StreetsOfSeveralLines)
 
 // Names
 
-TEST(VcardReaderTest, TheSurnameStandsFirst)
+TEST(VcardReaderTest, theSurnameStandsFirst)
 {
     const Person person = personIn("N:van der Berg;Anna Maria;Additional;Dr.;MSc");
     EXPECT_EQ(person.firstName, "Anna Maria");
     EXPECT_EQ(person.lastName, "van der Berg");
 }
 
-TEST(VcardReaderTest, ACommaInANameIsNoEnd)
+TEST(VcardReaderTest, aCommaInANameIsNoEnd)
 {
     EXPECT_EQ(personIn("N:Smith, Jr.;Bob").lastName, "Smith, Jr.");
 }
 
-TEST(VcardReaderTest, WithoutANameTheFullNameIsTakenApart)
+TEST(VcardReaderTest, withoutANameTheFullNameIsTakenApart)
 {
     const Person ada = personIn("FN:Ada Mary Quill\r\nORG:Quill Prints");
     EXPECT_EQ(ada.firstName, "Ada Mary");
@@ -120,7 +120,7 @@ TEST(VcardReaderTest, WithoutANameTheFullNameIsTakenApart)
     EXPECT_EQ(personIn("N:;;;;\r\nFN:Cher").lastName, "Cher");
 }
 
-TEST(VcardReaderTest, ACompanyIsNamedByItsOrganisation)
+TEST(VcardReaderTest, aCompanyIsNamedByItsOrganisation)
 {
     for (const char* lines : {"ORG:Tarn & Sons;Sales", "FN:Tarn & Sons\r\nORG:Tarn & Sons", "KIND:org\r\nFN:Tarn & Sons",
              "X-ABShowAs:company\r\nFN:Other\r\nORG:Tarn & Sons"}) {
@@ -132,7 +132,7 @@ TEST(VcardReaderTest, ACompanyIsNamedByItsOrganisation)
 
 // Numbers and addresses
 
-TEST(VcardReaderTest, ALabelMayStandBeforeOrBehindItsNumberAndSayMobile)
+TEST(VcardReaderTest, aLabelMayStandBeforeOrBehindItsNumberAndSayMobile)
 {
     const Person person = personIn("N:A\r\nitem1.X-ABLabel:_$!<Mobile>!$_\r\nitem1.TEL:1\r\nITEM2.TEL;TYPE=home:2\r\n"
                                    "item2.X-ABLabel:Shop\r\nTEL;TYPE=iPhone:3\r\nitem4.TEL;TYPE=CELL:4\r\nitem4.X-ABLabel:Old");
@@ -143,7 +143,7 @@ TEST(VcardReaderTest, ALabelMayStandBeforeOrBehindItsNumberAndSayMobile)
     EXPECT_EQ(person.phones[3].label, "mobile");
 }
 
-TEST(VcardReaderTest, EmptyNumbersAddressesAndLettersAreNone)
+TEST(VcardReaderTest, emptyNumbersAddressesAndLettersAreNone)
 {
     const Person person = personIn("N:A\r\nTEL:\r\nTEL:tel:\r\nEMAIL: \r\nADR:;;;;;;\r\nADR:;;;Town\r\nEMAIL:mailto:a@b.example");
     EXPECT_TRUE(person.phones.empty());
@@ -152,20 +152,20 @@ TEST(VcardReaderTest, EmptyNumbersAddressesAndLettersAreNone)
     EXPECT_EQ(person.addresses[0].city, "Town");
 }
 
-TEST(VcardReaderTest, PostBoxFlatAndStreetAreOneAddress)
+TEST(VcardReaderTest, postBoxFlatAndStreetAreOneAddress)
 {
     EXPECT_EQ(personIn("N:A\r\nADR:PO Box 1;Flat 2;3 High St;Town").addresses.at(0).street, "PO Box 1, Flat 2, 3 High St");
     EXPECT_EQ(personIn("N:A\r\nADR:;Flat 2\\nTown;3 High St;").addresses.at(0).street, "Flat 2\nTown\n3 High St");
 }
 
-TEST(VcardReaderTest, WhoHasNoIdentifierHasNone)
+TEST(VcardReaderTest, whoHasNoIdentifierHasNone)
 {
     EXPECT_EQ(personIn("N:A").uniqueId, "");
 }
 
 // Several cards, and damaged ones
 
-TEST(VcardReaderTest, PeopleComeInTheOrderOfTheirCards)
+TEST(VcardReaderTest, peopleComeInTheOrderOfTheirCards)
 {
     const VcardPeople read = readVcards("BEGIN:VCARD\nN:B\nEND:VCARD\n\nbegin:vcard\nn:A\nend:vcard\n");
     ASSERT_EQ(read.people.size(), 2u);
@@ -174,7 +174,7 @@ TEST(VcardReaderTest, PeopleComeInTheOrderOfTheirCards)
     EXPECT_TRUE(read.troubles.empty());
 }
 
-TEST(VcardReaderTest, ACardWithoutEndIsTakenAndTold)
+TEST(VcardReaderTest, aCardWithoutEndIsTakenAndTold)
 {
     const VcardPeople read = readVcards("BEGIN:VCARD\nN:Cut;Short\nBEGIN:VCARD\nN:Whole\nEND:VCARD\nBEGIN:VCARD\nN:Last");
     ASSERT_EQ(read.people.size(), 3u);
@@ -186,7 +186,7 @@ TEST(VcardReaderTest, ACardWithoutEndIsTakenAndTold)
     EXPECT_EQ(read.troubles[1].line, 6);
 }
 
-TEST(VcardReaderTest, TheCardOfAnAgentIsNobodysOwn)
+TEST(VcardReaderTest, theCardOfAnAgentIsNobodysOwn)
 {
     const VcardPeople read = readVcards("BEGIN:VCARD\nN:Boss\nAGENT:\nBEGIN:VCARD\nN:Agent\nTEL:1\nEND:VCARD\nTEL:2\nEND:VCARD\n");
     ASSERT_EQ(read.people.size(), 1u);
@@ -196,7 +196,7 @@ TEST(VcardReaderTest, TheCardOfAnAgentIsNobodysOwn)
     EXPECT_TRUE(read.troubles.empty());
 }
 
-TEST(VcardReaderTest, ABrokenLineIsToldAndTheRestOfTheCardTaken)
+TEST(VcardReaderTest, aBrokenLineIsToldAndTheRestOfTheCardTaken)
 {
     const VcardPeople read = readVcards("BEGIN:VCARD\nN:A\nthis is no line\nTEL:1\nEND:VCARD\n");
     ASSERT_EQ(read.people.size(), 1u);
@@ -205,7 +205,7 @@ TEST(VcardReaderTest, ABrokenLineIsToldAndTheRestOfTheCardTaken)
     EXPECT_EQ(read.troubles[0].line, 3);
 }
 
-TEST(VcardReaderTest, ALineTooLongIsToldWhereItWouldHaveCounted)
+TEST(VcardReaderTest, aLineTooLongIsToldWhereItWouldHaveCounted)
 {
     const std::string longest(70'000, 'x');
     const VcardPeople read = readVcards("BEGIN:VCARD\nN:A\nNOTE:" + longest + "\nTEL:" + longest + "\nEND:VCARD\n");
@@ -214,7 +214,7 @@ TEST(VcardReaderTest, ALineTooLongIsToldWhereItWouldHaveCounted)
     EXPECT_EQ(read.troubles[0].line, 4);
 }
 
-TEST(VcardReaderTest, ACardOfNobodyIsToldAndGivesNobody)
+TEST(VcardReaderTest, aCardOfNobodyIsToldAndGivesNobody)
 {
     const VcardPeople read = readVcards("BEGIN:VCARD\nVERSION:3.0\nNOTE:hello\nEND:VCARD\n");
     EXPECT_TRUE(read.people.empty());
@@ -222,7 +222,7 @@ TEST(VcardReaderTest, ACardOfNobodyIsToldAndGivesNobody)
     EXPECT_EQ(read.troubles[0].sentence, "The card that begins here holds nobody.");
 }
 
-TEST(VcardReaderTest, OfManyTroublesTheFirstAreToldAndTheOthersCounted)
+TEST(VcardReaderTest, ofManyTroublesTheFirstAreToldAndTheOthersCounted)
 {
     std::string cards = "BEGIN:VCARD\nN:A\n";
     for (std::size_t n = 0; n < mostVcardTroubles + 7; ++n)
@@ -233,7 +233,7 @@ TEST(VcardReaderTest, OfManyTroublesTheFirstAreToldAndTheOthersCounted)
     EXPECT_EQ(read.furtherTroubles, 7u);
 }
 
-TEST(VcardReaderTest, ACardThatIsLongerThanAnybodysIsTakenSoFarAndToldOnce)
+TEST(VcardReaderTest, aCardThatIsLongerThanAnybodysIsTakenSoFarAndToldOnce)
 {
     std::string card = "BEGIN:VCARD\n";
     for (int n = 0; n < longestVcard; ++n)
@@ -249,7 +249,7 @@ TEST(VcardReaderTest, ACardThatIsLongerThanAnybodysIsTakenSoFarAndToldOnce)
     EXPECT_EQ(read.troubles[0].sentence, "From here on the card is longer than anybody's, and nothing more of it was taken.");
 }
 
-TEST(VcardReaderTest, ReadingStopsWhenItIsAskedTo)
+TEST(VcardReaderTest, readingStopsWhenItIsAskedTo)
 {
     std::string cards;
     for (int n = 0; n < 4000; ++n)
@@ -266,7 +266,7 @@ TEST(VcardReaderTest, ReadingStopsWhenItIsAskedTo)
     EXPECT_FALSE(readVcards(cards).wasStopped);
 }
 
-TEST(VcardReaderTest, WhatStandsOutsideOfCardsIsPassedOver)
+TEST(VcardReaderTest, whatStandsOutsideOfCardsIsPassedOver)
 {
     const VcardPeople read = readVcards("hello\nEND:VCARD\nTEL:1\n");
     EXPECT_TRUE(read.people.empty());
@@ -274,7 +274,7 @@ TEST(VcardReaderTest, WhatStandsOutsideOfCardsIsPassedOver)
     EXPECT_FALSE(read.hasCards);
 }
 
-TEST(VcardReaderTest, EveryBeginningOfACardIsReadWithoutHarm)
+TEST(VcardReaderTest, everyBeginningOfACardIsReadWithoutHarm)
 {
     for (const char* name : {"desktop_person", "office_21_qp", "v4", "double_cr"}) {
         const std::string whole = sample(name);

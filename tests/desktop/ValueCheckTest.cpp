@@ -21,7 +21,7 @@ protected:
     MoneyFormatter euros {"de_DE"};
 };
 
-TEST_F(ValueCheckTest, AnAmountIsWhatTheMoneyReaderReads)
+TEST_F(ValueCheckTest, anAmountIsWhatTheMoneyReaderReads)
 {
     const ValueCheck check = values::amount(pounds);
     for (const char* fine : {"", " ", "5", "1,234.50", "-3", " 7.5 "})
@@ -30,21 +30,21 @@ TEST_F(ValueCheckTest, AnAmountIsWhatTheMoneyReaderReads)
         EXPECT_EQ(check(wrong), "This does not read as an amount; it counts as 0.") << wrong;
 }
 
-TEST_F(ValueCheckTest, AnAmountIsReadTheUsersWay)
+TEST_F(ValueCheckTest, anAmountIsReadTheUsersWay)
 {
     const ValueCheck check = values::amount(euros);
     EXPECT_EQ(check("1.234,50"), "");
     EXPECT_NE(check("1,234.50"), "");
 }
 
-TEST_F(ValueCheckTest, ANumberIsNamedAsOne)
+TEST_F(ValueCheckTest, aNumberIsNamedAsOne)
 {
     const ValueCheck check = values::number(pounds);
     EXPECT_EQ(check("12.5"), "");
     EXPECT_EQ(check("ten"), "This does not read as a number; it counts as 0.");
 }
 
-TEST_F(ValueCheckTest, OfAWholeNumberTheSentenceTellsWhatCounts)
+TEST_F(ValueCheckTest, ofAWholeNumberTheSentenceTellsWhatCounts)
 {
     const ValueCheck check = values::wholeNumber();
     for (const char* fine : {"", "  ", "0", "12", " -3 ", "+4"})
@@ -55,7 +55,7 @@ TEST_F(ValueCheckTest, OfAWholeNumberTheSentenceTellsWhatCounts)
     EXPECT_EQ(check("-"), "This does not read as a whole number; it counts as 0.");
 }
 
-TEST_F(ValueCheckTest, ADateIsReadByThePatternOfThatMoment)
+TEST_F(ValueCheckTest, aDateIsReadByThePatternOfThatMoment)
 {
     const char* pattern = dates::dayFirst;
     const ValueCheck check = values::date([&pattern] { return pattern; });
@@ -68,7 +68,7 @@ TEST_F(ValueCheckTest, ADateIsReadByThePatternOfThatMoment)
     EXPECT_EQ(check("25/12/24"), "This is not a date like 12/25/24; it counts as 01/01/00.");
 }
 
-TEST_F(ValueCheckTest, AFieldIsCheckedWhoeverChangesItAndTheOthersAreLeftAlone)
+TEST_F(ValueCheckTest, aFieldIsCheckedWhoeverChangesItAndTheOthersAreLeftAlone)
 {
     BillForm form;
     checkFields(form, {{&form.amount, values::amount(pounds)}, {&form.day, values::date([] { return dates::dayFirst; })}});
@@ -85,7 +85,7 @@ TEST_F(ValueCheckTest, AFieldIsCheckedWhoeverChangesItAndTheOthersAreLeftAlone)
     EXPECT_EQ(form.day.fault(), "");
 }
 
-TEST_F(ValueCheckTest, AFaultIsToldToTheWindowOnceAndOnlyWhenItChanges)
+TEST_F(ValueCheckTest, aFaultIsToldToTheWindowOnceAndOnlyWhenItChanges)
 {
     BillForm form;
     checkFields(form, {{&form.amount, values::amount(pounds)}});
@@ -99,7 +99,7 @@ TEST_F(ValueCheckTest, AFaultIsToldToTheWindowOnceAndOnlyWhenItChanges)
     EXPECT_EQ(told, 5);
 }
 
-TEST_F(ValueCheckTest, OfANumberWithARestTheNumberCounts)
+TEST_F(ValueCheckTest, ofANumberWithARestTheNumberCounts)
 {
     const ValueCheck check = values::leadingNumber(numbers::leadingFloat);
     for (const char* good : {"", "  ", "0", "12.5", " -3 ", "+.5"})

@@ -50,7 +50,7 @@ protected:
 
 // Opening
 
-TEST_F(CustomInvoiceControllerTest, ADocumentHasItsTemplatesNameAndIsFilledWhenTheOrderComes)
+TEST_F(CustomInvoiceControllerTest, aDocumentHasItsTemplatesNameAndIsFilledWhenTheOrderComes)
 {
     writeTemplate("Order <ordernumber>");
     order.setOrderNum("INV7");
@@ -63,13 +63,13 @@ TEST_F(CustomInvoiceControllerTest, ADocumentHasItsTemplatesNameAndIsFilledWhenT
     EXPECT_FALSE(letter->document().isUndoAvailable());
 }
 
-TEST_F(CustomInvoiceControllerTest, AMissingTemplateGivesAnEmptyDocument)
+TEST_F(CustomInvoiceControllerTest, aMissingTemplateGivesAnEmptyDocument)
 {
     const auto letter = letterFor(&order);
     EXPECT_EQ(plainTextOf(letter->document()), "");
 }
 
-TEST_F(CustomInvoiceControllerTest, TheDocumentStaysEditableAndIsNotFilledAgain)
+TEST_F(CustomInvoiceControllerTest, theDocumentStaysEditableAndIsNotFilledAgain)
 {
     writeTemplate("Order <ordernumber>");
     order.setOrderNum("INV7");
@@ -79,7 +79,7 @@ TEST_F(CustomInvoiceControllerTest, TheDocumentStaysEditableAndIsNotFilledAgain)
     EXPECT_EQ(PdfReader(path).words(1), "<date> Order INV7");
 }
 
-TEST_F(CustomInvoiceControllerTest, AStandInFillsAnOrderWithoutContact)
+TEST_F(CustomInvoiceControllerTest, aStandInFillsAnOrderWithoutContact)
 {
     // A blank contact empties what having none would leave, and leaves what having none would empty.
     const Contact blank;
@@ -90,7 +90,7 @@ TEST_F(CustomInvoiceControllerTest, AStandInFillsAnOrderWithoutContact)
     EXPECT_EQ(plainTextOf(letter->document()), "[][<contactitle>][][]");
 }
 
-TEST_F(CustomInvoiceControllerTest, AStandInDoesNotStandInForAContact)
+TEST_F(CustomInvoiceControllerTest, aStandInDoesNotStandInForAContact)
 {
     contact.setName("Ann Lee");
     order.setContact(&contact);
@@ -102,7 +102,7 @@ TEST_F(CustomInvoiceControllerTest, AStandInDoesNotStandInForAContact)
     EXPECT_EQ(plainTextOf(letter->document()), "Ann Lee/Ann Lee");
 }
 
-TEST_F(CustomInvoiceControllerTest, WhoeverShowsItHearsThatItGoes)
+TEST_F(CustomInvoiceControllerTest, whoeverShowsItHearsThatItGoes)
 {
     auto letter = makeLetter();
     int heard = 0;
@@ -113,7 +113,7 @@ TEST_F(CustomInvoiceControllerTest, WhoeverShowsItHearsThatItGoes)
 
 // The background
 
-TEST_F(CustomInvoiceControllerTest, ABackgroundIsScaledOnlyWhenTheOptionsSaySo)
+TEST_F(CustomInvoiceControllerTest, aBackgroundIsScaledOnlyWhenTheOptionsSaySo)
 {
     writeTemplate("x");
     QImage image(4, 2, QImage::Format_RGB32);
@@ -127,7 +127,7 @@ TEST_F(CustomInvoiceControllerTest, ABackgroundIsScaledOnlyWhenTheOptionsSaySo)
     EXPECT_TRUE(letterFor(&order)->background().scales);
 }
 
-TEST_F(CustomInvoiceControllerTest, WithoutOneThereIsNone)
+TEST_F(CustomInvoiceControllerTest, withoutOneThereIsNone)
 {
     writeTemplate("x");
     EXPECT_TRUE(letterFor(&order)->background().image.isNull());
@@ -135,7 +135,7 @@ TEST_F(CustomInvoiceControllerTest, WithoutOneThereIsNone)
 
 // The table
 
-TEST_F(CustomInvoiceControllerTest, TheLinesStandAtTheirTagOnce)
+TEST_F(CustomInvoiceControllerTest, theLinesStandAtTheirTagOnce)
 {
     writeTemplate("before\n<itemsordered>\nafter <itemsordered>");
     const auto letter = letterFor(&order);
@@ -145,7 +145,7 @@ TEST_F(CustomInvoiceControllerTest, TheLinesStandAtTheirTagOnce)
     EXPECT_THAT(plainTextOf(letter->document()).toStdString(), HasSubstr("after <itemsordered>"));
 }
 
-TEST_F(CustomInvoiceControllerTest, WithoutTheLinesTheTagGoesWhereverItStands)
+TEST_F(CustomInvoiceControllerTest, withoutTheLinesTheTagGoesWhereverItStands)
 {
     writeTemplate("before\n<itemsordered>\nafter <itemsordered>");
     order.setIncludeBOM(false);
@@ -154,7 +154,7 @@ TEST_F(CustomInvoiceControllerTest, WithoutTheLinesTheTagGoesWhereverItStands)
     EXPECT_EQ(plainTextOf(letter->document()), "before\n\nafter ");
 }
 
-TEST_F(CustomInvoiceControllerTest, AReportsTableStandsAtItsOwnTagAndNeedsNoOrder)
+TEST_F(CustomInvoiceControllerTest, aReportsTableStandsAtItsOwnTagAndNeedsNoOrder)
 {
     writeTemplate("<itemsordered> <report>");
     const auto letter = makeLetter();
@@ -166,7 +166,7 @@ TEST_F(CustomInvoiceControllerTest, AReportsTableStandsAtItsOwnTagAndNeedsNoOrde
     EXPECT_THAT(plainTextOf(letter->document()).toStdString(), Not(HasSubstr("<report>")));
 }
 
-TEST_F(CustomInvoiceControllerTest, ATagInACellIsNotFilled)
+TEST_F(CustomInvoiceControllerTest, aTagInACellIsNotFilled)
 {
     // The table comes last, after all tags.
     rows.cells = {{"See <ordernumber>", "1"}};
@@ -175,27 +175,27 @@ TEST_F(CustomInvoiceControllerTest, ATagInACellIsNotFilled)
     EXPECT_THAT(plainTextOf(letterFor(&order)->document()).toStdString(), HasSubstr("See <ordernumber>"));
 }
 
-TEST_F(CustomInvoiceControllerTest, AValueMayBringTheTablesTag)
+TEST_F(CustomInvoiceControllerTest, aValueMayBringTheTablesTag)
 {
     writeTemplate("<description>");
     order.setDescription("Goods: <itemsordered>");
     EXPECT_NE(tableIn(letterFor(&order)->document()), nullptr);
 }
 
-TEST_F(CustomInvoiceControllerTest, TheTemplatesStyleDressesTheTable)
+TEST_F(CustomInvoiceControllerTest, theTemplatesStyleDressesTheTable)
 {
     writeTemplate("<itemsordered>");
     put(stationeryPath("Letter.css"), "<style>td.alt{background:#112233}</style>");
     EXPECT_EQ(alternateBackground().color(), QColor("#112233"));
 }
 
-TEST_F(CustomInvoiceControllerTest, WithoutOneThePlainStyleDoes)
+TEST_F(CustomInvoiceControllerTest, withoutOneThePlainStyleDoes)
 {
     writeTemplate("<itemsordered>");
     EXPECT_EQ(alternateBackground().color(), QColor("#f0f0ff"));
 }
 
-TEST_F(CustomInvoiceControllerTest, AStyleBeyondAsciiGivesWayToThePlainOne)
+TEST_F(CustomInvoiceControllerTest, aStyleBeyondAsciiGivesWayToThePlainOne)
 {
     writeTemplate("<itemsordered>");
     put(stationeryPath("Letter.css"), "<style>/* \xc3\xa9 */ td.alt{background:#112233}</style>");
@@ -204,7 +204,7 @@ TEST_F(CustomInvoiceControllerTest, AStyleBeyondAsciiGivesWayToThePlainOne)
 
 // Printing
 
-TEST_F(CustomInvoiceControllerTest, WithoutOptionsTheSharedPageIsUsed)
+TEST_F(CustomInvoiceControllerTest, withoutOptionsTheSharedPageIsUsed)
 {
     writeTemplate("x");
     shared.margins = {30, 31, 32, 33};
@@ -218,7 +218,7 @@ TEST_F(CustomInvoiceControllerTest, WithoutOptionsTheSharedPageIsUsed)
     EXPECT_EQ(printing.titles, QStringList("Letter"));
 }
 
-TEST_F(CustomInvoiceControllerTest, OptionsWithoutMarginMeanTenPointsAllRoundAndNoCentring)
+TEST_F(CustomInvoiceControllerTest, optionsWithoutMarginMeanTenPointsAllRoundAndNoCentring)
 {
     writeTemplate("x");
     writeOptions("");
@@ -229,7 +229,7 @@ TEST_F(CustomInvoiceControllerTest, OptionsWithoutMarginMeanTenPointsAllRoundAnd
     EXPECT_FALSE(logged("setting vertically centred"));
 }
 
-TEST_F(CustomInvoiceControllerTest, PrintingPutsTheOptionsInForceForWhatIsPrintedAfterwards)
+TEST_F(CustomInvoiceControllerTest, printingPutsTheOptionsInForceForWhatIsPrintedAfterwards)
 {
     writeTemplate("x");
     writeTemplate("y", "Plain");
@@ -243,7 +243,7 @@ TEST_F(CustomInvoiceControllerTest, PrintingPutsTheOptionsInForceForWhatIsPrinte
     EXPECT_TRUE(plain->pageSetup().verticallyCentred);
 }
 
-TEST_F(CustomInvoiceControllerTest, OpeningADocumentChangesNothingForOthers)
+TEST_F(CustomInvoiceControllerTest, openingADocumentChangesNothingForOthers)
 {
     writeTemplate("x");
     writeOptions("<key>centreContent</key><true/><key>templatePageMargin</key><real>22.5</real>");
@@ -253,7 +253,7 @@ TEST_F(CustomInvoiceControllerTest, OpeningADocumentChangesNothingForOthers)
     EXPECT_FALSE(shared.verticallyCentred);
 }
 
-TEST_F(CustomInvoiceControllerTest, WideMarginsLeaveAnInchForTheText)
+TEST_F(CustomInvoiceControllerTest, wideMarginsLeaveAnInchForTheText)
 {
     // A4 is 595 points wide.
     writeTemplate("x");
@@ -264,7 +264,7 @@ TEST_F(CustomInvoiceControllerTest, WideMarginsLeaveAnInchForTheText)
     }
 }
 
-TEST_F(CustomInvoiceControllerTest, APrintIsCentredBetweenItsMargins)
+TEST_F(CustomInvoiceControllerTest, aPrintIsCentredBetweenItsMargins)
 {
     writeTemplate("Middle");
     writeOptions("<key>centreContent</key><true/><key>templatePageMargin</key><real>50</real>");
@@ -277,7 +277,7 @@ TEST_F(CustomInvoiceControllerTest, APrintIsCentredBetweenItsMargins)
     EXPECT_NEAR(place.center().y(), 421, 10);
 }
 
-TEST_F(CustomInvoiceControllerTest, APrintGoesOnThePaperThatIsChosenForIt)
+TEST_F(CustomInvoiceControllerTest, aPrintGoesOnThePaperThatIsChosenForIt)
 {
     writeTemplate("Mug");
     PdfPrinting paper;
@@ -290,7 +290,7 @@ TEST_F(CustomInvoiceControllerTest, APrintGoesOnThePaperThatIsChosenForIt)
     EXPECT_EQ(shared.orientation, QPageLayout::Portrait);
 }
 
-TEST_F(CustomInvoiceControllerTest, OnSmallerPaperMarginsLeaveAnInchToo)
+TEST_F(CustomInvoiceControllerTest, onSmallerPaperMarginsLeaveAnInchToo)
 {
     writeTemplate("Mug");
     writeOptions("<key>templatePageMargin</key><real>250</real>");
@@ -303,7 +303,7 @@ TEST_F(CustomInvoiceControllerTest, OnSmallerPaperMarginsLeaveAnInchToo)
     EXPECT_EQ(shared.margins, QMarginsF(250, 250, 250, 250));
 }
 
-TEST_F(CustomInvoiceControllerTest, APrintThatFailsIsOnlyLogged)
+TEST_F(CustomInvoiceControllerTest, aPrintThatFailsIsOnlyLogged)
 {
     writeTemplate("x");
     printing.accepts = false;
@@ -314,14 +314,14 @@ TEST_F(CustomInvoiceControllerTest, APrintThatFailsIsOnlyLogged)
 
 // PDF
 
-TEST_F(CustomInvoiceControllerTest, AFileIsNamedByDateAndTime)
+TEST_F(CustomInvoiceControllerTest, aFileIsNamedByDateAndTime)
 {
     EXPECT_EQ(makeLetter()->getNewFilename(), "20240301-101530");
     clock.moment = QDateTime(QDate(2023, 12, 9), QTime(7, 5, 3), Qt::UTC);
     EXPECT_EQ(makeLetter()->getNewFilename(), "20231209-070503");
 }
 
-TEST_F(CustomInvoiceControllerTest, WhatCouldNotBeAttachedIsNotSaidToBe)
+TEST_F(CustomInvoiceControllerTest, whatCouldNotBeAttachedIsNotSaidToBe)
 {
     writeTemplate("Order <ordernumber>");
     const auto letter = letterFor(&order);
@@ -331,7 +331,7 @@ TEST_F(CustomInvoiceControllerTest, WhatCouldNotBeAttachedIsNotSaidToBe)
     EXPECT_EQ(alertCount(), 0);
 }
 
-TEST_F(CustomInvoiceControllerTest, AnOrdersPdfIsAttachedAndTheUserTold)
+TEST_F(CustomInvoiceControllerTest, anOrdersPdfIsAttachedAndTheUserTold)
 {
     writeTemplate("Order <ordernumber>\n<itemsordered>");
     order.setOrderNum("INV7");
@@ -352,7 +352,7 @@ TEST_F(CustomInvoiceControllerTest, AnOrdersPdfIsAttachedAndTheUserTold)
     EXPECT_TRUE(panels.savePanels.empty());
 }
 
-TEST_F(CustomInvoiceControllerTest, TheUserIsToldAfterThePdfIsAttached)
+TEST_F(CustomInvoiceControllerTest, theUserIsToldAfterThePdfIsAttached)
 {
     writeTemplate("x");
     const auto letter = makeLetter();
@@ -366,7 +366,7 @@ TEST_F(CustomInvoiceControllerTest, TheUserIsToldAfterThePdfIsAttached)
     EXPECT_EQ(alertCount(), 1);
 }
 
-TEST_F(CustomInvoiceControllerTest, WithoutAnOrderThePdfIsCopiedWhereTheUserWants)
+TEST_F(CustomInvoiceControllerTest, withoutAnOrderThePdfIsCopiedWhereTheUserWants)
 {
     writeTemplate("Hello");
     const auto letter = letterFor(nullptr);
@@ -382,7 +382,7 @@ TEST_F(CustomInvoiceControllerTest, WithoutAnOrderThePdfIsCopiedWhereTheUserWant
     EXPECT_TRUE(attached.isEmpty());
 }
 
-TEST_F(CustomInvoiceControllerTest, CancellingThatCopiesNothing)
+TEST_F(CustomInvoiceControllerTest, cancellingThatCopiesNothing)
 {
     writeTemplate("Hello");
     const auto letter = letterFor(nullptr);
@@ -392,7 +392,7 @@ TEST_F(CustomInvoiceControllerTest, CancellingThatCopiesNothing)
     EXPECT_EQ(QDir(user.home()).entryList(QDir::Files), QStringList());
 }
 
-TEST_F(CustomInvoiceControllerTest, ACopyThatFailsIsToldAndLogged)
+TEST_F(CustomInvoiceControllerTest, aCopyThatFailsIsToldAndLogged)
 {
     writeTemplate("Hello");
     const auto letter = letterFor(nullptr);
@@ -405,7 +405,7 @@ TEST_F(CustomInvoiceControllerTest, ACopyThatFailsIsToldAndLogged)
     EXPECT_THAT(log.last().toStdString(), HasSubstr("nowhere/copy.vendb"));
 }
 
-TEST_F(CustomInvoiceControllerTest, APdfForAMessageNeitherAttachesNorAsks)
+TEST_F(CustomInvoiceControllerTest, aPdfForAMessageNeitherAttachesNorAsks)
 {
     writeTemplate("Hello");
     EXPECT_EQ(letterFor(&order)->emailPDF(), temporary());
@@ -416,7 +416,7 @@ TEST_F(CustomInvoiceControllerTest, APdfForAMessageNeitherAttachesNorAsks)
     EXPECT_TRUE(panels.savePanels.empty());
 }
 
-TEST_F(CustomInvoiceControllerTest, APdfTakesTheSharedMarginsAndNotTheTemplates)
+TEST_F(CustomInvoiceControllerTest, aPdfTakesTheSharedMarginsAndNotTheTemplates)
 {
     writeTemplate("Here");
     writeOptions("<key>templatePageMargin</key><real>100</real>");
@@ -425,7 +425,7 @@ TEST_F(CustomInvoiceControllerTest, APdfTakesTheSharedMarginsAndNotTheTemplates)
     EXPECT_NEAR(PdfReader(path).place("Here").left(), 60, 1);
 }
 
-TEST_F(CustomInvoiceControllerTest, UnlessThatTemplateWasPrintedBefore)
+TEST_F(CustomInvoiceControllerTest, unlessThatTemplateWasPrintedBefore)
 {
     writeTemplate("Here");
     writeOptions("<key>templatePageMargin</key><real>100</real>");
@@ -434,7 +434,7 @@ TEST_F(CustomInvoiceControllerTest, UnlessThatTemplateWasPrintedBefore)
     EXPECT_NEAR(PdfReader(letter->emailPDF()).place("Here").left(), 100, 1);
 }
 
-TEST_F(CustomInvoiceControllerTest, APdfIsNeverCentred)
+TEST_F(CustomInvoiceControllerTest, aPdfIsNeverCentred)
 {
     writeTemplate("Top");
     writeOptions("<key>centreContent</key><true/>");
@@ -444,7 +444,7 @@ TEST_F(CustomInvoiceControllerTest, APdfIsNeverCentred)
     EXPECT_TRUE(shared.verticallyCentred);
 }
 
-TEST_F(CustomInvoiceControllerTest, APdfThatCannotBeWrittenIsLoggedAndNotAttached)
+TEST_F(CustomInvoiceControllerTest, aPdfThatCannotBeWrittenIsLoggedAndNotAttached)
 {
     writeTemplate("Hello");
     put(support + "/temp", "a file where the folder should be");
@@ -457,7 +457,7 @@ TEST_F(CustomInvoiceControllerTest, APdfThatCannotBeWrittenIsLoggedAndNotAttache
     EXPECT_EQ(letter->emailPDF(), "");
 }
 
-TEST_F(CustomInvoiceControllerTest, TemporaryPdfsStay)
+TEST_F(CustomInvoiceControllerTest, temporaryPdfsStay)
 {
     writeTemplate("Hello");
     letterFor(&order)->emailPDF();
@@ -466,7 +466,7 @@ TEST_F(CustomInvoiceControllerTest, TemporaryPdfsStay)
     EXPECT_EQ(QDir(support + "/temp").entryList({"*.pdf"}), QStringList({"20240301-101530.pdf", "20240301-101531.pdf"}));
 }
 
-TEST_F(CustomInvoiceControllerTest, ABackgroundIsInThePdf)
+TEST_F(CustomInvoiceControllerTest, aBackgroundIsInThePdf)
 {
     writeTemplate("Hello");
     QImage image(4, 2, QImage::Format_RGB32);

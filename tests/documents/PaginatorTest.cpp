@@ -54,13 +54,13 @@ protected:
     PageBackground background;
 };
 
-TEST_F(PaginatorTest, AnEmptyDocumentIsOnePage)
+TEST_F(PaginatorTest, anEmptyDocumentIsOnePage)
 {
     EXPECT_EQ(pdf().pages(), 1);
     EXPECT_EQ(pdf().words(1), "");
 }
 
-TEST_F(PaginatorTest, APageHasTheSizeOfItsPaper)
+TEST_F(PaginatorTest, aPageHasTheSizeOfItsPaper)
 {
     write("Hello");
     EXPECT_EQ(pdf().pageSize(), "595 x 842");
@@ -70,7 +70,7 @@ TEST_F(PaginatorTest, APageHasTheSizeOfItsPaper)
     EXPECT_EQ(pdf().pageSize(), "792 x 612");
 }
 
-TEST_F(PaginatorTest, ASheetMayLie)
+TEST_F(PaginatorTest, aSheetMayLie)
 {
     setup.paper = QPageSize(QPageSize::A6);
     // A line is 13.8 points high: 340 points hold twenty of them, 218 do not.
@@ -86,7 +86,7 @@ TEST_F(PaginatorTest, ASheetMayLie)
     EXPECT_GT(pdf().place("last").top(), pdf().place("first").top() + 10);
 }
 
-TEST_F(PaginatorTest, AmericansUseLetterPaper)
+TEST_F(PaginatorTest, americansUseLetterPaper)
 {
     EXPECT_EQ(usualPaper("en_US").id(), QPageSize::Letter);
     EXPECT_EQ(usualPaper("fr_CA").id(), QPageSize::Letter);
@@ -94,7 +94,7 @@ TEST_F(PaginatorTest, AmericansUseLetterPaper)
         EXPECT_EQ(usualPaper(locale).id(), QPageSize::A4) << locale;
 }
 
-TEST_F(PaginatorTest, TextStartsAtTheMargins)
+TEST_F(PaginatorTest, textStartsAtTheMargins)
 {
     write("Hello");
     setup.margins = {70, 90, 40, 40};
@@ -103,14 +103,14 @@ TEST_F(PaginatorTest, TextStartsAtTheMargins)
     EXPECT_NEAR(place.top(), 90, 4);
 }
 
-TEST_F(PaginatorTest, LettersHaveTheirSizeInPoints)
+TEST_F(PaginatorTest, lettersHaveTheirSizeInPoints)
 {
     // "Hello" in 12 point Liberation Sans is (722 + 556 + 222 + 222 + 556) / 1000 of 12 points wide.
     write("Hello");
     EXPECT_NEAR(pdf().place("Hello").width(), 27.3, 0.7);
 }
 
-TEST_F(PaginatorTest, LongTextGoesOnOverPagesAndNothingIsLost)
+TEST_F(PaginatorTest, longTextGoesOnOverPagesAndNothingIsLost)
 {
     writeLines(200);
     const PdfReader reader = pdf();
@@ -126,7 +126,7 @@ TEST_F(PaginatorTest, LongTextGoesOnOverPagesAndNothingIsLost)
     EXPECT_EQ(words.back(), "Line200");
 }
 
-TEST_F(PaginatorTest, MarginsHoldOnEveryPage)
+TEST_F(PaginatorTest, marginsHoldOnEveryPage)
 {
     writeLines(200);
     setup.margins = {40, 100, 40, 100};
@@ -136,7 +136,7 @@ TEST_F(PaginatorTest, MarginsHoldOnEveryPage)
     EXPECT_LT(reader.place(QString("Line%1").arg(firstOnSecond - 1)).bottom(), 742.5);
 }
 
-TEST_F(PaginatorTest, OnlyThePagesAskedForArePainted)
+TEST_F(PaginatorTest, onlyThePagesAskedForArePainted)
 {
     writeLines(200);
     QPageRanges ranges;
@@ -146,7 +146,7 @@ TEST_F(PaginatorTest, OnlyThePagesAskedForArePainted)
     EXPECT_EQ(reader.words(1).substr(0, 5), "Line5");
 }
 
-TEST_F(PaginatorTest, LongLinesWrapAtTheMargin)
+TEST_F(PaginatorTest, longLinesWrapAtTheMargin)
 {
     write(QString("word ").repeated(60));
     setup.margins = {200, 40, 200, 40};
@@ -159,7 +159,7 @@ TEST_F(PaginatorTest, LongLinesWrapAtTheMargin)
     }
 }
 
-TEST_F(PaginatorTest, WhatIsTooWideIsMadeSmallerUntilItFits)
+TEST_F(PaginatorTest, whatIsTooWideIsMadeSmallerUntilItFits)
 {
     QTextCursor cursor(document.get());
     QTextTableFormat format;
@@ -174,7 +174,7 @@ TEST_F(PaginatorTest, WhatIsTooWideIsMadeSmallerUntilItFits)
     EXPECT_GT(right.left(), 480);
 }
 
-TEST_F(PaginatorTest, OnePageMayBeCentredVertically)
+TEST_F(PaginatorTest, onePageMayBeCentredVertically)
 {
     write("Hello");
     setup.verticallyCentred = true;
@@ -182,7 +182,7 @@ TEST_F(PaginatorTest, OnePageMayBeCentredVertically)
     EXPECT_NEAR(pdf().place("Hello").left(), 40, 1);
 }
 
-TEST_F(PaginatorTest, CentringGoesByTheMargins)
+TEST_F(PaginatorTest, centringGoesByTheMargins)
 {
     write("Hello");
     setup.verticallyCentred = true;
@@ -190,7 +190,7 @@ TEST_F(PaginatorTest, CentringGoesByTheMargins)
     EXPECT_NEAR(pdf().place("Hello").center().y(), 550, 10);
 }
 
-TEST_F(PaginatorTest, SeveralPagesAreNotCentred)
+TEST_F(PaginatorTest, severalPagesAreNotCentred)
 {
     writeLines(60);
     setup.verticallyCentred = true;
@@ -198,7 +198,7 @@ TEST_F(PaginatorTest, SeveralPagesAreNotCentred)
     EXPECT_NEAR(pdf().place("Line1").top(), 40, 4);
 }
 
-TEST_F(PaginatorTest, MarginsWiderThanThePaperStillGiveAPage)
+TEST_F(PaginatorTest, marginsWiderThanThePaperStillGiveAPage)
 {
     write("Hello");
     setup.margins = {400, 40, 400, 40};
@@ -208,7 +208,7 @@ TEST_F(PaginatorTest, MarginsWiderThanThePaperStillGiveAPage)
     EXPECT_EQ(words, "Hello");
 }
 
-TEST_F(PaginatorTest, TheDocumentItselfIsLeftAlone)
+TEST_F(PaginatorTest, theDocumentItselfIsLeftAlone)
 {
     write("Hello");
     const qreal width = document->textWidth();
@@ -220,7 +220,7 @@ TEST_F(PaginatorTest, TheDocumentItselfIsLeftAlone)
     EXPECT_FALSE(document->isModified());
 }
 
-TEST_F(PaginatorTest, TextIsBlackUnlessItHasAColour)
+TEST_F(PaginatorTest, textIsBlackUnlessItHasAColour)
 {
     write("Hello");
     QTextCursor all(document.get());
@@ -246,7 +246,7 @@ TEST_F(PaginatorTest, TextIsBlackUnlessItHasAColour)
 
 // The background
 
-TEST_F(PaginatorTest, ABackgroundLiesWithinTheMarginsInItsOwnSize)
+TEST_F(PaginatorTest, aBackgroundLiesWithinTheMarginsInItsOwnSize)
 {
     background.image = QImage(100, 50, QImage::Format_RGB32);
     background.image.fill(Qt::red);
@@ -258,7 +258,7 @@ TEST_F(PaginatorTest, ABackgroundLiesWithinTheMarginsInItsOwnSize)
     EXPECT_EQ(QColor(page.pixel(41, 92)), QColor(Qt::white));
 }
 
-TEST_F(PaginatorTest, AScaledBackgroundIsAsWideAsTheTextAndKeepsItsShape)
+TEST_F(PaginatorTest, aScaledBackgroundIsAsWideAsTheTextAndKeepsItsShape)
 {
     background.image = QImage(100, 50, QImage::Format_RGB32);
     background.image.fill(Qt::red);
@@ -271,7 +271,7 @@ TEST_F(PaginatorTest, AScaledBackgroundIsAsWideAsTheTextAndKeepsItsShape)
     EXPECT_EQ(QColor(page.pixel(558, 45)), QColor(Qt::white));
 }
 
-TEST_F(PaginatorTest, ABackgroundEndsAtTheTextArea)
+TEST_F(PaginatorTest, aBackgroundEndsAtTheTextArea)
 {
     background.image = QImage(2000, 2000, QImage::Format_RGB32);
     background.image.fill(Qt::red);
@@ -281,7 +281,7 @@ TEST_F(PaginatorTest, ABackgroundEndsAtTheTextArea)
     EXPECT_EQ(QColor(page.pixel(300, 805)), QColor(Qt::white));
 }
 
-TEST_F(PaginatorTest, TextIsPaintedOverIt)
+TEST_F(PaginatorTest, textIsPaintedOverIt)
 {
     write("Hello");
     background.image = QImage(100, 50, QImage::Format_RGB32);
@@ -295,7 +295,7 @@ TEST_F(PaginatorTest, TextIsPaintedOverIt)
     EXPECT_TRUE(dark);
 }
 
-TEST_F(PaginatorTest, ABackgroundStandsOnEveryPage)
+TEST_F(PaginatorTest, aBackgroundStandsOnEveryPage)
 {
     writeLines(120);
     background.image = QImage(100, 50, QImage::Format_RGB32);

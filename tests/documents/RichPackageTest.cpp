@@ -68,7 +68,7 @@ private:
     QTemporaryDir m_home;
 };
 
-TEST_F(RichPackageTest, ANewPackageHasItsTextAndItsPictures)
+TEST_F(RichPackageTest, aNewPackageHasItsTextAndItsPictures)
 {
     QTextDocument document;
     QTextCursor(&document).insertText("Hello ");
@@ -83,7 +83,7 @@ TEST_F(RichPackageTest, ANewPackageHasItsTextAndItsPictures)
     EXPECT_EQ(firstPictureIn(*again).pixelColor(0, 0), QColor(Qt::red));
 }
 
-TEST_F(RichPackageTest, WhatTheTextDoesNotNameStays)
+TEST_F(RichPackageTest, whatTheTextDoesNotNameStays)
 {
     paint("Logo.png", Qt::red);
     const QByteArray logo = (put("TXT.rtf", "{\\rtf1 a{{\\NeXTGraphic Logo.png \\width20 \\height20}\\'ac}}"), contents("Logo.png"));
@@ -98,7 +98,7 @@ TEST_F(RichPackageTest, WhatTheTextDoesNotNameStays)
     EXPECT_EQ(plainTextOf(*read()), QString("new a\ufffc"));
 }
 
-TEST_F(RichPackageTest, APictureThatCannotBeShownStaysInItsPlace)
+TEST_F(RichPackageTest, aPictureThatCannotBeShownStaysInItsPlace)
 {
     put("chart.pdf", "%PDF");
     put("TXT.rtf", "{\\rtf1 a{{\\NeXTGraphic chart.pdf \\width20 \\height20}\\'ac}{{\\NeXTGraphic Gone.png}\\'ac}}");
@@ -110,7 +110,7 @@ TEST_F(RichPackageTest, APictureThatCannotBeShownStaysInItsPlace)
     EXPECT_TRUE(text.contains("\\NeXTGraphic Gone.png ")) << text.toStdString();
 }
 
-TEST_F(RichPackageTest, APictureThatWasDeletedGoesAfterTheText)
+TEST_F(RichPackageTest, aPictureThatWasDeletedGoesAfterTheText)
 {
     paint("Logo.png", Qt::red);
     paint("Other.png", Qt::blue);
@@ -122,7 +122,7 @@ TEST_F(RichPackageTest, APictureThatWasDeletedGoesAfterTheText)
     EXPECT_EQ(files(), (QStringList {"Other.png", "TXT.rtf"}));
 }
 
-TEST_F(RichPackageTest, APictureThatCameBackIsWrittenAnew)
+TEST_F(RichPackageTest, aPictureThatCameBackIsWrittenAnew)
 {
     paint("Logo.png", Qt::red);
     put("TXT.rtf", "{\\rtf1 {{\\NeXTGraphic Logo.png}\\'ac}}");
@@ -138,7 +138,7 @@ TEST_F(RichPackageTest, APictureThatCameBackIsWrittenAnew)
     EXPECT_EQ(firstPictureIn(*read()).pixelColor(0, 0), QColor(Qt::red));
 }
 
-TEST_F(RichPackageTest, ATextThatNamesItselfAsAPictureIsNotRemoved)
+TEST_F(RichPackageTest, aTextThatNamesItselfAsAPictureIsNotRemoved)
 {
     put("TXT.rtf", "{\\rtf1 a{{\\NeXTGraphic TXT.rtf}\\'ac}{{\\NeXTGraphic txt.RTF}\\'ac}{{\\NeXTGraphic ..}\\'ac}}");
     QTextDocument document;
@@ -147,7 +147,7 @@ TEST_F(RichPackageTest, ATextThatNamesItselfAsAPictureIsNotRemoved)
     EXPECT_EQ(plainTextOf(*read()), "new");
 }
 
-TEST_F(RichPackageTest, APictureNamedInOtherLettersIsNotRemoved)
+TEST_F(RichPackageTest, aPictureNamedInOtherLettersIsNotRemoved)
 {
     paint("logo.png", Qt::red);
     put("TXT.rtf", "{\\rtf1 {{\\NeXTGraphic logo.png}\\'ac}}");
@@ -156,7 +156,7 @@ TEST_F(RichPackageTest, APictureNamedInOtherLettersIsNotRemoved)
     EXPECT_TRUE(files().contains("logo.png"));
 }
 
-TEST_F(RichPackageTest, NothingOutsideThePackageIsTouched)
+TEST_F(RichPackageTest, nothingOutsideThePackageIsTouched)
 {
     paint("Logo.png", Qt::red);
     ASSERT_TRUE(QFile::rename(inPackage("Logo.png"), package() + "/../Logo.png"));
@@ -166,7 +166,7 @@ TEST_F(RichPackageTest, NothingOutsideThePackageIsTouched)
     EXPECT_EQ(besideThePackage(), (QStringList {"Letter.rtfd", "Logo.png"}));
 }
 
-TEST_F(RichPackageTest, APrivateFileStaysPrivate)
+TEST_F(RichPackageTest, aPrivateFileStaysPrivate)
 {
     put("TXT.rtf", "{\\rtf1 secret}");
     ASSERT_TRUE(QFile::setPermissions(inPackage("TXT.rtf"), QFile::ReadOwner | QFile::WriteOwner));
@@ -176,7 +176,7 @@ TEST_F(RichPackageTest, APrivateFileStaysPrivate)
     EXPECT_EQ(status.st_mode & 0777, 0600u);
 }
 
-TEST_F(RichPackageTest, WhereAFileStandsNothingIsWritten)
+TEST_F(RichPackageTest, whereAFileStandsNothingIsWritten)
 {
     QFile file(package());
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -190,14 +190,14 @@ TEST_F(RichPackageTest, WhereAFileStandsNothingIsWritten)
     EXPECT_EQ(file.readAll(), "a file");
 }
 
-TEST_F(RichPackageTest, WhatWasLeftHalfWrittenIsClearedAway)
+TEST_F(RichPackageTest, whatWasLeftHalfWrittenIsClearedAway)
 {
     ASSERT_TRUE(QDir().mkpath(QFileInfo(package()).path() + "/.Letter.rtfd.unfinished/old"));
     ASSERT_TRUE(writeRichPackage(package(), QTextDocument()));
     EXPECT_EQ(besideThePackage(), QStringList("Letter.rtfd"));
 }
 
-TEST_F(RichPackageTest, WhatIsWrongIsSaidInOneSentence)
+TEST_F(RichPackageTest, whatIsWrongIsSaidInOneSentence)
 {
     EXPECT_TRUE(readRichPackage(package()).damage.contains("TXT.rtf"));
     put("TXT.rtf", "{\\rtf1 as far as it go");
@@ -209,7 +209,7 @@ TEST_F(RichPackageTest, WhatIsWrongIsSaidInOneSentence)
     EXPECT_EQ(readRichPackage(package()).damage, "");
 }
 
-TEST_F(RichPackageTest, WhatTheTextLeavesOutIsKnown)
+TEST_F(RichPackageTest, whatTheTextLeavesOutIsKnown)
 {
     for (const char* more :
         {"{\\pict\\pngblip 89}", "{\\header Top}", "{\\footer Bottom}", "{\\*\\listtable{\\list}}", "{\\footnote x}", "{\\object x}"}) {

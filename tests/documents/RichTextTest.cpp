@@ -63,7 +63,7 @@ constexpr char twoFonts[] = "{\\rtf1\\ansi\\ansicpg1252{\\fonttbl\\f0\\fswiss\\f
 
 class RichTextPackages : public testing::TestWithParam<const char*> { };
 
-TEST_P(RichTextPackages, GiveTheirText)
+TEST_P(RichTextPackages, giveTheirText)
 {
     const QString base = samples + '/' + QLatin1String(GetParam());
     const QByteArray expected = contentsOf(base + ".expected.txt");
@@ -72,7 +72,7 @@ TEST_P(RichTextPackages, GiveTheirText)
     EXPECT_EQ(plainTextOf(*document).toStdString(), expected.toStdString());
 }
 
-TEST_P(RichTextPackages, CutAtAnyByteStillReadAsFarAsTheyGo)
+TEST_P(RichTextPackages, cutAtAnyByteStillReadAsFarAsTheyGo)
 {
     const QByteArray rtf = contentsOf(samples + '/' + QLatin1String(GetParam()) + ".rtfd/TXT.rtf");
     qsizetype longest = 0;
@@ -87,7 +87,7 @@ TEST_P(RichTextPackages, CutAtAnyByteStillReadAsFarAsTheyGo)
 INSTANTIATE_TEST_SUITE_P(Samples, RichTextPackages, testing::Values("01_modern_invoice", "03_table", "04_old_macroman", "06_list"),
     [](const auto& test) { return std::string(test.param).substr(3); });
 
-TEST(RichTextTest, EveryByteOfAPackageMayBeWrong)
+TEST(RichTextTest, everyByteOfAPackageMayBeWrong)
 {
     const QByteArray rtf = contentsOf(samples + "/01_modern_invoice.rtfd/TXT.rtf");
     for (qsizetype at = 0; at < rtf.size(); ++at) {
@@ -100,7 +100,7 @@ TEST(RichTextTest, EveryByteOfAPackageMayBeWrong)
     }
 }
 
-TEST(RichTextTest, NothingIsAnEmptyDocument)
+TEST(RichTextTest, nothingIsAnEmptyDocument)
 {
     EXPECT_EQ(textOf(""), "");
     EXPECT_EQ(textOf("{\\rtf1}"), "");
@@ -108,35 +108,35 @@ TEST(RichTextTest, NothingIsAnEmptyDocument)
 
 // Paragraphs
 
-TEST(RichTextTest, ABackslashBeforeALineEndStartsAParagraph)
+TEST(RichTextTest, aBackslashBeforeALineEndStartsAParagraph)
 {
     EXPECT_EQ(textOf("{\\rtf1 one\\\ntwo}"), "one\ntwo");
     EXPECT_EQ(textOf("{\\rtf1 one\\\r\ntwo}"), "one\ntwo");
 }
 
-TEST(RichTextTest, SoDoesTheWordForAParagraph)
+TEST(RichTextTest, soDoesTheWordForAParagraph)
 {
     EXPECT_EQ(textOf("{\\rtf1 one\\par two\\par\n}"), "one\ntwo\n");
 }
 
-TEST(RichTextTest, ALineEndInTheFileAloneIsNone)
+TEST(RichTextTest, aLineEndInTheFileAloneIsNone)
 {
     EXPECT_EQ(textOf("{\\rtf1 one\ntwo\r\n three}"), "onetwo three");
 }
 
-TEST(RichTextTest, TabsStandAsBytesOrAsWords)
+TEST(RichTextTest, tabsStandAsBytesOrAsWords)
 {
     EXPECT_EQ(textOf("{\\rtf1 a\tb\\tab c}"), "a\tb\tc");
 }
 
-TEST(RichTextTest, ALineBreakStaysInItsParagraph)
+TEST(RichTextTest, aLineBreakStaysInItsParagraph)
 {
     const auto document = documentOf("{\\rtf1 a\\line b}");
     EXPECT_EQ(document->blockCount(), 1);
     EXPECT_EQ(document->begin().text(), QString("a") + QChar(QChar::LineSeparator) + "b");
 }
 
-TEST(RichTextTest, ParagraphsAreAligned)
+TEST(RichTextTest, paragraphsAreAligned)
 {
     const auto document = documentOf("{\\rtf1\\pard\\qr right\\\n\\pard\\qc middle\\\n\\pard\\qj both\\\n\\pard left}");
     EXPECT_EQ(blockFormatOf(*document, "right").alignment(), Qt::AlignRight);
@@ -145,7 +145,7 @@ TEST(RichTextTest, ParagraphsAreAligned)
     EXPECT_FALSE(blockFormatOf(*document, "left").alignment() & Qt::AlignRight);
 }
 
-TEST(RichTextTest, ParagraphsAreIndentedInTwips)
+TEST(RichTextTest, paragraphsAreIndentedInTwips)
 {
     // 720 twips are half an inch, 48 of the layout's 96 units.
     const QTextBlockFormat format = blockFormatOf(*documentOf("{\\rtf1\\pard\\li720\\fi-360\\sb240 x}"), "x");
@@ -154,7 +154,7 @@ TEST(RichTextTest, ParagraphsAreIndentedInTwips)
     EXPECT_EQ(format.topMargin(), 16);
 }
 
-TEST(RichTextTest, TabStopsHaveTheirPlaceAndKind)
+TEST(RichTextTest, tabStopsHaveTheirPlaceAndKind)
 {
     const auto document = documentOf("{\\rtf1\\pard\\tx7000\\tqr\\tx9000 x}");
     const QList<QTextOption::Tab> tabs = blockFormatOf(*document, "x").tabPositions();
@@ -165,7 +165,7 @@ TEST(RichTextTest, TabStopsHaveTheirPlaceAndKind)
     EXPECT_EQ(tabs[1].type, QTextOption::RightTab);
 }
 
-TEST(RichTextTest, ANewParagraphFormatForgetsTheOldOne)
+TEST(RichTextTest, aNewParagraphFormatForgetsTheOldOne)
 {
     const auto document = documentOf("{\\rtf1\\pard\\qr\\li720 a\\\n\\pard b}");
     EXPECT_EQ(blockFormatOf(*document, "b").leftMargin(), 0);
@@ -173,7 +173,7 @@ TEST(RichTextTest, ANewParagraphFormatForgetsTheOldOne)
 
 // Characters
 
-TEST(RichTextTest, AFontsNameCarriesItsStyle)
+TEST(RichTextTest, aFontsNameCarriesItsStyle)
 {
     const auto document = documentOf(std::string(twoFonts) + "\\f0 heavy \\f1 plain \\f2 both}");
     EXPECT_EQ(formatOf(*document, "heavy").fontWeight(), QFont::Bold);
@@ -182,7 +182,7 @@ TEST(RichTextTest, AFontsNameCarriesItsStyle)
     EXPECT_TRUE(formatOf(*document, "both").fontItalic());
 }
 
-TEST(RichTextTest, WordsCarryStyleTogetherWithTheFont)
+TEST(RichTextTest, wordsCarryStyleTogetherWithTheFont)
 {
     const auto document = documentOf(std::string(twoFonts) + "\\f0\\b heavy\\f1\\b0  plain \\i slanted\\i0  \\ul lined\\ulnone  end}");
     EXPECT_EQ(formatOf(*document, "heavy").fontWeight(), QFont::Bold);
@@ -192,13 +192,13 @@ TEST(RichTextTest, WordsCarryStyleTogetherWithTheFont)
     EXPECT_FALSE(formatOf(*document, "end").fontUnderline());
 }
 
-TEST(RichTextTest, FontTableEntriesMayStandInBraces)
+TEST(RichTextTest, fontTableEntriesMayStandInBraces)
 {
     const auto document = documentOf("{\\rtf1{\\fonttbl{\\f0\\fswiss Helvetica;}{\\f7\\froman Times New Roman;}}\\f7 text}");
     EXPECT_EQ(formatOf(*document, "text").fontFamilies().toStringList(), QStringList("Liberation Serif"));
 }
 
-TEST(RichTextTest, SizesAreHalfPointsAndTwelvePointsAtFirst)
+TEST(RichTextTest, sizesAreHalfPointsAndTwelvePointsAtFirst)
 {
     const auto document = documentOf("{\\rtf1 small \\fs48 large \\fs25 odd}");
     EXPECT_EQ(formatOf(*document, "small").fontPointSize(), 12);
@@ -206,7 +206,7 @@ TEST(RichTextTest, SizesAreHalfPointsAndTwelvePointsAtFirst)
     EXPECT_EQ(formatOf(*document, "odd").fontPointSize(), 12.5);
 }
 
-TEST(RichTextTest, ColoursComeFromTheTableAndTheFirstIsTheReadersOwn)
+TEST(RichTextTest, coloursComeFromTheTableAndTheFirstIsTheReadersOwn)
 {
     const auto document = documentOf(std::string(twoFonts) + "\\cf1 red \\cf2 blue \\cf0 own \\cf99 none}");
     EXPECT_EQ(formatOf(*document, "red").foreground().color(), QColor(255, 0, 0));
@@ -215,7 +215,7 @@ TEST(RichTextTest, ColoursComeFromTheTableAndTheFirstIsTheReadersOwn)
     EXPECT_FALSE(formatOf(*document, "none").hasProperty(QTextFormat::ForegroundBrush));
 }
 
-TEST(RichTextTest, AGroupKeepsItsFormatToItself)
+TEST(RichTextTest, aGroupKeepsItsFormatToItself)
 {
     const auto document = documentOf("{\\rtf1 a{\\b\\super c}d}");
     EXPECT_EQ(formatOf(*document, "c").fontWeight(), QFont::Bold);
@@ -226,7 +226,7 @@ TEST(RichTextTest, AGroupKeepsItsFormatToItself)
 
 // Letters
 
-TEST(RichTextTest, BytesFollowTheCodePageOfTheFile)
+TEST(RichTextTest, bytesFollowTheCodePageOfTheFile)
 {
     EXPECT_EQ(textOf("{\\rtf1\\ansi\\ansicpg1252 caf\\'e9 \\'80}"), "café €");
     EXPECT_EQ(textOf("{\\rtf1\\ansi\\ansicpg1251 \\'cf\\'f0\\'e8}"), "При");
@@ -234,39 +234,39 @@ TEST(RichTextTest, BytesFollowTheCodePageOfTheFile)
     EXPECT_EQ(textOf("{\\rtf1\\mac\\ansicpg10000 caf\\'8e}"), "café");
 }
 
-TEST(RichTextTest, AFontsCharacterSetGoesBeforeTheFiles)
+TEST(RichTextTest, aFontsCharacterSetGoesBeforeTheFiles)
 {
     EXPECT_EQ(textOf("{\\rtf1\\ansi\\ansicpg1252{\\fonttbl\\f0\\fcharset77 Geneva;\\f1\\fcharset0 Helvetica;}\\f0 \\'8e\\f1 \\'e9}"), "éé");
 }
 
-TEST(RichTextTest, RawBytesAreReadLikeWrittenOnes)
+TEST(RichTextTest, rawBytesAreReadLikeWrittenOnes)
 {
     EXPECT_EQ(textOf("{\\rtf1\\ansi\\ansicpg1252 caf\xe9}"), "café");
 }
 
-TEST(RichTextTest, TwoBytesMayMakeOneLetter)
+TEST(RichTextTest, twoBytesMayMakeOneLetter)
 {
     EXPECT_EQ(textOf("{\\rtf1\\ansi\\ansicpg932 \\'93\\'fa\\'96\\'7b}"), "日本");
 }
 
-TEST(RichTextTest, AnUnknownCodePageLosesNoText)
+TEST(RichTextTest, anUnknownCodePageLosesNoText)
 {
     EXPECT_EQ(textOf("{\\rtf1\\ansi\\ansicpg31999 plain}"), "plain");
     EXPECT_EQ(textOf("{\\rtf1\\ansi\\ansicpg65001 caf\xc3\xa9}"), "café");
 }
 
-TEST(RichTextTest, UnicodeStandsForItself)
+TEST(RichTextTest, unicodeStandsForItself)
 {
     EXPECT_EQ(textOf("{\\rtf1\\uc0\\u9745  paid \\u8364 }"), "☑ paid €");
 }
 
-TEST(RichTextTest, SurrogatesComeAsTwoNegativeNumbers)
+TEST(RichTextTest, surrogatesComeAsTwoNegativeNumbers)
 {
     // U+1F600: D83D DE00, as signed 16-bit numbers.
     EXPECT_EQ(textOf("{\\rtf1\\uc0\\u-10179 \\u-8704 !}"), "\U0001F600!");
 }
 
-TEST(RichTextTest, ASurrogateWithoutItsPartnerNeverComesThrough)
+TEST(RichTextTest, aSurrogateWithoutItsPartnerNeverComesThrough)
 {
     EXPECT_EQ(textOf("{\\rtf1\\uc0 a\\u-8704 b}"),
         "a\uFFFD"
@@ -275,24 +275,24 @@ TEST(RichTextTest, ASurrogateWithoutItsPartnerNeverComesThrough)
     EXPECT_TRUE(high == "ab" || high == "a\uFFFDb") << high;
 }
 
-TEST(RichTextTest, TheReplacementBehindUnicodeIsPassedOver)
+TEST(RichTextTest, theReplacementBehindUnicodeIsPassedOver)
 {
     EXPECT_EQ(textOf("{\\rtf1\\uc1\\u8364 ?x}"), "€x");
     EXPECT_EQ(textOf("{\\rtf1\\u8364\\'80x}"), "€x");
     EXPECT_EQ(textOf("{\\rtf1\\uc2\\u8364 EUx}"), "€x");
 }
 
-TEST(RichTextTest, TheReplacementDoesNotReachBeyondItsGroup)
+TEST(RichTextTest, theReplacementDoesNotReachBeyondItsGroup)
 {
     EXPECT_EQ(textOf("{\\rtf1{\\uc1\\u8364}x}"), "€x");
 }
 
-TEST(RichTextTest, SignsWithAMeaningStandBehindABackslash)
+TEST(RichTextTest, signsWithAMeaningStandBehindABackslash)
 {
     EXPECT_EQ(textOf("{\\rtf1 \\{a\\} \\\\ b}"), "{a} \\ b");
 }
 
-TEST(RichTextTest, WordProcessorsNameSigns)
+TEST(RichTextTest, wordProcessorsNameSigns)
 {
     EXPECT_EQ(textOf("{\\rtf1 a\\~b\\_c\\emdash\\endash\\lquote\\rquote\\ldblquote\\rdblquote\\bullet}"),
         "a\u00a0b\u2011c\u2014\u2013\u2018\u2019\u201c\u201d\u2022");
@@ -300,7 +300,7 @@ TEST(RichTextTest, WordProcessorsNameSigns)
 
 // What is passed over
 
-TEST(RichTextTest, UnknownWordsAndDestinationsArePassedOver)
+TEST(RichTextTest, unknownWordsAndDestinationsArePassedOver)
 {
     EXPECT_EQ(textOf("{\\rtf1\\whatever12{\\*\\expandedcolortbl;;\\cssrgb\\c0;}{\\info{\\title Secret}}{\\stylesheet{\\s0 Normal;}}text}"),
         "text");
@@ -310,18 +310,18 @@ TEST(RichTextTest, UnknownWordsAndDestinationsArePassedOver)
     EXPECT_EQ(textOf("{\\rtf1 a\\bin4 }}}}b}"), "ab");
 }
 
-TEST(RichTextTest, WhatStandsBeforeAnUnknownDestinationInTheSameGroupIsThere)
+TEST(RichTextTest, whatStandsBeforeAnUnknownDestinationInTheSameGroupIsThere)
 {
     EXPECT_EQ(textOf("{\\rtf1 Mug\\*\\unknown words}"), "Mug");
     EXPECT_EQ(textOf("{\\rtf1 M{\\b ug\\*\\unknown words}s}"), "Mugs");
 }
 
-TEST(RichTextTest, AListShowsItsBulletsAsText)
+TEST(RichTextTest, aListShowsItsBulletsAsText)
 {
     EXPECT_EQ(textOf("{\\rtf1\\ansi\\ansicpg1252{\\*\\listtable{\\list\\listname x;}}\\ls1{\\listtext\t\\'95\t}First}"), "\t•\tFirst");
 }
 
-TEST(RichTextTest, TooManyOrTooFewBracesDoNoHarm)
+TEST(RichTextTest, tooManyOrTooFewBracesDoNoHarm)
 {
     EXPECT_EQ(textOf("{\\rtf1 a}}}}b"), "ab");
     EXPECT_EQ(textOf("{\\rtf1 " + std::string(100'000, '{') + "a" + std::string(100'000, '}') + "b}"), "ab");
@@ -329,7 +329,7 @@ TEST(RichTextTest, TooManyOrTooFewBracesDoNoHarm)
 
 // Pages
 
-TEST(RichTextTest, PaperAndMarginsAreKeptInPoints)
+TEST(RichTextTest, paperAndMarginsAreKeptInPoints)
 {
     const RichText text = RtfBuilder().build("{\\rtf1\\paperw11900\\paperh16840\\margl1440\\margr720\\margt360\\margb180 x}");
     EXPECT_EQ(text.paper, QSizeF(595, 842));
@@ -337,14 +337,14 @@ TEST(RichTextTest, PaperAndMarginsAreKeptInPoints)
     EXPECT_EQ(text.margins, QMarginsF(72, 18, 36, 9));
 }
 
-TEST(RichTextTest, WithoutThemThereAreNone)
+TEST(RichTextTest, withoutThemThereAreNone)
 {
     const RichText text = RtfBuilder().build("{\\rtf1 x}");
     EXPECT_TRUE(text.paper.isEmpty());
     EXPECT_FALSE(text.hasMargins);
 }
 
-TEST(RichTextTest, APageMayStartAnew)
+TEST(RichTextTest, aPageMayStartAnew)
 {
     const auto document = documentOf("{\\rtf1 a\\\n\\page b\\\nc}");
     EXPECT_EQ(blockFormatOf(*document, "b").pageBreakPolicy(), QTextFormat::PageBreak_AlwaysBefore);
@@ -353,7 +353,7 @@ TEST(RichTextTest, APageMayStartAnew)
 
 // Links
 
-TEST(RichTextTest, AFieldIsALink)
+TEST(RichTextTest, aFieldIsALink)
 {
     const auto document = documentOf("{\\rtf1 Visit {\\field{\\*\\fldinst{HYPERLINK \"http://www.example.com/\"}}{\\fldrslt our shop}}.}");
     EXPECT_EQ(plainTextOf(*document), "Visit our shop.");
@@ -362,14 +362,14 @@ TEST(RichTextTest, AFieldIsALink)
     EXPECT_FALSE(formatOf(*document, ".").isAnchor());
 }
 
-TEST(RichTextTest, AFieldThatIsNoLinkShowsItsResult)
+TEST(RichTextTest, aFieldThatIsNoLinkShowsItsResult)
 {
     const auto document = documentOf("{\\rtf1 {\\field{\\*\\fldinst PAGE}{\\fldrslt 7}}}");
     EXPECT_EQ(plainTextOf(*document), "7");
     EXPECT_FALSE(formatOf(*document, "7").isAnchor());
 }
 
-TEST(RichTextTest, ALinkDoesNotReachIntoTheNextField)
+TEST(RichTextTest, aLinkDoesNotReachIntoTheNextField)
 {
     const auto document = documentOf("{\\rtf1 {\\field{\\*\\fldinst{HYPERLINK \"http://a/\"}}{\\fldrslt one}}"
                                      "{\\field{\\*\\fldinst{DATE}}{\\fldrslt two}}}");
@@ -378,7 +378,7 @@ TEST(RichTextTest, ALinkDoesNotReachIntoTheNextField)
 
 // Tables
 
-TEST(RichTextTest, ATableHasRowsAndCells)
+TEST(RichTextTest, aTableHasRowsAndCells)
 {
     const auto document =
         documentOf("{\\rtf1 a\\\n\\itap1\\trowd\\cellx2000\\cellx4000\\pard\\intbl\\itap1 1\\cell\\pard\\intbl 2\\cell\\row"
@@ -394,7 +394,7 @@ TEST(RichTextTest, ATableHasRowsAndCells)
         "4\x1f\nz");
 }
 
-TEST(RichTextTest, ACellMayBeEmptyOrHoldParagraphs)
+TEST(RichTextTest, aCellMayBeEmptyOrHoldParagraphs)
 {
     const auto document =
         documentOf("{\\rtf1\\trowd\\cellx2000\\cellx4000\\pard\\intbl\\itap1\\cell\\pard\\intbl one\\\ntwo\\cell\\row\\pard z}");
@@ -405,7 +405,7 @@ TEST(RichTextTest, ACellMayBeEmptyOrHoldParagraphs)
     EXPECT_EQ(table->cellAt(0, 1).firstCursorPosition().block().text(), "one");
 }
 
-TEST(RichTextTest, RowsMayHaveDifferentNumbersOfCells)
+TEST(RichTextTest, rowsMayHaveDifferentNumbersOfCells)
 {
     const auto document = documentOf("{\\rtf1 a\\\n\\trowd\\cellx2000\\pard\\intbl 1\\cell\\row\\trowd\\cellx2000\\cellx4000\\pard\\intbl "
                                      "2\\cell\\pard\\intbl 3\\cell\\row}");
@@ -416,7 +416,7 @@ TEST(RichTextTest, RowsMayHaveDifferentNumbersOfCells)
         "3\x1f\n");
 }
 
-TEST(RichTextTest, AnEndlessRowGoesOnInItsLastCell)
+TEST(RichTextTest, anEndlessRowGoesOnInItsLastCell)
 {
     std::string row = "{\\rtf1\\trowd\\pard\\intbl ";
     for (int cell = 1; cell <= 66; ++cell)
@@ -429,7 +429,7 @@ TEST(RichTextTest, AnEndlessRowGoesOnInItsLastCell)
     EXPECT_EQ(table->cellAt(0, 63).lastCursorPosition().block().text(), "c66");
 }
 
-TEST(RichTextTest, ACellsOwnWidthGoesBeforeItsEdge)
+TEST(RichTextTest, aCellsOwnWidthGoesBeforeItsEdge)
 {
     // 3000 twips are 200 of the layout's units; the edges would say 288.
     const auto document = documentOf("{\\rtf1\\trowd\\clwWidth3000\\clftsWidth3\\cellx4320\\clwWidth1500\\clftsWidth3\\cellx8640"
@@ -441,7 +441,7 @@ TEST(RichTextTest, ACellsOwnWidthGoesBeforeItsEdge)
     EXPECT_EQ(widths[1].rawValue(), 100);
 }
 
-TEST(RichTextTest, WithoutWidthsTheEdgesCount)
+TEST(RichTextTest, withoutWidthsTheEdgesCount)
 {
     const auto document = documentOf("{\\rtf1\\trowd\\cellx3000\\cellx4500\\pard\\intbl 1\\cell\\pard\\intbl 2\\cell\\row}");
     ASSERT_NE(tableOf(*document), nullptr);
@@ -451,7 +451,7 @@ TEST(RichTextTest, WithoutWidthsTheEdgesCount)
     EXPECT_EQ(widths[1].rawValue(), 100);
 }
 
-TEST(RichTextTest, BordersShowWhenACellHasThem)
+TEST(RichTextTest, bordersShowWhenACellHasThem)
 {
     const auto with = documentOf("{\\rtf1\\trowd\\clbrdrt\\brdrs\\brdrw20\\cellx3000\\pard\\intbl 1\\cell\\row}");
     const auto without = documentOf("{\\rtf1\\trowd\\clbrdrt\\brdrnil\\cellx3000\\pard\\intbl 1\\cell\\row}");
@@ -459,7 +459,7 @@ TEST(RichTextTest, BordersShowWhenACellHasThem)
     EXPECT_EQ(tableOf(*without)->format().border(), 0);
 }
 
-TEST(RichTextTest, ATableThatIsNotFinishedKeepsItsText)
+TEST(RichTextTest, aTableThatIsNotFinishedKeepsItsText)
 {
     const std::string text = textOf("{\\rtf1\\trowd\\cellx3000\\cellx6000\\pard\\intbl 1\\cell\\pard\\intbl two\\\nthree");
     EXPECT_NE(text.find('1'), std::string::npos);
@@ -487,7 +487,7 @@ protected:
     QTemporaryDir folder;
 };
 
-TEST_F(RichTextPictures, APictureTakesItsPlaceAndSwallowsOneByte)
+TEST_F(RichTextPictures, aPictureTakesItsPlaceAndSwallowsOneByte)
 {
     paint("Logo.png");
     const auto document = read("{\\rtf1 a{{\\NeXTGraphic Logo.png \\width2400 \\height1200 \\noorient\n}\xac}b}");
@@ -498,19 +498,19 @@ TEST_F(RichTextPictures, APictureTakesItsPlaceAndSwallowsOneByte)
     EXPECT_EQ(format.height(), 80);
 }
 
-TEST_F(RichTextPictures, TheByteMayBeWritten)
+TEST_F(RichTextPictures, theByteMayBeWritten)
 {
     EXPECT_EQ(plainTextOf(*read("{\\rtf1 a{{\\NeXTGraphic x.png \\width20 \\height20}\\'ac}b}")), QString("a\ufffcb"));
 }
 
-TEST_F(RichTextPictures, AMissingFileLeavesItsPlace)
+TEST_F(RichTextPictures, aMissingFileLeavesItsPlace)
 {
     const auto document = read("{\\rtf1 a{{\\NeXTGraphic Gone.png \\width2400 \\height1200}\xac}b}");
     EXPECT_EQ(plainTextOf(*document), QString("a\ufffcb"));
     EXPECT_TRUE(pictureIn(*document).isNull());
 }
 
-TEST_F(RichTextPictures, NamesMayHaveBlanksAndSignsOfTheirOwn)
+TEST_F(RichTextPictures, namesMayHaveBlanksAndSignsOfTheirOwn)
 {
     for (const auto& [name, written] : std::vector<std::pair<QString, std::string>> {{"Pasted Graphic 1.png", "Pasted Graphic 1.png"},
              {"Café.png", "Caf\\'e9.png"}, {"10 €.png", "10 \\uc0\\u8364 .png"}, {"a{b}.png", "a\\{b\\}.png"}}) {
@@ -520,7 +520,7 @@ TEST_F(RichTextPictures, NamesMayHaveBlanksAndSignsOfTheirOwn)
     }
 }
 
-TEST_F(RichTextPictures, ANameReachesNoOtherFolder)
+TEST_F(RichTextPictures, aNameReachesNoOtherFolder)
 {
     paint("outside.png");
     ASSERT_TRUE(QDir(folder.path()).mkdir("inside"));
@@ -529,7 +529,7 @@ TEST_F(RichTextPictures, ANameReachesNoOtherFolder)
     EXPECT_TRUE(pictureIn(*document).isNull());
 }
 
-TEST_F(RichTextPictures, ALinkOutOfTheFolderIsNotFollowed)
+TEST_F(RichTextPictures, aLinkOutOfTheFolderIsNotFollowed)
 {
     QTemporaryDir elsewhere;
     QImage image(2, 2, QImage::Format_RGB32);
@@ -538,7 +538,7 @@ TEST_F(RichTextPictures, ALinkOutOfTheFolderIsNotFollowed)
     EXPECT_TRUE(pictureIn(*read("{\\rtf1 {{\\NeXTGraphic link.png \\width20 \\height20}\xac}}")).isNull());
 }
 
-TEST_F(RichTextPictures, ACopyOfADocumentHasThemToo)
+TEST_F(RichTextPictures, aCopyOfADocumentHasThemToo)
 {
     paint("Logo.png");
     const auto document = read("{\\rtf1 a{{\\NeXTGraphic Logo.png \\width20 \\height20}\xac}b\\\n\\pard\\qr c}");
@@ -548,7 +548,7 @@ TEST_F(RichTextPictures, ACopyOfADocumentHasThemToo)
     EXPECT_EQ(blockFormatOf(*copy, "c").alignment(), Qt::AlignRight);
 }
 
-TEST(RichTextTest, ADocumentLoadsNothingFromAnywhere)
+TEST(RichTextTest, aDocumentLoadsNothingFromAnywhere)
 {
     QTemporaryDir folder;
     QImage image(2, 2, QImage::Format_RGB32);

@@ -51,21 +51,21 @@ private:
     QString m_office = QStandardPaths::findExecutable("soffice");
 };
 
-TEST_F(RtfElsewhere, TheWordsAreTheSame)
+TEST_F(RtfElsewhere, theWordsAreTheSame)
 {
     EXPECT_EQ(textOf("{\\rtf1\\ansi\\ansicpg1252 caf\\'e9 \\uc0\\u8364 \\u-10179 \\u-8704 \\{b\\\\\\}\\\nsecond\tafter a tab\\\n\\\n"
                      "{\\b bold}{\\i slanted}~ {\\field{\\*\\fldinst{HYPERLINK \"http://www.example.com/\"}}{\\fldrslt our shop}}.}"),
         "café €\U0001F600{b\\}\nsecond\tafter a tab\n\nboldslanted~ our shop.\n");
 }
 
-TEST_F(RtfElsewhere, ATableHasItsCells)
+TEST_F(RtfElsewhere, aTableHasItsCells)
 {
     const QString text = textOf("{\\rtf1 before\\\n\\trowd\\cellx2000\\cellx4000\\pard\\intbl 1\\cell\\pard\\intbl 2\\cell\\row"
                                 "\\trowd\\cellx2000\\cellx4000\\pard\\intbl 3\\cell\\pard\\intbl four\\\nfive\\cell\\row\\pard after}");
     EXPECT_EQ(text.simplified(), "before 1 2 3 four five after");
 }
 
-TEST_F(RtfElsewhere, ThePaperAndTheFormatsAreUnderstood)
+TEST_F(RtfElsewhere, thePaperAndTheFormatsAreUnderstood)
 {
     const QString pdf =
         converted("{\\rtf1{\\fonttbl\\f0 Helvetica;}{\\colortbl;\\red255\\green0\\blue0;}\\paperw8000\\paperh10000\\margl1000"

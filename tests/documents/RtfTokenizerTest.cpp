@@ -24,12 +24,12 @@ RtfToken onlyTokenOf(std::string_view bytes)
     return tokens.empty() ? RtfToken {} : tokens.front();
 }
 
-TEST(RtfTokenizerTest, NothingGivesNothing)
+TEST(RtfTokenizerTest, nothingGivesNothing)
 {
     EXPECT_EQ(RtfTokenizer("").next().kind, Kind::end);
 }
 
-TEST(RtfTokenizerTest, BracesOpenAndCloseGroups)
+TEST(RtfTokenizerTest, bracesOpenAndCloseGroups)
 {
     const std::vector<RtfToken> tokens = tokensOf("{}");
     ASSERT_EQ(tokens.size(), 2U);
@@ -37,7 +37,7 @@ TEST(RtfTokenizerTest, BracesOpenAndCloseGroups)
     EXPECT_EQ(tokens[1].kind, Kind::groupClose);
 }
 
-TEST(RtfTokenizerTest, AWordEndsAtItsBlankWhichBelongsToIt)
+TEST(RtfTokenizerTest, aWordEndsAtItsBlankWhichBelongsToIt)
 {
     const std::vector<RtfToken> tokens = tokensOf("\\pard  two");
     ASSERT_EQ(tokens.size(), 2U);
@@ -47,7 +47,7 @@ TEST(RtfTokenizerTest, AWordEndsAtItsBlankWhichBelongsToIt)
     EXPECT_EQ(tokens[1].text, " two");
 }
 
-TEST(RtfTokenizerTest, AWordMayHaveANumber)
+TEST(RtfTokenizerTest, aWordMayHaveANumber)
 {
     const RtfToken word = onlyTokenOf("\\fs24");
     EXPECT_EQ(word.text, "fs");
@@ -55,21 +55,21 @@ TEST(RtfTokenizerTest, AWordMayHaveANumber)
     EXPECT_EQ(word.parameter, 24);
 }
 
-TEST(RtfTokenizerTest, ANumberMayBeNegative)
+TEST(RtfTokenizerTest, aNumberMayBeNegative)
 {
     const RtfToken word = onlyTokenOf("\\u-3941 ");
     EXPECT_EQ(word.text, "u");
     EXPECT_EQ(word.parameter, -3941);
 }
 
-TEST(RtfTokenizerTest, AZeroIsANumberToo)
+TEST(RtfTokenizerTest, aZeroIsANumberToo)
 {
     const RtfToken word = onlyTokenOf("\\b0");
     EXPECT_TRUE(word.hasParameter);
     EXPECT_EQ(word.parameter, 0);
 }
 
-TEST(RtfTokenizerTest, AMinusWithoutDigitsIsText)
+TEST(RtfTokenizerTest, aMinusWithoutDigitsIsText)
 {
     const std::vector<RtfToken> tokens = tokensOf("\\b-x");
     ASSERT_EQ(tokens.size(), 2U);
@@ -77,13 +77,13 @@ TEST(RtfTokenizerTest, AMinusWithoutDigitsIsText)
     EXPECT_EQ(tokens[1].text, "-x");
 }
 
-TEST(RtfTokenizerTest, AHugeNumberStaysWithinAnInteger)
+TEST(RtfTokenizerTest, aHugeNumberStaysWithinAnInteger)
 {
     EXPECT_GT(onlyTokenOf("\\fs99999999999999999999").parameter, 99'999'999);
     EXPECT_LT(onlyTokenOf("\\fs-99999999999999999999").parameter, -99'999'999);
 }
 
-TEST(RtfTokenizerTest, AnEndlessWordIsCutAndItsRestIsText)
+TEST(RtfTokenizerTest, anEndlessWordIsCutAndItsRestIsText)
 {
     const std::vector<RtfToken> tokens = tokensOf("\\" + std::string(10'000, 'a'));
     ASSERT_EQ(tokens.size(), 2U);
@@ -92,7 +92,7 @@ TEST(RtfTokenizerTest, AnEndlessWordIsCutAndItsRestIsText)
     EXPECT_EQ(tokens[0].text.size() + tokens[1].text.size(), 10'000U);
 }
 
-TEST(RtfTokenizerTest, WordsFollowEachOtherWithoutBlank)
+TEST(RtfTokenizerTest, wordsFollowEachOtherWithoutBlank)
 {
     const std::vector<RtfToken> tokens = tokensOf("\\f0\\b\\fs48 \\cf2 Invoice ");
     ASSERT_EQ(tokens.size(), 5U);
@@ -101,20 +101,20 @@ TEST(RtfTokenizerTest, WordsFollowEachOtherWithoutBlank)
     EXPECT_EQ(tokens[4].text, "Invoice ");
 }
 
-TEST(RtfTokenizerTest, AnApostropheGivesAByteInHex)
+TEST(RtfTokenizerTest, anApostropheGivesAByteInHex)
 {
     EXPECT_EQ(onlyTokenOf("\\'8e").kind, Kind::hex);
     EXPECT_EQ(onlyTokenOf("\\'8e").byte, 0x8e);
     EXPECT_EQ(onlyTokenOf("\\'8E").byte, 0x8e);
 }
 
-TEST(RtfTokenizerTest, WhatIsNoHexBecomesAQuestionMark)
+TEST(RtfTokenizerTest, whatIsNoHexBecomesAQuestionMark)
 {
     EXPECT_EQ(onlyTokenOf("\\'g1").byte, '?');
     EXPECT_EQ(onlyTokenOf("\\'1g").byte, '?');
 }
 
-TEST(RtfTokenizerTest, ABackslashBeforeALineEndIsOneSymbol)
+TEST(RtfTokenizerTest, aBackslashBeforeALineEndIsOneSymbol)
 {
     EXPECT_EQ(onlyTokenOf("\\\n").kind, Kind::symbol);
     EXPECT_EQ(onlyTokenOf("\\\n").text, "\n");
@@ -122,7 +122,7 @@ TEST(RtfTokenizerTest, ABackslashBeforeALineEndIsOneSymbol)
     EXPECT_EQ(onlyTokenOf("\\\r\n").text, "\r");
 }
 
-TEST(RtfTokenizerTest, SignsBehindABackslashAreSymbols)
+TEST(RtfTokenizerTest, signsBehindABackslashAreSymbols)
 {
     for (const char* sign : {"\\*", "\\~", "\\{", "\\}", "\\\\"}) {
         EXPECT_EQ(onlyTokenOf(sign).kind, Kind::symbol) << sign;
@@ -130,7 +130,7 @@ TEST(RtfTokenizerTest, SignsBehindABackslashAreSymbols)
     }
 }
 
-TEST(RtfTokenizerTest, LineEndsAndNulsBetweenTokensMeanNothing)
+TEST(RtfTokenizerTest, lineEndsAndNulsBetweenTokensMeanNothing)
 {
     const std::vector<RtfToken> tokens = tokensOf(std::string_view("a\r\nb\0c\n", 7));
     ASSERT_EQ(tokens.size(), 3U);
@@ -139,17 +139,17 @@ TEST(RtfTokenizerTest, LineEndsAndNulsBetweenTokensMeanNothing)
     EXPECT_EQ(tokens[2].text, "c");
 }
 
-TEST(RtfTokenizerTest, ATabIsText)
+TEST(RtfTokenizerTest, aTabIsText)
 {
     EXPECT_EQ(onlyTokenOf("a\tb").text, "a\tb");
 }
 
-TEST(RtfTokenizerTest, BytesBeyondAsciiAreText)
+TEST(RtfTokenizerTest, bytesBeyondAsciiAreText)
 {
     EXPECT_EQ(onlyTokenOf("caf\xe9").text, "caf\xe9");
 }
 
-TEST(RtfTokenizerTest, RawBytesCanBePassedOver)
+TEST(RtfTokenizerTest, rawBytesCanBePassedOver)
 {
     RtfTokenizer tokenizer("\\bin3 }}}x");
     EXPECT_EQ(tokenizer.next().parameter, 3);
@@ -157,14 +157,14 @@ TEST(RtfTokenizerTest, RawBytesCanBePassedOver)
     EXPECT_EQ(tokenizer.next().text, "x");
 }
 
-TEST(RtfTokenizerTest, PassingOverMoreThanThereIsEnds)
+TEST(RtfTokenizerTest, passingOverMoreThanThereIsEnds)
 {
     RtfTokenizer tokenizer("abc");
     tokenizer.skip(static_cast<std::size_t>(-1));
     EXPECT_EQ(tokenizer.next().kind, Kind::end);
 }
 
-TEST(RtfTokenizerTest, AnUnfinishedControlAtTheEndEndsWithoutInventingAnything)
+TEST(RtfTokenizerTest, anUnfinishedControlAtTheEndEndsWithoutInventingAnything)
 {
     EXPECT_TRUE(tokensOf("\\").empty());
     for (const RtfToken& token : tokensOf("\\'8"))

@@ -84,21 +84,21 @@ protected:
     std::string file() const { return head + GetParam().body + "}"; }
 };
 
-TEST_P(RtfRoundTrip, WhatIsReadIsWrittenAndReadAgainTheSame)
+TEST_P(RtfRoundTrip, whatIsReadIsWrittenAndReadAgainTheSame)
 {
     const RichText text = textIn(file());
     const std::string written = writeRtf(text);
     EXPECT_TRUE(textIn(written) == text) << written;
 }
 
-TEST_P(RtfRoundTrip, ADocumentInBetweenLosesNothing)
+TEST_P(RtfRoundTrip, aDocumentInBetweenLosesNothing)
 {
     const RichText text = textIn(file());
     const DocumentParts parts = takeApart(*makeDocument(text, {}));
     EXPECT_TRUE(parts.text == text) << writeRtf(parts.text) << "\ninstead of\n" << writeRtf(text);
 }
 
-TEST_P(RtfRoundTrip, TheFileIsAsciiAndTheSameEachTime)
+TEST_P(RtfRoundTrip, theFileIsAsciiAndTheSameEachTime)
 {
     const std::string written = writeRtf(textIn(file()));
     EXPECT_TRUE(std::all_of(written.begin(), written.end(), [](char byte) { return byte == '\n' || (byte >= 0x20 && byte < 0x7f); }));
@@ -106,7 +106,7 @@ TEST_P(RtfRoundTrip, TheFileIsAsciiAndTheSameEachTime)
     EXPECT_EQ(writeRtf(textIn(written)), written);
 }
 
-TEST_P(RtfRoundTrip, SoDoesAnyDamageToIt)
+TEST_P(RtfRoundTrip, soDoesAnyDamageToIt)
 {
     const std::string pieces[] {
         "}", "{", "\\", "\\cell ", "\\row ", "\\intbl ", "\\pard ", "\\par ", "\\u-10179 ", "\\'0a", "\\b ", "\xac", "\\page "};
@@ -128,7 +128,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 class RtfSampleRoundTrip : public testing::TestWithParam<const char*> { };
 
-TEST_P(RtfSampleRoundTrip, ComesBackTheSame)
+TEST_P(RtfSampleRoundTrip, comesBackTheSame)
 {
     QFile file(QString(TEST_DATA_DIR "/data/rtf/") + QLatin1String(GetParam()) + ".rtfd/TXT.rtf");
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -143,7 +143,7 @@ INSTANTIATE_TEST_SUITE_P(Samples, RtfSampleRoundTrip, testing::Values("01_modern
 
 // The bytes, worked out by hand
 
-TEST(RtfWriter, WritesWhatOtherProgramsUnderstand)
+TEST(RtfWriter, writesWhatOtherProgramsUnderstand)
 {
     EXPECT_EQ(
         writeRtf(textIn("{\\rtf1{\\fonttbl\\f0 Helvetica;}{\\colortbl;\\red1\\green2\\blue3;}\\paperw100\\paperh200 a {\\b\\cf1 b\\'e9}\\\n"
@@ -158,7 +158,7 @@ TEST(RtfWriter, WritesWhatOtherProgramsUnderstand)
         "\\b0\\cf0 \\{c}");
 }
 
-TEST(RtfWriter, WritesTablesRowByRow)
+TEST(RtfWriter, writesTablesRowByRow)
 {
     const std::string file =
         writeRtf(textIn("{\\rtf1\\trowd\\clbrdrt\\brdrs\\cellx1500\\cellx3000\\pard\\intbl 1\\cell 2\\cell\\row\\pard z}"));
@@ -174,7 +174,7 @@ TEST(RtfWriter, WritesTablesRowByRow)
         << file;
 }
 
-TEST(RtfWriter, ALinkHasItsAddressAndItsWords)
+TEST(RtfWriter, aLinkHasItsAddressAndItsWords)
 {
     const std::string file = writeRtf(textIn("{\\rtf1 {\\field{\\*\\fldinst{HYPERLINK \"http://a/\"}}{\\fldrslt shop}}.}"));
     EXPECT_NE(
@@ -182,7 +182,7 @@ TEST(RtfWriter, ALinkHasItsAddressAndItsWords)
         << file;
 }
 
-TEST(RtfWriter, TheNumbersOfLettersHaveSixteenBitsAndASign)
+TEST(RtfWriter, theNumbersOfLettersHaveSixteenBitsAndASign)
 {
     // U+FFFD is 65533, less 65536 that is -3; U+1F600 is D83D DE00, -10179 and -8704.
     EXPECT_NE(writeRtf(textIn("{\\rtf1\\uc0 \\u65533 \\u-10179 \\u-8704 }")).find("\\u-3 \\u-10179 \\u-8704 "), std::string::npos);
@@ -190,14 +190,14 @@ TEST(RtfWriter, TheNumbersOfLettersHaveSixteenBitsAndASign)
 
 // What only a document can hold
 
-TEST(RtfWriter, LineEndsWithinARunAreLines)
+TEST(RtfWriter, lineEndsWithinARunAreLines)
 {
     RichText text;
     text.blocks.emplace_back(RichParagraph {{}, {{"a\nb", {}, {}, {}}}});
     EXPECT_EQ(plainIn(writeRtf(text)), "a\u2028b");
 }
 
-TEST(RtfWriter, AFontNobodyNamedIsWrittenByItsFamily)
+TEST(RtfWriter, aFontNobodyNamedIsWrittenByItsFamily)
 {
     for (const auto& [family, name] : std::vector<std::pair<QString, std::string>> {{"Liberation Sans", "Helvetica"},
              {"Liberation Serif", "Times"}, {"Liberation Mono", "Courier"}, {"Inter", "Inter"}, {"Well-Known", "Well-Known-Regular"}}) {
@@ -212,7 +212,7 @@ TEST(RtfWriter, AFontNobodyNamedIsWrittenByItsFamily)
     }
 }
 
-TEST(RtfWriter, AFontKeepsTheNameItHadUntilItsStyleIsAnother)
+TEST(RtfWriter, aFontKeepsTheNameItHadUntilItsStyleIsAnother)
 {
     RichText text = textIn(std::string(head) + "\\f0 a}");
     RichRun& run = std::get<RichParagraph>(text.blocks[0]).runs[0];
@@ -224,7 +224,7 @@ TEST(RtfWriter, AFontKeepsTheNameItHadUntilItsStyleIsAnother)
     EXPECT_NE(writeRtf(text).find(" Inter;"), std::string::npos);
 }
 
-TEST(RtfWriter, AQuotationMarkInAnAddressDoesNotEndIt)
+TEST(RtfWriter, aQuotationMarkInAnAddressDoesNotEndIt)
 {
     QTextCharFormat format;
     format.setAnchor(true);
@@ -234,7 +234,7 @@ TEST(RtfWriter, AQuotationMarkInAnAddressDoesNotEndIt)
     EXPECT_EQ(std::get<RichParagraph>(textIn(writeRtf(text)).blocks[0]).runs[0].format.anchorHref(), "http://a/%22b%22");
 }
 
-TEST(RtfWriter, AnEmptyTextIsAFileWithAnEmptyParagraph)
+TEST(RtfWriter, anEmptyTextIsAFileWithAnEmptyParagraph)
 {
     const RichText again = textIn(writeRtf({}));
     ASSERT_EQ(again.blocks.size(), 1u);

@@ -124,7 +124,7 @@ protected:
     std::vector<std::unique_ptr<Payment>> payments;
 };
 
-TEST_P(StationeryCases, GiveTheTextTheyName)
+TEST_P(StationeryCases, giveTheTextTheyName)
 {
     const StationeryCase test = readStationeryCase(GetParam());
     for (const QString& line : test.given) {

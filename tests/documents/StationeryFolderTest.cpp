@@ -45,7 +45,7 @@ protected:
 
 // What is put there at first
 
-TEST_F(StationeryFolderTest, ElevenFilesAreInstalled)
+TEST_F(StationeryFolderTest, elevenFilesAreInstalled)
 {
     giveResources();
     ASSERT_TRUE(stationery.install());
@@ -54,7 +54,7 @@ TEST_F(StationeryFolderTest, ElevenFilesAreInstalled)
     EXPECT_EQ(contentsOf(stationeryPath("Invoice.css")), "Invoice.css");
 }
 
-TEST_F(StationeryFolderTest, TheFoldersAreMadeWhenMissing)
+TEST_F(StationeryFolderTest, theFoldersAreMadeWhenMissing)
 {
     giveResources();
     ASSERT_TRUE(QDir(user.home() + "/Library").removeRecursively());
@@ -62,7 +62,7 @@ TEST_F(StationeryFolderTest, TheFoldersAreMadeWhenMissing)
     EXPECT_EQ(inFolder(), builtIn);
 }
 
-TEST_F(StationeryFolderTest, WhatIsThereStays)
+TEST_F(StationeryFolderTest, whatIsThereStays)
 {
     giveResources();
     writePackage("Invoice", "mine");
@@ -73,7 +73,7 @@ TEST_F(StationeryFolderTest, WhatIsThereStays)
     EXPECT_EQ(inFolder(), builtIn);
 }
 
-TEST_F(StationeryFolderTest, ACopyThatWasBrokenOffIsMadeAnewAndNeverShown)
+TEST_F(StationeryFolderTest, aCopyThatWasBrokenOffIsMadeAnewAndNeverShown)
 {
     giveResources();
     const QString unfinished = stationeryPath(".Reminder.rtfd.unfinished");
@@ -85,14 +85,14 @@ TEST_F(StationeryFolderTest, ACopyThatWasBrokenOffIsMadeAnewAndNeverShown)
     EXPECT_FALSE(QFileInfo::exists(unfinished));
 }
 
-TEST_F(StationeryFolderTest, APipeForABackgroundHoldsNothingUp)
+TEST_F(StationeryFolderTest, aPipeForABackgroundHoldsNothingUp)
 {
     writePackage("Letter", "x");
     ASSERT_EQ(mkfifo(stationeryPath("Letter.tiff").toStdString().c_str(), 0600), 0);
     EXPECT_TRUE(stationery.read("Letter").background.isNull());
 }
 
-TEST_F(StationeryFolderTest, AMarginIsANumberOfPoints)
+TEST_F(StationeryFolderTest, aMarginIsANumberOfPoints)
 {
     writePackage("Letter", "x");
     const std::pair<const char*, double> margins[] {
@@ -106,7 +106,7 @@ TEST_F(StationeryFolderTest, AMarginIsANumberOfPoints)
     }
 }
 
-TEST_F(StationeryFolderTest, TheFormerTemplateBecomesTheInvoice)
+TEST_F(StationeryFolderTest, theFormerTemplateBecomesTheInvoice)
 {
     giveResources();
     QDir().mkpath(support + "/customInvoice.rtfd");
@@ -119,7 +119,7 @@ TEST_F(StationeryFolderTest, TheFormerTemplateBecomesTheInvoice)
     EXPECT_EQ(contentsOf(stationeryPath("Estimate.rtfd/TXT.rtf")), "Estimate.rtfd");
 }
 
-TEST_F(StationeryFolderTest, TheFormerTemplateDoesNotGoBeforeAnInvoiceThatIsThere)
+TEST_F(StationeryFolderTest, theFormerTemplateDoesNotGoBeforeAnInvoiceThatIsThere)
 {
     giveResources();
     QDir().mkpath(support + "/customInvoice.rtfd");
@@ -129,7 +129,7 @@ TEST_F(StationeryFolderTest, TheFormerTemplateDoesNotGoBeforeAnInvoiceThatIsTher
     EXPECT_EQ(contentsOf(stationeryPath("Invoice.rtfd/TXT.rtf")), "mine");
 }
 
-TEST_F(StationeryFolderTest, AMissingResourceIsToldAndTheOthersAreInstalled)
+TEST_F(StationeryFolderTest, aMissingResourceIsToldAndTheOthersAreInstalled)
 {
     giveResources();
     ASSERT_TRUE(QFile::remove(user.home() + "/resources/stationary/Estimate.css"));
@@ -137,7 +137,7 @@ TEST_F(StationeryFolderTest, AMissingResourceIsToldAndTheOthersAreInstalled)
     EXPECT_EQ(inFolder().size(), 10);
 }
 
-TEST_F(StationeryFolderTest, TheProgramsOwnTemplatesAreAllThereAndRead)
+TEST_F(StationeryFolderTest, theProgramsOwnTemplatesAreAllThereAndRead)
 {
     const StationeryFolder own(support, QStringLiteral(TEST_DATA_DIR "/../resources"));
     ASSERT_TRUE(own.install());
@@ -154,7 +154,7 @@ TEST_F(StationeryFolderTest, TheProgramsOwnTemplatesAreAllThereAndRead)
 
 // The names to choose from
 
-TEST_F(StationeryFolderTest, EachNameIsShownOnceWhateverBelongsToIt)
+TEST_F(StationeryFolderTest, eachNameIsShownOnceWhateverBelongsToIt)
 {
     writeTemplate("x", "Invoice");
     writeTemplate("x", "Letter 2.0");
@@ -163,13 +163,13 @@ TEST_F(StationeryFolderTest, EachNameIsShownOnceWhateverBelongsToIt)
     EXPECT_EQ(stationery.names(), QStringList({"Alone", "Invoice", "Letter 2.0"}));
 }
 
-TEST_F(StationeryFolderTest, WithoutAFolderThereAreNoNames)
+TEST_F(StationeryFolderTest, withoutAFolderThereAreNoNames)
 {
     ASSERT_TRUE(QDir(support + "/stationary").removeRecursively());
     EXPECT_TRUE(stationery.names().isEmpty());
 }
 
-TEST_F(StationeryFolderTest, ATemplateIsThereWhenItsDocumentIs)
+TEST_F(StationeryFolderTest, aTemplateIsThereWhenItsDocumentIs)
 {
     writeTemplate("x", "Letter");
     put(stationeryPath("Alone.css"), "x");
@@ -180,7 +180,7 @@ TEST_F(StationeryFolderTest, ATemplateIsThereWhenItsDocumentIs)
 
 // Reading one
 
-TEST_F(StationeryFolderTest, ADocumentAloneHasTheRestByDefault)
+TEST_F(StationeryFolderTest, aDocumentAloneHasTheRestByDefault)
 {
     writeTemplate("Hello");
     const StationeryTemplate read = stationery.read("Letter");
@@ -190,14 +190,14 @@ TEST_F(StationeryFolderTest, ADocumentAloneHasTheRestByDefault)
     EXPECT_EQ(read.style.toStdString(), plainStyle);
 }
 
-TEST_F(StationeryFolderTest, AMissingDocumentIsEmpty)
+TEST_F(StationeryFolderTest, aMissingDocumentIsEmpty)
 {
     const StationeryTemplate read = stationery.read("Nothing");
     EXPECT_EQ(plainTextOf(*makeDocument(read.document, read.pictures)), "");
     EXPECT_EQ(read.style.toStdString(), plainStyle);
 }
 
-TEST_F(StationeryFolderTest, ANameReachesNoOtherFolder)
+TEST_F(StationeryFolderTest, aNameReachesNoOtherFolder)
 {
     QDir().mkpath(support + "/secret.rtfd");
     put(support + "/secret.rtfd/TXT.rtf", "{\\rtf1 secret}");
@@ -206,7 +206,7 @@ TEST_F(StationeryFolderTest, ANameReachesNoOtherFolder)
     EXPECT_TRUE(logged("no template can be called ../secret"));
 }
 
-TEST_F(StationeryFolderTest, OptionsAreOffAndTenPointsUnlessTheListSaysOtherwise)
+TEST_F(StationeryFolderTest, optionsAreOffAndTenPointsUnlessTheListSaysOtherwise)
 {
     writeOptions("");
     const auto options = stationery.read("Letter").options;
@@ -216,7 +216,7 @@ TEST_F(StationeryFolderTest, OptionsAreOffAndTenPointsUnlessTheListSaysOtherwise
     EXPECT_EQ(options->templatePageMargin, 10);
 }
 
-TEST_F(StationeryFolderTest, OptionsAreRead)
+TEST_F(StationeryFolderTest, optionsAreRead)
 {
     writeOptions("<key>centreContent</key><true/><key>scaleTemplateImage</key><true/><key>templatePageMargin</key><real>22.5</real>");
     const auto options = stationery.read("Letter").options;
@@ -226,7 +226,7 @@ TEST_F(StationeryFolderTest, OptionsAreRead)
     EXPECT_EQ(options->templatePageMargin, 22.5);
 }
 
-TEST_F(StationeryFolderTest, OptionsMayBeWrittenAsTextOrNumber)
+TEST_F(StationeryFolderTest, optionsMayBeWrittenAsTextOrNumber)
 {
     writeOptions("<key>centreContent</key><string>YES</string><key>scaleTemplateImage</key><integer>1</integer>"
                  "<key>templatePageMargin</key><string>15</string>");
@@ -242,7 +242,7 @@ TEST_F(StationeryFolderTest, OptionsMayBeWrittenAsTextOrNumber)
     EXPECT_EQ(stationery.read("Letter").options->templatePageMargin, 0);
 }
 
-TEST_F(StationeryFolderTest, AListThatDoesNotReadCountsAsMissing)
+TEST_F(StationeryFolderTest, aListThatDoesNotReadCountsAsMissing)
 {
     put(stationeryPath("Letter.plist"), "<plist><dict>");
     EXPECT_FALSE(stationery.read("Letter").options.has_value());
@@ -250,7 +250,7 @@ TEST_F(StationeryFolderTest, AListThatDoesNotReadCountsAsMissing)
     EXPECT_FALSE(stationery.read("Letter").options.has_value());
 }
 
-TEST_F(StationeryFolderTest, AStyleIsTakenAsItStands)
+TEST_F(StationeryFolderTest, aStyleIsTakenAsItStands)
 {
     put(stationeryPath("Letter.css"), "<style>td{color:red}</style>\n");
     EXPECT_EQ(stationery.read("Letter").style, "<style>td{color:red}</style>\n");
@@ -258,13 +258,13 @@ TEST_F(StationeryFolderTest, AStyleIsTakenAsItStands)
     EXPECT_EQ(stationery.read("Letter").style, "");
 }
 
-TEST_F(StationeryFolderTest, AStyleThatIsNotAsciiIsNotTaken)
+TEST_F(StationeryFolderTest, aStyleThatIsNotAsciiIsNotTaken)
 {
     put(stationeryPath("Letter.css"), "<style>/* caf\xc3\xa9 */</style>");
     EXPECT_EQ(stationery.read("Letter").style.toStdString(), plainStyle);
 }
 
-TEST_F(StationeryFolderTest, ABackgroundIsAPicture)
+TEST_F(StationeryFolderTest, aBackgroundIsAPicture)
 {
     paint(stationeryPath("Letter.tiff"), "PNG");
     EXPECT_EQ(stationery.read("Letter").background.size(), QSize(4, 2));
@@ -272,7 +272,7 @@ TEST_F(StationeryFolderTest, ABackgroundIsAPicture)
     EXPECT_TRUE(stationery.read("Letter").background.isNull());
 }
 
-TEST_F(StationeryFolderTest, AWholeTemplateHasNoDamage)
+TEST_F(StationeryFolderTest, aWholeTemplateHasNoDamage)
 {
     writeTemplate("Hello");
     EXPECT_EQ(stationery.read("Letter").damage, QStringList());
@@ -282,7 +282,7 @@ TEST_F(StationeryFolderTest, AWholeTemplateHasNoDamage)
     EXPECT_EQ(stationery.read("Letter").damage, QStringList());
 }
 
-TEST_F(StationeryFolderTest, EachPieceThatDoesNotReadIsToldByItsPath)
+TEST_F(StationeryFolderTest, eachPieceThatDoesNotReadIsToldByItsPath)
 {
     writeTemplate("Hello");
     put(stationeryPath("Letter.rtfd/TXT.rtf"), "Hello");
@@ -302,7 +302,7 @@ TEST_F(StationeryFolderTest, EachPieceThatDoesNotReadIsToldByItsPath)
         EXPECT_TRUE(logged(sentence)) << sentence.toStdString();
 }
 
-TEST_F(StationeryFolderTest, ADocumentThatEndsTooEarlyIsToldAndShownAsFarAsItGoes)
+TEST_F(StationeryFolderTest, aDocumentThatEndsTooEarlyIsToldAndShownAsFarAsItGoes)
 {
     writePackage("Letter", "{\\rtf1 Hello");
     const StationeryTemplate read = stationery.read("Letter");
@@ -315,7 +315,7 @@ TEST_F(StationeryFolderTest, ADocumentThatEndsTooEarlyIsToldAndShownAsFarAsItGoe
     EXPECT_EQ(stationery.read("Letter").damage, QStringList());
 }
 
-TEST_F(StationeryFolderTest, PipesInThePlacesOfItsPiecesAreTold)
+TEST_F(StationeryFolderTest, pipesInThePlacesOfItsPiecesAreTold)
 {
     writeTemplate("Hello");
     for (const char* piece : {"Letter.plist", "Letter.tiff", "Letter.css"})
@@ -329,14 +329,14 @@ TEST_F(StationeryFolderTest, PipesInThePlacesOfItsPiecesAreTold)
     EXPECT_EQ(damage[2], stationeryPath("Letter.css") + " is not an ordinary file. The table has the plain style.");
 }
 
-TEST_F(StationeryFolderTest, AMissingDocumentIsToldMissingExtrasAreNot)
+TEST_F(StationeryFolderTest, aMissingDocumentIsToldMissingExtrasAreNot)
 {
     const QStringList damage = stationery.read("Nothing").damage;
     ASSERT_EQ(damage.size(), 1);
     EXPECT_TRUE(damage[0].startsWith(stationeryPath("Nothing.rtfd/TXT.rtf"))) << damage[0].toStdString();
 }
 
-TEST_F(StationeryFolderTest, ABackgroundIsATiffWhereThePlatformReadsThem)
+TEST_F(StationeryFolderTest, aBackgroundIsATiffWhereThePlatformReadsThem)
 {
     // Two pixels, black and white, uncompressed: header, one directory of nine entries, the pixels behind it.
     QByteArray tiff("II*\0\x08\0\0\0", 8);

@@ -64,43 +64,43 @@ protected:
 
 // The order's contact
 
-TEST_F(StationeryTagsTest, AnOrdersContactFillsItsTagsButNotTheFirstName)
+TEST_F(StationeryTagsTest, anOrdersContactFillsItsTagsButNotTheFirstName)
 {
     order.setContact(&contact);
     expectEach("<contact", &order, nullptr, "1", {{"firstname", ""}});
 }
 
-TEST_F(StationeryTagsTest, WithColonTheFirstNameIsFilledToo)
+TEST_F(StationeryTagsTest, withColonTheFirstNameIsFilledToo)
 {
     order.setContact(&contact);
     expectEach("<contact:", &order, nullptr, "1");
 }
 
-TEST_F(StationeryTagsTest, AnOrderWithoutContactEmptiesThem)
+TEST_F(StationeryTagsTest, anOrderWithoutContactEmptiesThem)
 {
     expectEach("<contact", &order, nullptr, "", {{"comments", "<contactcomments>"}});
     expectEach("<contact:", &order, nullptr, "");
 }
 
-TEST_F(StationeryTagsTest, ATagSpelledOneLetterShortIsEmptiedWithoutContact)
+TEST_F(StationeryTagsTest, aTagSpelledOneLetterShortIsEmptiedWithoutContact)
 {
     EXPECT_EQ(filled("[<contactitle>]", &order), "[]");
 }
 
-TEST_F(StationeryTagsTest, ATagSpelledOneLetterShortStaysWithAContactAndWithoutAnOrder)
+TEST_F(StationeryTagsTest, aTagSpelledOneLetterShortStaysWithAContactAndWithoutAnOrder)
 {
     order.setContact(&contact);
     EXPECT_EQ(filled("[<contactitle>]", &order), "[<contactitle>]");
     EXPECT_EQ(filled("[<contactitle>]", nullptr, &contact), "[<contactitle>]");
 }
 
-TEST_F(StationeryTagsTest, WhatTheOrdersContactDoesNotFillTheGivenOneFills)
+TEST_F(StationeryTagsTest, whatTheOrdersContactDoesNotFillTheGivenOneFills)
 {
     order.setContact(&contact);
     EXPECT_EQ(filled("[<contactfirstname>] [<contactname>]", &order, &second), "[Ann2] [Ann1 Lee1]");
 }
 
-TEST_F(StationeryTagsTest, WhatAnOrderWithoutContactLeavesTheGivenContactFills)
+TEST_F(StationeryTagsTest, whatAnOrderWithoutContactLeavesTheGivenContactFills)
 {
     EXPECT_EQ(
         filled("[<contacttitle>][<contactcomments>][<contact:firstname>][<contactname>]", &order, &second), "[title2][comments2][Ann2][]");
@@ -108,40 +108,40 @@ TEST_F(StationeryTagsTest, WhatAnOrderWithoutContactLeavesTheGivenContactFills)
 
 // The second contact
 
-TEST_F(StationeryTagsTest, TheSecondContactFillsItsTags)
+TEST_F(StationeryTagsTest, theSecondContactFillsItsTags)
 {
     order.setContact(&contact);
     order.setContact2(&second);
     expectEach("<contact2", &order, nullptr, "2");
 }
 
-TEST_F(StationeryTagsTest, WithColonTheSecondContactsFirstNameStays)
+TEST_F(StationeryTagsTest, withColonTheSecondContactsFirstNameStays)
 {
     order.setContact2(&second);
     expectEach("<contact2:", &order, nullptr, "2", {{"firstname", "<contact2:firstname>"}});
 }
 
-TEST_F(StationeryTagsTest, WithoutASecondContactTheFirstFillsItsTags)
+TEST_F(StationeryTagsTest, withoutASecondContactTheFirstFillsItsTags)
 {
     order.setContact(&contact);
     expectEach("<contact2", &order, nullptr, "1");
     expectEach("<contact2:", &order, nullptr, "1", {{"firstname", "<contact2:firstname>"}});
 }
 
-TEST_F(StationeryTagsTest, WithoutAnyContactTheSecondContactsTagsAreEmptiedButForTwo)
+TEST_F(StationeryTagsTest, withoutAnyContactTheSecondContactsTagsAreEmptiedButForTwo)
 {
     expectEach("<contact2", &order, nullptr, "", {{"firstname", "<contact2firstname>"}, {"comments", "<contact2comments>"}});
     expectEach("<contact2:", &order, nullptr, "");
 }
 
-TEST_F(StationeryTagsTest, AGivenContactDoesNotFillTheSecondContactsTags)
+TEST_F(StationeryTagsTest, aGivenContactDoesNotFillTheSecondContactsTags)
 {
     EXPECT_EQ(filled("[<contact2name>]", nullptr, &contact), "[<contact2name>]");
 }
 
 // The order
 
-TEST_F(StationeryTagsTest, OrderTagsGiveTheOrdersStoredTexts)
+TEST_F(StationeryTagsTest, orderTagsGiveTheOrdersStoredTexts)
 {
     const std::map<std::string, std::string> values {{"<balance>", "1.01"}, {"<balancepaid>", "01/02/24"}, {"<date>", "02/03/24"},
         {"<deposit>", "1.02"}, {"<depositpaid>", "03/04/24"}, {"<description>", "Some words"}, {"<ordernumber>", "INV7"}, {"<net>", "1.03"},
@@ -168,7 +168,7 @@ TEST_F(StationeryTagsTest, OrderTagsGiveTheOrdersStoredTexts)
         EXPECT_EQ(filled(QString::fromStdString("[" + tag + "]"), &order), "[" + value + "]") << tag;
 }
 
-TEST_F(StationeryTagsTest, TwoAmountsAreWorkedOutWhenTheDocumentIsMade)
+TEST_F(StationeryTagsTest, twoAmountsAreWorkedOutWhenTheDocumentIsMade)
 {
     settings.setText("VendaroPricesTaxInclusive", "0");
     order.setValue("10.00");
@@ -179,7 +179,7 @@ TEST_F(StationeryTagsTest, TwoAmountsAreWorkedOutWhenTheDocumentIsMade)
     EXPECT_EQ(filled("<totaldue> <balanceremaining>", &order), "12.00 7.00");
 }
 
-TEST_F(StationeryTagsTest, DiscountTagsAreTheRawFields)
+TEST_F(StationeryTagsTest, discountTagsAreTheRawFields)
 {
     settings.setText("VendaroCurrency", "$");
     order.setApplyDiscount(true);
@@ -192,7 +192,7 @@ TEST_F(StationeryTagsTest, DiscountTagsAreTheRawFields)
     EXPECT_EQ(filled("[<applydiscount>][<discountdescription>]", &order), "[no][]");
 }
 
-TEST_F(StationeryTagsTest, PaymentsStandOneALine)
+TEST_F(StationeryTagsTest, paymentsStandOneALine)
 {
     settings.setText("VendaroCurrency", "$");
     Payment first(settings);
@@ -208,7 +208,7 @@ TEST_F(StationeryTagsTest, PaymentsStandOneALine)
     EXPECT_EQ(filled("[<payments>]", &order), "[payment: $5.00 made by cash on: 01/02/24\npayment: $6.00 made by card on: 02/02/24\n]");
 }
 
-TEST_F(StationeryTagsTest, FourSettingsHaveTags)
+TEST_F(StationeryTagsTest, fourSettingsHaveTags)
 {
     settings.setText("VendaroCurrency", "€");
     settings.setText("VendaroCurrencyCode", "EUR");
@@ -217,13 +217,13 @@ TEST_F(StationeryTagsTest, FourSettingsHaveTags)
     EXPECT_EQ(filled("<currencysymbol> <currencycode> <taxrate> <taxdescription>", &order), "€ EUR 19 VAT no. 1");
 }
 
-TEST_F(StationeryTagsTest, ASettingThatIsNotSetIsLoggedAndCountsAsEmpty)
+TEST_F(StationeryTagsTest, aSettingThatIsNotSetIsLoggedAndCountsAsEmpty)
 {
     EXPECT_EQ(filled("[<taxrate>]", &order), "[]");
     EXPECT_TRUE(logged("replaceAllOccurencesOf: passed nil as replace string for <taxrate>"));
 }
 
-TEST_F(StationeryTagsTest, WithoutAnOrderItsTagsStay)
+TEST_F(StationeryTagsTest, withoutAnOrderItsTagsStay)
 {
     for (const char* tag : {"<balance>", "<balancepaid>", "<balanceremaining>", "<totaldue>", "<date>", "<deposit>", "<depositpaid>",
              "<description>", "<discountdescription>", "<discount>", "<applydiscount>", "<discountispercentage>", "<ordernumber>", "<net>",
@@ -235,14 +235,14 @@ TEST_F(StationeryTagsTest, WithoutAnOrderItsTagsStay)
 
 // The contact given directly
 
-TEST_F(StationeryTagsTest, AGivenContactFillsEverything)
+TEST_F(StationeryTagsTest, aGivenContactFillsEverything)
 {
     expectEach("<contact", nullptr, &contact, "1");
     expectEach("<contact:", nullptr, &contact, "1");
     EXPECT_TRUE(logged("do we have contact Ann1 Lee1"));
 }
 
-TEST_F(StationeryTagsTest, WithoutOneTheTagsAreEmptiedButForTheComments)
+TEST_F(StationeryTagsTest, withoutOneTheTagsAreEmptiedButForTheComments)
 {
     expectEach("<contact", nullptr, nullptr, "", {{"comments", "<contactcomments>"}});
     expectEach("<contact:", nullptr, nullptr, "");
@@ -251,7 +251,7 @@ TEST_F(StationeryTagsTest, WithoutOneTheTagsAreEmptiedButForTheComments)
 
 // What the order of the steps brings about
 
-TEST_F(StationeryTagsTest, AValueWithALaterTagIsFilled)
+TEST_F(StationeryTagsTest, aValueWithALaterTagIsFilled)
 {
     order.setContact(&contact);
     contact.setComments("Order <ordernumber> of <contact:firstname>");
@@ -259,7 +259,7 @@ TEST_F(StationeryTagsTest, AValueWithALaterTagIsFilled)
     EXPECT_EQ(filled("<contactcomments>", &order), "Order INV7 of Ann1");
 }
 
-TEST_F(StationeryTagsTest, AValueWithAnEarlierTagShowsIt)
+TEST_F(StationeryTagsTest, aValueWithAnEarlierTagShowsIt)
 {
     order.setContact(&contact);
     order.setTitle("For <contactref>");

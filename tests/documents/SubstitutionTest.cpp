@@ -49,37 +49,37 @@ protected:
 
 // Every occurrence
 
-TEST_F(SubstitutionTest, EveryOccurrenceIsReplaced)
+TEST_F(SubstitutionTest, everyOccurrenceIsReplaced)
 {
     EXPECT_EQ(replaced("<a> b <a><a>", "<a>", "x"), "x b xx");
 }
 
-TEST_F(SubstitutionTest, OnlyTheExactTagIsReplaced)
+TEST_F(SubstitutionTest, onlyTheExactTagIsReplaced)
 {
     EXPECT_EQ(replaced("<Date> <date > <date>", "<date>", "x"), "<Date> <date > x");
 }
 
-TEST_F(SubstitutionTest, ATagThatIsNotThereChangesNothing)
+TEST_F(SubstitutionTest, aTagThatIsNotThereChangesNothing)
 {
     EXPECT_EQ(replaced("plain", "<a>", "x"), "plain");
 }
 
-TEST_F(SubstitutionTest, AnEmptyValueTakesTheTagAway)
+TEST_F(SubstitutionTest, anEmptyValueTakesTheTagAway)
 {
     EXPECT_EQ(replaced("a\n<net>\nb", "<net>", ""), "a\n\nb");
 }
 
-TEST_F(SubstitutionTest, AValueMayHaveLines)
+TEST_F(SubstitutionTest, aValueMayHaveLines)
 {
     EXPECT_EQ(replaced("[<a>]", "<a>", "one\ntwo"), "[one\ntwo]");
 }
 
-TEST_F(SubstitutionTest, AValueIsTextAndNeverMarkup)
+TEST_F(SubstitutionTest, aValueIsTextAndNeverMarkup)
 {
     EXPECT_EQ(replaced("[<a>]", "<a>", "<b>5 % \\1 &amp;</b>"), "[<b>5 % \\1 &amp;</b>]");
 }
 
-TEST_F(SubstitutionTest, WhatAReplacementJoinsIsReplacedAgain)
+TEST_F(SubstitutionTest, whatAReplacementJoinsIsReplacedAgain)
 {
     // Taking the inner one out leaves another.
     EXPECT_EQ(replaced("<n<net>et>!", "<net>", ""), "!");
@@ -87,18 +87,18 @@ TEST_F(SubstitutionTest, WhatAReplacementJoinsIsReplacedAgain)
     EXPECT_EQ(replaced("<nxt>", "x", "e"), "<net>");
 }
 
-TEST_F(SubstitutionTest, AValueThatHoldsItsOwnTagIsPutInOnce)
+TEST_F(SubstitutionTest, aValueThatHoldsItsOwnTagIsPutInOnce)
 {
     EXPECT_EQ(replaced("<a> and <a>", "<a>", "see <a>!"), "see <a>! and see <a>!");
     EXPECT_EQ(replaced("<a>", "<a>", "<a>"), "<a>");
 }
 
-TEST_F(SubstitutionTest, AnEmptyTagChangesNothing)
+TEST_F(SubstitutionTest, anEmptyTagChangesNothing)
 {
     EXPECT_EQ(replaced("plain", "", "x"), "plain");
 }
 
-TEST_F(SubstitutionTest, NoTagIsLoggedAndChangesNothing)
+TEST_F(SubstitutionTest, noTagIsLoggedAndChangesNothing)
 {
     write("plain");
     substitution().replaceAllOccurencesOf(std::nullopt, QString("x"));
@@ -106,7 +106,7 @@ TEST_F(SubstitutionTest, NoTagIsLoggedAndChangesNothing)
     EXPECT_EQ(log, QStringList("replaceAllOccurencesOf: passed nil as find string"));
 }
 
-TEST_F(SubstitutionTest, NoValueIsLoggedAndCountsAsEmpty)
+TEST_F(SubstitutionTest, noValueIsLoggedAndCountsAsEmpty)
 {
     write("[<a>] <contactadd2>\nrest");
     substitution().replaceAllOccurencesOf(QString("<a>"), std::nullopt);
@@ -117,7 +117,7 @@ TEST_F(SubstitutionTest, NoValueIsLoggedAndCountsAsEmpty)
             "replaceAllOccurencesOf: passed nil as replace string for <contactadd2>"}));
 }
 
-TEST_F(SubstitutionTest, ADocumentStopsGrowingAtSomePoint)
+TEST_F(SubstitutionTest, aDocumentStopsGrowingAtSomePoint)
 {
     write("<a><a><a>");
     substitution().replaceAllOccurencesOf(QString("<a>"), QString(12 * 1024 * 1024, 'x'));
@@ -128,7 +128,7 @@ TEST_F(SubstitutionTest, ADocumentStopsGrowingAtSomePoint)
 
 // Formats
 
-TEST_F(SubstitutionTest, AValueLooksLikeTheTagItReplaces)
+TEST_F(SubstitutionTest, aValueLooksLikeTheTagItReplaces)
 {
     document->setHtml("<p>plain <b><i>&lt;a&gt;</i></b> plain</p>");
     substitution().replaceAllOccurencesOf(QString("<a>"), QString("value"));
@@ -137,7 +137,7 @@ TEST_F(SubstitutionTest, AValueLooksLikeTheTagItReplaces)
     EXPECT_EQ(formatAtStartOf("plain").fontWeight(), QFont::Normal);
 }
 
-TEST_F(SubstitutionTest, ATagOfTwoFormatsIsFoundAndGivesItsFirst)
+TEST_F(SubstitutionTest, aTagOfTwoFormatsIsFoundAndGivesItsFirst)
 {
     document->setHtml("<p>x <b>&lt;contact</b><i>name&gt;</i> y</p>");
     substitution().replaceAllOccurencesOf(QString("<contactname>"), QString("value"));
@@ -146,7 +146,7 @@ TEST_F(SubstitutionTest, ATagOfTwoFormatsIsFoundAndGivesItsFirst)
     EXPECT_FALSE(formatAtStartOf("value").fontItalic());
 }
 
-TEST_F(SubstitutionTest, ATagInATableIsReplaced)
+TEST_F(SubstitutionTest, aTagInATableIsReplaced)
 {
     document->setHtml("<table><tr><td>&lt;a&gt;</td><td>b</td></tr></table>");
     substitution().replaceAllOccurencesOf(QString("<a>"), QString("value"));
@@ -154,7 +154,7 @@ TEST_F(SubstitutionTest, ATagInATableIsReplaced)
     EXPECT_EQ(table()->cellAt(0, 0).firstCursorPosition().block().text(), "value");
 }
 
-TEST_F(SubstitutionTest, ALinkStaysOneWhenItsTagIsReplaced)
+TEST_F(SubstitutionTest, aLinkStaysOneWhenItsTagIsReplaced)
 {
     document->setHtml("<p><a href=\"http://example.com/\">&lt;a&gt;</a> x</p>");
     substitution().replaceAllOccurencesOf(QString("<a>"), QString("value"));
@@ -163,20 +163,20 @@ TEST_F(SubstitutionTest, ALinkStaysOneWhenItsTagIsReplaced)
 
 // Tags that take their line along
 
-TEST_F(SubstitutionTest, TwentyNineTagsTakeTheirLineAlong)
+TEST_F(SubstitutionTest, twentyNineTagsTakeTheirLineAlong)
 {
     ASSERT_EQ(std::size(lineRemovers), 29U);
     for (const char* tag : lineRemovers)
         EXPECT_EQ(replaced(QString("a\n%1\nb").arg(tag), tag, ""), "a\nb") << tag;
 }
 
-TEST_F(SubstitutionTest, OrTheBlankBehindThem)
+TEST_F(SubstitutionTest, orTheBlankBehindThem)
 {
     for (const char* tag : lineRemovers)
         EXPECT_EQ(replaced(QString("a %1 b").arg(tag), tag, ""), "a b") << tag;
 }
 
-TEST_F(SubstitutionTest, ButNotWhatStandsBeforeThemAndNeverMoreThanOne)
+TEST_F(SubstitutionTest, butNotWhatStandsBeforeThemAndNeverMoreThanOne)
 {
     EXPECT_EQ(replaced("a \n<contactadd2>\n\nb", "<contactadd2>", ""), "a \n\nb");
     EXPECT_EQ(replaced("<contactadd2>  b", "<contactadd2>", ""), " b");
@@ -186,7 +186,7 @@ TEST_F(SubstitutionTest, ButNotWhatStandsBeforeThemAndNeverMoreThanOne)
     EXPECT_EQ(replaced("x<contactadd2>\ny", "<contactadd2>", ""), "xy");
 }
 
-TEST_F(SubstitutionTest, LineEndsGoBeforeBlanks)
+TEST_F(SubstitutionTest, lineEndsGoBeforeBlanks)
 {
     // The tag before a line end goes first with it, which puts the next line's start behind the tag in front of it.
     EXPECT_EQ(replaced("<contactadd2> <contactadd2>\nb", "<contactadd2>", ""), "b");
@@ -194,12 +194,12 @@ TEST_F(SubstitutionTest, LineEndsGoBeforeBlanks)
     EXPECT_EQ(replaced("<contactadd2><contactadd2>\n\nb", "<contactadd2>", ""), "b");
 }
 
-TEST_F(SubstitutionTest, SeveralLinesGo)
+TEST_F(SubstitutionTest, severalLinesGo)
 {
     EXPECT_EQ(replaced("a\n<contactadd2>\n<contactadd2>\nb\n<contactadd2>\n", "<contactadd2>", ""), "a\nb\n");
 }
 
-TEST_F(SubstitutionTest, OtherTagsLeaveTheirLine)
+TEST_F(SubstitutionTest, otherTagsLeaveTheirLine)
 {
     for (const char* tag : {"<contact2:add2>", "<contact2:add3>", "<contactadd1>", "<contact:add1>", "<contactname>", "<contactpostcode>",
              "<contactcountry>", "<contactitle>", "<contactphone>", "<balance>", "<payments>", "<description>"}) {
@@ -208,13 +208,13 @@ TEST_F(SubstitutionTest, OtherTagsLeaveTheirLine)
     }
 }
 
-TEST_F(SubstitutionTest, AValueKeepsLineAndBlank)
+TEST_F(SubstitutionTest, aValueKeepsLineAndBlank)
 {
     EXPECT_EQ(replaced("a\n<contactadd2>\nb", "<contactadd2>", "x"), "a\nx\nb");
     EXPECT_EQ(replaced("<contacttitle> b", "<contacttitle>", " "), "  b");
 }
 
-TEST_F(SubstitutionTest, ALineAboveATableGoesToo)
+TEST_F(SubstitutionTest, aLineAboveATableGoesToo)
 {
     for (const auto& [before, after] : {std::pair("Mug\n<contactcounty>", "Mug"), std::pair("Mug\n<contactadd3>\n<contactcounty>", "Mug"),
              std::pair("Mug\nin <contactcounty>", "Mug\nin "), std::pair("<contactcounty>", "")}) {
@@ -232,7 +232,7 @@ TEST_F(SubstitutionTest, ALineAboveATableGoesToo)
     }
 }
 
-TEST_F(SubstitutionTest, ALineThatGoesLeavesTheNextOneAsItWas)
+TEST_F(SubstitutionTest, aLineThatGoesLeavesTheNextOneAsItWas)
 {
     document->setHtml("<p align=left>a</p><p align=left>&lt;contactadd2&gt;</p><p align=right>b</p>");
     substitution().replaceAllOccurencesOf(QString("<contactadd2>"), QString());
@@ -242,7 +242,7 @@ TEST_F(SubstitutionTest, ALineThatGoesLeavesTheNextOneAsItWas)
 
 // The table
 
-TEST_F(SubstitutionTest, TheFirstTagBecomesTheTableAndFurtherOnesStay)
+TEST_F(SubstitutionTest, theFirstTagBecomesTheTableAndFurtherOnesStay)
 {
     write("before\n<itemsordered>\nafter <itemsordered>");
     substitution().insertTable("<itemsordered>", rows, {});
@@ -256,7 +256,7 @@ TEST_F(SubstitutionTest, TheFirstTagBecomesTheTableAndFurtherOnesStay)
     EXPECT_EQ(document->toPlainText().count("<itemsordered>"), 1);
 }
 
-TEST_F(SubstitutionTest, WithoutItsTagThereIsNoTable)
+TEST_F(SubstitutionTest, withoutItsTagThereIsNoTable)
 {
     write("nothing");
     substitution().insertTable("<itemsordered>", rows, {});
@@ -264,7 +264,7 @@ TEST_F(SubstitutionTest, WithoutItsTagThereIsNoTable)
     EXPECT_EQ(table(), nullptr);
 }
 
-TEST_F(SubstitutionTest, TheStyleDressesTheTable)
+TEST_F(SubstitutionTest, theStyleDressesTheTable)
 {
     write("<itemsordered>");
     substitution().insertTable(
@@ -279,14 +279,14 @@ TEST_F(SubstitutionTest, TheStyleDressesTheTable)
     EXPECT_EQ(text().find("style"), std::string::npos);
 }
 
-TEST_F(SubstitutionTest, AlternateRowsKeepTheirOwnColumnsStyle)
+TEST_F(SubstitutionTest, alternateRowsKeepTheirOwnColumnsStyle)
 {
     write("<itemsordered>");
     substitution().insertTable("<itemsordered>", rows, "<style>td.alt{background:#f0f0ff} td.total{color:#ff0000}</style>");
     EXPECT_EQ(formatAtStartOf("2.50").foreground().color(), QColor("#ff0000"));
 }
 
-TEST_F(SubstitutionTest, TheHeadRepeatsOnEveryPage)
+TEST_F(SubstitutionTest, theHeadRepeatsOnEveryPage)
 {
     write("<itemsordered>");
     substitution().insertTable("<itemsordered>", rows, {});
@@ -294,14 +294,14 @@ TEST_F(SubstitutionTest, TheHeadRepeatsOnEveryPage)
     EXPECT_EQ(table()->format().headerRowCount(), 1);
 }
 
-TEST_F(SubstitutionTest, ATableThatStoodBeforeKeepsItsOwnHead)
+TEST_F(SubstitutionTest, aTableThatStoodBeforeKeepsItsOwnHead)
 {
     document->setHtml("<table><tr><td>x</td></tr><tr><td>y</td></tr></table><p>&lt;itemsordered&gt;</p>");
     substitution().insertTable("<itemsordered>", rows, {});
     EXPECT_EQ(table()->format().headerRowCount(), 0);
 }
 
-TEST_F(SubstitutionTest, CellsShowMarkupOfWordsAndNothingElse)
+TEST_F(SubstitutionTest, cellsShowMarkupOfWordsAndNothingElse)
 {
     rows.cells = {{"<b>Bold</b> & co", "<script>x</script>"}, {"a < b", "</td></tr></table><table><tr><td>y"}};
     write("<itemsordered>");
@@ -315,7 +315,7 @@ TEST_F(SubstitutionTest, CellsShowMarkupOfWordsAndNothingElse)
     EXPECT_EQ(table()->cellAt(2, 1).firstCursorPosition().block().text(), "</td></tr></table><table><tr><td>y");
 }
 
-TEST_F(SubstitutionTest, CellsLoadNothing)
+TEST_F(SubstitutionTest, cellsLoadNothing)
 {
     rows.cells = {{"<img src=/dev/zero>", "<a href=\"http://example.com/\">link</a>"}};
     write("<itemsordered>");
@@ -323,7 +323,7 @@ TEST_F(SubstitutionTest, CellsLoadNothing)
     EXPECT_THAT(text(), testing::HasSubstr("<img src=/dev/zero>"));
 }
 
-TEST_F(SubstitutionTest, ATagInACellIsNotFilledAgainByTheTable)
+TEST_F(SubstitutionTest, aTagInACellIsNotFilledAgainByTheTable)
 {
     rows.cells = {{"<itemsordered>", "1"}};
     write("[<itemsordered>]");
@@ -334,7 +334,7 @@ TEST_F(SubstitutionTest, ATagInACellIsNotFilledAgainByTheTable)
 
 // The table's text
 
-TEST_F(SubstitutionTest, TheTableAsTextHasItsFixedForm)
+TEST_F(SubstitutionTest, theTableAsTextHasItsFixedForm)
 {
     EXPECT_EQ(getDataAsHTML(rows),
         "<table width=100%><tr><th class = item>Description</th><th class = total>Price</th></tr>"
@@ -343,20 +343,20 @@ TEST_F(SubstitutionTest, TheTableAsTextHasItsFixedForm)
         "<tr><td class = item>Plums</td><td class = total>3.75</td></tr></table><br />");
 }
 
-TEST_F(SubstitutionTest, ASingleRowHasNoAlternate)
+TEST_F(SubstitutionTest, aSingleRowHasNoAlternate)
 {
     rows.cells.resize(1);
     EXPECT_THAT(getDataAsHTML(rows), testing::Not(testing::HasSubstr("alt")));
 }
 
-TEST_F(SubstitutionTest, NoRowsLeaveTheHeads)
+TEST_F(SubstitutionTest, noRowsLeaveTheHeads)
 {
     rows.cells.clear();
     EXPECT_EQ(
         getDataAsHTML(rows), "<table width=100%><tr><th class = item>Description</th><th class = total>Price</th></tr></table><br />");
 }
 
-TEST_F(SubstitutionTest, HiddenColumnsStayAway)
+TEST_F(SubstitutionTest, hiddenColumnsStayAway)
 {
     rows.list.columns[0].visible = false;
     rows.cells.resize(1);
@@ -364,7 +364,7 @@ TEST_F(SubstitutionTest, HiddenColumnsStayAway)
         getDataAsHTML(rows), "<table width=100%><tr><th class = total>Price</th></tr><tr><td class = total>1.00</td></tr></table><br />");
 }
 
-TEST_F(SubstitutionTest, NothingIsEscapedInIt)
+TEST_F(SubstitutionTest, nothingIsEscapedInIt)
 {
     rows.list.columns[0].heading = "A & <b>B</b>";
     rows.cells = {{"x < \"y\" & z", "1"}};
@@ -372,7 +372,7 @@ TEST_F(SubstitutionTest, NothingIsEscapedInIt)
     EXPECT_THAT(getDataAsHTML(rows), testing::HasSubstr("<td class = item>x < \"y\" & z</td>"));
 }
 
-TEST_F(SubstitutionTest, OnlyMarkupOfWordsPassesIntoTheProgramsOwnTables)
+TEST_F(SubstitutionTest, onlyMarkupOfWordsPassesIntoTheProgramsOwnTables)
 {
     EXPECT_EQ(defusedCellText("<b>a</b> <BR/> <em>x</em>"), "<b>a</b> <BR/> <em>x</em>");
     EXPECT_EQ(defusedCellText("<table><td></td>"), "&lt;table>&lt;td>&lt;/td>");

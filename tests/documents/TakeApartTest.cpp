@@ -39,7 +39,7 @@ QImage redPicture()
 
 } // namespace
 
-TEST(TakeApart, TypedTextHasTheFormatOfTheDocument)
+TEST(TakeApart, typedTextHasTheFormatOfTheDocument)
 {
     QTextDocument document;
     QFont font("Inter");
@@ -54,7 +54,7 @@ TEST(TakeApart, TypedTextHasTheFormatOfTheDocument)
     EXPECT_EQ(paragraphIn(text, 0).runs[0].format.fontFamilies().toStringList(), QStringList("Inter"));
 }
 
-TEST(TakeApart, TextTypedIntoADocumentThatWasReadJoinsIt)
+TEST(TakeApart, textTypedIntoADocumentThatWasReadJoinsIt)
 {
     const auto document = makeDocument(RtfBuilder().build("{\\rtf1 one two}"), {});
     QTextCursor cursor(document.get());
@@ -65,7 +65,7 @@ TEST(TakeApart, TextTypedIntoADocumentThatWasReadJoinsIt)
     EXPECT_EQ(paragraphIn(text, 0).runs[0].text, "one and two");
 }
 
-TEST(TakeApart, AParagraphThatOnlyStoodBeforeATableStaysOnceItHasText)
+TEST(TakeApart, aParagraphThatOnlyStoodBeforeATableStaysOnceItHasText)
 {
     const auto document = makeDocument(RtfBuilder().build("{\\rtf1\\trowd\\cellx2000\\pard\\intbl 1\\cell\\row\\pard z}"), {});
     EXPECT_EQ(takeApart(*document).text.blocks.size(), 2u);
@@ -75,14 +75,14 @@ TEST(TakeApart, AParagraphThatOnlyStoodBeforeATableStaysOnceItHasText)
     EXPECT_EQ(paragraphIn(text, 0).runs[0].text, "title");
 }
 
-TEST(TakeApart, ListsKeepTheirMarksAsText)
+TEST(TakeApart, listsKeepTheirMarksAsText)
 {
     const RichText text = partsOfHtml("<ol><li>first</li><li>second</li></ol>");
     EXPECT_EQ(wordsOf(text), "\t1.\tfirst\n\t2.\tsecond");
     EXPECT_GT(paragraphIn(text, 0).format.leftMargin(), 0);
 }
 
-TEST(TakeApart, ATableMadeOnTheScreenHasEdges)
+TEST(TakeApart, aTableMadeOnTheScreenHasEdges)
 {
     QTextDocument document;
     QTextCursor cursor(&document);
@@ -99,21 +99,21 @@ TEST(TakeApart, ATableMadeOnTheScreenHasEdges)
     EXPECT_EQ(cells[1].paragraphs[0].runs[0].text, "middle");
 }
 
-TEST(TakeApart, ACellOverTwoPlacesHasItsTextOnce)
+TEST(TakeApart, aCellOverTwoPlacesHasItsTextOnce)
 {
     const QString words = wordsOf(partsOfHtml("<table><tr><td colspan=2>wide</td></tr><tr><td>a</td><td>b</td></tr></table>"));
     EXPECT_EQ(words.count("wide"), 1);
     EXPECT_TRUE(words.contains(QString("a") + QChar(0x1f) + "b")) << words.toStdString();
 }
 
-TEST(TakeApart, ATableInACellLeavesItsText)
+TEST(TakeApart, aTableInACellLeavesItsText)
 {
     const QString words = wordsOf(partsOfHtml("<table><tr><td>out<table><tr><td>in</td></tr></table></td></tr></table>"));
     EXPECT_TRUE(words.contains("out"));
     EXPECT_TRUE(words.contains("in"));
 }
 
-TEST(TakeApart, AFrameLeavesItsText)
+TEST(TakeApart, aFrameLeavesItsText)
 {
     QTextDocument document;
     QTextCursor cursor(&document);
@@ -123,7 +123,7 @@ TEST(TakeApart, AFrameLeavesItsText)
     EXPECT_TRUE(wordsOf(takeApart(document).text).startsWith("before\nwithin"));
 }
 
-TEST(TakeApart, APictureOfNoFileIsNamedAfterItsContents)
+TEST(TakeApart, aPictureOfNoFileIsNamedAfterItsContents)
 {
     QTextDocument document;
     document.addResource(QTextDocument::ImageResource, QUrl("pasted"), redPicture());
@@ -139,7 +139,7 @@ TEST(TakeApart, APictureOfNoFileIsNamedAfterItsContents)
     EXPECT_EQ(parts.pictures.begin()->second.size(), QSize(3, 2));
 }
 
-TEST(TakeApart, TheSamePictureTwiceSideBySideIsTwoPictures)
+TEST(TakeApart, theSamePictureTwiceSideBySideIsTwoPictures)
 {
     QTextDocument document;
     document.addResource(QTextDocument::ImageResource, QUrl("pasted"), redPicture());
@@ -149,7 +149,7 @@ TEST(TakeApart, TheSamePictureTwiceSideBySideIsTwoPictures)
     EXPECT_EQ(paragraphIn(takeApart(document).text, 0).runs.size(), 2u);
 }
 
-TEST(TakeApart, WhatNoFileCanSayIsLeftOut)
+TEST(TakeApart, whatNoFileCanSayIsLeftOut)
 {
     const auto document = makeSealedDocument();
     QTextBlockFormat block;

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <thread>
 
-TEST(ByteRelayTest, EverythingArrivesOnceAndInItsOrder)
+TEST(ByteRelayTest, everythingArrivesOnceAndInItsOrder)
 {
     std::string taken;
     std::string given;
@@ -22,7 +22,7 @@ TEST(ByteRelayTest, EverythingArrivesOnceAndInItsOrder)
     EXPECT_EQ(taken, given);
 }
 
-TEST(ByteRelayTest, ABlockGivenInExchangeIsNotCopied)
+TEST(ByteRelayTest, aBlockGivenInExchangeIsNotCopied)
 {
     std::string block(100, 'a');
     const char* const given = block.data();
@@ -34,7 +34,7 @@ TEST(ByteRelayTest, ABlockGivenInExchangeIsNotCopied)
     EXPECT_EQ(taken, given);
 }
 
-TEST(ByteRelayTest, OneBlockIsTakenWhereItWasMade)
+TEST(ByteRelayTest, oneBlockIsTakenWhereItWasMade)
 {
     std::thread::id taker;
     ByteRelay relay([&](std::string_view) { taker = std::this_thread::get_id(); });
@@ -44,7 +44,7 @@ TEST(ByteRelayTest, OneBlockIsTakenWhereItWasMade)
     EXPECT_EQ(taker, std::this_thread::get_id());
 }
 
-TEST(ByteRelayTest, ManyBlocksAreTakenElsewhere)
+TEST(ByteRelayTest, manyBlocksAreTakenElsewhere)
 {
     std::thread::id taker;
     ByteRelay relay([&](std::string_view) { taker = std::this_thread::get_id(); });
@@ -54,7 +54,7 @@ TEST(ByteRelayTest, ManyBlocksAreTakenElsewhere)
     EXPECT_NE(taker, std::this_thread::get_id());
 }
 
-TEST(ByteRelayTest, NothingAddedIsNothingTaken)
+TEST(ByteRelayTest, nothingAddedIsNothingTaken)
 {
     int blocks = 0;
     {
@@ -63,7 +63,7 @@ TEST(ByteRelayTest, NothingAddedIsNothingTaken)
     EXPECT_EQ(blocks, 0);
 }
 
-TEST(ByteRelayTest, WhoeverAddsFasterThanIsTakenWaits)
+TEST(ByteRelayTest, whoeverAddsFasterThanIsTakenWaits)
 {
     std::string taken;
     ByteRelay relay([&](std::string_view block) {
@@ -77,7 +77,7 @@ TEST(ByteRelayTest, WhoeverAddsFasterThanIsTakenWaits)
     EXPECT_EQ(taken.substr(24, 4), "yzab");
 }
 
-TEST(ByteRelayTest, WhatGoesWrongElsewhereIsThrownWhereItIsFinished)
+TEST(ByteRelayTest, whatGoesWrongElsewhereIsThrownWhereItIsFinished)
 {
     for (const int blocks : {1, 40}) {
         int taken = 0;
@@ -93,7 +93,7 @@ TEST(ByteRelayTest, WhatGoesWrongElsewhereIsThrownWhereItIsFinished)
     }
 }
 
-TEST(ByteRelayTest, WhatGoesWrongElsewhereIsNotThrownWhenItIsGivenUp)
+TEST(ByteRelayTest, whatGoesWrongElsewhereIsNotThrownWhenItIsGivenUp)
 {
     EXPECT_NO_THROW({
         ByteRelay relay([](std::string_view) { throw std::runtime_error("full"); });

@@ -201,7 +201,7 @@ TEST_F(SafeFileTest, aFileThatWouldFillTheMemoryIsNotRead)
     EXPECT_TRUE(read.bytes.view().empty());
 }
 
-TEST_F(SafeFileTest, RecordsMayFillTheMemoryButNotMore)
+TEST_F(SafeFileTest, recordsMayFillTheMemoryButNotMore)
 {
     const std::string path = in("file");
     std::ofstream(path) << "start";

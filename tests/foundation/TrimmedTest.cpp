@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(TrimmedTest, OnlyWhatStandsAroundATextGoes)
+TEST(TrimmedTest, onlyWhatStandsAroundATextGoes)
 {
     EXPECT_EQ(trimmed(" \t\r\n a \t b\n"), "a \t b");
     EXPECT_EQ(trimmed("a"), "a");

@@ -23,7 +23,7 @@ protected:
 
 // Making the line
 
-TEST_F(BOMManagerTest, ALineIsMadeFromTheItem)
+TEST_F(BOMManagerTest, aLineIsMadeFromTheItem)
 {
     Contact& ann = contact("Ann");
     currentOrder().setContact(&ann);
@@ -47,12 +47,12 @@ TEST_F(BOMManagerTest, ALineIsMadeFromTheItem)
     EXPECT_EQ(line.getID(), 1);
 }
 
-TEST_F(BOMManagerTest, AnItemWithoutATaxCodeMakesAStandardLine)
+TEST_F(BOMManagerTest, anItemWithoutATaxCodeMakesAStandardLine)
 {
     EXPECT_EQ(pick(item("Mug")).getTaxCode(), "S");
 }
 
-TEST_F(BOMManagerTest, LaterChangesOfTheItemLeaveTheLineAlone)
+TEST_F(BOMManagerTest, laterChangesOfTheItemLeaveTheLineAlone)
 {
     Item& mug = item("Mug", "10", "4.50");
     const Material& line = pick(mug);
@@ -62,7 +62,7 @@ TEST_F(BOMManagerTest, LaterChangesOfTheItemLeaveTheLineAlone)
     EXPECT_EQ(line.getCost(), "4.50");
 }
 
-TEST_F(BOMManagerTest, PickingGoesThroughTheListOfItems)
+TEST_F(BOMManagerTest, pickingGoesThroughTheListOfItems)
 {
     item("Mug");
     item("Plate").setCode("P-1");
@@ -77,7 +77,7 @@ TEST_F(BOMManagerTest, PickingGoesThroughTheListOfItems)
     EXPECT_THAT(shown(lines(), "item"), ElementsAre("Plate"));
 }
 
-TEST_F(BOMManagerTest, PickingTakesOneFromStock)
+TEST_F(BOMManagerTest, pickingTakesOneFromStock)
 {
     Item& mug = item("Mug", "10");
     pick(mug);
@@ -85,7 +85,7 @@ TEST_F(BOMManagerTest, PickingTakesOneFromStock)
     EXPECT_TRUE(alerts.asked().empty());
 }
 
-TEST_F(BOMManagerTest, APurchaseOrdersLineIsAtTheCostPriceAndMovesNoStock)
+TEST_F(BOMManagerTest, aPurchaseOrdersLineIsAtTheCostPriceAndMovesNoStock)
 {
     orders().createPurchaseOrder();
     Item& mug = item("Mug", "10", "4.50");
@@ -97,7 +97,7 @@ TEST_F(BOMManagerTest, APurchaseOrdersLineIsAtTheCostPriceAndMovesNoStock)
     EXPECT_EQ(mug.getQty(), "10");
 }
 
-TEST_F(BOMManagerTest, AnItemWithoutManagedStockMovesNoneAndAsksNothing)
+TEST_F(BOMManagerTest, anItemWithoutManagedStockMovesNoneAndAsksNothing)
 {
     Item& work = item("Work", "");
     work.setDecreaseQty(false);
@@ -109,7 +109,7 @@ TEST_F(BOMManagerTest, AnItemWithoutManagedStockMovesNoneAndAsksNothing)
 
 // What is asked when stock leaves
 
-TEST_F(BOMManagerTest, TheLastOneLeavesWithAWarningOnly)
+TEST_F(BOMManagerTest, theLastOneLeavesWithAWarningOnly)
 {
     Item& mug = item("Mug", "1");
     alerts.answer("OK");
@@ -121,7 +121,7 @@ TEST_F(BOMManagerTest, TheLastOneLeavesWithAWarningOnly)
     EXPECT_EQ(lastAlert().buttons, QStringList("OK"));
 }
 
-TEST_F(BOMManagerTest, AWarningComesAtTheWarnLevelAndBelowWithTwoDigits)
+TEST_F(BOMManagerTest, aWarningComesAtTheWarnLevelAndBelowWithTwoDigits)
 {
     Item& mug = item("Mug", "14");
     mug.setWarnlevel("12.9 or so");
@@ -137,7 +137,7 @@ TEST_F(BOMManagerTest, AWarningComesAtTheWarnLevelAndBelowWithTwoDigits)
     EXPECT_EQ(lastAlert().text, "This leaves 1.2e+02 of Mug in stock.");
 }
 
-TEST_F(BOMManagerTest, WithoutAWarnLevelTheWarningComesWhenNoneIsLeft)
+TEST_F(BOMManagerTest, withoutAWarnLevelTheWarningComesWhenNoneIsLeft)
 {
     Item& mug = item("Mug", "2");
     mug.setWarnlevel("");
@@ -148,7 +148,7 @@ TEST_F(BOMManagerTest, WithoutAWarnLevelTheWarningComesWhenNoneIsLeft)
     EXPECT_EQ(lastAlert().title, "Low Stock");
 }
 
-TEST_F(BOMManagerTest, WhatIsNotThereIsAskedAboutAndMayBeTakenAnyway)
+TEST_F(BOMManagerTest, whatIsNotThereIsAskedAboutAndMayBeTakenAnyway)
 {
     Item& mug = item("Mug", "0.5");
     alerts.answer("Add anyway");
@@ -162,7 +162,7 @@ TEST_F(BOMManagerTest, WhatIsNotThereIsAskedAboutAndMayBeTakenAnyway)
     EXPECT_EQ(mug.getQty(), "-0.5");
 }
 
-TEST_F(BOMManagerTest, CancellingLeavesTheStockAloneButMakesTheLine)
+TEST_F(BOMManagerTest, cancellingLeavesTheStockAloneButMakesTheLine)
 {
     Item& mug = item("Mug", "0");
     alerts.answer("Cancel");
@@ -171,7 +171,7 @@ TEST_F(BOMManagerTest, CancellingLeavesTheStockAloneButMakesTheLine)
     EXPECT_EQ(lines().numberForThisOrder(), 1);
 }
 
-TEST_F(BOMManagerTest, AnItemCalledLikeAPlaceholderIsNamedAsItIs)
+TEST_F(BOMManagerTest, anItemCalledLikeAPlaceholderIsNamedAsItIs)
 {
     Item& odd = item("100%@ %i", "0");
     alerts.answer("Cancel");
@@ -181,7 +181,7 @@ TEST_F(BOMManagerTest, AnItemCalledLikeAPlaceholderIsNamedAsItIs)
 
 // Collective items
 
-TEST_F(BOMManagerTest, ACollectiveItemTakesItsPartsAndKeepsItsOwnQuantity)
+TEST_F(BOMManagerTest, aCollectiveItemTakesItsPartsAndKeepsItsOwnQuantity)
 {
     Item& a = item("A", "10");
     Item& b = item("B", "10");
@@ -193,7 +193,7 @@ TEST_F(BOMManagerTest, ACollectiveItemTakesItsPartsAndKeepsItsOwnQuantity)
     EXPECT_EQ(set.getQty(), "5");
 }
 
-TEST_F(BOMManagerTest, AMissingPartIsAskedAboutForTheSetAndThenForItself)
+TEST_F(BOMManagerTest, aMissingPartIsAskedAboutForTheSetAndThenForItself)
 {
     Item& a = item("A", "10");
     Item& b = item("B", "0");
@@ -213,7 +213,7 @@ TEST_F(BOMManagerTest, AMissingPartIsAskedAboutForTheSetAndThenForItself)
     EXPECT_EQ(lines().numberForThisOrder(), 1);
 }
 
-TEST_F(BOMManagerTest, CancellingForTheSetTakesNoPartAtAll)
+TEST_F(BOMManagerTest, cancellingForTheSetTakesNoPartAtAll)
 {
     Item& a = item("A", "10");
     Item& b = item("B", "0");
@@ -223,7 +223,7 @@ TEST_F(BOMManagerTest, CancellingForTheSetTakesNoPartAtAll)
     EXPECT_EQ(lines().numberForThisOrder(), 1);
 }
 
-TEST_F(BOMManagerTest, APartOfASetIsNotEnoughForAWholeOne)
+TEST_F(BOMManagerTest, aPartOfASetIsNotEnoughForAWholeOne)
 {
     // Half a set is more than nothing, so only the part itself is asked about.
     Item& a = item("A", "1");
@@ -235,7 +235,7 @@ TEST_F(BOMManagerTest, APartOfASetIsNotEnoughForAWholeOne)
     EXPECT_EQ(alerts.asked()[1].text, "This leaves -1 of A in stock.");
 }
 
-TEST_F(BOMManagerTest, SetsInSetsTakeTheirPartsManyTimesOver)
+TEST_F(BOMManagerTest, setsInSetsTakeTheirPartsManyTimesOver)
 {
     Item& a = item("A", "100");
     Item& inner = collectiveItem("Inner", {{&a, 3}});
@@ -244,7 +244,7 @@ TEST_F(BOMManagerTest, SetsInSetsTakeTheirPartsManyTimesOver)
     EXPECT_EQ(a.getQty(), "87.5");
 }
 
-TEST_F(BOMManagerTest, ASetInASetCountsWithTheQuantityItWasSavedWith)
+TEST_F(BOMManagerTest, aSetInASetCountsWithTheQuantityItWasSavedWith)
 {
     Item& a = item("A", "100");
     Item& inner = collectiveItem("Inner", {{&a, 1}});
@@ -254,7 +254,7 @@ TEST_F(BOMManagerTest, ASetInASetCountsWithTheQuantityItWasSavedWith)
     EXPECT_EQ(a.getQty(), "100");
 }
 
-TEST_F(BOMManagerTest, APartThatIsGoneIsSkipped)
+TEST_F(BOMManagerTest, aPartThatIsGoneIsSkipped)
 {
     Item& a = item("A", "10");
     Item& set = collectiveItem("Set", {{&a, 1}});
@@ -263,7 +263,7 @@ TEST_F(BOMManagerTest, APartThatIsGoneIsSkipped)
     EXPECT_EQ(a.getQty(), "9");
 }
 
-TEST_F(BOMManagerTest, ASetThatContainsItselfEnds)
+TEST_F(BOMManagerTest, aSetThatContainsItselfEnds)
 {
     Item& a = item("A", "10");
     Item& set = collectiveItem("Set", {{&a, 1}});
@@ -275,7 +275,7 @@ TEST_F(BOMManagerTest, ASetThatContainsItselfEnds)
 
 // Editing cells
 
-TEST_F(BOMManagerTest, TextCellsTakeAnything)
+TEST_F(BOMManagerTest, textCellsTakeAnything)
 {
     pick(item("Mug"));
     for (const char* column : {"code", "item", "variation", "unit", "taxcode"}) {
@@ -284,7 +284,7 @@ TEST_F(BOMManagerTest, TextCellsTakeAnything)
     }
 }
 
-TEST_F(BOMManagerTest, ACostGetsMoneyFormAndTheTotalFollows)
+TEST_F(BOMManagerTest, aCostGetsMoneyFormAndTheTotalFollows)
 {
     pick(item("Mug"));
     EXPECT_TRUE(editCell("qty", "3"));
@@ -293,7 +293,7 @@ TEST_F(BOMManagerTest, ACostGetsMoneyFormAndTheTotalFollows)
     EXPECT_EQ(lines().objectValue("total", 0), "3,703.50");
 }
 
-TEST_F(BOMManagerTest, ATotalIsKeptAsTypedUntilCostOrQuantityChange)
+TEST_F(BOMManagerTest, aTotalIsKeptAsTypedUntilCostOrQuantityChange)
 {
     pick(item("Mug", "10", "4.00"));
     EXPECT_TRUE(editCell("total", "3"));
@@ -303,7 +303,7 @@ TEST_F(BOMManagerTest, ATotalIsKeptAsTypedUntilCostOrQuantityChange)
     EXPECT_EQ(lines().objectValue("total", 0), "8.00");
 }
 
-TEST_F(BOMManagerTest, AnEmptyFigureStaysEmpty)
+TEST_F(BOMManagerTest, anEmptyFigureStaysEmpty)
 {
     pick(item("Mug", "10", "4.00"));
     EXPECT_TRUE(editCell("total", ""));
@@ -313,7 +313,7 @@ TEST_F(BOMManagerTest, AnEmptyFigureStaysEmpty)
     EXPECT_EQ(lines().objectValue("total", 0), "0.00");
 }
 
-TEST_F(BOMManagerTest, AFigureThatIsNoNumberIsRefusedWithABeep)
+TEST_F(BOMManagerTest, aFigureThatIsNoNumberIsRefusedWithABeep)
 {
     Item& mug = item("Mug", "10", "4.00");
     pick(mug);
@@ -330,7 +330,7 @@ TEST_F(BOMManagerTest, AFigureThatIsNoNumberIsRefusedWithABeep)
     EXPECT_EQ(mug.getQty(), "9");
 }
 
-TEST_F(BOMManagerTest, ArithmeticBehindAnEqualsSignIsWorkedOut)
+TEST_F(BOMManagerTest, arithmeticBehindAnEqualsSignIsWorkedOut)
 {
     pick(item("Mug", "1000"));
     EXPECT_TRUE(editCell("cost", "=2*3.50"));
@@ -339,7 +339,7 @@ TEST_F(BOMManagerTest, ArithmeticBehindAnEqualsSignIsWorkedOut)
     EXPECT_EQ(lines().objectValue("qty", 0), "48");
 }
 
-TEST_F(BOMManagerTest, ArithmeticKeepsEveryPennyOfLargeFigures)
+TEST_F(BOMManagerTest, arithmeticKeepsEveryPennyOfLargeFigures)
 {
     pick(item("Kiln"));
     EXPECT_TRUE(editCell("cost", "=12345.67*2"));
@@ -348,7 +348,7 @@ TEST_F(BOMManagerTest, ArithmeticKeepsEveryPennyOfLargeFigures)
     EXPECT_EQ(lines().objectValue("total", 0), "2,000,000.00");
 }
 
-TEST_F(BOMManagerTest, MoreOfALineTakesTheDifferenceAndLessGivesItBackUnasked)
+TEST_F(BOMManagerTest, moreOfALineTakesTheDifferenceAndLessGivesItBackUnasked)
 {
     Item& mug = item("Mug", "3");
     pick(mug);
@@ -362,7 +362,7 @@ TEST_F(BOMManagerTest, MoreOfALineTakesTheDifferenceAndLessGivesItBackUnasked)
     EXPECT_TRUE(alerts.asked().empty());
 }
 
-TEST_F(BOMManagerTest, AQuantityThatStockDoesNotAllowIsRefused)
+TEST_F(BOMManagerTest, aQuantityThatStockDoesNotAllowIsRefused)
 {
     Item& mug = item("Mug", "3");
     pick(mug);
@@ -374,7 +374,7 @@ TEST_F(BOMManagerTest, AQuantityThatStockDoesNotAllowIsRefused)
     EXPECT_EQ(beeper.beeps, 1);
 }
 
-TEST_F(BOMManagerTest, QuantitiesOfPurchaseOrdersUnmanagedAndForeignItemsMoveNoStock)
+TEST_F(BOMManagerTest, quantitiesOfPurchaseOrdersUnmanagedAndForeignItemsMoveNoStock)
 {
     Item& work = item("Work", "4");
     work.setDecreaseQty(false);
@@ -390,7 +390,7 @@ TEST_F(BOMManagerTest, QuantitiesOfPurchaseOrdersUnmanagedAndForeignItemsMoveNoS
     EXPECT_EQ(clay.getQty(), "4");
 }
 
-TEST_F(BOMManagerTest, AnEditedLineLiesOnDiskAndInTheSubtotal)
+TEST_F(BOMManagerTest, anEditedLineLiesOnDiskAndInTheSubtotal)
 {
     pick(item("Mug"));
     EXPECT_TRUE(editCell("item", "Big mug"));
@@ -399,7 +399,7 @@ TEST_F(BOMManagerTest, AnEditedLineLiesOnDiskAndInTheSubtotal)
     EXPECT_EQ(orders().form.subtotal.text(), "7.00");
 }
 
-TEST_F(BOMManagerTest, TheBrandIsTheItemsAndCannotBeEdited)
+TEST_F(BOMManagerTest, theBrandIsTheItemsAndCannotBeEdited)
 {
     Item& mug = item("Mug");
     mug.setBrand("Acme");
@@ -413,7 +413,7 @@ TEST_F(BOMManagerTest, TheBrandIsTheItemsAndCannotBeEdited)
 
 // Removing lines
 
-TEST_F(BOMManagerTest, RemovingALineAsksInTheUsersWords)
+TEST_F(BOMManagerTest, removingALineAsksInTheUsersWords)
 {
     quit();
     begin("<key>VendaroTermItem</key><string>Product</string><key>VendaroTermOrder</key><string>Job</string>");
@@ -430,7 +430,7 @@ TEST_F(BOMManagerTest, RemovingALineAsksInTheUsersWords)
     EXPECT_EQ(lines().numberForThisOrder(), 1);
 }
 
-TEST_F(BOMManagerTest, ARemovedLineGivesItsStockBackAndLeavesTheSubtotal)
+TEST_F(BOMManagerTest, aRemovedLineGivesItsStockBackAndLeavesTheSubtotal)
 {
     Item& mug = item("Mug", "10");
     pick(mug);
@@ -443,7 +443,7 @@ TEST_F(BOMManagerTest, ARemovedLineGivesItsStockBackAndLeavesTheSubtotal)
     EXPECT_EQ(orders().form.subtotal.text(), "3.00");
 }
 
-TEST_F(BOMManagerTest, OnlyWholeOnesComeBack)
+TEST_F(BOMManagerTest, onlyWholeOnesComeBack)
 {
     Item& mug = item("Mug", "10");
     Material& line = pick(mug);
@@ -452,7 +452,7 @@ TEST_F(BOMManagerTest, OnlyWholeOnesComeBack)
     EXPECT_EQ(mug.getQty(), "11");
 }
 
-TEST_F(BOMManagerTest, NothingComesBackFromAPurchaseOrderAnUnmanagedItemOrOneThatIsGone)
+TEST_F(BOMManagerTest, nothingComesBackFromAPurchaseOrderAnUnmanagedItemOrOneThatIsGone)
 {
     Item& work = item("Work", "4");
     work.setDecreaseQty(false);
@@ -466,7 +466,7 @@ TEST_F(BOMManagerTest, NothingComesBackFromAPurchaseOrderAnUnmanagedItemOrOneTha
     EXPECT_EQ(lines().numberForThisOrder(), 0);
 }
 
-TEST_F(BOMManagerTest, ALineKeepsItsTextsAndMovesNoStockOnceItsItemIsDeleted)
+TEST_F(BOMManagerTest, aLineKeepsItsTextsAndMovesNoStockOnceItsItemIsDeleted)
 {
     Item& mug = item("Mug", "10", "4.50");
     mug.setShipping("2.00");
@@ -485,14 +485,14 @@ TEST_F(BOMManagerTest, ALineKeepsItsTextsAndMovesNoStockOnceItsItemIsDeleted)
     EXPECT_EQ(line.getItem(), "Mug");
 }
 
-TEST_F(BOMManagerTest, WithoutASelectedLineNothingIsAsked)
+TEST_F(BOMManagerTest, withoutASelectedLineNothingIsAsked)
 {
     pick(item("Mug"));
     lines().deleteKey();
     EXPECT_TRUE(alerts.asked().empty());
 }
 
-TEST_F(BOMManagerTest, RemovingAllLinesGivesAllStockBackAndLeavesOtherOrders)
+TEST_F(BOMManagerTest, removingAllLinesGivesAllStockBackAndLeavesOtherOrders)
 {
     Item& mug = item("Mug", "10");
     Item& plate = item("Plate", "10");
@@ -509,7 +509,7 @@ TEST_F(BOMManagerTest, RemovingAllLinesGivesAllStockBackAndLeavesOtherOrders)
 
 // Lines of orders
 
-TEST_F(BOMManagerTest, LinesAreCountedAndFoundOrderByOrder)
+TEST_F(BOMManagerTest, linesAreCountedAndFoundOrderByOrder)
 {
     const Order& other = order("other");
     line(other, "1.00");
@@ -522,7 +522,7 @@ TEST_F(BOMManagerTest, LinesAreCountedAndFoundOrderByOrder)
     EXPECT_EQ(lines().getnthItem(0, currentOrder().getID())->getTotal(), "2.00");
 }
 
-TEST_F(BOMManagerTest, ALineThatDoesNotExistIsTheFirstOfAll)
+TEST_F(BOMManagerTest, aLineThatDoesNotExistIsTheFirstOfAll)
 {
     EXPECT_EQ(lines().getnthItem(0, 1), nullptr);
     const Material& first = line(order("other"), "1.00");
@@ -532,7 +532,7 @@ TEST_F(BOMManagerTest, ALineThatDoesNotExistIsTheFirstOfAll)
     EXPECT_EQ(lines().getnthItem(-1, currentOrder().getID()), &first);
 }
 
-TEST_F(BOMManagerTest, CopiedLinesKeepTheirFiguresAndAreDatedToday)
+TEST_F(BOMManagerTest, copiedLinesKeepTheirFiguresAndAreDatedToday)
 {
     const Order& copy = order("copy");
     Item& mug = item("Mug", "10");
@@ -550,7 +550,7 @@ TEST_F(BOMManagerTest, CopiedLinesKeepTheirFiguresAndAreDatedToday)
     EXPECT_EQ(mug.getQty(), "9");
 }
 
-TEST_F(BOMManagerTest, TimeLinesKeepTheirChargeAndMoveNoStock)
+TEST_F(BOMManagerTest, timeLinesKeepTheirChargeAndMoveNoStock)
 {
     const Material& line = lines().addTimeLine({"Glazing", "05/01/24", "2.5", "Hours", "20.00", "49.99"});
     EXPECT_EQ(line.getItem(), "Glazing");
@@ -565,7 +565,7 @@ TEST_F(BOMManagerTest, TimeLinesKeepTheirChargeAndMoveNoStock)
     EXPECT_EQ(lines().addTimeLine({"Short", "05/01", "", "", "", ""}).getCode(), "");
 }
 
-TEST_F(BOMManagerTest, LinesComeBackInTheirOrderWithTheirKind)
+TEST_F(BOMManagerTest, linesComeBackInTheirOrderWithTheirKind)
 {
     pick(item("Mug"));
     pick(item("Plate"));

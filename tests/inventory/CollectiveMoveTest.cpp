@@ -50,7 +50,7 @@ protected:
     bool m_answer = false;
 };
 
-TEST_F(CollectiveMoveTest, PartsMoveInListOrderAsDeepAsTheyLie)
+TEST_F(CollectiveMoveTest, partsMoveInListOrderAsDeepAsTheyLie)
 {
     Item& screw = item("screw");
     Item& board = item("board");
@@ -60,7 +60,7 @@ TEST_F(CollectiveMoveTest, PartsMoveInListOrderAsDeepAsTheyLie)
     EXPECT_TRUE(m_answer);
 }
 
-TEST_F(CollectiveMoveTest, WhatMayNotMoveLeavesItsPartsAlone)
+TEST_F(CollectiveMoveTest, whatMayNotMoveLeavesItsPartsAlone)
 {
     Item& screw = item("screw");
     Item& drawer = filled("drawer", {{&screw, 12}});
@@ -71,7 +71,7 @@ TEST_F(CollectiveMoveTest, WhatMayNotMoveLeavesItsPartsAlone)
     EXPECT_FALSE(m_answer);
 }
 
-TEST_F(CollectiveMoveTest, APartReachedByTwoWaysMovesTwice)
+TEST_F(CollectiveMoveTest, aPartReachedByTwoWaysMovesTwice)
 {
     Item& screw = item("screw");
     Item& hinge = filled("hinge", {{&screw, 4}});
@@ -80,7 +80,7 @@ TEST_F(CollectiveMoveTest, APartReachedByTwoWaysMovesTwice)
     EXPECT_THAT(stepsOf(cupboard, -1), ElementsAre("cupboard -1", "door -1", "hinge -2", "screw -8", "hinge -1", "screw -4"));
 }
 
-TEST_F(CollectiveMoveTest, ItemsThatContainEachOtherAreNotFollowedRound)
+TEST_F(CollectiveMoveTest, itemsThatContainEachOtherAreNotFollowedRound)
 {
     Item& screw = item("screw");
     Item& egg = filled("egg", {{&screw, 1}});
@@ -89,7 +89,7 @@ TEST_F(CollectiveMoveTest, ItemsThatContainEachOtherAreNotFollowedRound)
     EXPECT_THAT(stepsOf(hen, -1), ElementsAre("hen -1", "egg -2", "screw -2", "screw -1"));
 }
 
-TEST_F(CollectiveMoveTest, ACircleIsEnteredAnewByEveryWayThatLeadsToIt)
+TEST_F(CollectiveMoveTest, aCircleIsEnteredAnewByEveryWayThatLeadsToIt)
 {
     Item& screw = item("screw");
     Item& board = item("board");
@@ -102,7 +102,7 @@ TEST_F(CollectiveMoveTest, ACircleIsEnteredAnewByEveryWayThatLeadsToIt)
         stepsOf(farm, -1), ElementsAre("farm -1", "hen -1", "egg -2", "screw -2", "board -1", "egg -1", "screw -1", "hen -1", "board -1"));
 }
 
-TEST_F(CollectiveMoveTest, FourLevelsWithSharedPartsTakeWhatTheyHold)
+TEST_F(CollectiveMoveTest, fourLevelsWithSharedPartsTakeWhatTheyHold)
 {
     // 2 on each of four levels: 2 x 2 x 2 x 2 ways to the screw.
     Item& screw = item("screw", "100");
@@ -113,7 +113,7 @@ TEST_F(CollectiveMoveTest, FourLevelsWithSharedPartsTakeWhatTheyHold)
     EXPECT_EQ(screw.getQty(), "100");
 }
 
-TEST_F(CollectiveMoveTest, MoreWaysThanAnybodyCouldFollowMoveTheSameTogether)
+TEST_F(CollectiveMoveTest, moreWaysThanAnybodyCouldFollowMoveTheSameTogether)
 {
     // 2 to the power of 20 ways; a millionth of a screw each.
     Item& screw = item("screw", "100");
@@ -125,7 +125,7 @@ TEST_F(CollectiveMoveTest, MoreWaysThanAnybodyCouldFollowMoveTheSameTogether)
     EXPECT_EQ(steps.back(), "screw -524288");
 }
 
-TEST_F(CollectiveMoveTest, MovedTogetherWhatMayNotMoveIsLeftOutOfWhatIsBelow)
+TEST_F(CollectiveMoveTest, movedTogetherWhatMayNotMoveIsLeftOutOfWhatIsBelow)
 {
     Item& screw = item("screw");
     Item& top = doubling(screw, 20);
@@ -137,7 +137,7 @@ TEST_F(CollectiveMoveTest, MovedTogetherWhatMayNotMoveIsLeftOutOfWhatIsBelow)
     EXPECT_EQ(steps.back(), "screw -1") << "only the ways that go right all the time are left";
 }
 
-TEST_F(CollectiveMoveTest, QuantitiesBeyondAllBoundsLeaveANumberInStock)
+TEST_F(CollectiveMoveTest, quantitiesBeyondAllBoundsLeaveANumberInStock)
 {
     Item& screw = item("screw", "100");
     Item& nail = item("nail", "100");
@@ -150,7 +150,7 @@ TEST_F(CollectiveMoveTest, QuantitiesBeyondAllBoundsLeaveANumberInStock)
     EXPECT_EQ(nail.getQty(), "100");
 }
 
-TEST_F(CollectiveMoveTest, AVeryDeepStructureEnds)
+TEST_F(CollectiveMoveTest, aVeryDeepStructureEnds)
 {
     Item& screw = item("screw", "10");
     Item* deep = &filled("level", {{&screw, 1}});

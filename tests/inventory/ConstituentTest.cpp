@@ -48,7 +48,7 @@ protected:
     ConstituentTable table {sorting, beeper, gate};
 };
 
-TEST_F(ConstituentTest, AnAddedPartKeepsIdCodeAndNameAndIsNeededOnce)
+TEST_F(ConstituentTest, anAddedPartKeepsIdCodeAndNameAndIsNeededOnce)
 {
     cart.addConstituent(wheel);
     ASSERT_EQ(cart.getConstituents().size(), 1u);
@@ -59,7 +59,7 @@ TEST_F(ConstituentTest, AnAddedPartKeepsIdCodeAndNameAndIsNeededOnce)
     EXPECT_EQ(part.qty(), 1.0f);
 }
 
-TEST_F(ConstituentTest, ChangingTheItemLaterDoesNotChangeThePart)
+TEST_F(ConstituentTest, changingTheItemLaterDoesNotChangeThePart)
 {
     cart.addConstituent(wheel);
     wheel.setItem("Big wheel");
@@ -68,7 +68,7 @@ TEST_F(ConstituentTest, ChangingTheItemLaterDoesNotChangeThePart)
     EXPECT_EQ(cart.getConstituents().front().text("code"), "W-1");
 }
 
-TEST_F(ConstituentTest, AWholeQuantityIsKeptAsAnInteger)
+TEST_F(ConstituentTest, aWholeQuantityIsKeptAsAnInteger)
 {
     cart.addConstituent(wheel);
     cart.setConstituentQty(0, 4);
@@ -78,7 +78,7 @@ TEST_F(ConstituentTest, AWholeQuantityIsKeptAsAnInteger)
     EXPECT_EQ(cart.getConstituents().front().qty(), 4.0f);
 }
 
-TEST_F(ConstituentTest, AQuantityWithAFractionIsKeptAsAReal)
+TEST_F(ConstituentTest, aQuantityWithAFractionIsKeptAsAReal)
 {
     cart.addConstituent(wheel);
     for (const float qty : {0.5f, 2.001f, -1.25f}) {
@@ -88,7 +88,7 @@ TEST_F(ConstituentTest, AQuantityWithAFractionIsKeptAsAReal)
     }
 }
 
-TEST_F(ConstituentTest, AQuantityIsReadAsItIsWrittenHoweverLargeOrSmall)
+TEST_F(ConstituentTest, aQuantityIsReadAsItIsWrittenHoweverLargeOrSmall)
 {
     cart.addConstituent(wheel);
     cart.setConstituentQty(0, 3e9f);
@@ -105,7 +105,7 @@ TEST_F(ConstituentTest, AQuantityIsReadAsItIsWrittenHoweverLargeOrSmall)
     EXPECT_EQ(read(PlistValue(std::string("2e3"))), 2000.0f);
 }
 
-TEST_F(ConstituentTest, WhatIsNoNumberAnyMoreIsNone)
+TEST_F(ConstituentTest, whatIsNoNumberAnyMoreIsNone)
 {
     PlistValue entry = PlistValue::makeDict();
     EXPECT_EQ(Constituent(entry).qty(), 0.0f);
@@ -119,7 +119,7 @@ TEST_F(ConstituentTest, WhatIsNoNumberAnyMoreIsNone)
     EXPECT_EQ(Constituent(entry).qty(), 0.0f);
 }
 
-TEST_F(ConstituentTest, JustBelowAWholeNumberIsAFraction)
+TEST_F(ConstituentTest, justBelowAWholeNumberIsAFraction)
 {
     // The integer part of 3.99995 is 3, which is further off than 0.0001.
     cart.addConstituent(wheel);
@@ -127,7 +127,7 @@ TEST_F(ConstituentTest, JustBelowAWholeNumberIsAFraction)
     EXPECT_EQ(kindOfQty(0), PlistValue::Kind::real);
 }
 
-TEST_F(ConstituentTest, RemovingAPartOutsideTheListChangesNothing)
+TEST_F(ConstituentTest, removingAPartOutsideTheListChangesNothing)
 {
     cart.addConstituent(wheel);
     cart.removeConstituentAtIndex(1);
@@ -139,7 +139,7 @@ TEST_F(ConstituentTest, RemovingAPartOutsideTheListChangesNothing)
 
 // The table
 
-TEST_F(ConstituentTest, TheTableShowsARowAPartByTheKeysOfItsEntry)
+TEST_F(ConstituentTest, theTableShowsARowAPartByTheKeysOfItsEntry)
 {
     cart.addConstituent(wheel);
     cart.addConstituent(cart);
@@ -155,7 +155,7 @@ TEST_F(ConstituentTest, TheTableShowsARowAPartByTheKeysOfItsEntry)
     EXPECT_EQ(table.objectValue("code", -1), "");
 }
 
-TEST_F(ConstituentTest, QuantitiesAreShownShort)
+TEST_F(ConstituentTest, quantitiesAreShownShort)
 {
     cart.addConstituent(wheel);
     table.setItem(&cart);
@@ -166,7 +166,7 @@ TEST_F(ConstituentTest, QuantitiesAreShownShort)
     }
 }
 
-TEST_F(ConstituentTest, OnlyTheQuantityCanBeEdited)
+TEST_F(ConstituentTest, onlyTheQuantityCanBeEdited)
 {
     for (const ListColumn& column : table.list.columns)
         EXPECT_EQ(column.editable, column.identifier == "qty") << column.identifier;
@@ -176,7 +176,7 @@ TEST_F(ConstituentTest, OnlyTheQuantityCanBeEdited)
     EXPECT_EQ(table.objectValue("item", 0), "Wheel");
 }
 
-TEST_F(ConstituentTest, AnEditedQuantityIsTakenAndTold)
+TEST_F(ConstituentTest, anEditedQuantityIsTakenAndTold)
 {
     int told = 0;
     table.onEdited = [&] { ++told; };
@@ -188,7 +188,7 @@ TEST_F(ConstituentTest, AnEditedQuantityIsTakenAndTold)
     EXPECT_EQ(beeper.beeps, 0);
 }
 
-TEST_F(ConstituentTest, AQuantityThatIsNoNumberIsRefusedWithABeep)
+TEST_F(ConstituentTest, aQuantityThatIsNoNumberIsRefusedWithABeep)
 {
     cart.addConstituent(wheel);
     table.setItem(&cart);
@@ -200,7 +200,7 @@ TEST_F(ConstituentTest, AQuantityThatIsNoNumberIsRefusedWithABeep)
     EXPECT_EQ(cart.getConstituents().front().qty(), 1.0f);
 }
 
-TEST_F(ConstituentTest, WithoutAnItemTheTableIsEmpty)
+TEST_F(ConstituentTest, withoutAnItemTheTableIsEmpty)
 {
     EXPECT_EQ(table.numberOfRows(), 0);
     table.setItem(&cart);

@@ -27,7 +27,7 @@ protected:
 
 // Every field
 
-TEST_F(ItemCommandsTest, EveryFieldOfTheRecordCanBeEdited)
+TEST_F(ItemCommandsTest, everyFieldOfTheRecordCanBeEdited)
 {
     begin();
     items().create();
@@ -43,7 +43,7 @@ TEST_F(ItemCommandsTest, EveryFieldOfTheRecordCanBeEdited)
     EXPECT_THAT(missing, ElementsAre("type"));
 }
 
-TEST_F(ItemCommandsTest, WhatBelongsToTheWebsiteIsSavedAndShownAgain)
+TEST_F(ItemCommandsTest, whatBelongsToTheWebsiteIsSavedAndShownAgain)
 {
     begin();
     Item& mug = item("Mug");
@@ -72,7 +72,7 @@ TEST_F(ItemCommandsTest, WhatBelongsToTheWebsiteIsSavedAndShownAgain)
     EXPECT_EQ(form().buttoncode.text(), "<b>buy</b>");
 }
 
-TEST_F(ItemCommandsTest, AQuantityMethodThatIsNotOfferedSurvivesASave)
+TEST_F(ItemCommandsTest, aQuantityMethodThatIsNotOfferedSurvivesASave)
 {
     begin();
     Item& mug = item("Mug");
@@ -86,7 +86,7 @@ TEST_F(ItemCommandsTest, AQuantityMethodThatIsNotOfferedSurvivesASave)
 
 // A similar item
 
-TEST_F(ItemCommandsTest, ASimilarItemIsSavedAsACopyUnderTheNextCode)
+TEST_F(ItemCommandsTest, aSimilarItemIsSavedAsACopyUnderTheNextCode)
 {
     begin("<key>VendaroItemPrefix</key><string>IT</string><key>VendaroStockWarn</key><string>4</string>");
     items().create();
@@ -117,7 +117,7 @@ TEST_F(ItemCommandsTest, ASimilarItemIsSavedAsACopyUnderTheNextCode)
     EXPECT_EQ(items().at(0).getVariation(), "blue");
 }
 
-TEST_F(ItemCommandsTest, CancellingASimilarItemKeepsWhatWasSaved)
+TEST_F(ItemCommandsTest, cancellingASimilarItemKeepsWhatWasSaved)
 {
     begin();
     Item& mug = item("Mug");
@@ -129,7 +129,7 @@ TEST_F(ItemCommandsTest, CancellingASimilarItemKeepsWhatWasSaved)
     EXPECT_EQ(mug.getPrice(), "7");
 }
 
-TEST_F(ItemCommandsTest, ASimilarCollectiveItemIsMadeOfTheSamePartsByItself)
+TEST_F(ItemCommandsTest, aSimilarCollectiveItemIsMadeOfTheSamePartsByItself)
 {
     begin();
     Item& leg = item("Leg", "12");
@@ -147,7 +147,7 @@ TEST_F(ItemCommandsTest, ASimilarCollectiveItemIsMadeOfTheSamePartsByItself)
     EXPECT_EQ(stool.getConstituents().at(0).qty(), 3.0f);
 }
 
-TEST_F(ItemCommandsTest, WithoutAnOpenItemThereIsNothingSimilar)
+TEST_F(ItemCommandsTest, withoutAnOpenItemThereIsNothingSimilar)
 {
     begin();
     items().createSimilar();
@@ -159,7 +159,7 @@ TEST_F(ItemCommandsTest, WithoutAnOpenItemThereIsNothingSimilar)
     EXPECT_FALSE(form().isOpen());
 }
 
-TEST_F(ItemCommandsTest, OnlyTheItemMadeFromTheOrderBecomesItsLineNotTheSimilarOne)
+TEST_F(ItemCommandsTest, onlyTheItemMadeFromTheOrderBecomesItsLineNotTheSimilarOne)
 {
     begin();
     orders().create();
@@ -172,7 +172,7 @@ TEST_F(ItemCommandsTest, OnlyTheItemMadeFromTheOrderBecomesItsLineNotTheSimilarO
     EXPECT_EQ(lines().getCount(), 1);
 }
 
-TEST_F(ItemCommandsTest, AReaderMakesNothingSimilar)
+TEST_F(ItemCommandsTest, aReaderMakesNothingSimilar)
 {
     beginReadOnly();
     items().editThisItem(item("Mug"));
@@ -185,7 +185,7 @@ TEST_F(ItemCommandsTest, AReaderMakesNothingSimilar)
 
 // Stock that came in
 
-TEST_F(ItemCommandsTest, WhatCameInIsAddedToTheQuantityShown)
+TEST_F(ItemCommandsTest, whatCameInIsAddedToTheQuantityShown)
 {
     begin();
     Item& mug = item("Mug", "10");
@@ -204,7 +204,7 @@ TEST_F(ItemCommandsTest, WhatCameInIsAddedToTheQuantityShown)
     EXPECT_EQ(beeper.beeps, 0);
 }
 
-TEST_F(ItemCommandsTest, NothingOrLessBeepsAndClosesTheSheet)
+TEST_F(ItemCommandsTest, nothingOrLessBeepsAndClosesTheSheet)
 {
     begin();
     items().editThisItem(item("Mug", "10"));
@@ -220,7 +220,7 @@ TEST_F(ItemCommandsTest, NothingOrLessBeepsAndClosesTheSheet)
     EXPECT_FALSE(items().wasChangedByCommand());
 }
 
-TEST_F(ItemCommandsTest, ACancelledSheetAddsNothing)
+TEST_F(ItemCommandsTest, aCancelledSheetAddsNothing)
 {
     begin();
     items().editThisItem(item("Mug", "10"));
@@ -231,7 +231,7 @@ TEST_F(ItemCommandsTest, ACancelledSheetAddsNothing)
     EXPECT_EQ(beeper.beeps, 0);
 }
 
-TEST_F(ItemCommandsTest, WithoutAnItemAddingStockBeeps)
+TEST_F(ItemCommandsTest, withoutAnItemAddingStockBeeps)
 {
     begin();
     items().addStockToItem();
@@ -246,7 +246,7 @@ TEST_F(ItemCommandsTest, WithoutAnItemAddingStockBeeps)
     EXPECT_EQ(beeper.beeps, 2);
 }
 
-TEST_F(ItemCommandsTest, ALargeStockIsAddedToAsWell)
+TEST_F(ItemCommandsTest, aLargeStockIsAddedToAsWell)
 {
     begin();
     items().editThisItem(item("Nails", "2e+06"));
@@ -256,7 +256,7 @@ TEST_F(ItemCommandsTest, ALargeStockIsAddedToAsWell)
     EXPECT_EQ(form().qty.text(), "2.5e+06");
 }
 
-TEST_F(ItemCommandsTest, ACollectiveItemsStockIsNotAddedToByHand)
+TEST_F(ItemCommandsTest, aCollectiveItemsStockIsNotAddedToByHand)
 {
     begin();
     Item& leg = item("Leg", "12");
@@ -268,7 +268,7 @@ TEST_F(ItemCommandsTest, ACollectiveItemsStockIsNotAddedToByHand)
 
 // No more stock management
 
-TEST_F(ItemCommandsTest, StockManagementIsTurnedOffForEveryItemThatHasIt)
+TEST_F(ItemCommandsTest, stockManagementIsTurnedOffForEveryItemThatHasIt)
 {
     begin();
     Item& mug = item("Mug");
@@ -293,7 +293,7 @@ TEST_F(ItemCommandsTest, StockManagementIsTurnedOffForEveryItemThatHasIt)
     EXPECT_EQ(lastAlert().text, "1 Item updated");
 }
 
-TEST_F(ItemCommandsTest, AnItemThatIsOpenDoesNotTurnItOnAgain)
+TEST_F(ItemCommandsTest, anItemThatIsOpenDoesNotTurnItOnAgain)
 {
     begin();
     Item& mug = item("Mug");
@@ -304,7 +304,7 @@ TEST_F(ItemCommandsTest, AnItemThatIsOpenDoesNotTurnItOnAgain)
     EXPECT_FALSE(mug.getDecreaseQty());
 }
 
-TEST_F(ItemCommandsTest, AReaderTurnsNothingOff)
+TEST_F(ItemCommandsTest, aReaderTurnsNothingOff)
 {
     beginReadOnly();
     Item& mug = item("Mug");
@@ -316,7 +316,7 @@ TEST_F(ItemCommandsTest, AReaderTurnsNothingOff)
 
 // Where it is used
 
-TEST_F(ItemCommandsTest, TheEditorListsWhereTheItemIsUsedAndOpensIt)
+TEST_F(ItemCommandsTest, theEditorListsWhereTheItemIsUsedAndOpensIt)
 {
     begin();
     Item& leg = item("Leg");
@@ -340,7 +340,7 @@ TEST_F(ItemCommandsTest, TheEditorListsWhereTheItemIsUsedAndOpensIt)
     EXPECT_EQ(items().usedIn.numberOfRows(), 0);
 }
 
-TEST_F(ItemCommandsTest, AUserThatWasDeletedMeanwhileIsNotOpened)
+TEST_F(ItemCommandsTest, aUserThatWasDeletedMeanwhileIsNotOpened)
 {
     begin();
     Item& leg = item("Leg");
@@ -353,7 +353,7 @@ TEST_F(ItemCommandsTest, AUserThatWasDeletedMeanwhileIsNotOpened)
     EXPECT_TRUE(form().isOpen());
 }
 
-TEST_F(ItemCommandsTest, ANewItemIsUsedNowhere)
+TEST_F(ItemCommandsTest, aNewItemIsUsedNowhere)
 {
     begin();
     Item& leg = item("Leg");
@@ -365,7 +365,7 @@ TEST_F(ItemCommandsTest, ANewItemIsUsedNowhere)
 
 // What the parts make
 
-TEST_F(ItemCommandsTest, HowManyCanBeMadeThroughAllLevelsStandsBesideTheQuantity)
+TEST_F(ItemCommandsTest, howManyCanBeMadeThroughAllLevelsStandsBesideTheQuantity)
 {
     begin();
     Item& screw = item("Screw", "13");
@@ -386,7 +386,7 @@ TEST_F(ItemCommandsTest, HowManyCanBeMadeThroughAllLevelsStandsBesideTheQuantity
     EXPECT_FALSE(form().canBeMade.isVisible());
 }
 
-TEST_F(ItemCommandsTest, WhatIsMissingFollowsTheNumberThatIsTyped)
+TEST_F(ItemCommandsTest, whatIsMissingFollowsTheNumberThatIsTyped)
 {
     begin();
     Item& leg = item("Leg", "10");
@@ -407,7 +407,7 @@ TEST_F(ItemCommandsTest, WhatIsMissingFollowsTheNumberThatIsTyped)
     EXPECT_EQ(items().shortages.numberOfRows(), 0);
 }
 
-TEST_F(ItemCommandsTest, WhatTheEditorDoesToThePartsShowsAtOnce)
+TEST_F(ItemCommandsTest, whatTheEditorDoesToThePartsShowsAtOnce)
 {
     begin();
     Item& leg = item("Leg", "10");
@@ -434,7 +434,7 @@ TEST_F(ItemCommandsTest, WhatTheEditorDoesToThePartsShowsAtOnce)
     EXPECT_EQ(items().shortages.numberOfRows(), 0);
 }
 
-TEST_F(ItemCommandsTest, AnItemOfAFileThatContainsItselfOpensAndCannotBeMade)
+TEST_F(ItemCommandsTest, anItemOfAFileThatContainsItselfOpensAndCannotBeMade)
 {
     begin();
     Item& odd = collectiveItem("Odd", {});
@@ -444,7 +444,7 @@ TEST_F(ItemCommandsTest, AnItemOfAFileThatContainsItselfOpensAndCannotBeMade)
     EXPECT_EQ(form().limitedBy.text(), "Odd: 1 for one, 0 in stock");
 }
 
-TEST_F(ItemCommandsTest, FiguresOfTheListsAreWrittenOut)
+TEST_F(ItemCommandsTest, figuresOfTheListsAreWrittenOut)
 {
     EXPECT_EQ(figureText(1234567), "1234567");
     EXPECT_EQ(figureText(2.5), "2.5");
@@ -453,7 +453,7 @@ TEST_F(ItemCommandsTest, FiguresOfTheListsAreWrittenOut)
 
 // Many levels
 
-TEST_F(ItemCommandsTest, ThousandsOfLevelsAreLookedThroughForTheItemItself)
+TEST_F(ItemCommandsTest, thousandsOfLevelsAreLookedThroughForTheItemItself)
 {
     begin();
     Item& nail = item("Nail");

@@ -8,7 +8,7 @@ protected:
     ItemForm& form() { return items().form; }
 };
 
-TEST_F(ItemEditorTest, StockThatAnOrderTookMeanwhileStaysTaken)
+TEST_F(ItemEditorTest, stockThatAnOrderTookMeanwhileStaysTaken)
 {
     begin();
     Item& mug = item("Mug", "10");
@@ -20,7 +20,7 @@ TEST_F(ItemEditorTest, StockThatAnOrderTookMeanwhileStaysTaken)
     EXPECT_EQ(mug.getPrice(), "6.00");
 }
 
-TEST_F(ItemEditorTest, AQuantityTypedIsStored)
+TEST_F(ItemEditorTest, aQuantityTypedIsStored)
 {
     begin();
     Item& mug = item("Mug", "10");
@@ -31,7 +31,7 @@ TEST_F(ItemEditorTest, AQuantityTypedIsStored)
     EXPECT_EQ(mug.getQty(), "25");
 }
 
-TEST_F(ItemEditorTest, ANewItemGetsAnotherIdAndCodeWhenItsOwnWentToAnother)
+TEST_F(ItemEditorTest, aNewItemGetsAnotherIdAndCodeWhenItsOwnWentToAnother)
 {
     begin("<key>VendaroItemPrefix</key><string>IT</string>");
     items().create();
@@ -47,7 +47,7 @@ TEST_F(ItemEditorTest, ANewItemGetsAnotherIdAndCodeWhenItsOwnWentToAnother)
     EXPECT_EQ(items().getItemById(1), &plate);
 }
 
-TEST_F(ItemEditorTest, ItemsThatUndoBroughtBackKeepTheirIdsToThemselves)
+TEST_F(ItemEditorTest, itemsThatUndoBroughtBackKeepTheirIdsToThemselves)
 {
     begin();
     item("Mug");
@@ -66,7 +66,7 @@ TEST_F(ItemEditorTest, ItemsThatUndoBroughtBackKeepTheirIdsToThemselves)
     EXPECT_EQ(items().at(3).getCode(), "4");
 }
 
-TEST_F(ItemEditorTest, OpeningTheOpenItemAgainKeepsWhatWasTyped)
+TEST_F(ItemEditorTest, openingTheOpenItemAgainKeepsWhatWasTyped)
 {
     begin();
     Item& mug = item("Mug");
@@ -78,7 +78,7 @@ TEST_F(ItemEditorTest, OpeningTheOpenItemAgainKeepsWhatWasTyped)
     EXPECT_EQ(form().item.text(), "Plate");
 }
 
-TEST_F(ItemEditorTest, AnotherItemTakesThePlaceOfTheOpenOneOnlyWhenItMay)
+TEST_F(ItemEditorTest, anotherItemTakesThePlaceOfTheOpenOneOnlyWhenItMay)
 {
     begin();
     orders().create();
@@ -106,7 +106,7 @@ TEST_F(ItemEditorTest, AnotherItemTakesThePlaceOfTheOpenOneOnlyWhenItMay)
     EXPECT_EQ(lines().numberForThisOrder(), 0) << "it was not made from the order";
 }
 
-TEST_F(ItemEditorTest, AnAddedPartIsTheOneThatIsSelected)
+TEST_F(ItemEditorTest, anAddedPartIsTheOneThatIsSelected)
 {
     begin();
     Item& a = item("A");
@@ -122,7 +122,7 @@ TEST_F(ItemEditorTest, AnAddedPartIsTheOneThatIsSelected)
     EXPECT_EQ(set.getConstituents().size(), 1u) << "now none is selected";
 }
 
-TEST_F(ItemEditorTest, ForAReaderThePartsStayAsTheyAre)
+TEST_F(ItemEditorTest, forAReaderThePartsStayAsTheyAre)
 {
     beginReadOnly();
     ASSERT_TRUE(app().session().isReadOnly());
@@ -142,7 +142,7 @@ TEST_F(ItemEditorTest, ForAReaderThePartsStayAsTheyAre)
     EXPECT_EQ(lastAlert().title, "Read-only mode");
 }
 
-TEST_F(ItemEditorTest, AConditionOfAnotherItemIsNotOffered)
+TEST_F(ItemEditorTest, aConditionOfAnotherItemIsNotOffered)
 {
     begin();
     Item& chipped = item("Mug");
@@ -153,7 +153,7 @@ TEST_F(ItemEditorTest, AConditionOfAnotherItemIsNotOffered)
     EXPECT_EQ(form().condition.titles(), QStringList({"New", "Refurbished", "Used"}));
 }
 
-TEST_F(ItemEditorTest, ATaxCodeOfAnotherItemIsNotOffered)
+TEST_F(ItemEditorTest, aTaxCodeOfAnotherItemIsNotOffered)
 {
     begin(taxSettings());
     Item& old = item("Mug");
@@ -165,7 +165,7 @@ TEST_F(ItemEditorTest, ATaxCodeOfAnotherItemIsNotOffered)
     EXPECT_EQ(form().taxcode.title(), "");
 }
 
-TEST_F(ItemEditorTest, TheCategoriesOfTheListThatWasClearedAreForgotten)
+TEST_F(ItemEditorTest, theCategoriesOfTheListThatWasClearedAreForgotten)
 {
     begin();
     items().addCategories("Tea");
@@ -176,7 +176,7 @@ TEST_F(ItemEditorTest, TheCategoriesOfTheListThatWasClearedAreForgotten)
     EXPECT_EQ(items().listForm.filter.title(), "All");
 }
 
-TEST_F(ItemEditorTest, AfterADeletionTheStatusLineSaysWhatUndoBringsBack)
+TEST_F(ItemEditorTest, afterADeletionTheStatusLineSaysWhatUndoBringsBack)
 {
     begin();
     Item& a = item("A");
@@ -196,7 +196,7 @@ TEST_F(ItemEditorTest, AfterADeletionTheStatusLineSaysWhatUndoBringsBack)
 
 // What does not read
 
-TEST_F(ItemEditorTest, EveryFigureThatDoesNotReadSaysSoAndIsStoredAsTyped)
+TEST_F(ItemEditorTest, everyFigureThatDoesNotReadSaysSoAndIsStoredAsTyped)
 {
     begin();
     Item& mug = item("Mug", "10");
@@ -221,7 +221,7 @@ TEST_F(ItemEditorTest, EveryFigureThatDoesNotReadSaysSoAndIsStoredAsTyped)
     EXPECT_EQ(form().price.fault(), "");
 }
 
-TEST_F(ItemEditorTest, AStockInTheShortFormOfAMillionIsNothingWrong)
+TEST_F(ItemEditorTest, aStockInTheShortFormOfAMillionIsNothingWrong)
 {
     begin();
     Item& nails = item("Nails", "2e+06");
@@ -231,7 +231,7 @@ TEST_F(ItemEditorTest, AStockInTheShortFormOfAMillionIsNothingWrong)
     EXPECT_EQ(nails.getQtyAsFloat(), 1'500'000.0f);
 }
 
-TEST_F(ItemEditorTest, OnlyASelectedPartCanBeRemoved)
+TEST_F(ItemEditorTest, onlyASelectedPartCanBeRemoved)
 {
     begin();
     Item& a = item("A");
@@ -247,7 +247,7 @@ TEST_F(ItemEditorTest, OnlyASelectedPartCanBeRemoved)
 
 } // namespace
 
-TEST_F(ItemEditorTest, TheKindThatIsSwitchedAndNotSavedStaysOutOfTheFile)
+TEST_F(ItemEditorTest, theKindThatIsSwitchedAndNotSavedStaysOutOfTheFile)
 {
     begin();
     Item& mug = item("Mug");
@@ -265,7 +265,7 @@ TEST_F(ItemEditorTest, TheKindThatIsSwitchedAndNotSavedStaysOutOfTheFile)
     EXPECT_FALSE(readFile("items.xml").contains("Collective item"));
 }
 
-TEST_F(ItemEditorTest, TheKindThatIsSavedIsWritten)
+TEST_F(ItemEditorTest, theKindThatIsSavedIsWritten)
 {
     begin();
     Item& mug = item("Mug");
@@ -276,7 +276,7 @@ TEST_F(ItemEditorTest, TheKindThatIsSavedIsWritten)
     EXPECT_TRUE(readFile("items.xml").contains("<string>Collective item</string>"));
 }
 
-TEST_F(ItemEditorTest, AFileOfThousandsOfPartsAndOfItemsThatContainEachOtherIsUsedAsItStands)
+TEST_F(ItemEditorTest, aFileOfThousandsOfPartsAndOfItemsThatContainEachOtherIsUsedAsItStands)
 {
     const auto part = [](int id, const char* qty) {
         return "<dict><key>id</key><integer>" + QByteArray::number(id) + "</integer><key>qty</key>" + qty + "</dict>";
@@ -324,7 +324,7 @@ TEST_F(ItemEditorTest, AFileOfThousandsOfPartsAndOfItemsThatContainEachOtherIsUs
     EXPECT_EQ(lastAlert().text, "Unable to delete Hen because it is used in collective item(s): Egg");
 }
 
-TEST_F(ItemEditorTest, AnEntryAmongThePartsThatIsNoDictionaryIsKept)
+TEST_F(ItemEditorTest, anEntryAmongThePartsThatIsNoDictionaryIsKept)
 {
     const QByteArray parts = "\t\t\t<key>constituents</key>\n\t\t\t<array>\n\t\t\t\t<string>KEEP</string>\n\t\t\t\t<dict>\n"
                              "\t\t\t\t\t<key>id</key>\n\t\t\t\t\t<integer>2</integer>\n\t\t\t\t\t<key>qty</key>\n"

@@ -32,7 +32,7 @@ protected:
     }
 };
 
-TEST_F(ItemFinderTest, FindsByBarCodeCodeAndNameWhateverTheCase)
+TEST_F(ItemFinderTest, findsByBarCodeCodeAndNameWhateverTheCase)
 {
     Item& mug = make("M-1", "Blue Mug", "5012345678900");
     make("P-1", "Plate", "5012345678917");
@@ -41,14 +41,14 @@ TEST_F(ItemFinderTest, FindsByBarCodeCodeAndNameWhateverTheCase)
     EXPECT_THAT(named("BLUE mug"), ElementsAre(&mug));
 }
 
-TEST_F(ItemFinderTest, OnlyTheWholeTextNamesAnItem)
+TEST_F(ItemFinderTest, onlyTheWholeTextNamesAnItem)
 {
     make("M-12", "Blue Mug", "5012345678900");
     for (const char* text : {"M-1", "-12", "M-123", "Blue", "Mug", "501234567890", "012345678900", "Blue Mu", ""})
         EXPECT_THAT(named(text), IsEmpty()) << text;
 }
 
-TEST_F(ItemFinderTest, TheBarCodeGoesBeforeTheCodeAndTheCodeBeforeTheName)
+TEST_F(ItemFinderTest, theBarCodeGoesBeforeTheCodeAndTheCodeBeforeTheName)
 {
     Item& byName = make("A", "77");
     EXPECT_THAT(named("77"), ElementsAre(&byName));
@@ -58,34 +58,34 @@ TEST_F(ItemFinderTest, TheBarCodeGoesBeforeTheCodeAndTheCodeBeforeTheName)
     EXPECT_THAT(named("77"), ElementsAre(&byEan));
 }
 
-TEST_F(ItemFinderTest, ItemsOfOneNameAreAllFoundInTheirOrder)
+TEST_F(ItemFinderTest, itemsOfOneNameAreAllFoundInTheirOrder)
 {
     Item& blue = make("M-1", "Mug", "", "blue");
     Item& red = make("M-2", "mug", "", "red");
     EXPECT_THAT(named("Mug"), ElementsAre(&blue, &red));
 }
 
-TEST_F(ItemFinderTest, BlanksAroundDoNotCount)
+TEST_F(ItemFinderTest, blanksAroundDoNotCount)
 {
     Item& mug = make(" M-1 ", "Mug");
     EXPECT_THAT(named("  m-1\t"), ElementsAre(&mug));
     EXPECT_THAT(named("   "), IsEmpty());
 }
 
-TEST_F(ItemFinderTest, AVariationDoesNotNameAnItem)
+TEST_F(ItemFinderTest, aVariationDoesNotNameAnItem)
 {
     make("M-1", "Mug", "", "blue");
     EXPECT_THAT(named("blue"), IsEmpty());
 }
 
-TEST_F(ItemFinderTest, LettersBeyondAsciiFoldToo)
+TEST_F(ItemFinderTest, lettersBeyondAsciiFoldToo)
 {
     Item& stool = make("É-1", "Tabouret en hêtre");
     EXPECT_THAT(named("é-1"), ElementsAre(&stool));
     EXPECT_THAT(named("TABOURET EN HÊTRE"), ElementsAre(&stool));
 }
 
-TEST_F(ItemFinderTest, WhatChangesIsFoundAsItIsNow)
+TEST_F(ItemFinderTest, whatChangesIsFoundAsItIsNow)
 {
     Item& mug = make("M-1", "Mug");
     EXPECT_THAT(named("M-1"), ElementsAre(&mug));
@@ -100,7 +100,7 @@ TEST_F(ItemFinderTest, WhatChangesIsFoundAsItIsNow)
     EXPECT_THAT(suggested("tall"), ElementsAre("M-9"));
 }
 
-TEST_F(ItemFinderTest, ItemsThatComeAndGoAreFoundOrNot)
+TEST_F(ItemFinderTest, itemsThatComeAndGoAreFoundOrNot)
 {
     Item& mug = make("M-1", "Mug");
     EXPECT_THAT(named("M-1"), ElementsAre(&mug));
@@ -113,7 +113,7 @@ TEST_F(ItemFinderTest, ItemsThatComeAndGoAreFoundOrNot)
     EXPECT_THAT(named("M-1"), ElementsAre(&mug));
 }
 
-TEST_F(ItemFinderTest, AnotherDatabaseHasItemsOfItsOwn)
+TEST_F(ItemFinderTest, anotherDatabaseHasItemsOfItsOwn)
 {
     make("M-1", "Mug");
     EXPECT_EQ(named("M-1").size(), 1u);
@@ -121,7 +121,7 @@ TEST_F(ItemFinderTest, AnotherDatabaseHasItemsOfItsOwn)
     EXPECT_THAT(named("M-1"), IsEmpty());
 }
 
-TEST_F(ItemFinderTest, SuggestsCodesThenBarCodesThenNamesThenTheRest)
+TEST_F(ItemFinderTest, suggestsCodesThenBarCodesThenNamesThenTheRest)
 {
     make("X-1", "A stack of mugs");
     make("X-2", "Mug rack");
@@ -131,7 +131,7 @@ TEST_F(ItemFinderTest, SuggestsCodesThenBarCodesThenNamesThenTheRest)
     EXPECT_THAT(suggested("mug"), ElementsAre("MUG-4", "X-3", "X-2", "X-1", "X-5"));
 }
 
-TEST_F(ItemFinderTest, SuggestsWhatHasAllWords)
+TEST_F(ItemFinderTest, suggestsWhatHasAllWords)
 {
     make("OAK-12", "Oak shelf, 120 cm", "", "natural");
     make("OAK-9", "Oak shelf, 90 cm", "", "natural");
@@ -141,7 +141,7 @@ TEST_F(ItemFinderTest, SuggestsWhatHasAllWords)
     EXPECT_THAT(suggested("oak steel"), IsEmpty());
 }
 
-TEST_F(ItemFinderTest, SuggestsNoMoreThanAskedForAndNothingTwice)
+TEST_F(ItemFinderTest, suggestsNoMoreThanAskedForAndNothingTwice)
 {
     for (const char* code : {"M-1", "M-2", "M-3"})
         make(code, "M mug");
@@ -150,7 +150,7 @@ TEST_F(ItemFinderTest, SuggestsNoMoreThanAskedForAndNothingTwice)
     EXPECT_THAT(suggested(""), IsEmpty());
 }
 
-TEST_F(ItemFinderTest, NothingTypedReachesAcrossTexts)
+TEST_F(ItemFinderTest, nothingTypedReachesAcrossTexts)
 {
     make("AB", "CD", "EF");
     EXPECT_THAT(suggested("EFAB"), IsEmpty());

@@ -15,7 +15,7 @@ protected:
     std::vector<std::string> names() { return shown(items(), "item"); }
 };
 
-TEST_F(ItemListTest, SavingAnItemThatStaysInItsPlaceShowsOnlyItsRowAgain)
+TEST_F(ItemListTest, savingAnItemThatStaysInItsPlaceShowsOnlyItsRowAgain)
 {
     begin();
     Item& mug = item("Mug");
@@ -38,7 +38,7 @@ TEST_F(ItemListTest, SavingAnItemThatStaysInItsPlaceShowsOnlyItsRowAgain)
     EXPECT_THAT(names(), ElementsAre());
 }
 
-TEST_F(ItemListTest, TheMenuOffersAllInStockAndTheCategoriesMet)
+TEST_F(ItemListTest, theMenuOffersAllInStockAndTheCategoriesMet)
 {
     begin();
     item("A").setCategory("Tea, Mugs");
@@ -48,7 +48,7 @@ TEST_F(ItemListTest, TheMenuOffersAllInStockAndTheCategoriesMet)
     EXPECT_EQ(items().getCategories(), QStringList({"Tea", "Mugs", "Pots"}));
 }
 
-TEST_F(ItemListTest, CategoriesCalledLikeTheFirstChoicesDoNotDoubleThem)
+TEST_F(ItemListTest, categoriesCalledLikeTheFirstChoicesDoNotDoubleThem)
 {
     begin();
     items().addCategories("All, In stock, Tea");
@@ -56,7 +56,7 @@ TEST_F(ItemListTest, CategoriesCalledLikeTheFirstChoicesDoNotDoubleThem)
     EXPECT_EQ(items().getCategories(), QStringList({"Tea"}));
 }
 
-TEST_F(ItemListTest, InStockHidesNothingLeftButShowsUnknownQuantities)
+TEST_F(ItemListTest, inStockHidesNothingLeftButShowsUnknownQuantities)
 {
     begin();
     item("many", "5");
@@ -70,7 +70,7 @@ TEST_F(ItemListTest, InStockHidesNothingLeftButShowsUnknownQuantities)
     EXPECT_EQ(names().size(), 5u);
 }
 
-TEST_F(ItemListTest, ACategoryShowsEveryItemWhoseCategoriesContainItsLetters)
+TEST_F(ItemListTest, aCategoryShowsEveryItemWhoseCategoriesContainItsLetters)
 {
     begin();
     item("a").setCategory("Tea");
@@ -83,7 +83,7 @@ TEST_F(ItemListTest, ACategoryShowsEveryItemWhoseCategoriesContainItsLetters)
     EXPECT_THAT(names(), UnorderedElementsAre("a", "b", "c"));
 }
 
-TEST_F(ItemListTest, EveryWordOfTheSearchMustMatch)
+TEST_F(ItemListTest, everyWordOfTheSearchMustMatch)
 {
     begin();
     item("Blue mug").setBrand("Acme");
@@ -92,7 +92,7 @@ TEST_F(ItemListTest, EveryWordOfTheSearchMustMatch)
     EXPECT_THAT(names(), ElementsAre("Blue mug"));
 }
 
-TEST_F(ItemListTest, ANewCategoryTypedInTheEditorJoinsTheMenu)
+TEST_F(ItemListTest, aNewCategoryTypedInTheEditorJoinsTheMenu)
 {
     begin();
     items().create();

@@ -15,7 +15,7 @@ protected:
 
 // A new item
 
-TEST_F(ItemManagerTest, ANewItemGetsTheNextIdAPrefixedCodeAndTheWarnLevel)
+TEST_F(ItemManagerTest, aNewItemGetsTheNextIdAPrefixedCodeAndTheWarnLevel)
 {
     begin("<key>VendaroItemPrefix</key><string>IT</string><key>VendaroStockWarn</key><string>3</string>");
     item("Mug");
@@ -27,7 +27,7 @@ TEST_F(ItemManagerTest, ANewItemGetsTheNextIdAPrefixedCodeAndTheWarnLevel)
     EXPECT_EQ(items().getCount(), 1);
 }
 
-TEST_F(ItemManagerTest, ACancelledNewItemLeavesNothingNotEvenItsId)
+TEST_F(ItemManagerTest, aCancelledNewItemLeavesNothingNotEvenItsId)
 {
     begin();
     items().create();
@@ -38,7 +38,7 @@ TEST_F(ItemManagerTest, ACancelledNewItemLeavesNothingNotEvenItsId)
     EXPECT_EQ(current().getID(), 1);
 }
 
-TEST_F(ItemManagerTest, SavingCopiesTheEditorIntoTheItem)
+TEST_F(ItemManagerTest, savingCopiesTheEditorIntoTheItem)
 {
     begin();
     items().create();
@@ -65,7 +65,7 @@ TEST_F(ItemManagerTest, SavingCopiesTheEditorIntoTheItem)
     EXPECT_TRUE(readFile("items.xml").contains("<string>Refurbished</string>"));
 }
 
-TEST_F(ItemManagerTest, ConditionAndTaxCodeStayWhenNoneIsChosen)
+TEST_F(ItemManagerTest, conditionAndTaxCodeStayWhenNoneIsChosen)
 {
     begin();
     Item& mug = item("Mug");
@@ -76,7 +76,7 @@ TEST_F(ItemManagerTest, ConditionAndTaxCodeStayWhenNoneIsChosen)
     EXPECT_EQ(mug.getTaxcode(), "");
 }
 
-TEST_F(ItemManagerTest, AConditionOrTaxCodeThatIsNotListedSurvivesASave)
+TEST_F(ItemManagerTest, aConditionOrTaxCodeThatIsNotListedSurvivesASave)
 {
     begin();
     Item& mug = item("Mug");
@@ -88,7 +88,7 @@ TEST_F(ItemManagerTest, AConditionOrTaxCodeThatIsNotListedSurvivesASave)
     EXPECT_EQ(mug.getTaxcode(), "Q");
 }
 
-TEST_F(ItemManagerTest, AnItemMadeFromAnOrderBecomesItsLine)
+TEST_F(ItemManagerTest, anItemMadeFromAnOrderBecomesItsLine)
 {
     begin();
     orders().create();
@@ -105,7 +105,7 @@ TEST_F(ItemManagerTest, AnItemMadeFromAnOrderBecomesItsLine)
     EXPECT_EQ(lines().getCount(), 1);
 }
 
-TEST_F(ItemManagerTest, EditingAnExistingItemChangesItOnlyOnSaving)
+TEST_F(ItemManagerTest, editingAnExistingItemChangesItOnlyOnSaving)
 {
     begin();
     Item& mug = item("Mug");
@@ -123,7 +123,7 @@ TEST_F(ItemManagerTest, EditingAnExistingItemChangesItOnlyOnSaving)
 
 // Suppliers
 
-TEST_F(ItemManagerTest, TheSupplierIsKeptAsTheIdOfTheFirstContactOfThatName)
+TEST_F(ItemManagerTest, theSupplierIsKeptAsTheIdOfTheFirstContactOfThatName)
 {
     begin();
     const Contact& first = contact("Potters", "Customer");
@@ -142,7 +142,7 @@ TEST_F(ItemManagerTest, TheSupplierIsKeptAsTheIdOfTheFirstContactOfThatName)
     EXPECT_EQ(form().supplier.text(), "");
 }
 
-TEST_F(ItemManagerTest, ThePickerOffersSuppliersOnly)
+TEST_F(ItemManagerTest, thePickerOffersSuppliersOnly)
 {
     begin();
     contact("Ann", "Customer");
@@ -162,7 +162,7 @@ TEST_F(ItemManagerTest, ThePickerOffersSuppliersOnly)
 
 // Collective items: what they hold
 
-TEST_F(ItemManagerTest, ACollectiveItemHoldsWhatItsScarcestPartAllows)
+TEST_F(ItemManagerTest, aCollectiveItemHoldsWhatItsScarcestPartAllows)
 {
     begin();
     Item& a = item("A", "10");
@@ -179,7 +179,7 @@ TEST_F(ItemManagerTest, ACollectiveItemHoldsWhatItsScarcestPartAllows)
     EXPECT_EQ(items().getQtyForCollectiveItem(set), 2.5f);
 }
 
-TEST_F(ItemManagerTest, PartsThatAreGoneOrNeededNoTimesDoNotCount)
+TEST_F(ItemManagerTest, partsThatAreGoneOrNeededNoTimesDoNotCount)
 {
     begin();
     Item& a = item("A", "10");
@@ -193,7 +193,7 @@ TEST_F(ItemManagerTest, PartsThatAreGoneOrNeededNoTimesDoNotCount)
     EXPECT_EQ(items().getQtyForCollectiveItem(a), 0.0f);
 }
 
-TEST_F(ItemManagerTest, ADeletedPartIsSkippedAndStaysInTheList)
+TEST_F(ItemManagerTest, aDeletedPartIsSkippedAndStaysInTheList)
 {
     begin();
     Item& a = item("A", "1");
@@ -207,7 +207,7 @@ TEST_F(ItemManagerTest, ADeletedPartIsSkippedAndStaysInTheList)
     EXPECT_EQ(set.getConstituents().size(), 2u);
 }
 
-TEST_F(ItemManagerTest, WhereAnItemIsUsedIsToldOneLevelUp)
+TEST_F(ItemManagerTest, whereAnItemIsUsedIsToldOneLevelUp)
 {
     begin();
     Item& a = item("A");
@@ -222,7 +222,7 @@ TEST_F(ItemManagerTest, WhereAnItemIsUsedIsToldOneLevelUp)
 
 // Collective items: the editor
 
-TEST_F(ItemManagerTest, TheSwitchTurnsTheEditorIntoThatOfACollectiveItemAndBack)
+TEST_F(ItemManagerTest, theSwitchTurnsTheEditorIntoThatOfACollectiveItemAndBack)
 {
     begin("<key>VendaroTermItem</key><string>Product</string>");
     items().editThisItem(item("Mug", "7"));
@@ -243,7 +243,7 @@ TEST_F(ItemManagerTest, TheSwitchTurnsTheEditorIntoThatOfACollectiveItemAndBack)
     EXPECT_TRUE(form().warnlevel.isVisible());
 }
 
-TEST_F(ItemManagerTest, ASavedCollectiveItemKeepsWhatItHeldThen)
+TEST_F(ItemManagerTest, aSavedCollectiveItemKeepsWhatItHeldThen)
 {
     begin();
     Item& a = item("A", "5");
@@ -261,7 +261,7 @@ TEST_F(ItemManagerTest, ASavedCollectiveItemKeepsWhatItHeldThen)
     EXPECT_EQ(set.getQty(), "2.5");
 }
 
-TEST_F(ItemManagerTest, CancellingLeavesTheKindAsItWasWhilePartsCountAtOnce)
+TEST_F(ItemManagerTest, cancellingLeavesTheKindAsItWasWhilePartsCountAtOnce)
 {
     begin();
     Item& a = item("A", "5");
@@ -288,7 +288,7 @@ TEST_F(ItemManagerTest, CancellingLeavesTheKindAsItWasWhilePartsCountAtOnce)
     EXPECT_EQ(set.getConstituents().back().id(), b.getID());
 }
 
-TEST_F(ItemManagerTest, APartIsPickedFromTheItems)
+TEST_F(ItemManagerTest, aPartIsPickedFromTheItems)
 {
     begin();
     item("A", "5");
@@ -309,7 +309,7 @@ TEST_F(ItemManagerTest, APartIsPickedFromTheItems)
     EXPECT_EQ(set.getConstituents().size(), 1u);
 }
 
-TEST_F(ItemManagerTest, TheSelectedPartIsRemovedAndTheQuantityFollows)
+TEST_F(ItemManagerTest, theSelectedPartIsRemovedAndTheQuantityFollows)
 {
     begin();
     Item& a = item("A", "5");
@@ -325,7 +325,7 @@ TEST_F(ItemManagerTest, TheSelectedPartIsRemovedAndTheQuantityFollows)
     EXPECT_EQ(form().qty.text(), "5");
 }
 
-TEST_F(ItemManagerTest, AnItemCannotBePartOfItself)
+TEST_F(ItemManagerTest, anItemCannotBePartOfItself)
 {
     begin();
     Item& set = collectiveItem("Set", {});
@@ -338,7 +338,7 @@ TEST_F(ItemManagerTest, AnItemCannotBePartOfItself)
     EXPECT_TRUE(set.getConstituents().empty());
 }
 
-TEST_F(ItemManagerTest, ASetThatContainsTheItemFurtherDownCannotBeItsPart)
+TEST_F(ItemManagerTest, aSetThatContainsTheItemFurtherDownCannotBeItsPart)
 {
     begin();
     Item& a = item("A");
@@ -352,7 +352,7 @@ TEST_F(ItemManagerTest, ASetThatContainsTheItemFurtherDownCannotBeItsPart)
     EXPECT_EQ(bottom.getConstituents().size(), 1u);
 }
 
-TEST_F(ItemManagerTest, ADiamondCountsAsSelfReferentialUnlessItsPointIsEmpty)
+TEST_F(ItemManagerTest, aDiamondCountsAsSelfReferentialUnlessItsPointIsEmpty)
 {
     begin();
     Item& a = item("A");
@@ -371,7 +371,7 @@ TEST_F(ItemManagerTest, ADiamondCountsAsSelfReferentialUnlessItsPointIsEmpty)
     EXPECT_EQ(box.getConstituents().size(), 1u);
 }
 
-TEST_F(ItemManagerTest, TheSamePlainPartByTwoWaysIsFine)
+TEST_F(ItemManagerTest, theSamePlainPartByTwoWaysIsFine)
 {
     begin();
     Item& a = item("A");
@@ -384,7 +384,7 @@ TEST_F(ItemManagerTest, TheSamePlainPartByTwoWaysIsFine)
     EXPECT_EQ(box.getConstituents().size(), 1u);
 }
 
-TEST_F(ItemManagerTest, APartIsNotAddedTwice)
+TEST_F(ItemManagerTest, aPartIsNotAddedTwice)
 {
     begin();
     Item& a = item("A");
@@ -398,7 +398,7 @@ TEST_F(ItemManagerTest, APartIsNotAddedTwice)
     EXPECT_EQ(set.getConstituents().size(), 1u);
 }
 
-TEST_F(ItemManagerTest, ANewItemThatHasThePartAlreadyIsCalledByTheNameThatWasTyped)
+TEST_F(ItemManagerTest, aNewItemThatHasThePartAlreadyIsCalledByTheNameThatWasTyped)
 {
     begin();
     Item& a = item("A");
@@ -411,7 +411,7 @@ TEST_F(ItemManagerTest, ANewItemThatHasThePartAlreadyIsCalledByTheNameThatWasTyp
     EXPECT_EQ(lastAlert().text, "Unable to add A. Stool already contains it. Simply edit the quantity.");
 }
 
-TEST_F(ItemManagerTest, PartsComeBackFromDisk)
+TEST_F(ItemManagerTest, partsComeBackFromDisk)
 {
     begin();
     Item& a = item("A", "5");
@@ -431,7 +431,7 @@ TEST_F(ItemManagerTest, PartsComeBackFromDisk)
 
 // Deleting
 
-TEST_F(ItemManagerTest, AnItemInUseIsNotDeletedAndItsUsersAreNamed)
+TEST_F(ItemManagerTest, anItemInUseIsNotDeletedAndItsUsersAreNamed)
 {
     begin();
     Item& a = item("A");
@@ -445,7 +445,7 @@ TEST_F(ItemManagerTest, AnItemInUseIsNotDeletedAndItsUsersAreNamed)
     EXPECT_TRUE(items().holds(a));
 }
 
-TEST_F(ItemManagerTest, DeletingTheSelectionAsksFirst)
+TEST_F(ItemManagerTest, deletingTheSelectionAsksFirst)
 {
     begin();
     item("A");
@@ -460,7 +460,7 @@ TEST_F(ItemManagerTest, DeletingTheSelectionAsksFirst)
     EXPECT_EQ(items().getCount(), 0);
 }
 
-TEST_F(ItemManagerTest, OfSeveralItemsThoseInUseStayAndAreToldInTheirTurn)
+TEST_F(ItemManagerTest, ofSeveralItemsThoseInUseStayAndAreToldInTheirTurn)
 {
     begin();
     // Newest first: the rows are Box, Tea, Cup, Set, Mug, deleted from the last on.
@@ -485,7 +485,7 @@ TEST_F(ItemManagerTest, OfSeveralItemsThoseInUseStayAndAreToldInTheirTurn)
     EXPECT_TRUE(items().holds(set) && items().holds(tea) && items().holds(box));
 }
 
-TEST_F(ItemManagerTest, WhatOnlyItemsDeletedBeforeUsedGoesWithThem)
+TEST_F(ItemManagerTest, whatOnlyItemsDeletedBeforeUsedGoesWithThem)
 {
     begin();
     // Newest first: the collective item is the last row and goes first.
@@ -501,7 +501,7 @@ TEST_F(ItemManagerTest, WhatOnlyItemsDeletedBeforeUsedGoesWithThem)
     EXPECT_EQ(items().deleteBuffer(), (std::vector<dataObject*> {&set, &mug}));
 }
 
-TEST_F(ItemManagerTest, ManyItemsAreTakenOffTheListAtOnce)
+TEST_F(ItemManagerTest, manyItemsAreTakenOffTheListAtOnce)
 {
     begin();
     for (int i = 0; i < 500; ++i)
@@ -518,7 +518,7 @@ TEST_F(ItemManagerTest, ManyItemsAreTakenOffTheListAtOnce)
     EXPECT_LE(resets.count, 2);
 }
 
-TEST_F(ItemManagerTest, ADeletedItemLeavesTheLinesAndCanBeUndone)
+TEST_F(ItemManagerTest, aDeletedItemLeavesTheLinesAndCanBeUndone)
 {
     begin();
     orders().create();
@@ -534,7 +534,7 @@ TEST_F(ItemManagerTest, ADeletedItemLeavesTheLinesAndCanBeUndone)
 
 // A database that is only read
 
-TEST_F(ItemManagerTest, AReaderMakesSavesAndDeletesNothing)
+TEST_F(ItemManagerTest, aReaderMakesSavesAndDeletesNothing)
 {
     beginReadOnly();
     Item& mug = item("Mug", "10");

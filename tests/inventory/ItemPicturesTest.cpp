@@ -80,7 +80,7 @@ protected:
 
 } // namespace
 
-TEST_F(ItemPicturesTest, APictureIsWrittenAsTiffUnderTheItemsIdAndReadBackTheSame)
+TEST_F(ItemPicturesTest, aPictureIsWrittenAsTiffUnderTheItemsIdAndReadBackTheSame)
 {
     ASSERT_TRUE(pictures.setImage(12, red));
     EXPECT_EQ(QDir(images()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList("12.tiff"));
@@ -93,7 +93,7 @@ TEST_F(ItemPicturesTest, APictureIsWrittenAsTiffUnderTheItemsIdAndReadBackTheSam
     EXPECT_TRUE(kept(KeptFor::pictures).isEmpty());
 }
 
-TEST_F(ItemPicturesTest, ClearPartsStayClear)
+TEST_F(ItemPicturesTest, clearPartsStayClear)
 {
     QImage glass({4, 4}, QImage::Format_ARGB32);
     glass.fill(QColor(10, 200, 30, 40));
@@ -103,7 +103,7 @@ TEST_F(ItemPicturesTest, ClearPartsStayClear)
     EXPECT_NEAR(back.green(), 200, 3);
 }
 
-TEST_F(ItemPicturesTest, WithoutFolderOrFileThereIsNone)
+TEST_F(ItemPicturesTest, withoutFolderOrFileThereIsNone)
 {
     ASSERT_TRUE(pictures.getImage(1));
     EXPECT_TRUE(pictures.getImage(1).value().isNull());
@@ -112,13 +112,13 @@ TEST_F(ItemPicturesTest, WithoutFolderOrFileThereIsNone)
     EXPECT_TRUE(pictures.getImage(1).value().isNull());
 }
 
-TEST_F(ItemPicturesTest, TakingAwayWhatIsNotThereDoesNothing)
+TEST_F(ItemPicturesTest, takingAwayWhatIsNotThereDoesNothing)
 {
     EXPECT_TRUE(pictures.setImage(1, QImage()));
     EXPECT_FALSE(QFileInfo::exists(images()));
 }
 
-TEST_F(ItemPicturesTest, ANullPictureDeletesTheFileWhichIsKeptForRecovery)
+TEST_F(ItemPicturesTest, aNullPictureDeletesTheFileWhichIsKeptForRecovery)
 {
     ASSERT_TRUE(pictures.setImage(3, red));
     ASSERT_TRUE(pictures.setImage(3, QImage()));
@@ -127,7 +127,7 @@ TEST_F(ItemPicturesTest, ANullPictureDeletesTheFileWhichIsKeptForRecovery)
     EXPECT_EQ(kept(KeptFor::pictures), QStringList("3.tiff"));
 }
 
-TEST_F(ItemPicturesTest, ThePictureThatIsReplacedIsKeptForRecovery)
+TEST_F(ItemPicturesTest, thePictureThatIsReplacedIsKeptForRecovery)
 {
     ASSERT_TRUE(pictures.setImage(3, red));
     const QByteArray before = bytesOf(images() + "/3.tiff");
@@ -137,7 +137,7 @@ TEST_F(ItemPicturesTest, ThePictureThatIsReplacedIsKeptForRecovery)
     EXPECT_EQ(bytesOf(recovery.things().front().path), before);
 }
 
-TEST_F(ItemPicturesTest, TheFolderIsFoundInTheSpellingItHas)
+TEST_F(ItemPicturesTest, theFolderIsFoundInTheSpellingItHas)
 {
     writeFile(database() + "/itemimages/5.tiff", encoded(red, "tiff"));
     EXPECT_EQ(pictures.getImage(5).value().size(), red.size());
@@ -146,7 +146,7 @@ TEST_F(ItemPicturesTest, TheFolderIsFoundInTheSpellingItHas)
     EXPECT_FALSE(QFileInfo::exists(images()));
 }
 
-TEST_F(ItemPicturesTest, APictureThatAnotherProgramPutThereIsSeen)
+TEST_F(ItemPicturesTest, aPictureThatAnotherProgramPutThereIsSeen)
 {
     ASSERT_TRUE(pictures.setImage(5, red));
     EXPECT_EQ(pictures.getImage(5).value().size(), red.size());
@@ -160,7 +160,7 @@ TEST_F(ItemPicturesTest, APictureThatAnotherProgramPutThereIsSeen)
     EXPECT_TRUE(pictures.getImage(5).value().isNull());
 }
 
-TEST_F(ItemPicturesTest, AFileThatIsNoPictureSaysSo)
+TEST_F(ItemPicturesTest, aFileThatIsNoPictureSaysSo)
 {
     writeFile(images() + "/5.tiff", "no picture");
     const Result<QImage> picture = pictures.getImage(5);
@@ -169,7 +169,7 @@ TEST_F(ItemPicturesTest, AFileThatIsNoPictureSaysSo)
 
 // What cannot be written
 
-TEST_F(ItemPicturesTest, WhenTheFolderCannotBeMadeThePictureGoesToTheRecoveryStore)
+TEST_F(ItemPicturesTest, whenTheFolderCannotBeMadeThePictureGoesToTheRecoveryStore)
 {
     writeFile(images(), "in the way");
     const Result<void> saved = pictures.setImage(7, red);
@@ -182,7 +182,7 @@ TEST_F(ItemPicturesTest, WhenTheFolderCannotBeMadeThePictureGoesToTheRecoverySto
     EXPECT_EQ(bytesOf(images()), "in the way");
 }
 
-TEST_F(ItemPicturesTest, WhenTheFileCannotBeWrittenTheOldPictureStays)
+TEST_F(ItemPicturesTest, whenTheFileCannotBeWrittenTheOldPictureStays)
 {
     ONLY_WITH_OWN_MOUNTS();
     ASSERT_TRUE(pictures.setImage(7, red));
@@ -196,7 +196,7 @@ TEST_F(ItemPicturesTest, WhenTheFileCannotBeWrittenTheOldPictureStays)
     EXPECT_EQ(kept(KeptFor::unsaved), QStringList("7.tiff"));
 }
 
-TEST_F(ItemPicturesTest, WhatCannotBeKeptIsNotReplaced)
+TEST_F(ItemPicturesTest, whatCannotBeKeptIsNotReplaced)
 {
     ASSERT_TRUE(pictures.setImage(7, red));
     const QByteArray before = bytesOf(images() + "/7.tiff");
@@ -208,7 +208,7 @@ TEST_F(ItemPicturesTest, WhatCannotBeKeptIsNotReplaced)
 
 // From elsewhere
 
-TEST_F(ItemPicturesTest, TheUsualKindsAreTakenWhateverTheFileIsCalled)
+TEST_F(ItemPicturesTest, theUsualKindsAreTakenWhateverTheFileIsCalled)
 {
     for (const char* kind : {"png", "jpeg", "tiff", "bmp", "webp"}) {
         const Result<QImage> picture = ItemPictures::fromFile(writeFile(m_home.filePath("picture.data"), encoded(red, kind)));
@@ -217,7 +217,7 @@ TEST_F(ItemPicturesTest, TheUsualKindsAreTakenWhateverTheFileIsCalled)
     }
 }
 
-TEST_F(ItemPicturesTest, APictureOfTooManyPointsIsRefusedByItsHeader)
+TEST_F(ItemPicturesTest, aPictureOfTooManyPointsIsRefusedByItsHeader)
 {
     const QString path = writeFile(m_home.filePath("huge.png"), hugePng());
     // The header reads, so the refusal is one of size.
@@ -228,7 +228,7 @@ TEST_F(ItemPicturesTest, APictureOfTooManyPointsIsRefusedByItsHeader)
         refusal(ItemPictures::fromBytes(hugePng(), "It")), "It is too large: 60000 by 60000 points. 32 million points in all can be used.");
 }
 
-TEST_F(ItemPicturesTest, WhatIsNoPictureIsRefused)
+TEST_F(ItemPicturesTest, whatIsNoPictureIsRefused)
 {
     const std::string words = " is no picture that can be used: PNG, JPEG, TIFF, GIF, BMP and WebP can.";
     const QByteArray drawing = "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'><rect width='9' height='9'/></svg>";
@@ -240,7 +240,7 @@ TEST_F(ItemPicturesTest, WhatIsNoPictureIsRefused)
         EXPECT_EQ(refusal(ItemPictures::fromFile(path)), path.toStdString() + words);
 }
 
-TEST_F(ItemPicturesTest, APictureThatIsCutShortIsRefusedOrShownButNeverHangs)
+TEST_F(ItemPicturesTest, aPictureThatIsCutShortIsRefusedOrShownButNeverHangs)
 {
     const QByteArray whole = encoded(red, "png");
     const Result<QImage> picture = ItemPictures::fromBytes(whole.first(whole.size() - 30), "It");
@@ -248,7 +248,7 @@ TEST_F(ItemPicturesTest, APictureThatIsCutShortIsRefusedOrShownButNeverHangs)
     EXPECT_EQ(picture.error().message.rfind("It could not be read: ", 0), 0u) << picture.error().message;
 }
 
-TEST_F(ItemPicturesTest, OfADropTheFirstFileCounts)
+TEST_F(ItemPicturesTest, ofADropTheFirstFileCounts)
 {
     QMimeData data;
     const QString first = writeFile(m_home.filePath("a b.png"), encoded(red, "png"));
@@ -258,7 +258,7 @@ TEST_F(ItemPicturesTest, OfADropTheFirstFileCounts)
     EXPECT_EQ(ItemPictures::fromMimeData(data).value().size(), red.size());
 }
 
-TEST_F(ItemPicturesTest, APictureOnTheClipboardIsTakenFromItsBytesOrAsItIs)
+TEST_F(ItemPicturesTest, aPictureOnTheClipboardIsTakenFromItsBytesOrAsItIs)
 {
     QMimeData bytes;
     bytes.setData("image/png", encoded(red, "png"));
@@ -272,7 +272,7 @@ TEST_F(ItemPicturesTest, APictureOnTheClipboardIsTakenFromItsBytesOrAsItIs)
         "What was dropped or pasted is too large: 60000 by 60000 points. 32 million points in all can be used.");
 }
 
-TEST_F(ItemPicturesTest, ADropWithoutAPictureSaysSo)
+TEST_F(ItemPicturesTest, aDropWithoutAPictureSaysSo)
 {
     QMimeData text;
     text.setText("oak");

@@ -18,7 +18,7 @@ protected:
 
 // A new item
 
-TEST_F(ItemTest, ANewItemsTextsAreEmptyButForKindAndWebsiteFolder)
+TEST_F(ItemTest, aNewItemsTextsAreEmptyButForKindAndWebsiteFolder)
 {
     for (const char* name :
         {"item", "code", "variation", "brand", "category", "description", "comments", "price", "bought", "qty", "warnlevel", "optimumqty",
@@ -28,7 +28,7 @@ TEST_F(ItemTest, ANewItemsTextsAreEmptyButForKindAndWebsiteFolder)
     EXPECT_EQ(item.getFieldByName("websitefolder"), "~/sites/mysite/");
 }
 
-TEST_F(ItemTest, ANewItemsStockIsManagedAndItsButtonCodeHidden)
+TEST_F(ItemTest, aNewItemsStockIsManagedAndItsButtonCodeHidden)
 {
     EXPECT_EQ(item.getFieldByName("decreaseqty"), "YES");
     EXPECT_EQ(item.getFieldByName("hidebuttoncode"), "YES");
@@ -40,7 +40,7 @@ TEST_F(ItemTest, ANewItemsStockIsManagedAndItsButtonCodeHidden)
 
 // By name
 
-TEST_F(ItemTest, EveryTextButTheQuantityMethodIsSetAndReadByItsName)
+TEST_F(ItemTest, everyTextButTheQuantityMethodIsSetAndReadByItsName)
 {
     for (const char* name :
         {"item", "code", "variation", "brand", "category", "description", "price", "bought", "qty", "warnlevel", "optimumqty", "shipping",
@@ -50,7 +50,7 @@ TEST_F(ItemTest, EveryTextButTheQuantityMethodIsSetAndReadByItsName)
     }
 }
 
-TEST_F(ItemTest, CommentsAndDescriptionAreOneField)
+TEST_F(ItemTest, commentsAndDescriptionAreOneField)
 {
     item.setFieldByName("comments", "oak");
     EXPECT_EQ(item.getFieldByName("description"), "oak");
@@ -58,14 +58,14 @@ TEST_F(ItemTest, CommentsAndDescriptionAreOneField)
     EXPECT_EQ(item.getFieldByName("comments"), "ash");
 }
 
-TEST_F(ItemTest, TheQuantityMethodIsNotSetByName)
+TEST_F(ItemTest, theQuantityMethodIsNotSetByName)
 {
     item.setQuantityMethod("exact");
     EXPECT_FALSE(item.setFieldByName("quantitymethod", "none"));
     EXPECT_EQ(item.getFieldByName("quantitymethod"), "exact");
 }
 
-TEST_F(ItemTest, FlagsAreSetByTheExactWordYes)
+TEST_F(ItemTest, flagsAreSetByTheExactWordYes)
 {
     for (const char* name : {"decreaseqty", "exportbrevand", "exportgoogle", "hidebuttoncode"}) {
         item.setFieldByName(name, "YES");
@@ -78,7 +78,7 @@ TEST_F(ItemTest, FlagsAreSetByTheExactWordYes)
     }
 }
 
-TEST_F(ItemTest, TheIdReadsAsTextAndIsSetFromText)
+TEST_F(ItemTest, theIdReadsAsTextAndIsSetFromText)
 {
     item.setID(12);
     EXPECT_EQ(item.getFieldByName("id"), "12");
@@ -86,7 +86,7 @@ TEST_F(ItemTest, TheIdReadsAsTextAndIsSetFromText)
     EXPECT_EQ(item.getID(), 34);
 }
 
-TEST_F(ItemTest, NamesAreMatchedExactlyAndUnknownOnesAnswerNothing)
+TEST_F(ItemTest, namesAreMatchedExactlyAndUnknownOnesAnswerNothing)
 {
     item.setItem("a");
     item.setOptimumQty("5");
@@ -101,7 +101,7 @@ TEST_F(ItemTest, NamesAreMatchedExactlyAndUnknownOnesAnswerNothing)
 
 // Worked-out fields
 
-TEST_F(ItemTest, AvailabilityGoesByTheWholeNumberInStock)
+TEST_F(ItemTest, availabilityGoesByTheWholeNumberInStock)
 {
     const std::pair<const char*, const char*> cases[] = {{"1", "in stock"}, {"0", "out of stock"}, {"", "out of stock"},
         {"0.9", "out of stock"}, {"-3", "out of stock"}, {"12 boxes", "in stock"}, {"many", "out of stock"}, {"1.5", "in stock"}};
@@ -111,7 +111,7 @@ TEST_F(ItemTest, AvailabilityGoesByTheWholeNumberInStock)
     }
 }
 
-TEST_F(ItemTest, ThePriceIsJoinedWithTheCurrencyCode)
+TEST_F(ItemTest, thePriceIsJoinedWithTheCurrencyCode)
 {
     item.setPrice("12.50");
     EXPECT_EQ(item.getFieldByName("pricewithcode"), "12.50 ");
@@ -120,7 +120,7 @@ TEST_F(ItemTest, ThePriceIsJoinedWithTheCurrencyCode)
     EXPECT_EQ(item.getFieldByName("pricewithcode"), "12.50 GBP");
 }
 
-TEST_F(ItemTest, FeedsKnowThreeConditions)
+TEST_F(ItemTest, feedsKnowThreeConditions)
 {
     const std::pair<const char*, const char*> cases[] = {
         {"New", "new"}, {"Refurbished", "refurbished"}, {"Used", "used"}, {"", "used"}, {"new", "used"}, {"NEW", "used"}};
@@ -130,14 +130,14 @@ TEST_F(ItemTest, FeedsKnowThreeConditions)
     }
 }
 
-TEST_F(ItemTest, FeedsShippingStandsBehindThreeColons)
+TEST_F(ItemTest, feedsShippingStandsBehindThreeColons)
 {
     EXPECT_EQ(item.getFieldByName("shippingforgoogle"), ":::");
     item.setShipping("3.50");
     EXPECT_EQ(item.getFieldByName("shippingforgoogle"), ":::3.50");
 }
 
-TEST_F(ItemTest, StockFiguresAreMoney)
+TEST_F(ItemTest, stockFiguresAreMoney)
 {
     item.setQty("1,200");
     item.setBought("2.50");
@@ -146,7 +146,7 @@ TEST_F(ItemTest, StockFiguresAreMoney)
     EXPECT_EQ(item.getFieldByName("stockretail"), "4,800.00");
 }
 
-TEST_F(ItemTest, StockFiguresOfWhatDoesNotReadAreNothing)
+TEST_F(ItemTest, stockFiguresOfWhatDoesNotReadAreNothing)
 {
     item.setQty("lots");
     item.setBought("2.50");
@@ -155,7 +155,7 @@ TEST_F(ItemTest, StockFiguresOfWhatDoesNotReadAreNothing)
     EXPECT_EQ(item.getFieldByName("reorderqty"), "0.00");
 }
 
-TEST_F(ItemTest, StockFiguresAreWorkedOutInSinglePrecision)
+TEST_F(ItemTest, stockFiguresAreWorkedOutInSinglePrecision)
 {
     // 0.1 times 3 is 0.3000000119 in single precision; a hundred thousand and 0.07 is kept as 100,000.0703125.
     item.setQty("100,000.07");
@@ -163,7 +163,7 @@ TEST_F(ItemTest, StockFiguresAreWorkedOutInSinglePrecision)
     EXPECT_EQ(item.getFieldByName("stockcost"), "1,000,000.69");
 }
 
-TEST_F(ItemTest, WhatToReorderMayBeBelowNothing)
+TEST_F(ItemTest, whatToReorderMayBeBelowNothing)
 {
     item.setOptimumQty("10");
     item.setQty("12");
@@ -172,7 +172,7 @@ TEST_F(ItemTest, WhatToReorderMayBeBelowNothing)
 
 // The code as a number
 
-TEST_F(ItemTest, TheNumericCodeIsMadeFromAllDigits)
+TEST_F(ItemTest, theNumericCodeIsMadeFromAllDigits)
 {
     const std::pair<const char*, float> cases[] = {{"X-0012a", 12}, {"AB-12x3", 123}, {"none", 0}, {"", 0}, {"-7", 7}};
     for (const auto& [code, number] : cases) {
@@ -185,7 +185,7 @@ TEST_F(ItemTest, TheNumericCodeIsMadeFromAllDigits)
 
 // Quantities
 
-TEST_F(ItemTest, AdjustingAddsToTheQuantityAndWritesItShort)
+TEST_F(ItemTest, adjustingAddsToTheQuantityAndWritesItShort)
 {
     item.setQty("5.00");
     EXPECT_EQ(item.adjustQty(-2), 3.0f);
@@ -196,7 +196,7 @@ TEST_F(ItemTest, AdjustingAddsToTheQuantityAndWritesItShort)
     EXPECT_EQ(item.getQty(), "-0.75");
 }
 
-TEST_F(ItemTest, AdjustingAnEmptyOrUnreadableQuantityStartsFromNothing)
+TEST_F(ItemTest, adjustingAnEmptyOrUnreadableQuantityStartsFromNothing)
 {
     EXPECT_EQ(item.adjustQty(2), 2.0f);
     item.setQty("some");
@@ -204,7 +204,7 @@ TEST_F(ItemTest, AdjustingAnEmptyOrUnreadableQuantityStartsFromNothing)
     EXPECT_EQ(item.getQty(), "-1");
 }
 
-TEST_F(ItemTest, CountingUpAndDownGoesByTheWholeNumber)
+TEST_F(ItemTest, countingUpAndDownGoesByTheWholeNumber)
 {
     item.setQty("2.7");
     item.incQty();
@@ -217,7 +217,7 @@ TEST_F(ItemTest, CountingUpAndDownGoesByTheWholeNumber)
     EXPECT_EQ(item.getQty(), "-1");
 }
 
-TEST_F(ItemTest, FiguresReadThroughTheMoneyFormat)
+TEST_F(ItemTest, figuresReadThroughTheMoneyFormat)
 {
     item.setPrice("1,250.50");
     item.setBought("abc");
@@ -230,20 +230,20 @@ TEST_F(ItemTest, FiguresReadThroughTheMoneyFormat)
 
 // Categories
 
-TEST_F(ItemTest, TheFirstCategoryStandsAlone)
+TEST_F(ItemTest, theFirstCategoryStandsAlone)
 {
     item.addCategory("  Tea ");
     EXPECT_EQ(item.getCategory(), "Tea");
 }
 
-TEST_F(ItemTest, FurtherCategoriesAreAppendedBehindACommaAndABlank)
+TEST_F(ItemTest, furtherCategoriesAreAppendedBehindACommaAndABlank)
 {
     item.setCategory("Tea");
     item.addCategory("Mugs\n");
     EXPECT_EQ(item.getCategory(), "Tea, Mugs");
 }
 
-TEST_F(ItemTest, ACategoryThatIsThereIsNotAddedAgain)
+TEST_F(ItemTest, aCategoryThatIsThereIsNotAddedAgain)
 {
     item.setCategory("Tea ,Mugs");
     item.addCategory("Mugs");
@@ -253,21 +253,21 @@ TEST_F(ItemTest, ACategoryThatIsThereIsNotAddedAgain)
     EXPECT_EQ(item.getCategory(), "Tea ,Mugs, tea");
 }
 
-TEST_F(ItemTest, RemovingACategoryTurnsTheOrderOfTheOthersRound)
+TEST_F(ItemTest, removingACategoryTurnsTheOrderOfTheOthersRound)
 {
     item.setCategory("Tea, Mugs,, Pots , Trays");
     item.removeCategory(" Mugs ");
     EXPECT_EQ(item.getCategory(), "Trays, Pots, Tea");
 }
 
-TEST_F(ItemTest, TheLastCategoryStays)
+TEST_F(ItemTest, theLastCategoryStays)
 {
     item.setCategory(" Tea ,");
     item.removeCategory("Tea");
     EXPECT_EQ(item.getCategory(), " Tea ,");
 }
 
-TEST_F(ItemTest, RemovingACategoryThatIsNotThereStillTurnsTheOrderRound)
+TEST_F(ItemTest, removingACategoryThatIsNotThereStillTurnsTheOrderRound)
 {
     item.setCategory("Tea, Mugs");
     item.removeCategory("Pots");
@@ -276,7 +276,7 @@ TEST_F(ItemTest, RemovingACategoryThatIsNotThereStillTurnsTheOrderRound)
 
 // Searching and comparing
 
-TEST_F(ItemTest, SearchingLooksIntoElevenFieldsWhateverTheCase)
+TEST_F(ItemTest, searchingLooksIntoElevenFieldsWhateverTheCase)
 {
     for (const char* name :
         {"category", "brand", "code", "part", "condition", "description", "ean", "item", "status", "variation", "supplier"}) {
@@ -287,7 +287,7 @@ TEST_F(ItemTest, SearchingLooksIntoElevenFieldsWhateverTheCase)
     }
 }
 
-TEST_F(ItemTest, SearchingLooksIntoNoOtherField)
+TEST_F(ItemTest, searchingLooksIntoNoOtherField)
 {
     for (const char* name : {"price", "bought", "qty", "warnlevel", "optimumqty", "shipping", "taxcode", "type", "link", "imagelink",
              "buttoncode", "websitefolder"})
@@ -296,7 +296,7 @@ TEST_F(ItemTest, SearchingLooksIntoNoOtherField)
     EXPECT_FALSE(item.contains("needle"));
 }
 
-TEST_F(ItemTest, ItemsAreTheSameByTheirCodesWhateverTheCase)
+TEST_F(ItemTest, itemsAreTheSameByTheirCodesWhateverTheCase)
 {
     Item other(rules);
     item.setCode("Ab-1");
@@ -310,7 +310,7 @@ TEST_F(ItemTest, ItemsAreTheSameByTheirCodesWhateverTheCase)
 
 // Collective items
 
-TEST_F(ItemTest, OnlyTheExactKindMakesACollectiveItem)
+TEST_F(ItemTest, onlyTheExactKindMakesACollectiveItem)
 {
     for (const char* kind : {"collective item", "Collective Item", "Collective", "Item", ""}) {
         item.setFieldByName("type", kind);
@@ -320,7 +320,7 @@ TEST_F(ItemTest, OnlyTheExactKindMakesACollectiveItem)
     EXPECT_TRUE(item.isCollectiveItem());
 }
 
-TEST_F(ItemTest, MakingAnItemCollectiveAndBackKeepsItsParts)
+TEST_F(ItemTest, makingAnItemCollectiveAndBackKeepsItsParts)
 {
     Item part(rules);
     item.addConstituent(part);
@@ -333,7 +333,7 @@ TEST_F(ItemTest, MakingAnItemCollectiveAndBackKeepsItsParts)
 
 // Large stocks
 
-TEST_F(ItemTest, AStockOfAMillionIsReadBackAsItWasWritten)
+TEST_F(ItemTest, aStockOfAMillionIsReadBackAsItWasWritten)
 {
     item.setQty("2000000");
     EXPECT_EQ(item.adjustQty(-10), 1'999'990.0f);
@@ -346,7 +346,7 @@ TEST_F(ItemTest, AStockOfAMillionIsReadBackAsItWasWritten)
     EXPECT_EQ(item.getQty(), "500000");
 }
 
-TEST_F(ItemTest, AStockBeyondTheMoneyLimitsAndBelowNothingIsNotLostEither)
+TEST_F(ItemTest, aStockBeyondTheMoneyLimitsAndBelowNothingIsNotLostEither)
 {
     item.setQty("9000000");
     EXPECT_EQ(item.adjustQty(3'000'000), 12'000'000.0f);
@@ -357,7 +357,7 @@ TEST_F(ItemTest, AStockBeyondTheMoneyLimitsAndBelowNothingIsNotLostEither)
     EXPECT_EQ(item.getQtyAsFloat(), -2'000'000.0f);
 }
 
-TEST_F(ItemTest, AStockStaysANumberWhateverIsTakenFromIt)
+TEST_F(ItemTest, aStockStaysANumberWhateverIsTakenFromIt)
 {
     const float most = std::numeric_limits<float>::max();
     item.setQty("-5");
@@ -368,7 +368,7 @@ TEST_F(ItemTest, AStockStaysANumberWhateverIsTakenFromIt)
     EXPECT_EQ(item.getQtyAsFloat(), 0.0f) << "no figure of ours is as large";
 }
 
-TEST_F(ItemTest, OnlyTheShortFormTheProgramWritesIsReadSo)
+TEST_F(ItemTest, onlyTheShortFormTheProgramWritesIsReadSo)
 {
     EXPECT_EQ(stockQuantity(formatter, "2e+06"), 2e6);
     EXPECT_EQ(stockQuantity(formatter, "2,000.5"), 2000.5);
@@ -376,7 +376,7 @@ TEST_F(ItemTest, OnlyTheShortFormTheProgramWritesIsReadSo)
         EXPECT_EQ(stockQuantity(formatter, text), std::nullopt) << text;
 }
 
-TEST_F(ItemTest, LargeStocksCountOneByOneAndAreInStock)
+TEST_F(ItemTest, largeStocksCountOneByOneAndAreInStock)
 {
     item.setQty("2e+06");
     item.incQty();
@@ -394,7 +394,7 @@ TEST_F(ItemTest, LargeStocksCountOneByOneAndAreInStock)
     EXPECT_EQ(item.getFieldByName("stockcost"), "4,000,000.00");
 }
 
-TEST_F(ItemTest, TheLargestWholeNumberCountsOnWithoutTurningOver)
+TEST_F(ItemTest, theLargestWholeNumberCountsOnWithoutTurningOver)
 {
     item.setQty("2147483647");
     item.incQty();

@@ -15,7 +15,7 @@ protected:
 
 // Files
 
-TEST_F(LineKeepingTest, AnEditedCellRewritesTheFileOfLinesAndNoOther)
+TEST_F(LineKeepingTest, anEditedCellRewritesTheFileOfLinesAndNoOther)
 {
     begin();
     orders().create();
@@ -26,7 +26,7 @@ TEST_F(LineKeepingTest, AnEditedCellRewritesTheFileOfLinesAndNoOther)
     EXPECT_FALSE(hasFile("items.xml"));
 }
 
-TEST_F(LineKeepingTest, ARefusedCellWritesNothing)
+TEST_F(LineKeepingTest, aRefusedCellWritesNothing)
 {
     begin();
     orders().create();
@@ -35,7 +35,7 @@ TEST_F(LineKeepingTest, ARefusedCellWritesNothing)
     EXPECT_FALSE(hasFile("itemsordered.xml"));
 }
 
-TEST_F(LineKeepingTest, PickingWritesNothingYet)
+TEST_F(LineKeepingTest, pickingWritesNothingYet)
 {
     begin();
     orders().create();
@@ -43,7 +43,7 @@ TEST_F(LineKeepingTest, PickingWritesNothingYet)
     EXPECT_FALSE(hasFile("itemsordered.xml"));
 }
 
-TEST_F(LineKeepingTest, RemovingByKeyWritesWhateverWasAnswered)
+TEST_F(LineKeepingTest, removingByKeyWritesWhateverWasAnswered)
 {
     begin();
     orders().create();
@@ -58,7 +58,7 @@ TEST_F(LineKeepingTest, RemovingByKeyWritesWhateverWasAnswered)
     EXPECT_FALSE(lineFileHas("Mug"));
 }
 
-TEST_F(LineKeepingTest, RemovingAllLinesWritesTheFile)
+TEST_F(LineKeepingTest, removingAllLinesWritesTheFile)
 {
     begin();
     orders().create();
@@ -68,7 +68,7 @@ TEST_F(LineKeepingTest, RemovingAllLinesWritesTheFile)
     EXPECT_TRUE(readFile("itemsordered.xml").contains("<array/>"));
 }
 
-TEST_F(LineKeepingTest, AFileThatHoldsNothingOfALineLeavesItAsItWasMade)
+TEST_F(LineKeepingTest, aFileThatHoldsNothingOfALineLeavesItAsItWasMade)
 {
     writeFile("itemsordered.xml", document("<dict><key>materials</key><array><dict><key>id</key><string>4</string></dict></array></dict>"));
     begin();
@@ -83,7 +83,7 @@ TEST_F(LineKeepingTest, AFileThatHoldsNothingOfALineLeavesItAsItWasMade)
 
 // Copies
 
-TEST_F(LineKeepingTest, CopiesOfAMonthFirstUserAreDatedMonthFirst)
+TEST_F(LineKeepingTest, copiesOfAMonthFirstUserAreDatedMonthFirst)
 {
     writeSettings("<key>VendaroDateFormat</key><string>1</string>");
     start();
@@ -102,7 +102,7 @@ TEST_F(LineKeepingTest, CopiesOfAMonthFirstUserAreDatedMonthFirst)
 
 // Contacts of lines
 
-TEST_F(LineKeepingTest, LinesLearnTheContactsOfTheirOrders)
+TEST_F(LineKeepingTest, linesLearnTheContactsOfTheirOrders)
 {
     begin();
     Contact& ann = contact("Ann");
@@ -121,7 +121,7 @@ TEST_F(LineKeepingTest, LinesLearnTheContactsOfTheirOrders)
     EXPECT_EQ(ofSecond.getContact(), bob.getID());
 }
 
-TEST_F(LineKeepingTest, ALineOnDiskWithoutAContactTakesThatOfItsOrder)
+TEST_F(LineKeepingTest, aLineOnDiskWithoutAContactTakesThatOfItsOrder)
 {
     writeFile("orders.xml",
         document("<dict><key>orders</key><array><dict><key>id</key><string>3</string><key>contact</key><string>5</string>"
@@ -141,7 +141,7 @@ TEST_F(LineKeepingTest, ALineOnDiskWithoutAContactTakesThatOfItsOrder)
 
 // Removing and stock
 
-TEST_F(LineKeepingTest, ARemovedSetGivesItsPartsBack)
+TEST_F(LineKeepingTest, aRemovedSetGivesItsPartsBack)
 {
     begin();
     orders().create();
@@ -155,7 +155,7 @@ TEST_F(LineKeepingTest, ARemovedSetGivesItsPartsBack)
     EXPECT_TRUE(alerts.asked().empty());
 }
 
-TEST_F(LineKeepingTest, MoreOfASetTakesMoreOfItsParts)
+TEST_F(LineKeepingTest, moreOfASetTakesMoreOfItsParts)
 {
     begin();
     orders().create();
@@ -167,7 +167,7 @@ TEST_F(LineKeepingTest, MoreOfASetTakesMoreOfItsParts)
     EXPECT_EQ(a.getQty(), "8");
 }
 
-TEST_F(LineKeepingTest, ANegativeQuantityTakesWhatItWouldGiveBack)
+TEST_F(LineKeepingTest, aNegativeQuantityTakesWhatItWouldGiveBack)
 {
     begin();
     orders().create();
@@ -180,7 +180,7 @@ TEST_F(LineKeepingTest, ANegativeQuantityTakesWhatItWouldGiveBack)
     EXPECT_EQ(mug.getQty(), "10");
 }
 
-TEST_F(LineKeepingTest, TheCountOfItemsStopsAtWhatAWholeNumberHolds)
+TEST_F(LineKeepingTest, theCountOfItemsStopsAtWhatAWholeNumberHolds)
 {
     begin();
     const Order& stocktake = order("Stocktake");
@@ -193,7 +193,7 @@ TEST_F(LineKeepingTest, TheCountOfItemsStopsAtWhatAWholeNumberHolds)
     EXPECT_EQ(lines().countTotalItemsPurchased(), "-2147483648");
 }
 
-TEST_F(LineKeepingTest, ForAReaderLinesAndStockStayAsTheyAre)
+TEST_F(LineKeepingTest, forAReaderLinesAndStockStayAsTheyAre)
 {
     beginReadOnly();
     Order& bench = order("Bench");
@@ -212,7 +212,7 @@ TEST_F(LineKeepingTest, ForAReaderLinesAndStockStayAsTheyAre)
 
 // What does not read
 
-TEST_F(LineKeepingTest, ACellThatDoesNotReadSaysSo)
+TEST_F(LineKeepingTest, aCellThatDoesNotReadSaysSo)
 {
     begin(taxSettings());
     Order& bench = order("Bench");
@@ -233,7 +233,7 @@ TEST_F(LineKeepingTest, ACellThatDoesNotReadSaysSo)
     EXPECT_EQ(lines().cellFault("taxcode", 0), "");
 }
 
-TEST_F(LineKeepingTest, WithoutTaxNoCodeIsWrong)
+TEST_F(LineKeepingTest, withoutTaxNoCodeIsWrong)
 {
     begin();
     Order& bench = order("Bench");
@@ -244,7 +244,7 @@ TEST_F(LineKeepingTest, WithoutTaxNoCodeIsWrong)
 
 // Lines that change their order
 
-TEST_F(LineKeepingTest, ALineWhoseOrderIsSetByNameGoesToThatOrderInCollectionOrder)
+TEST_F(LineKeepingTest, aLineWhoseOrderIsSetByNameGoesToThatOrderInCollectionOrder)
 {
     begin();
     const Order& bench = order("Bench");

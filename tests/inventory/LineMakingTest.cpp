@@ -28,7 +28,7 @@ protected:
     ListResets m_itemResets;
 };
 
-TEST_F(LineMakingTest, PickingReloadsTheLinesAndTheCellsOfTheItems)
+TEST_F(LineMakingTest, pickingReloadsTheLinesAndTheCellsOfTheItems)
 {
     Item& mug = item("Mug");
     items().reloadData();
@@ -42,13 +42,13 @@ TEST_F(LineMakingTest, PickingReloadsTheLinesAndTheCellsOfTheItems)
     EXPECT_EQ(m_itemResets.count, 0) << "no item came or went";
 }
 
-TEST_F(LineMakingTest, AnItemThatTheListWasNotToldOfComesWithTheLine)
+TEST_F(LineMakingTest, anItemThatTheListWasNotToldOfComesWithTheLine)
 {
     orders().addItemToCurrentOrder(item("Mug"));
     EXPECT_EQ(m_itemResets.count, 1);
 }
 
-TEST_F(LineMakingTest, ALineTakesTheNextIdOfAllLines)
+TEST_F(LineMakingTest, aLineTakesTheNextIdOfAllLines)
 {
     line(order("other"), "1.00").setID(41);
     lines().findAndSetHighestId();
@@ -56,14 +56,14 @@ TEST_F(LineMakingTest, ALineTakesTheNextIdOfAllLines)
     EXPECT_EQ(lines().linesOfOrder(currentOrder().getID()).front()->getID(), 42);
 }
 
-TEST_F(LineMakingTest, APriceThatIsNoNumberCountsAsNothing)
+TEST_F(LineMakingTest, aPriceThatIsNoNumberCountsAsNothing)
 {
     orders().addItemToCurrentOrder(item("Mug", "10", "ask"));
     EXPECT_THAT(shown(lines(), "cost"), ElementsAre("ask"));
     EXPECT_THAT(shown(lines(), "total"), ElementsAre("0.00"));
 }
 
-TEST_F(LineMakingTest, AQuantityWithAFractionMovesTheFraction)
+TEST_F(LineMakingTest, aQuantityWithAFractionMovesTheFraction)
 {
     Item& cloth = item("Cloth", "10");
     orders().addItemToCurrentOrder(cloth);
@@ -73,7 +73,7 @@ TEST_F(LineMakingTest, AQuantityWithAFractionMovesTheFraction)
     EXPECT_EQ(cloth.getQty(), "7.75");
 }
 
-TEST_F(LineMakingTest, AnEmptyQuantityGivesAllOfItBack)
+TEST_F(LineMakingTest, anEmptyQuantityGivesAllOfItBack)
 {
     Item& mug = item("Mug", "10");
     orders().addItemToCurrentOrder(mug);
@@ -82,7 +82,7 @@ TEST_F(LineMakingTest, AnEmptyQuantityGivesAllOfItBack)
     EXPECT_THAT(shown(lines(), "total"), ElementsAre("0.00"));
 }
 
-TEST_F(LineMakingTest, TakingOffAllLinesReloadsBothListsAndCountsAnew)
+TEST_F(LineMakingTest, takingOffAllLinesReloadsBothListsAndCountsAnew)
 {
     orders().addItemToCurrentOrder(item("Mug"));
     orders().addItemToCurrentOrder(item("Plate"));
@@ -95,7 +95,7 @@ TEST_F(LineMakingTest, TakingOffAllLinesReloadsBothListsAndCountsAnew)
     EXPECT_GT(m_itemResets.cells, 0);
 }
 
-TEST_F(LineMakingTest, LinesCopiedOntoTheShownOrderAreSeen)
+TEST_F(LineMakingTest, linesCopiedOntoTheShownOrderAreSeen)
 {
     const Order& source = order("source");
     line(source, "1.00").setItem("Delivery");
@@ -104,7 +104,7 @@ TEST_F(LineMakingTest, LinesCopiedOntoTheShownOrderAreSeen)
     EXPECT_THAT(shown(lines(), "item"), ElementsAre("Delivery"));
 }
 
-TEST_F(LineMakingTest, CopiesTimesAndTextsKnowTheKindOfTheirOrder)
+TEST_F(LineMakingTest, copiesTimesAndTextsKnowTheKindOfTheirOrder)
 {
     Order& purchase = order("Clay");
     purchase.setType("Purchase Order");
@@ -119,7 +119,7 @@ TEST_F(LineMakingTest, CopiesTimesAndTextsKnowTheKindOfTheirOrder)
     EXPECT_EQ(lines().create("Delivery").getOrderType(), "Purchase Order");
 }
 
-TEST_F(LineMakingTest, LinesFollowTheKindThatIsChosenForTheirOrder)
+TEST_F(LineMakingTest, linesFollowTheKindThatIsChosenForTheirOrder)
 {
     orders().addItemToCurrentOrder(item("Mug"));
     const Material& other = line(order("other"), "1.00");
@@ -131,12 +131,12 @@ TEST_F(LineMakingTest, LinesFollowTheKindThatIsChosenForTheirOrder)
     EXPECT_EQ(lines().getFirstItem()->getFieldByName("order:type"), "Customer");
 }
 
-TEST_F(LineMakingTest, TheStartOfATimeLineIsCutByLetters)
+TEST_F(LineMakingTest, theStartOfATimeLineIsCutByLetters)
 {
     EXPECT_EQ(lines().addTimeLine({"Glazing", "5 août 24", "1", "Hours", "20.00", "20.00"}).getCode(), "5 aoû");
 }
 
-TEST_F(LineMakingTest, ATimeLineMovesNoStockWhenItIsEditedOrTakenOff)
+TEST_F(LineMakingTest, aTimeLineMovesNoStockWhenItIsEditedOrTakenOff)
 {
     Item& mug = item("Mug", "10");
     Material& time = lines().addTimeLine({"Mug", "05/01/24", "2.5", "Hours", "20.00", "50.00"});
@@ -146,7 +146,7 @@ TEST_F(LineMakingTest, ATimeLineMovesNoStockWhenItIsEditedOrTakenOff)
     EXPECT_EQ(mug.getQty(), "10");
 }
 
-TEST_F(LineMakingTest, ALineFromNoItemMovesNoStock)
+TEST_F(LineMakingTest, aLineFromNoItemMovesNoStock)
 {
     Item& mug = item("Mug", "10");
     Material& text = lines().create("Mug");
@@ -159,7 +159,7 @@ TEST_F(LineMakingTest, ALineFromNoItemMovesNoStock)
     EXPECT_EQ(mug.getQty(), "10");
 }
 
-TEST_F(LineMakingTest, TheCollectiveItemAsksBeforeItsPartsAndEachPartForItself)
+TEST_F(LineMakingTest, theCollectiveItemAsksBeforeItsPartsAndEachPartForItself)
 {
     Item& a = item("A", "1");
     Item& b = item("B", "0");

@@ -23,7 +23,7 @@ private:
     Order* m_order = nullptr;
 };
 
-TEST_F(MaterialTest, ANewLineIsOneOfNothing)
+TEST_F(MaterialTest, aNewLineIsOneOfNothing)
 {
     const Material line(rules());
     EXPECT_EQ(line.getQty(), "1");
@@ -33,7 +33,7 @@ TEST_F(MaterialTest, ANewLineIsOneOfNothing)
         EXPECT_EQ(line.getFieldByName(name), "0") << name;
 }
 
-TEST_F(MaterialTest, ALineIsMadeForAnOrderAndAnItem)
+TEST_F(MaterialTest, aLineIsMadeForAnOrderAndAnItem)
 {
     const Material line(rules(), 12, 34);
     EXPECT_EQ(line.getFieldByName("order"), "12");
@@ -42,7 +42,7 @@ TEST_F(MaterialTest, ALineIsMadeForAnOrderAndAnItem)
     EXPECT_EQ(Material(rules(), 12).getProduct(), 0);
 }
 
-TEST_F(MaterialTest, FieldsAreSetAndReadByTheirNames)
+TEST_F(MaterialTest, fieldsAreSetAndReadByTheirNames)
 {
     Material line(rules());
     for (const char* name : {"item", "qty", "cost", "unit", "total", "code", "taxcode", "dateadded", "variation"}) {
@@ -51,7 +51,7 @@ TEST_F(MaterialTest, FieldsAreSetAndReadByTheirNames)
     }
 }
 
-TEST_F(MaterialTest, UnknownNamesAnswerNothing)
+TEST_F(MaterialTest, unknownNamesAnswerNothing)
 {
     Material line(rules(), 1, 2);
     line.setItem("Mug");
@@ -61,7 +61,7 @@ TEST_F(MaterialTest, UnknownNamesAnswerNothing)
     EXPECT_FALSE(line.setFieldByName("id", "5"));
 }
 
-TEST_F(MaterialTest, NumbersReadThroughTheMoneyFormat)
+TEST_F(MaterialTest, numbersReadThroughTheMoneyFormat)
 {
     Material line(rules());
     line.setQty("1,200");
@@ -72,7 +72,7 @@ TEST_F(MaterialTest, NumbersReadThroughTheMoneyFormat)
     EXPECT_EQ(line.getTotalasFloat(), 0.0f);
 }
 
-TEST_F(MaterialTest, TheTotalIsQuantityTimesCostAsMoney)
+TEST_F(MaterialTest, theTotalIsQuantityTimesCostAsMoney)
 {
     Material line(rules());
     line.setQty("1,200");
@@ -87,7 +87,7 @@ TEST_F(MaterialTest, TheTotalIsQuantityTimesCostAsMoney)
     EXPECT_EQ(line.getTotal(), "-5.00");
 }
 
-TEST_F(MaterialTest, TheTotalIsWorkedOutInSinglePrecision)
+TEST_F(MaterialTest, theTotalIsWorkedOutInSinglePrecision)
 {
     // 123.45 is kept as 123.4499969482; three thousand three hundred and thirty-three of them come to 411,458.84375,
     // not .85.
@@ -98,7 +98,7 @@ TEST_F(MaterialTest, TheTotalIsWorkedOutInSinglePrecision)
     EXPECT_EQ(line.getTotal(), "411,458.84");
 }
 
-TEST_F(MaterialTest, TheDateAddedIsDayFirst)
+TEST_F(MaterialTest, theDateAddedIsDayFirst)
 {
     Material line(rules());
     line.setDateAdded("02/03/2024");
@@ -108,7 +108,7 @@ TEST_F(MaterialTest, TheDateAddedIsDayFirst)
     EXPECT_EQ(line.getDateaddedasdate(), QDate(2000, 1, 1));
 }
 
-TEST_F(MaterialTest, AnOrdersFieldsAreReadThroughTheLine)
+TEST_F(MaterialTest, anOrdersFieldsAreReadThroughTheLine)
 {
     auto contact = std::make_unique<Contact>();
     contact->setEmail("ann@example.org");
@@ -125,7 +125,7 @@ TEST_F(MaterialTest, AnOrdersFieldsAreReadThroughTheLine)
     EXPECT_EQ(line.getFieldByName("order:contact:type"), "Trade");
 }
 
-TEST_F(MaterialTest, TheItemsCategoryIsReadThroughTheLine)
+TEST_F(MaterialTest, theItemsCategoryIsReadThroughTheLine)
 {
     auto item = std::make_unique<Item>(app().getItemManager().rules());
     item->setCategory("Tea, Mugs");
@@ -133,7 +133,7 @@ TEST_F(MaterialTest, TheItemsCategoryIsReadThroughTheLine)
     EXPECT_EQ(Material(rules(), 0, mug.getID()).getFieldByName("item:category"), "Tea, Mugs");
 }
 
-TEST_F(MaterialTest, WhatIsNotThereIsReadAsNothing)
+TEST_F(MaterialTest, whatIsNotThereIsReadAsNothing)
 {
     const Material line(rules(), 999, 999);
     for (const char* name : {"order:number", "order:date", "order:contact:email", "order:contact:type", "item:category"})
@@ -142,7 +142,7 @@ TEST_F(MaterialTest, WhatIsNotThereIsReadAsNothing)
     EXPECT_EQ(ofOrder.getFieldByName("order:contact:email"), "");
 }
 
-TEST_F(MaterialTest, TheOrdersKindAndContactStandOnTheLineItself)
+TEST_F(MaterialTest, theOrdersKindAndContactStandOnTheLineItself)
 {
     Material line(rules());
     line.setOrderType("Purchase Order");
@@ -151,14 +151,14 @@ TEST_F(MaterialTest, TheOrdersKindAndContactStandOnTheLineItself)
     EXPECT_EQ(line.getFieldByName("order:contact:id"), "5");
 }
 
-TEST_F(MaterialTest, TheCodeSortsByItsDigits)
+TEST_F(MaterialTest, theCodeSortsByItsDigits)
 {
     Material line(rules());
     line.setCode("A-12b3");
     EXPECT_EQ(line.getNumericCode(), 123.0f);
 }
 
-TEST_F(MaterialTest, GoodsMoveByTheQuantityCutOffAfterThePoint)
+TEST_F(MaterialTest, goodsMoveByTheQuantityCutOffAfterThePoint)
 {
     const std::pair<const char*, int> cases[] {
         {"3", 3}, {"2.9", 2}, {"-2.9", -2}, {"1,000", 1000}, {"3 pieces", 3}, {"", 0}, {"few", 0}, {"10,000,000", 10'000'000}};

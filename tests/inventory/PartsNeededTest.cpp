@@ -78,7 +78,7 @@ protected:
 
 // One level
 
-TEST_F(PartsNeededTest, TheScarcestPartLimitsAndOnlyWholeOnesAreMade)
+TEST_F(PartsNeededTest, theScarcestPartLimitsAndOnlyWholeOnesAreMade)
 {
     const Item& leg = item("Leg", "10");
     const Item& seat = item("Seat", "3");
@@ -90,7 +90,7 @@ TEST_F(PartsNeededTest, TheScarcestPartLimitsAndOnlyWholeOnesAreMade)
     EXPECT_EQ(stool.limiting()->inStock, 10);
 }
 
-TEST_F(PartsNeededTest, OfPartsThatLimitAlikeTheFirstIsNamed)
+TEST_F(PartsNeededTest, ofPartsThatLimitAlikeTheFirstIsNamed)
 {
     const Item& leg = item("Leg", "8");
     const Item& seat = item("Seat", "2");
@@ -99,7 +99,7 @@ TEST_F(PartsNeededTest, OfPartsThatLimitAlikeTheFirstIsNamed)
     EXPECT_EQ(limit(stool), "Seat");
 }
 
-TEST_F(PartsNeededTest, NothingIsNeededForAPlainItemWhateverPartsItKeeps)
+TEST_F(PartsNeededTest, nothingIsNeededForAPlainItemWhateverPartsItKeeps)
 {
     Item& leg = item("Leg", "10");
     Item& plain = item("Plain", "4");
@@ -111,7 +111,7 @@ TEST_F(PartsNeededTest, NothingIsNeededForAPlainItemWhateverPartsItKeeps)
     EXPECT_TRUE(parts.missingFor(5).empty());
 }
 
-TEST_F(PartsNeededTest, PartsThatAreGoneOrNeededNoTimesAreLeftOut)
+TEST_F(PartsNeededTest, partsThatAreGoneOrNeededNoTimesAreLeftOut)
 {
     Item& leg = item("Leg", "10");
     const Item& spare = item("Spare", "0");
@@ -126,7 +126,7 @@ TEST_F(PartsNeededTest, PartsThatAreGoneOrNeededNoTimesAreLeftOut)
     EXPECT_EQ(needed(stool).limiting(), nullptr);
 }
 
-TEST_F(PartsNeededTest, APartListedTwiceIsNeededForBoth)
+TEST_F(PartsNeededTest, aPartListedTwiceIsNeededForBoth)
 {
     const Item& screw = item("Screw", "10");
     const PartsNeeded box = needed(collective("Box", {{&screw, 1}, {&screw, 3}}));
@@ -134,7 +134,7 @@ TEST_F(PartsNeededTest, APartListedTwiceIsNeededForBoth)
     EXPECT_EQ(box.canBeMade(), 2);
 }
 
-TEST_F(PartsNeededTest, WhatIsOwedAlreadyIsMissingToo)
+TEST_F(PartsNeededTest, whatIsOwedAlreadyIsMissingToo)
 {
     const Item& leg = item("Leg", "-2");
     const PartsNeeded stool = needed(collective("Stool", {{&leg, 3}}));
@@ -146,7 +146,7 @@ TEST_F(PartsNeededTest, WhatIsOwedAlreadyIsMissingToo)
     EXPECT_EQ(missing[0].missing, 8);
 }
 
-TEST_F(PartsNeededTest, StockThatDoesNotReadIsNone)
+TEST_F(PartsNeededTest, stockThatDoesNotReadIsNone)
 {
     const Item& leg = item("Leg", "some");
     EXPECT_EQ(needed(collective("Stool", {{&leg, 3}})).canBeMade(), 0);
@@ -154,7 +154,7 @@ TEST_F(PartsNeededTest, StockThatDoesNotReadIsNone)
 
 // Fractions
 
-TEST_F(PartsNeededTest, TenthsAreNotLostToRounding)
+TEST_F(PartsNeededTest, tenthsAreNotLostToRounding)
 {
     const Item& glue = item("Glue", "0.3");
     EXPECT_EQ(needed(collective("Joint", {{&glue, 0.1f}})).canBeMade(), 3);
@@ -164,7 +164,7 @@ TEST_F(PartsNeededTest, TenthsAreNotLostToRounding)
     EXPECT_EQ(needed(collective("Hook", {{&wire, 0.1f}})).canBeMade(), 6);
 }
 
-TEST_F(PartsNeededTest, TenthsOfTenthsAreNeitherMissingNorTooMany)
+TEST_F(PartsNeededTest, tenthsOfTenthsAreNeitherMissingNorTooMany)
 {
     // A hundredth of a tin for one, one tin for a hundred.
     const Item& paint = item("Paint", "1");
@@ -178,7 +178,7 @@ TEST_F(PartsNeededTest, TenthsOfTenthsAreNeitherMissingNorTooMany)
 
 // Levels
 
-TEST_F(PartsNeededTest, PartsOfPartsAreCountedThroughAllLevels)
+TEST_F(PartsNeededTest, partsOfPartsAreCountedThroughAllLevels)
 {
     const Item& leg = item("Leg", "30");
     const Item& bar = item("Bar", "20");
@@ -195,7 +195,7 @@ TEST_F(PartsNeededTest, PartsOfPartsAreCountedThroughAllLevels)
     EXPECT_EQ(limit(table), "Leg");
 }
 
-TEST_F(PartsNeededTest, BranchesCompeteForThePartsTheyShare)
+TEST_F(PartsNeededTest, branchesCompeteForThePartsTheyShare)
 {
     const Item& screw = item("Screw", "12");
     const Item& left = collective("Left", {{&screw, 2}});
@@ -212,7 +212,7 @@ TEST_F(PartsNeededTest, BranchesCompeteForThePartsTheyShare)
     EXPECT_EQ(missing[0].missing, 18);
 }
 
-TEST_F(PartsNeededTest, AnItemMetDeepAndShallowHasItsTurnOnce)
+TEST_F(PartsNeededTest, anItemMetDeepAndShallowHasItsTurnOnce)
 {
     // The kit takes the bolt set directly, and once more by the frame: 1 + 2 x 3 sets of 5 bolts.
     const Item& bolt = item("Bolt", "100");
@@ -224,7 +224,7 @@ TEST_F(PartsNeededTest, AnItemMetDeepAndShallowHasItsTurnOnce)
     EXPECT_EQ(kit.canBeMade(), 2);
 }
 
-TEST_F(PartsNeededTest, TheStoredFigureOfACollectivePartIsNoStock)
+TEST_F(PartsNeededTest, theStoredFigureOfACollectivePartIsNoStock)
 {
     const Item& leg = item("Leg", "4");
     Item& stool = collective("Stool", {{&leg, 4}});
@@ -232,7 +232,7 @@ TEST_F(PartsNeededTest, TheStoredFigureOfACollectivePartIsNoStock)
     EXPECT_EQ(needed(collective("Pair", {{&stool, 2}})).canBeMade(), 0);
 }
 
-TEST_F(PartsNeededTest, ACollectivePartMadeOfNothingCannotBeHad)
+TEST_F(PartsNeededTest, aCollectivePartMadeOfNothingCannotBeHad)
 {
     Item& empty = collective("Empty");
     empty.setQty("9");
@@ -247,7 +247,7 @@ TEST_F(PartsNeededTest, ACollectivePartMadeOfNothingCannotBeHad)
 
 // Cycles
 
-TEST_F(PartsNeededTest, AnItemThatContainsItselfCannotBeMade)
+TEST_F(PartsNeededTest, anItemThatContainsItselfCannotBeMade)
 {
     const Item& leg = item("Leg", "40");
     Item& odd = collective("Odd", {{&leg, 2}});
@@ -264,7 +264,7 @@ TEST_F(PartsNeededTest, AnItemThatContainsItselfCannotBeMade)
     EXPECT_EQ(missing[0].inStock, 0);
 }
 
-TEST_F(PartsNeededTest, ACycleFurtherDownIsGoneIntoOnce)
+TEST_F(PartsNeededTest, aCycleFurtherDownIsGoneIntoOnce)
 {
     const Item& screw = item("Screw", "100");
     Item& inner = collective("Inner", {{&screw, 1}});
@@ -279,7 +279,7 @@ TEST_F(PartsNeededTest, ACycleFurtherDownIsGoneIntoOnce)
     EXPECT_EQ(lookUps, 4);
 }
 
-TEST_F(PartsNeededTest, ARingOfThousandsIsGoneAroundOnce)
+TEST_F(PartsNeededTest, aRingOfThousandsIsGoneAroundOnce)
 {
     constexpr int count = 5000;
     std::vector<Item*> ring;
@@ -297,7 +297,7 @@ TEST_F(PartsNeededTest, ARingOfThousandsIsGoneAroundOnce)
 
 // Many
 
-TEST_F(PartsNeededTest, SharedDiamondsAreLookedAtOnceHoweverManyWaysLeadThere)
+TEST_F(PartsNeededTest, sharedDiamondsAreLookedAtOnceHoweverManyWaysLeadThere)
 {
     // Each level takes the next one by two ways: 2 to the power of 40 ways lead to the nail.
     constexpr int levels = 40;
@@ -316,7 +316,7 @@ TEST_F(PartsNeededTest, SharedDiamondsAreLookedAtOnceHoweverManyWaysLeadThere)
     EXPECT_EQ(tower.missingFor(1)[0].missing, 1'099'511'627'776.0 - 5'000'000.0);
 }
 
-TEST_F(PartsNeededTest, AChainOfThousandsIsFollowedToItsEnd)
+TEST_F(PartsNeededTest, aChainOfThousandsIsFollowedToItsEnd)
 {
     constexpr int levels = 20'000;
     const Item& nail = item("Nail", "7");
@@ -328,7 +328,7 @@ TEST_F(PartsNeededTest, AChainOfThousandsIsFollowedToItsEnd)
     EXPECT_EQ(lookUps, levels);
 }
 
-TEST_F(PartsNeededTest, ThousandsOfPartsAreEachCounted)
+TEST_F(PartsNeededTest, thousandsOfPartsAreEachCounted)
 {
     Item& kit = collective("Kit");
     constexpr int count = 6000;
@@ -343,7 +343,7 @@ TEST_F(PartsNeededTest, ThousandsOfPartsAreEachCounted)
     EXPECT_EQ(parts.missingFor(11).size(), static_cast<std::size_t>(count));
 }
 
-TEST_F(PartsNeededTest, FiguresBeyondAllMeasureStayFigures)
+TEST_F(PartsNeededTest, figuresBeyondAllMeasureStayFigures)
 {
     const Item& dust = item("Dust", "5");
     const Item* many = &dust;
@@ -361,7 +361,7 @@ TEST_F(PartsNeededTest, FiguresBeyondAllMeasureStayFigures)
 
 // What is missing
 
-TEST_F(PartsNeededTest, OnlyWhatThereIsTooLittleOfIsMissing)
+TEST_F(PartsNeededTest, onlyWhatThereIsTooLittleOfIsMissing)
 {
     const Item& leg = item("Leg", "10");
     const Item& seat = item("Seat", "3");
@@ -377,7 +377,7 @@ TEST_F(PartsNeededTest, OnlyWhatThereIsTooLittleOfIsMissing)
     EXPECT_EQ(missing[1].missing, 2);
 }
 
-TEST_F(PartsNeededTest, ForNoneOrLessNothingIsMissing)
+TEST_F(PartsNeededTest, forNoneOrLessNothingIsMissing)
 {
     const Item& leg = item("Leg", "-5");
     const PartsNeeded stool = needed(collective("Stool", {{&leg, 4}}));

@@ -30,7 +30,7 @@ protected:
 
 } // namespace
 
-TEST_F(PictureOfAnItemTest, ADroppedPictureIsSavedWithTheItemAndShownWhenItOpensAgain)
+TEST_F(PictureOfAnItemTest, aDroppedPictureIsSavedWithTheItemAndShownWhenItOpensAgain)
 {
     begin();
     Item& mug = item("Mug");
@@ -49,7 +49,7 @@ TEST_F(PictureOfAnItemTest, ADroppedPictureIsSavedWithTheItemAndShownWhenItOpens
     EXPECT_FALSE(items().wasChangedByCommand());
 }
 
-TEST_F(PictureOfAnItemTest, ACancelledPictureIsNeitherTakenNorRemoved)
+TEST_F(PictureOfAnItemTest, aCancelledPictureIsNeitherTakenNorRemoved)
 {
     begin();
     Item& mug = item("Mug");
@@ -66,7 +66,7 @@ TEST_F(PictureOfAnItemTest, ACancelledPictureIsNeitherTakenNorRemoved)
     EXPECT_TRUE(hasPicture(1));
 }
 
-TEST_F(PictureOfAnItemTest, ARemovedPictureGoesToTheRecoveryStore)
+TEST_F(PictureOfAnItemTest, aRemovedPictureGoesToTheRecoveryStore)
 {
     begin();
     Item& mug = item("Mug");
@@ -79,7 +79,7 @@ TEST_F(PictureOfAnItemTest, ARemovedPictureGoesToTheRecoveryStore)
     EXPECT_EQ(recovered("1.tiff").size(), 1);
 }
 
-TEST_F(PictureOfAnItemTest, SavingSomethingElseLeavesThePictureAlone)
+TEST_F(PictureOfAnItemTest, savingSomethingElseLeavesThePictureAlone)
 {
     begin();
     Item& mug = item("Mug");
@@ -92,7 +92,7 @@ TEST_F(PictureOfAnItemTest, SavingSomethingElseLeavesThePictureAlone)
     EXPECT_EQ(readFile("ItemImages/1.tiff"), "of a kind we do not know");
 }
 
-TEST_F(PictureOfAnItemTest, APictureIsChosenAsAFile)
+TEST_F(PictureOfAnItemTest, aPictureIsChosenAsAFile)
 {
     begin();
     const QString path = home() + "/mug.png";
@@ -107,7 +107,7 @@ TEST_F(PictureOfAnItemTest, APictureIsChosenAsAFile)
     EXPECT_EQ(form().picture.picture().size(), QSize(7, 3));
 }
 
-TEST_F(PictureOfAnItemTest, WhatIsNoPictureSaysSoAndTheOneThereStays)
+TEST_F(PictureOfAnItemTest, whatIsNoPictureSaysSoAndTheOneThereStays)
 {
     begin();
     items().create();
@@ -122,7 +122,7 @@ TEST_F(PictureOfAnItemTest, WhatIsNoPictureSaysSoAndTheOneThereStays)
     EXPECT_EQ(form().picture.picture().size(), QSize(4, 4));
 }
 
-TEST_F(PictureOfAnItemTest, APictureThatCannotBeWrittenIsKeptAndTheStatusLineSaysWhere)
+TEST_F(PictureOfAnItemTest, aPictureThatCannotBeWrittenIsKeptAndTheStatusLineSaysWhere)
 {
     begin();
     Item& mug = item("Mug");
@@ -140,7 +140,7 @@ TEST_F(PictureOfAnItemTest, APictureThatCannotBeWrittenIsKeptAndTheStatusLineSay
     EXPECT_TRUE(alerts.asked().empty());
 }
 
-TEST_F(PictureOfAnItemTest, ThePictureOfADeletedItemDoesNotBecomeThatOfTheNextWithItsId)
+TEST_F(PictureOfAnItemTest, thePictureOfADeletedItemDoesNotBecomeThatOfTheNextWithItsId)
 {
     begin();
     Item& mug = item("Mug");
@@ -156,7 +156,7 @@ TEST_F(PictureOfAnItemTest, ThePictureOfADeletedItemDoesNotBecomeThatOfTheNextWi
     EXPECT_EQ(recovered("1.tiff").size(), 1);
 }
 
-TEST_F(PictureOfAnItemTest, AReadersPictureIsNotWritten)
+TEST_F(PictureOfAnItemTest, aReadersPictureIsNotWritten)
 {
     beginReadOnly();
     items().editThisItem(item("Mug"));
@@ -167,7 +167,7 @@ TEST_F(PictureOfAnItemTest, AReadersPictureIsNotWritten)
     EXPECT_FALSE(form().isOpen());
 }
 
-TEST_F(PictureOfAnItemTest, ASimilarItemBringsThePictureAlong)
+TEST_F(PictureOfAnItemTest, aSimilarItemBringsThePictureAlong)
 {
     begin();
     items().create();

@@ -5,7 +5,7 @@
 
 namespace {
 
-TEST(TaxRateTest, ARateIsTheNumberItStartsWith)
+TEST(TaxRateTest, aRateIsTheNumberItStartsWith)
 {
     const MoneyFormatter pounds("en_GB");
     EXPECT_EQ(taxRateIn("17.5", pounds), 17.5f);
@@ -14,7 +14,7 @@ TEST(TaxRateTest, ARateIsTheNumberItStartsWith)
     EXPECT_EQ(taxRateIn("none", pounds), 0.0f);
 }
 
-TEST(TaxRateTest, ACommaIsADecimalCommaOnlyWhereAmountsAreWrittenSo)
+TEST(TaxRateTest, aCommaIsADecimalCommaOnlyWhereAmountsAreWrittenSo)
 {
     const MoneyFormatter pounds("en_GB");
     const MoneyFormatter euros("de_DE");
@@ -23,7 +23,7 @@ TEST(TaxRateTest, ACommaIsADecimalCommaOnlyWhereAmountsAreWrittenSo)
     EXPECT_EQ(taxRateIn("17,5", pounds), 17.0f);
 }
 
-TEST(TaxRateTest, APointIsUnderstoodEverywhereAndNeverGroups)
+TEST(TaxRateTest, aPointIsUnderstoodEverywhereAndNeverGroups)
 {
     const MoneyFormatter euros("de_DE");
     EXPECT_EQ(taxRateIn("17.5", euros), 17.5f);
@@ -32,7 +32,7 @@ TEST(TaxRateTest, APointIsUnderstoodEverywhereAndNeverGroups)
 
 class TaxRateInUse : public Business { };
 
-TEST_F(TaxRateInUse, ACommaUsersHalfPercentIsTaxedOnLinesAndOnShipping)
+TEST_F(TaxRateInUse, aCommaUsersHalfPercentIsTaxedOnLinesAndOnShipping)
 {
     locale = "de_DE";
     QByteArray settings = taxSettings();

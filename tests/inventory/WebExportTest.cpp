@@ -49,7 +49,7 @@ protected:
 
 // What the file holds
 
-TEST_F(WebExportTest, TheFileIsAPropertyListOfTheItemsTexts)
+TEST_F(WebExportTest, theFileIsAPropertyListOfTheItemsTexts)
 {
     begin();
     makeSite();
@@ -87,7 +87,7 @@ TEST_F(WebExportTest, TheFileIsAPropertyListOfTheItemsTexts)
     EXPECT_TRUE(logged("Successful saving data to " + site() + "/data/VendItemM-1\n")) << log().join('|').toStdString();
 }
 
-TEST_F(WebExportTest, EmptyTextsStandThereToo)
+TEST_F(WebExportTest, emptyTextsStandThereToo)
 {
     begin();
     Item& bare = item("", "");
@@ -97,7 +97,7 @@ TEST_F(WebExportTest, EmptyTextsStandThereToo)
     EXPECT_EQ(value(bare, "qtymsg"), "absent");
 }
 
-TEST_F(WebExportTest, EachMethodSaysOfTheQuantityWhatItIsFor)
+TEST_F(WebExportTest, eachMethodSaysOfTheQuantityWhatItIsFor)
 {
     begin();
     Item& mug = item("Mug");
@@ -125,7 +125,7 @@ TEST_F(WebExportTest, EachMethodSaysOfTheQuantityWhatItIsFor)
         QStringList({"Just when out of stock", "Out of stock / in stock", "To order from supplier", "Show quantity"}));
 }
 
-TEST_F(WebExportTest, TheWholeNumberOfTheQuantityDecides)
+TEST_F(WebExportTest, theWholeNumberOfTheQuantityDecides)
 {
     begin();
     Item& mug = item("Mug");
@@ -138,7 +138,7 @@ TEST_F(WebExportTest, TheWholeNumberOfTheQuantityDecides)
     }
 }
 
-TEST_F(WebExportTest, AQuantityTextIsNeverTakenForAPattern)
+TEST_F(WebExportTest, aQuantityTextIsNeverTakenForAPattern)
 {
     begin();
     Item& mug = item("Mug", "%@ 5");
@@ -146,7 +146,7 @@ TEST_F(WebExportTest, AQuantityTextIsNeverTakenForAPattern)
     EXPECT_EQ(value(mug, "qtymsg"), "<span class = \"instock\">Quantity:%@ 5</span> ");
 }
 
-TEST_F(WebExportTest, TheButtonIsHiddenOnlyWhereItIsToBeAndNothingIsInStock)
+TEST_F(WebExportTest, theButtonIsHiddenOnlyWhereItIsToBeAndNothingIsInStock)
 {
     begin();
     Item& mug = item("Mug", "0");
@@ -161,7 +161,7 @@ TEST_F(WebExportTest, TheButtonIsHiddenOnlyWhereItIsToBeAndNothingIsInStock)
 
 // Where it lies
 
-TEST_F(WebExportTest, AnItemThatIsNotMarkedIsNeverWritten)
+TEST_F(WebExportTest, anItemThatIsNotMarkedIsNeverWritten)
 {
     begin();
     makeSite();
@@ -173,7 +173,7 @@ TEST_F(WebExportTest, AnItemThatIsNotMarkedIsNeverWritten)
     EXPECT_FALSE(isExported("VendItemM"));
 }
 
-TEST_F(WebExportTest, WithoutTheFolderDataNothingIsMadeAndTheLogSaysSo)
+TEST_F(WebExportTest, withoutTheFolderDataNothingIsMadeAndTheLogSaysSo)
 {
     begin();
     Item& mug = marked("Mug", "M");
@@ -186,7 +186,7 @@ TEST_F(WebExportTest, WithoutTheFolderDataNothingIsMadeAndTheLogSaysSo)
     EXPECT_TRUE(alerts.asked().empty());
 }
 
-TEST_F(WebExportTest, AnEmptyCodeGivesTheBareName)
+TEST_F(WebExportTest, anEmptyCodeGivesTheBareName)
 {
     begin();
     makeSite();
@@ -194,7 +194,7 @@ TEST_F(WebExportTest, AnEmptyCodeGivesTheBareName)
     EXPECT_TRUE(isExported("VendItem"));
 }
 
-TEST_F(WebExportTest, ACodeThatLeadsElsewhereIsNotFollowed)
+TEST_F(WebExportTest, aCodeThatLeadsElsewhereIsNotFollowed)
 {
     begin();
     makeSite();
@@ -206,7 +206,7 @@ TEST_F(WebExportTest, ACodeThatLeadsElsewhereIsNotFollowed)
     EXPECT_TRUE(logged("Unsuccessful exporting data to " + site() + "/data/VendItemA/B\n"));
 }
 
-TEST_F(WebExportTest, AFolderThatIsNotNamedFromTheRootIsNowhere)
+TEST_F(WebExportTest, aFolderThatIsNotNamedFromTheRootIsNowhere)
 {
     begin();
     for (const char* folder : {"", "sites/mysite", "~bob/site"}) {
@@ -217,7 +217,7 @@ TEST_F(WebExportTest, AFolderThatIsNotNamedFromTheRootIsNowhere)
     EXPECT_EQ(log().filter("Unsuccessful exporting data to ").size(), 3) << log().join('|').toStdString();
 }
 
-TEST_F(WebExportTest, TheFolderMayBeAnywhereAndEndInASlashOrNot)
+TEST_F(WebExportTest, theFolderMayBeAnywhereAndEndInASlashOrNot)
 {
     begin();
     ASSERT_TRUE(QDir().mkpath(home() + "/shop/data"));
@@ -229,7 +229,7 @@ TEST_F(WebExportTest, TheFolderMayBeAnywhereAndEndInASlashOrNot)
     }
 }
 
-TEST_F(WebExportTest, AnEarlierFileIsReplacedWhole)
+TEST_F(WebExportTest, anEarlierFileIsReplacedWhole)
 {
     begin();
     makeSite();
@@ -245,7 +245,7 @@ TEST_F(WebExportTest, AnEarlierFileIsReplacedWhole)
 
 // All at once
 
-TEST_F(WebExportTest, TheCommandWritesEveryMarkedItemInOrderAndTells)
+TEST_F(WebExportTest, theCommandWritesEveryMarkedItemInOrderAndTells)
 {
     begin();
     makeSite();
@@ -267,7 +267,7 @@ TEST_F(WebExportTest, TheCommandWritesEveryMarkedItemInOrderAndTells)
     EXPECT_EQ(lastAlert().buttons, QStringList("OK"));
 }
 
-TEST_F(WebExportTest, WithNothingToExportItIsFinishedToo)
+TEST_F(WebExportTest, withNothingToExportItIsFinishedToo)
 {
     begin();
     alerts.answer("OK");
@@ -275,7 +275,7 @@ TEST_F(WebExportTest, WithNothingToExportItIsFinishedToo)
     EXPECT_EQ(lastAlert().text, "Finished exporting items.");
 }
 
-TEST_F(WebExportTest, StoppedItGoesNoFurtherAndDoesNotSayItFinished)
+TEST_F(WebExportTest, stoppedItGoesNoFurtherAndDoesNotSayItFinished)
 {
     begin();
     makeSite();
@@ -298,7 +298,7 @@ TEST_F(WebExportTest, StoppedItGoesNoFurtherAndDoesNotSayItFinished)
     EXPECT_EQ(status, "Export stopped: 2 of 3 items were exported.");
 }
 
-TEST_F(WebExportTest, TheEndIsToldAsWell)
+TEST_F(WebExportTest, theEndIsToldAsWell)
 {
     begin();
     makeSite();
@@ -314,7 +314,7 @@ TEST_F(WebExportTest, TheEndIsToldAsWell)
 
 // By itself
 
-TEST_F(WebExportTest, SavingTheEditorExportsTheItem)
+TEST_F(WebExportTest, savingTheEditorExportsTheItem)
 {
     begin();
     makeSite();
@@ -325,13 +325,13 @@ TEST_F(WebExportTest, SavingTheEditorExportsTheItem)
     EXPECT_TRUE(isExported("VendItemM"));
 }
 
-TEST_F(WebExportTest, AnItemThatBecomesALineIsExportedWithItsNewStock)
+TEST_F(WebExportTest, anItemThatBecomesALineIsExportedWithItsNewStock)
 {
     soldMug();
     EXPECT_TRUE(exported("VendItemM").contains("<key>qty</key>\n\t<string>9</string>")) << exported("VendItemM").toStdString();
 }
 
-TEST_F(WebExportTest, ALineWhoseStockQuestionWasAnsweredWithNoIsExportedAllTheSame)
+TEST_F(WebExportTest, aLineWhoseStockQuestionWasAnsweredWithNoIsExportedAllTheSame)
 {
     begin();
     makeSite();
@@ -342,7 +342,7 @@ TEST_F(WebExportTest, ALineWhoseStockQuestionWasAnsweredWithNoIsExportedAllTheSa
     EXPECT_TRUE(isExported("VendItemM"));
 }
 
-TEST_F(WebExportTest, AnEditedQuantityThatMovesStockExportsTheItem)
+TEST_F(WebExportTest, anEditedQuantityThatMovesStockExportsTheItem)
 {
     Item& mug = soldMug();
     ASSERT_TRUE(QFile::remove(site() + "/data/VendItemM"));
@@ -357,7 +357,7 @@ TEST_F(WebExportTest, AnEditedQuantityThatMovesStockExportsTheItem)
     EXPECT_FALSE(isExported("VendItemM"));
 }
 
-TEST_F(WebExportTest, ARefusedQuantityExportsNothing)
+TEST_F(WebExportTest, aRefusedQuantityExportsNothing)
 {
     soldMug();
     ASSERT_TRUE(QFile::remove(site() + "/data/VendItemM"));
@@ -368,7 +368,7 @@ TEST_F(WebExportTest, ARefusedQuantityExportsNothing)
 
 // The folder
 
-TEST_F(WebExportTest, TheFolderIsChosenStartingAboveTheOneThatIsSet)
+TEST_F(WebExportTest, theFolderIsChosenStartingAboveTheOneThatIsSet)
 {
     begin();
     items().create();
@@ -385,7 +385,7 @@ TEST_F(WebExportTest, TheFolderIsChosenStartingAboveTheOneThatIsSet)
     EXPECT_TRUE(items().wasChangedByCommand());
 }
 
-TEST_F(WebExportTest, WithoutAFolderFromTheRootThePanelOpensWhereItWill)
+TEST_F(WebExportTest, withoutAFolderFromTheRootThePanelOpensWhereItWill)
 {
     begin();
     items().create();
@@ -397,7 +397,7 @@ TEST_F(WebExportTest, WithoutAFolderFromTheRootThePanelOpensWhereItWill)
     }
 }
 
-TEST_F(WebExportTest, WithoutAChoiceTheFolderStays)
+TEST_F(WebExportTest, withoutAChoiceTheFolderStays)
 {
     begin();
     items().create();

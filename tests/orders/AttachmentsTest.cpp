@@ -37,7 +37,7 @@ protected:
         }};
 };
 
-TEST_F(AttachmentsTest, AFolderThatCannotBeLookedAtIsGivenToTheKeeperAllTheSame)
+TEST_F(AttachmentsTest, aFolderThatCannotBeLookedAtIsGivenToTheKeeperAllTheSame)
 {
     ASSERT_TRUE(QDir().mkpath(database()));
     const QString all = database() + "/Attachments";
@@ -46,7 +46,7 @@ TEST_F(AttachmentsTest, AFolderThatCannotBeLookedAtIsGivenToTheKeeperAllTheSame)
     EXPECT_EQ(kept, QStringList {all + "/order7"}) << "it says whether that could be kept";
 }
 
-TEST_F(AttachmentsTest, AFileIsCopiedUnderItsNameIntoTheFolderOfItsOrder)
+TEST_F(AttachmentsTest, aFileIsCopiedUnderItsNameIntoTheFolderOfItsOrder)
 {
     const QString plan = source("plan.txt");
     EXPECT_TRUE(attachments.file(12, plan));
@@ -59,7 +59,7 @@ TEST_F(AttachmentsTest, AFileIsCopiedUnderItsNameIntoTheFolderOfItsOrder)
     EXPECT_EQ(attachments.countAttachments(2), 0);
 }
 
-TEST_F(AttachmentsTest, NothingThatIsThereIsOverwritten)
+TEST_F(AttachmentsTest, nothingThatIsThereIsOverwritten)
 {
     ASSERT_TRUE(attachments.file(1, source("plan.txt", "first")));
     const Result<void> again = attachments.file(1, source("plan.txt", "second"));
@@ -68,7 +68,7 @@ TEST_F(AttachmentsTest, NothingThatIsThereIsOverwritten)
     EXPECT_EQ(bytesOf(attachments.folder(1) + "/plan.txt"), "first");
 }
 
-TEST_F(AttachmentsTest, ALinkToNothingThatStandsThereIsNotReplacedEither)
+TEST_F(AttachmentsTest, aLinkToNothingThatStandsThereIsNotReplacedEither)
 {
     ASSERT_TRUE(QDir().mkpath(database() + "/Attachments/order1"));
     ASSERT_TRUE(QFile::link("/nowhere", database() + "/Attachments/order1/plan.txt"));
@@ -81,7 +81,7 @@ TEST_F(AttachmentsTest, ALinkToNothingThatStandsThereIsNotReplacedEither)
     EXPECT_FALSE(QFileInfo::exists("/nowhere"));
 }
 
-TEST_F(AttachmentsTest, AFolderThatCannotBeMadeIsAnError)
+TEST_F(AttachmentsTest, aFolderThatCannotBeMadeIsAnError)
 {
     writeFile(database() + "/Attachments", "in the way");
 
@@ -94,7 +94,7 @@ TEST_F(AttachmentsTest, AFolderThatCannotBeMadeIsAnError)
     EXPECT_EQ(attachments.countAttachments(1), 0);
 }
 
-TEST_F(AttachmentsTest, AFolderThatCannotBeWrittenIsAnErrorAndHoldsNothingHalf)
+TEST_F(AttachmentsTest, aFolderThatCannotBeWrittenIsAnErrorAndHoldsNothingHalf)
 {
     // Nothing can be written under the name of a copy on its way.
     writeFile(database() + "/Attachments/order1/.vendaro-attachment.tmp/in the way");
@@ -108,7 +108,7 @@ TEST_F(AttachmentsTest, AFolderThatCannotBeWrittenIsAnErrorAndHoldsNothingHalf)
     EXPECT_EQ(attachments.countAttachments(1), 0);
 }
 
-TEST_F(AttachmentsTest, OnlyOrdinaryFilesCanBeAttached)
+TEST_F(AttachmentsTest, onlyOrdinaryFilesCanBeAttached)
 {
     const QString plan = source("plan.txt");
     ASSERT_TRUE(QFile::link(plan, m_home.filePath("link.txt")));
@@ -122,7 +122,7 @@ TEST_F(AttachmentsTest, OnlyOrdinaryFilesCanBeAttached)
     EXPECT_EQ(attachments.countAttachments(1), 0);
 }
 
-TEST_F(AttachmentsTest, ACopyThatWasBrokenOffEarlierDoesNotStandInTheWay)
+TEST_F(AttachmentsTest, aCopyThatWasBrokenOffEarlierDoesNotStandInTheWay)
 {
     writeFile(database() + "/Attachments/order1/.vendaro-attachment.tmp", "half");
     EXPECT_EQ(attachments.countAttachments(1), 0);
@@ -131,7 +131,7 @@ TEST_F(AttachmentsTest, ACopyThatWasBrokenOffEarlierDoesNotStandInTheWay)
     EXPECT_EQ(attachments.countAttachments(1), 1);
 }
 
-TEST_F(AttachmentsTest, WhatAnAttachmentIsCalledEndangersNoOther)
+TEST_F(AttachmentsTest, whatAnAttachmentIsCalledEndangersNoOther)
 {
     ASSERT_TRUE(attachments.file(1, source("plan.txt.part", "half of it")));
     ASSERT_TRUE(attachments.file(1, source("plan.txt", "whole")));
@@ -140,7 +140,7 @@ TEST_F(AttachmentsTest, WhatAnAttachmentIsCalledEndangersNoOther)
     EXPECT_EQ(attachments.countAttachments(1), 2);
 }
 
-TEST_F(AttachmentsTest, ANameOfACopyOnItsWayIsRefused)
+TEST_F(AttachmentsTest, aNameOfACopyOnItsWayIsRefused)
 {
     const Result<void> refused = attachments.file(1, source(".vendaro-attachment.tmp"));
     ASSERT_FALSE(refused);
@@ -148,14 +148,14 @@ TEST_F(AttachmentsTest, ANameOfACopyOnItsWayIsRefused)
     EXPECT_FALSE(QFileInfo::exists(attachments.folder(1)));
 }
 
-TEST_F(AttachmentsTest, TheLongestNameThereCanBeIsAttached)
+TEST_F(AttachmentsTest, theLongestNameThereCanBeIsAttached)
 {
     const QByteArray name(255, 'x');
     EXPECT_TRUE(attachments.file(1, source(name.constData())));
     EXPECT_EQ(attachments.countAttachments(1), 1);
 }
 
-TEST_F(AttachmentsTest, TheFoldersAreFoundInWhateverCaseTheyAreSpelled)
+TEST_F(AttachmentsTest, theFoldersAreFoundInWhateverCaseTheyAreSpelled)
 {
     writeFile(database() + "/attachments/Order3/a.txt");
     EXPECT_EQ(attachments.folder(3), database() + "/attachments/Order3");
@@ -163,7 +163,7 @@ TEST_F(AttachmentsTest, TheFoldersAreFoundInWhateverCaseTheyAreSpelled)
     EXPECT_EQ(attachments.folder(4), database() + "/attachments/order4");
 }
 
-TEST_F(AttachmentsTest, ADesktopFileIsLeftOutOnlyWhereItComesFirst)
+TEST_F(AttachmentsTest, aDesktopFileIsLeftOutOnlyWhereItComesFirst)
 {
     writeFile(database() + "/Attachments/order1/.DS_Store");
     EXPECT_EQ(attachments.countAttachments(1), 0);
@@ -173,14 +173,14 @@ TEST_F(AttachmentsTest, ADesktopFileIsLeftOutOnlyWhereItComesFirst)
     EXPECT_EQ(attachments.countAttachments(1), 3);
 }
 
-TEST_F(AttachmentsTest, FoldersAndHiddenFilesInTheFolderCountToo)
+TEST_F(AttachmentsTest, foldersAndHiddenFilesInTheFolderCountToo)
 {
     writeFile(database() + "/Attachments/order1/bundle.rtfd/TXT.rtf");
     writeFile(database() + "/Attachments/order1/.hidden");
     EXPECT_EQ(attachments.countAttachments(1), 2);
 }
 
-TEST_F(AttachmentsTest, DeletingHandsTheWholeFolderToTheKeeper)
+TEST_F(AttachmentsTest, deletingHandsTheWholeFolderToTheKeeper)
 {
     EXPECT_TRUE(attachments.deleteAttachments(1));
     EXPECT_TRUE(kept.isEmpty());
@@ -189,7 +189,7 @@ TEST_F(AttachmentsTest, DeletingHandsTheWholeFolderToTheKeeper)
     EXPECT_EQ(kept, QStringList(database() + "/Attachments/order1"));
 }
 
-TEST_F(AttachmentsTest, TheCountIsToldInTheseWords)
+TEST_F(AttachmentsTest, theCountIsToldInTheseWords)
 {
     EXPECT_EQ(Attachments::statusText(0), "There are no attachments");
     EXPECT_EQ(Attachments::statusText(1), "There is 1 attachment");

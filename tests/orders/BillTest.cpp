@@ -13,14 +13,14 @@ protected:
     Bill bill {memory};
 };
 
-TEST_F(BillTest, ANewBillIsEmpty)
+TEST_F(BillTest, aNewBillIsEmpty)
 {
     for (const char* name :
         {"amount", "net", "vat", "category", "datePaid", "datepaid", "details", "comments", "number", "name", "surname"})
         EXPECT_EQ(bill.getFieldByName(name), "") << name;
 }
 
-TEST_F(BillTest, FieldsAreSetAndReadByTheirNames)
+TEST_F(BillTest, fieldsAreSetAndReadByTheirNames)
 {
     for (const char* name : {"amount", "net", "vat", "category", "datepaid", "details", "number", "name"}) {
         EXPECT_TRUE(bill.setFieldByName(name, std::string("my ") + name)) << name;
@@ -28,7 +28,7 @@ TEST_F(BillTest, FieldsAreSetAndReadByTheirNames)
     }
 }
 
-TEST_F(BillTest, SomeFieldsGoByTwoNames)
+TEST_F(BillTest, someFieldsGoByTwoNames)
 {
     bill.setFieldByName("comments", "clay");
     EXPECT_EQ(bill.getFieldByName("details"), "clay");
@@ -38,7 +38,7 @@ TEST_F(BillTest, SomeFieldsGoByTwoNames)
     EXPECT_EQ(bill.getFieldByName("datePaid"), "01/03/24");
 }
 
-TEST_F(BillTest, TheNameIsReadAsASurnameButNotSetAsOne)
+TEST_F(BillTest, theNameIsReadAsASurnameButNotSetAsOne)
 {
     bill.setName("Potters Ltd");
     EXPECT_EQ(bill.getFieldByName("surname"), "Potters Ltd");
@@ -46,7 +46,7 @@ TEST_F(BillTest, TheNameIsReadAsASurnameButNotSetAsOne)
     EXPECT_EQ(bill.getName(), "Potters Ltd");
 }
 
-TEST_F(BillTest, OtherNamesAnswerAndSetNothing)
+TEST_F(BillTest, otherNamesAnswerAndSetNothing)
 {
     bill.setVAT("20.00");
     for (const char* name : {"VAT", "tax", "Name", "id", "order", ""})
@@ -54,14 +54,14 @@ TEST_F(BillTest, OtherNamesAnswerAndSetNothing)
     EXPECT_FALSE(bill.setFieldByName("VAT", "x"));
 }
 
-TEST_F(BillTest, OnlyTheDatePaidIsADate)
+TEST_F(BillTest, onlyTheDatePaidIsADate)
 {
     EXPECT_TRUE(Bill::isDate("datepaid"));
     for (const char* name : {"date", "datePaid", "startdate", "amount", ""})
         EXPECT_FALSE(Bill::isDate(name)) << name;
 }
 
-TEST_F(BillTest, SearchingLooksIntoCategoryNameDetailsAndNumber)
+TEST_F(BillTest, searchingLooksIntoCategoryNameDetailsAndNumber)
 {
     for (const char* name : {"category", "name", "details", "number"}) {
         Bill searched(memory);

@@ -41,7 +41,7 @@ protected:
     Contact* bob = nullptr;
 };
 
-TEST_F(ContactOrdersTest, TheEditorListsTheContactsOrdersNewestFirst)
+TEST_F(ContactOrdersTest, theEditorListsTheContactsOrdersNewestFirst)
 {
     contacts().editThisContact(*ann);
     EXPECT_THAT(titles(), ElementsAre("Of both", "Anns second", "Anns first"));
@@ -51,7 +51,7 @@ TEST_F(ContactOrdersTest, TheEditorListsTheContactsOrdersNewestFirst)
     EXPECT_THAT(titles(), IsEmpty());
 }
 
-TEST_F(ContactOrdersTest, TheyStandAsTheListOfOrdersIsSortedWhateverItHides)
+TEST_F(ContactOrdersTest, theyStandAsTheListOfOrdersIsSortedWhateverItHides)
 {
     contacts().editThisContact(*ann);
     orders().toggleSort("title");
@@ -60,7 +60,7 @@ TEST_F(ContactOrdersTest, TheyStandAsTheListOfOrdersIsSortedWhateverItHides)
     EXPECT_THAT(titles(), ElementsAre("Anns first", "Anns second", "Of both"));
 }
 
-TEST_F(ContactOrdersTest, OrdersThatComeGoOrChangeAreSeenAtOnce)
+TEST_F(ContactOrdersTest, ordersThatComeGoOrChangeAreSeenAtOnce)
 {
     contacts().editThisContact(*ann);
     Order& third = order("Anns third");
@@ -75,7 +75,7 @@ TEST_F(ContactOrdersTest, OrdersThatComeGoOrChangeAreSeenAtOnce)
     EXPECT_THAT(titles(), ElementsAre("Of both", "Anns second", "Anns first"));
 }
 
-TEST_F(ContactOrdersTest, TheFiguresAreWhatIsToBePaidAndWhatIsLeftOfIt)
+TEST_F(ContactOrdersTest, theFiguresAreWhatIsToBePaidAndWhatIsLeftOfIt)
 {
     Order& both = orders().at(4);
     both.setValue("100.00");
@@ -86,7 +86,7 @@ TEST_F(ContactOrdersTest, TheFiguresAreWhatIsToBePaidAndWhatIsLeftOfIt)
     EXPECT_EQ(list().objectValue("balanceremaining", 0), "75.50");
 }
 
-TEST_F(ContactOrdersTest, OpeningTheSelectedOneOpensItsEditor)
+TEST_F(ContactOrdersTest, openingTheSelectedOneOpensItsEditor)
 {
     contacts().editThisContact(*ann);
     list().edit();
@@ -97,7 +97,7 @@ TEST_F(ContactOrdersTest, OpeningTheSelectedOneOpensItsEditor)
     EXPECT_EQ(currentOrder().getTitle(), "Anns second");
 }
 
-TEST_F(ContactOrdersTest, EachEditorHasItsOwn)
+TEST_F(ContactOrdersTest, eachEditorHasItsOwn)
 {
     Contact& tarn = firm("Tarn");
     Contact& eve = personOf(tarn, "Eve");
@@ -111,7 +111,7 @@ TEST_F(ContactOrdersTest, EachEditorHasItsOwn)
     EXPECT_THAT(titlesIn(app().ordersIn(contacts().companyContactEditor.form)), ElementsAre("Eves"));
 }
 
-TEST_F(ContactOrdersTest, ANewContactHasNoneEvenUnderAnIdThatADeletedOneHad)
+TEST_F(ContactOrdersTest, aNewContactHasNoneEvenUnderAnIdThatADeletedOneHad)
 {
     Contact& gone = contact("Gone");
     orders().connectContact(gone, order("Of the deleted one"));
@@ -122,7 +122,7 @@ TEST_F(ContactOrdersTest, ANewContactHasNoneEvenUnderAnIdThatADeletedOneHad)
     EXPECT_THAT(titles(), IsEmpty());
 }
 
-TEST_F(ContactOrdersTest, ASwitchOfTheDatabaseEmptiesThem)
+TEST_F(ContactOrdersTest, aSwitchOfTheDatabaseEmptiesThem)
 {
     contacts().editThisContact(*ann);
     app().session().switchDatabase();

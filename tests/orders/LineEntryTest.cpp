@@ -34,7 +34,7 @@ protected:
     QString fault() { return form().lineEntry.fault(); }
 };
 
-TEST_F(LineEntryTest, ACodeANameOrABarCodeBecomesALine)
+TEST_F(LineEntryTest, aCodeANameOrABarCodeBecomesALine)
 {
     make("M-1", "Mug", "5012345678900");
     make("P-1", "Plate");
@@ -48,7 +48,7 @@ TEST_F(LineEntryTest, ACodeANameOrABarCodeBecomesALine)
     EXPECT_EQ(beeper.beeps, 0);
 }
 
-TEST_F(LineEntryTest, TheKeyboardGoesBackIntoTheFieldAndTheNewLineIsSelected)
+TEST_F(LineEntryTest, theKeyboardGoesBackIntoTheFieldAndTheNewLineIsSelected)
 {
     make("M-1", "Mug");
     make("P-1", "Plate");
@@ -60,7 +60,7 @@ TEST_F(LineEntryTest, TheKeyboardGoesBackIntoTheFieldAndTheNewLineIsSelected)
     EXPECT_EQ(lines().selectedRow(), 1);
 }
 
-TEST_F(LineEntryTest, WhatNothingIsCalledStaysWithTheReason)
+TEST_F(LineEntryTest, whatNothingIsCalledStaysWithTheReason)
 {
     make("M-1", "Mug");
     enter("M-2");
@@ -72,7 +72,7 @@ TEST_F(LineEntryTest, WhatNothingIsCalledStaysWithTheReason)
     EXPECT_EQ(fault(), "");
 }
 
-TEST_F(LineEntryTest, ThePartOfACodeIsNoCode)
+TEST_F(LineEntryTest, thePartOfACodeIsNoCode)
 {
     make("M-10", "Mug", "5012345678900");
     enter("M-1");
@@ -80,7 +80,7 @@ TEST_F(LineEntryTest, ThePartOfACodeIsNoCode)
     EXPECT_THAT(names(), ElementsAre());
 }
 
-TEST_F(LineEntryTest, TheStockQuestionsAreTheSameAsWhenPicking)
+TEST_F(LineEntryTest, theStockQuestionsAreTheSameAsWhenPicking)
 {
     Item& mug = make("M-1", "Mug");
     mug.setQty("0");
@@ -91,7 +91,7 @@ TEST_F(LineEntryTest, TheStockQuestionsAreTheSameAsWhenPicking)
     EXPECT_EQ(mug.getQty(), "0");
 }
 
-TEST_F(LineEntryTest, ANumberBeforeItIsHowMany)
+TEST_F(LineEntryTest, aNumberBeforeItIsHowMany)
 {
     Item& mug = make("M-1", "Mug");
     mug.setQty("10");
@@ -108,7 +108,7 @@ TEST_F(LineEntryTest, ANumberBeforeItIsHowMany)
     EXPECT_EQ(mug.getQty(), "5");
 }
 
-TEST_F(LineEntryTest, AnItemThatIsCalledLikeANumberOfOthersIsMeantItself)
+TEST_F(LineEntryTest, anItemThatIsCalledLikeANumberOfOthersIsMeantItself)
 {
     make("3x5", "Card");
     make("5", "Nail");
@@ -119,7 +119,7 @@ TEST_F(LineEntryTest, AnItemThatIsCalledLikeANumberOfOthersIsMeantItself)
     EXPECT_EQ(fault(), "No bar code, code or name is “0x5”.");
 }
 
-TEST_F(LineEntryTest, OfSeveralOfOneNameOneIsChosen)
+TEST_F(LineEntryTest, ofSeveralOfOneNameOneIsChosen)
 {
     Item& blue = make("M-1", "Mug");
     blue.setVariation("blue");
@@ -137,7 +137,7 @@ TEST_F(LineEntryTest, OfSeveralOfOneNameOneIsChosen)
     EXPECT_EQ(red.getQty(), "8");
 }
 
-TEST_F(LineEntryTest, TypingOffersItemsAndTheChosenOneIsAdded)
+TEST_F(LineEntryTest, typingOffersItemsAndTheChosenOneIsAdded)
 {
     make("M-1", "Mug");
     make("M-2", "Big mug");
@@ -153,7 +153,7 @@ TEST_F(LineEntryTest, TypingOffersItemsAndTheChosenOneIsAdded)
     EXPECT_FALSE(form().lineMatches.isVisible());
 }
 
-TEST_F(LineEntryTest, NothingIsChosenUnlessThePersonDoes)
+TEST_F(LineEntryTest, nothingIsChosenUnlessThePersonDoes)
 {
     make("M-1", "Mug");
     make("M-10", "Mug tree");
@@ -166,7 +166,7 @@ TEST_F(LineEntryTest, NothingIsChosenUnlessThePersonDoes)
     EXPECT_EQ(form().lineMatches.index(), -1);
 }
 
-TEST_F(LineEntryTest, StepsStayWithinTheList)
+TEST_F(LineEntryTest, stepsStayWithinTheList)
 {
     make("M-1", "Mug");
     make("M-2", "Mug");
@@ -182,7 +182,7 @@ TEST_F(LineEntryTest, StepsStayWithinTheList)
     EXPECT_EQ(form().lineMatches.index(), 0);
 }
 
-TEST_F(LineEntryTest, AnItemThatWentMeanwhileIsNotAdded)
+TEST_F(LineEntryTest, anItemThatWentMeanwhileIsNotAdded)
 {
     Item& mug = make("M-1", "Mug");
     typeText("mu");
@@ -193,7 +193,7 @@ TEST_F(LineEntryTest, AnItemThatWentMeanwhileIsNotAdded)
     EXPECT_EQ(fault(), "This one was deleted meanwhile.");
 }
 
-TEST_F(LineEntryTest, LeavingClosesTheListThenEmptiesTheField)
+TEST_F(LineEntryTest, leavingClosesTheListThenEmptiesTheField)
 {
     make("M-1", "Mug");
     typeText("mu");
@@ -205,7 +205,7 @@ TEST_F(LineEntryTest, LeavingClosesTheListThenEmptiesTheField)
     EXPECT_FALSE(orders().lineEntry.leave());
 }
 
-TEST_F(LineEntryTest, TheListIsSeenOnlyWhileTyping)
+TEST_F(LineEntryTest, theListIsSeenOnlyWhileTyping)
 {
     make("M-1", "Mug");
     typeText("mu");
@@ -218,7 +218,7 @@ TEST_F(LineEntryTest, TheListIsSeenOnlyWhileTyping)
     EXPECT_FALSE(form().lineMatches.isVisible());
 }
 
-TEST_F(LineEntryTest, ATextBecomesALineThatIsFromNoItem)
+TEST_F(LineEntryTest, aTextBecomesALineThatIsFromNoItem)
 {
     Contact& ann = contact("Ann");
     currentOrder().setContact(&ann);
@@ -238,7 +238,7 @@ TEST_F(LineEntryTest, ATextBecomesALineThatIsFromNoItem)
     EXPECT_EQ(lines().selectedRow(), 0);
 }
 
-TEST_F(LineEntryTest, NothingTypedAddsNothing)
+TEST_F(LineEntryTest, nothingTypedAddsNothing)
 {
     enter("   ");
     form().addFreeLine.trigger();
@@ -246,7 +246,7 @@ TEST_F(LineEntryTest, NothingTypedAddsNothing)
     EXPECT_EQ(fault(), "");
 }
 
-TEST_F(LineEntryTest, ItsButtonsComeWithTheText)
+TEST_F(LineEntryTest, itsButtonsComeWithTheText)
 {
     EXPECT_FALSE(form().addLine.isVisible());
     EXPECT_FALSE(form().addFreeLine.isVisible());
@@ -257,7 +257,7 @@ TEST_F(LineEntryTest, ItsButtonsComeWithTheText)
     EXPECT_FALSE(form().addLine.isVisible());
 }
 
-TEST_F(LineEntryTest, AnotherOrderStartsWithAnEmptyField)
+TEST_F(LineEntryTest, anotherOrderStartsWithAnEmptyField)
 {
     make("M-1", "Mug");
     enter("nothing");
@@ -269,7 +269,7 @@ TEST_F(LineEntryTest, AnotherOrderStartsWithAnEmptyField)
 
 // An item made on the way
 
-TEST_F(LineEntryTest, AnItemMadeFromTheOrderBecomesItsLineOnceSaved)
+TEST_F(LineEntryTest, anItemMadeFromTheOrderBecomesItsLineOnceSaved)
 {
     form().newItem.trigger();
     items().form.item.edit("Mug");
@@ -282,7 +282,7 @@ TEST_F(LineEntryTest, AnItemMadeFromTheOrderBecomesItsLineOnceSaved)
     EXPECT_EQ(form().subtotal.text(), "4.50");
 }
 
-TEST_F(LineEntryTest, AnItemSavedAfterItsOrderWasLeftIsNoLineOfAnother)
+TEST_F(LineEntryTest, anItemSavedAfterItsOrderWasLeftIsNoLineOfAnother)
 {
     QString status;
     QObject::connect(&app(), &Vendaro::statusWanted, &app(), [&](const QString& line) { status = line; });
@@ -295,14 +295,14 @@ TEST_F(LineEntryTest, AnItemSavedAfterItsOrderWasLeftIsNoLineOfAnother)
     EXPECT_EQ(status, "Saved. The order it was made for is no longer open, so it has no line for it.");
 }
 
-TEST_F(LineEntryTest, MakingAnItemGoesByTheUsersWord)
+TEST_F(LineEntryTest, makingAnItemGoesByTheUsersWord)
 {
     EXPECT_EQ(form().newItem.caption(), "New Item");
     app().getPrefsController().form.termItem.edit("Product");
     EXPECT_EQ(form().newItem.caption(), "New Product");
 }
 
-TEST_F(LineEntryTest, APurchaseOrdersLineIsAtTheCostPrice)
+TEST_F(LineEntryTest, aPurchaseOrdersLineIsAtTheCostPrice)
 {
     Item& clay = make("C-1", "Clay");
     clay.setBought("2.00");

@@ -33,7 +33,7 @@ protected:
     const std::vector<Payment*>& payments() { return orders().at(0).getPaymentArray(); }
 };
 
-TEST_F(OrderFileTest, WhatAPaymentDoesNotKnowIsWrittenAgainAsItStood)
+TEST_F(OrderFileTest, whatAPaymentDoesNotKnowIsWrittenAgainAsItStood)
 {
     const QByteArray strange = "\t\t\t\t\t<key>bank</key>\n\t\t\t\t\t<dict>\n\t\t\t\t\t\t<key>iban</key>\n\t\t\t\t\t\t<string>DE &amp; "
                                "44</string>\n\t\t\t\t\t</dict>\n";
@@ -51,7 +51,7 @@ TEST_F(OrderFileTest, WhatAPaymentDoesNotKnowIsWrittenAgainAsItStood)
     EXPECT_EQ(readFile("orders.xml"), before);
 }
 
-TEST_F(OrderFileTest, AKnownKeyWithoutATextIsKeptUntilThereIsOne)
+TEST_F(OrderFileTest, aKnownKeyWithoutATextIsKeptUntilThereIsOne)
 {
     const QByteArray noText = "\t\t\t\t\t<key>amount</key>\n\t\t\t\t\t<array>\n\t\t\t\t\t\t<string>10.00</string>\n\t\t\t\t\t</array>\n";
     const QByteArray rest = text("datepaid", "01/03/24") + text("paymentmethod", "Cash");
@@ -67,7 +67,7 @@ TEST_F(OrderFileTest, AKnownKeyWithoutATextIsKeptUntilThereIsOne)
     EXPECT_EQ(readFile("orders.xml"), after.replace(noText, text("amount", "12.00")));
 }
 
-TEST_F(OrderFileTest, WhatIsNoPaymentKeepsItsPlaceAmongThem)
+TEST_F(OrderFileTest, whatIsNoPaymentKeepsItsPlaceAmongThem)
 {
     const QByteArray foreign = "\t\t\t\t<string>a &lt;note&gt;</string>\n";
     const QByteArray number = "\t\t\t\t<integer>7</integer>\n";
@@ -82,7 +82,7 @@ TEST_F(OrderFileTest, WhatIsNoPaymentKeepsItsPlaceAmongThem)
     EXPECT_EQ(readFile("orders.xml"), before);
 }
 
-TEST_F(OrderFileTest, AListWithoutAnyPaymentIsKeptToo)
+TEST_F(OrderFileTest, aListWithoutAnyPaymentIsKeptToo)
 {
     const QByteArray before = fileWithPayments("\t\t\t\t<string>none yet</string>\n");
     start();
@@ -93,7 +93,7 @@ TEST_F(OrderFileTest, AListWithoutAnyPaymentIsKeptToo)
     EXPECT_EQ(readFile("orders.xml"), before);
 }
 
-TEST_F(OrderFileTest, WhatIsNoPaymentOutlivesThePaymentsBeforeIt)
+TEST_F(OrderFileTest, whatIsNoPaymentOutlivesThePaymentsBeforeIt)
 {
     const QByteArray number = "\t\t\t\t<integer>7</integer>\n";
     const QByteArray before = fileWithPayments(entry(known("10.00")) + entry(known("5.00")) + number + entry(known("2.00")));

@@ -35,7 +35,7 @@ protected:
 
 // Deleting
 
-TEST_F(OrderListTest, DeletingAsksInTheseWords)
+TEST_F(OrderListTest, deletingAsksInTheseWords)
 {
     begin();
     order("Bench");
@@ -49,7 +49,7 @@ TEST_F(OrderListTest, DeletingAsksInTheseWords)
     EXPECT_EQ(orders().getCount(), 1);
 }
 
-TEST_F(OrderListTest, WithoutASelectionNothingIsAsked)
+TEST_F(OrderListTest, withoutASelectionNothingIsAsked)
 {
     begin();
     order("Bench");
@@ -58,7 +58,7 @@ TEST_F(OrderListTest, WithoutASelectionNothingIsAsked)
     EXPECT_EQ(orders().getCount(), 1);
 }
 
-TEST_F(OrderListTest, AnOrderGoesWithItsLinesPaymentsBillAndAttachments)
+TEST_F(OrderListTest, anOrderGoesWithItsLinesPaymentsBillAndAttachments)
 {
     begin();
     Order& bench = order("Bench");
@@ -87,7 +87,7 @@ TEST_F(OrderListTest, AnOrderGoesWithItsLinesPaymentsBillAndAttachments)
     EXPECT_FALSE(QDir(attachmentFolder(bench)).exists());
 }
 
-TEST_F(OrderListTest, DeletingAnOrderDoesNotGiveStockBack)
+TEST_F(OrderListTest, deletingAnOrderDoesNotGiveStockBack)
 {
     begin();
     Item& mug = item("Mug", "10");
@@ -101,7 +101,7 @@ TEST_F(OrderListTest, DeletingAnOrderDoesNotGiveStockBack)
     EXPECT_EQ(mug.getQty(), "9");
 }
 
-TEST_F(OrderListTest, SeveralOrdersGoTogetherAndTheRowBeforeTheFirstIsSelected)
+TEST_F(OrderListTest, severalOrdersGoTogetherAndTheRowBeforeTheFirstIsSelected)
 {
     begin();
     for (const char* title : {"a", "b", "c", "d"})
@@ -114,7 +114,7 @@ TEST_F(OrderListTest, SeveralOrdersGoTogetherAndTheRowBeforeTheFirstIsSelected)
     EXPECT_EQ(orders().selectedRow(), 0);
 }
 
-TEST_F(OrderListTest, AfterTheFirstRowTheNewFirstRowIsSelected)
+TEST_F(OrderListTest, afterTheFirstRowTheNewFirstRowIsSelected)
 {
     begin();
     for (const char* title : {"a", "b", "c"})
@@ -127,7 +127,7 @@ TEST_F(OrderListTest, AfterTheFirstRowTheNewFirstRowIsSelected)
     EXPECT_EQ(orders().selectedRow(), 0);
 }
 
-TEST_F(OrderListTest, OnlySelectedOrdersThatShowAreDeleted)
+TEST_F(OrderListTest, onlySelectedOrdersThatShowAreDeleted)
 {
     begin();
     Order& hidden = order("hidden", "Paid");
@@ -139,7 +139,7 @@ TEST_F(OrderListTest, OnlySelectedOrdersThatShowAreDeleted)
     EXPECT_EQ(orders().records(), std::vector<dataObject*> {&hidden});
 }
 
-TEST_F(OrderListTest, ADeletedOrdersEditorClosesAndTheLinesAreWritten)
+TEST_F(OrderListTest, aDeletedOrdersEditorClosesAndTheLinesAreWritten)
 {
     begin();
     Order& bench = order("Bench");
@@ -151,7 +151,7 @@ TEST_F(OrderListTest, ADeletedOrdersEditorClosesAndTheLinesAreWritten)
     EXPECT_EQ(orders().numberOfRows(), 0);
 }
 
-TEST_F(OrderListTest, UndoBringsTheOrderBackWithItsPaymentsButWithoutLines)
+TEST_F(OrderListTest, undoBringsTheOrderBackWithItsPaymentsButWithoutLines)
 {
     begin();
     Order& bench = order("Bench");
@@ -168,7 +168,7 @@ TEST_F(OrderListTest, UndoBringsTheOrderBackWithItsPaymentsButWithoutLines)
 
 // Contacts
 
-TEST_F(OrderListTest, TheTabThatShowsDecidesWhichContactIsConnected)
+TEST_F(OrderListTest, theTabThatShowsDecidesWhichContactIsConnected)
 {
     begin();
     Contact& ann = contact("Ann Lee");
@@ -187,7 +187,7 @@ TEST_F(OrderListTest, TheTabThatShowsDecidesWhichContactIsConnected)
     EXPECT_EQ(form().contact2Name.text(), "Bob Roe");
 }
 
-TEST_F(OrderListTest, OnAnotherTabNoContactIsConnected)
+TEST_F(OrderListTest, onAnotherTabNoContactIsConnected)
 {
     begin();
     Contact& ann = contact("Ann Lee");
@@ -199,7 +199,7 @@ TEST_F(OrderListTest, OnAnotherTabNoContactIsConnected)
     EXPECT_EQ(bench.getNewCustomer(), 0);
 }
 
-TEST_F(OrderListTest, TheFirstOrderMarksANewCustomerTheNextAReturningOne)
+TEST_F(OrderListTest, theFirstOrderMarksANewCustomerTheNextAReturningOne)
 {
     begin();
     Contact& ann = contact("Ann Lee");
@@ -215,7 +215,7 @@ TEST_F(OrderListTest, TheFirstOrderMarksANewCustomerTheNextAReturningOne)
     EXPECT_EQ(second.getNewCustomer(), 2);
 }
 
-TEST_F(OrderListTest, ASecondContactWithoutOrdersOfTheirOwnLeavesTheMark)
+TEST_F(OrderListTest, aSecondContactWithoutOrdersOfTheirOwnLeavesTheMark)
 {
     begin();
     Order& bench = order("Bench");
@@ -226,7 +226,7 @@ TEST_F(OrderListTest, ASecondContactWithoutOrdersOfTheirOwnLeavesTheMark)
     EXPECT_EQ(bench.getNewCustomer(), 2);
 }
 
-TEST_F(OrderListTest, TheOrdersLinesLearnItsContact)
+TEST_F(OrderListTest, theOrdersLinesLearnItsContact)
 {
     begin();
     Contact& ann = contact("Ann Lee");
@@ -240,7 +240,7 @@ TEST_F(OrderListTest, TheOrdersLinesLearnItsContact)
     EXPECT_EQ(ofOther.getContact(), 0);
 }
 
-TEST_F(OrderListTest, TheContactIsPickedFromAList)
+TEST_F(OrderListTest, theContactIsPickedFromAList)
 {
     begin();
     contact("Ann Lee");
@@ -255,7 +255,7 @@ TEST_F(OrderListTest, TheContactIsPickedFromAList)
     EXPECT_EQ(currentOrder().getContact(), &bob);
 }
 
-TEST_F(OrderListTest, WithoutContactsThePickerSaysSo)
+TEST_F(OrderListTest, withoutContactsThePickerSaysSo)
 {
     begin();
     orders().editThisOrder(order("Bench"));
@@ -266,7 +266,7 @@ TEST_F(OrderListTest, WithoutContactsThePickerSaysSo)
         "There are no Contacts in the datbase. First create some by going to File > New.... or the appropriate toolbar button");
 }
 
-TEST_F(OrderListTest, ContactsOfOrdersAreLinkedWhenTheDatabaseIsRead)
+TEST_F(OrderListTest, contactsOfOrdersAreLinkedWhenTheDatabaseIsRead)
 {
     begin();
     Contact& ann = contact("Ann Lee");
@@ -277,7 +277,7 @@ TEST_F(OrderListTest, ContactsOfOrdersAreLinkedWhenTheDatabaseIsRead)
     EXPECT_EQ(orders().at(0).getContactname(), "Ann Lee");
 }
 
-TEST_F(OrderListTest, ContactsAreConnectedByIdOnlyWhereThereIsOne)
+TEST_F(OrderListTest, contactsAreConnectedByIdOnlyWhereThereIsOne)
 {
     begin();
     Contact& ann = contact("Ann");
@@ -306,46 +306,46 @@ protected:
     }
 };
 
-TEST_F(OrderFilterTest, TheMenuOffersThreeChoicesThenTheUsersStatuses)
+TEST_F(OrderFilterTest, theMenuOffersThreeChoicesThenTheUsersStatuses)
 {
     const QStringList choices = orders().listForm.filter.titles();
     EXPECT_EQ(choices.mid(0, 3), QStringList({"All", "Incomplete", "Purchase orders"}));
     EXPECT_EQ(choices.mid(3), QStringList({"Enquiry", "Quoted", "Ordered", "Invoiced", "Paid", "Flagged", "Complete"}));
 }
 
-TEST_F(OrderFilterTest, AllHidesNothing)
+TEST_F(OrderFilterTest, allHidesNothing)
 {
     choose("All");
     EXPECT_EQ(titles().size(), 5u);
 }
 
-TEST_F(OrderFilterTest, PurchaseOrdersAreShownByThemselves)
+TEST_F(OrderFilterTest, purchaseOrdersAreShownByThemselves)
 {
     choose("Purchase orders");
     EXPECT_THAT(titles(), UnorderedElementsAre("clay", "kiln"));
 }
 
-TEST_F(OrderFilterTest, IncompleteHidesWhatIsComplete)
+TEST_F(OrderFilterTest, incompleteHidesWhatIsComplete)
 {
     choose("Incomplete");
     EXPECT_THAT(titles(), UnorderedElementsAre("enquiry", "quoted", "kiln"));
 }
 
-TEST_F(OrderFilterTest, TheUserSaysWhichStatusIsComplete)
+TEST_F(OrderFilterTest, theUserSaysWhichStatusIsComplete)
 {
     app().settingsStore().setText(settings::completeStatus, "Quoted");
     choose("Incomplete");
     EXPECT_THAT(titles(), UnorderedElementsAre("enquiry", "complete", "clay"));
 }
 
-TEST_F(OrderFilterTest, AStatusShowsExactlyItsOrders)
+TEST_F(OrderFilterTest, aStatusShowsExactlyItsOrders)
 {
     orders().at(0).setStatus("quoted");
     choose("Quoted");
     EXPECT_THAT(titles(), UnorderedElementsAre("quoted", "kiln"));
 }
 
-TEST_F(OrderFilterTest, TheChoiceIsRememberedOverARestart)
+TEST_F(OrderFilterTest, theChoiceIsRememberedOverARestart)
 {
     choose("Purchase orders");
     EXPECT_EQ(app().settingsStore().text(settings::orderManagerFilter), "Purchase orders");
@@ -354,7 +354,7 @@ TEST_F(OrderFilterTest, TheChoiceIsRememberedOverARestart)
     EXPECT_THAT(titles(), UnorderedElementsAre("clay", "kiln"));
 }
 
-TEST_F(OrderFilterTest, EveryWordMustStandInTheOrderOrItsContact)
+TEST_F(OrderFilterTest, everyWordMustStandInTheOrderOrItsContact)
 {
     Contact& smith = contact("Jane Smith");
     Order& hers = order("Vase 2024");
@@ -366,7 +366,7 @@ TEST_F(OrderFilterTest, EveryWordMustStandInTheOrderOrItsContact)
     EXPECT_THAT(titles(), UnorderedElementsAre("Vase 2024", "Smith and 2024"));
 }
 
-TEST_F(OrderFilterTest, BlanksBetweenWordsDoNotCount)
+TEST_F(OrderFilterTest, blanksBetweenWordsDoNotCount)
 {
     search("  clay   complete ");
     EXPECT_THAT(titles(), ElementsAre("clay"));
@@ -374,7 +374,7 @@ TEST_F(OrderFilterTest, BlanksBetweenWordsDoNotCount)
     EXPECT_EQ(titles().size(), 5u);
 }
 
-TEST_F(OrderFilterTest, SearchingNarrowsTheChoice)
+TEST_F(OrderFilterTest, searchingNarrowsTheChoice)
 {
     choose("Purchase orders");
     search("quoted");
@@ -383,7 +383,7 @@ TEST_F(OrderFilterTest, SearchingNarrowsTheChoice)
 
 // Colours
 
-TEST_F(OrderListTest, TheFirstColourOfAStatusColoursItsRows)
+TEST_F(OrderListTest, theFirstColourOfAStatusColoursItsRows)
 {
     const auto colour = [](const char* status, const char* red, const char* green, const char* blue) {
         return QByteArray("<dict><key>Status</key><string>") + status + "</string><key>redComponent</key><string>" + red
@@ -402,14 +402,14 @@ TEST_F(OrderListTest, TheFirstColourOfAStatusColoursItsRows)
     EXPECT_FALSE(orders().labelColorForRow(7));
 }
 
-TEST_F(OrderListTest, WithoutColoursRowsAreClear)
+TEST_F(OrderListTest, withoutColoursRowsAreClear)
 {
     begin("<key>VendaroFlagColours</key><array/>");
     order("quoted", "Quoted");
     EXPECT_FALSE(orders().labelColorForRow(0));
 }
 
-TEST_F(OrderListTest, OrdersOfTheCompleteStatusAreDoneWith)
+TEST_F(OrderListTest, ordersOfTheCompleteStatusAreDoneWith)
 {
     const auto isFinished = [&](int n) { return orders().isFinishedRow(orders().rowOf(orders().at(n))); };
     begin();
@@ -428,7 +428,7 @@ TEST_F(OrderListTest, OrdersOfTheCompleteStatusAreDoneWith)
 
 // Attachments
 
-TEST_F(OrderListTest, ADroppedFileIsCopiedIntoTheOrdersFolder)
+TEST_F(OrderListTest, aDroppedFileIsCopiedIntoTheOrdersFolder)
 {
     begin();
     Order& bench = order("Bench");
@@ -449,7 +449,7 @@ TEST_F(OrderListTest, ADroppedFileIsCopiedIntoTheOrdersFolder)
     EXPECT_EQ(orders().getNumberOfAttachments(), 2);
 }
 
-TEST_F(OrderListTest, AFileOfTheSameNameIsNotOverwrittenButTold)
+TEST_F(OrderListTest, aFileOfTheSameNameIsNotOverwrittenButTold)
 {
     begin();
     Order& bench = order("Bench");
@@ -463,7 +463,7 @@ TEST_F(OrderListTest, AFileOfTheSameNameIsNotOverwrittenButTold)
     EXPECT_EQ(copy.readAll(), "oak");
 }
 
-TEST_F(OrderListTest, AttachingAsksForAFile)
+TEST_F(OrderListTest, attachingAsksForAFile)
 {
     begin();
     orders().editThisOrder(order("Bench"));
@@ -475,7 +475,7 @@ TEST_F(OrderListTest, AttachingAsksForAFile)
     EXPECT_EQ(orders().getNumberOfAttachments(), 1);
 }
 
-TEST_F(OrderListTest, AFileThatIsGoneIsTold)
+TEST_F(OrderListTest, aFileThatIsGoneIsTold)
 {
     begin();
     orders().editThisOrder(order("Bench"));
@@ -484,7 +484,7 @@ TEST_F(OrderListTest, AFileThatIsGoneIsTold)
     EXPECT_EQ(form().attachments.text(), "There are no attachments");
 }
 
-TEST_F(OrderListTest, TheCountLeavesADesktopFileInFrontOut)
+TEST_F(OrderListTest, theCountLeavesADesktopFileInFrontOut)
 {
     begin();
     Order& bench = order("Bench");
@@ -497,7 +497,7 @@ TEST_F(OrderListTest, TheCountLeavesADesktopFileInFrontOut)
     EXPECT_EQ(form().attachments.text(), "There is 1 attachment");
 }
 
-TEST_F(OrderListTest, AttachmentsAreFoundInWhateverCaseTheFoldersAreSpelled)
+TEST_F(OrderListTest, attachmentsAreFoundInWhateverCaseTheFoldersAreSpelled)
 {
     begin();
     Order& bench = order("Bench");
@@ -512,7 +512,7 @@ TEST_F(OrderListTest, AttachmentsAreFoundInWhateverCaseTheFoldersAreSpelled)
     EXPECT_FALSE(QDir(databaseFolder() + "/Attachments").exists());
 }
 
-TEST_F(OrderListTest, ViewingOpensTheOrdersFolder)
+TEST_F(OrderListTest, viewingOpensTheOrdersFolder)
 {
     begin();
     Order& bench = order("Bench");
@@ -524,7 +524,7 @@ TEST_F(OrderListTest, ViewingOpensTheOrdersFolder)
 
 // Mail
 
-TEST_F(OrderListTest, MailGoesToTheFirstContactOnTheirTabElseToTheSecond)
+TEST_F(OrderListTest, mailGoesToTheFirstContactOnTheirTabElseToTheSecond)
 {
     begin();
     Contact& ann = contact("Ann");
@@ -546,7 +546,7 @@ TEST_F(OrderListTest, MailGoesToTheFirstContactOnTheirTabElseToTheSecond)
 
 // Many at once
 
-TEST_F(OrderListTest, DeletingManyTellsEveryListAsOftenAsDeletingOne)
+TEST_F(OrderListTest, deletingManyTellsEveryListAsOftenAsDeletingOne)
 {
     const auto resetsOfDeleting = [this](int count) {
         begin();

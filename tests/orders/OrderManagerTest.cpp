@@ -9,7 +9,7 @@ protected:
 
 // Making orders
 
-TEST_F(OrderManagerTest, ANewOrderIsNumberedDatedAndOpened)
+TEST_F(OrderManagerTest, aNewOrderIsNumberedDatedAndOpened)
 {
     begin();
     orders().create();
@@ -25,7 +25,7 @@ TEST_F(OrderManagerTest, ANewOrderIsNumberedDatedAndOpened)
     EXPECT_EQ(form().orderNum.text(), "1");
 }
 
-TEST_F(OrderManagerTest, TheUsersPrefixStandsBeforeTheId)
+TEST_F(OrderManagerTest, theUsersPrefixStandsBeforeTheId)
 {
     begin("<key>VendaroOrderPrefix</key><string>PO-</string>");
     for (int made = 0; made < 8; ++made)
@@ -35,7 +35,7 @@ TEST_F(OrderManagerTest, TheUsersPrefixStandsBeforeTheId)
     EXPECT_EQ(eighth.getNumericOrdernum(), 8.0f);
 }
 
-TEST_F(OrderManagerTest, AnotherOrderTakesThePlaceOfTheOpenOneOnlyWhenItMay)
+TEST_F(OrderManagerTest, anotherOrderTakesThePlaceOfTheOpenOneOnlyWhenItMay)
 {
     begin();
     Order& bench = order("Bench");
@@ -60,7 +60,7 @@ TEST_F(OrderManagerTest, AnotherOrderTakesThePlaceOfTheOpenOneOnlyWhenItMay)
     EXPECT_EQ(form().orderTitle.text(), "Stool");
 }
 
-TEST_F(OrderManagerTest, AMonthFirstUserGetsMonthFirstDates)
+TEST_F(OrderManagerTest, aMonthFirstUserGetsMonthFirstDates)
 {
     writeSettings("<key>VendaroDateFormat</key><string>1</string>");
     start();
@@ -68,7 +68,7 @@ TEST_F(OrderManagerTest, AMonthFirstUserGetsMonthFirstDates)
     EXPECT_EQ(currentOrder().getDate(), "03/01/24");
 }
 
-TEST_F(OrderManagerTest, WithoutADateFormatOneIsAskedForAndNoOrderIsMade)
+TEST_F(OrderManagerTest, withoutADateFormatOneIsAskedForAndNoOrderIsMade)
 {
     start();
     int asked = 0;
@@ -81,7 +81,7 @@ TEST_F(OrderManagerTest, WithoutADateFormatOneIsAskedForAndNoOrderIsMade)
     EXPECT_FALSE(orders().isCreating());
 }
 
-TEST_F(OrderManagerTest, TheFirstOrderHidesTheWelcomeView)
+TEST_F(OrderManagerTest, theFirstOrderHidesTheWelcomeView)
 {
     begin();
     EXPECT_TRUE(app().splashShown());
@@ -89,7 +89,7 @@ TEST_F(OrderManagerTest, TheFirstOrderHidesTheWelcomeView)
     EXPECT_FALSE(app().splashShown());
 }
 
-TEST_F(OrderManagerTest, ANewPurchaseOrderIsDatedByAWordAndLeavesTheWelcomeView)
+TEST_F(OrderManagerTest, aNewPurchaseOrderIsDatedByAWordAndLeavesTheWelcomeView)
 {
     begin("<key>VendaroOrderPrefix</key><string>INV</string>");
     orders().createPurchaseOrder();
@@ -101,7 +101,7 @@ TEST_F(OrderManagerTest, ANewPurchaseOrderIsDatedByAWordAndLeavesTheWelcomeView)
     EXPECT_EQ(form().title(), "Purchase Order");
 }
 
-TEST_F(OrderManagerTest, AnOrderForOtherPartsIsNumberedAndDatedButNotShown)
+TEST_F(OrderManagerTest, anOrderForOtherPartsIsNumberedAndDatedButNotShown)
 {
     begin();
     const Order& order = orders().createAndAddDataObject();
@@ -111,7 +111,7 @@ TEST_F(OrderManagerTest, AnOrderForOtherPartsIsNumberedAndDatedButNotShown)
     EXPECT_FALSE(orders().isCreating());
 }
 
-TEST_F(OrderManagerTest, AnOrderThatUndoBroughtBackKeepsItsIdToItself)
+TEST_F(OrderManagerTest, anOrderThatUndoBroughtBackKeepsItsIdToItself)
 {
     begin();
     order("Bench");
@@ -129,7 +129,7 @@ TEST_F(OrderManagerTest, AnOrderThatUndoBroughtBackKeepsItsIdToItself)
     EXPECT_EQ(currentOrder().getOrderNum(), "3");
 }
 
-TEST_F(OrderManagerTest, CancellingANewOrderTakesItAwayAgainWithItsLines)
+TEST_F(OrderManagerTest, cancellingANewOrderTakesItAwayAgainWithItsLines)
 {
     begin();
     orders().create();
@@ -141,7 +141,7 @@ TEST_F(OrderManagerTest, CancellingANewOrderTakesItAwayAgainWithItsLines)
     EXPECT_TRUE(alerts.asked().empty());
 }
 
-TEST_F(OrderManagerTest, CancellingAnExistingOrderOnlyClosesTheEditor)
+TEST_F(OrderManagerTest, cancellingAnExistingOrderOnlyClosesTheEditor)
 {
     begin();
     Order& bench = order("Bench");
@@ -155,7 +155,7 @@ TEST_F(OrderManagerTest, CancellingAnExistingOrderOnlyClosesTheEditor)
 
 // Loading the editor
 
-TEST_F(OrderManagerTest, TheEditorShowsTheOrder)
+TEST_F(OrderManagerTest, theEditorShowsTheOrder)
 {
     begin();
     Order& bench = order("Bench", "Quoted");
@@ -185,7 +185,7 @@ TEST_F(OrderManagerTest, TheEditorShowsTheOrder)
     EXPECT_EQ(lines().currentOrder(), bench.getID());
 }
 
-TEST_F(OrderManagerTest, LinesAreIncludedForEveryOrderThatIsLoadedAndSaved)
+TEST_F(OrderManagerTest, linesAreIncludedForEveryOrderThatIsLoadedAndSaved)
 {
     begin();
     Order& bench = order("Bench");
@@ -196,7 +196,7 @@ TEST_F(OrderManagerTest, LinesAreIncludedForEveryOrderThatIsLoadedAndSaved)
     EXPECT_TRUE(bench.getIncludeBOM());
 }
 
-TEST_F(OrderManagerTest, AStatusThatIsNotListedJoinsTheList)
+TEST_F(OrderManagerTest, aStatusThatIsNotListedJoinsTheList)
 {
     begin();
     Order& bench = order("Bench", "On the van");
@@ -207,14 +207,14 @@ TEST_F(OrderManagerTest, AStatusThatIsNotListedJoinsTheList)
     EXPECT_EQ(bench.getStatus(), "On the van");
 }
 
-TEST_F(OrderManagerTest, ANewOrdersStatusDoesNotJoinTheList)
+TEST_F(OrderManagerTest, aNewOrdersStatusDoesNotJoinTheList)
 {
     begin("<key>VendaroStatuses</key><string>Asked\nDone</string>");
     orders().create();
     EXPECT_FALSE(form().status.titles().contains("Enquiry"));
 }
 
-TEST_F(OrderManagerTest, APurchaseOrderShowsItsOwnControls)
+TEST_F(OrderManagerTest, aPurchaseOrderShowsItsOwnControls)
 {
     begin();
     Order& bought = order("Clay");
@@ -230,7 +230,7 @@ TEST_F(OrderManagerTest, APurchaseOrderShowsItsOwnControls)
     EXPECT_FALSE(form().addStock.isEnabled());
 }
 
-TEST_F(OrderManagerTest, AnyOtherOrderHasTheUsersWordAsItsTitle)
+TEST_F(OrderManagerTest, anyOtherOrderHasTheUsersWordAsItsTitle)
 {
     begin("<key>VendaroTermOrder</key><string>Job</string>");
     orders().editThisOrder(order("Bench"));
@@ -238,7 +238,7 @@ TEST_F(OrderManagerTest, AnyOtherOrderHasTheUsersWordAsItsTitle)
     EXPECT_FALSE(form().addStock.isVisible());
 }
 
-TEST_F(OrderManagerTest, ChoosingTheKindChangesTheOrderAtOnce)
+TEST_F(OrderManagerTest, choosingTheKindChangesTheOrderAtOnce)
 {
     begin();
     orders().editThisOrder(order("Bench"));
@@ -252,7 +252,7 @@ TEST_F(OrderManagerTest, ChoosingTheKindChangesTheOrderAtOnce)
 
 // Saving
 
-TEST_F(OrderManagerTest, SavingCopiesTheEditorIntoTheOrder)
+TEST_F(OrderManagerTest, savingCopiesTheEditorIntoTheOrder)
 {
     begin();
     orders().create();
@@ -287,7 +287,7 @@ TEST_F(OrderManagerTest, SavingCopiesTheEditorIntoTheOrder)
     EXPECT_FALSE(orders().isCreating());
 }
 
-TEST_F(OrderManagerTest, TickingRepeatsStartsFromTodayUnlessItRepeatedBefore)
+TEST_F(OrderManagerTest, tickingRepeatsStartsFromTodayUnlessItRepeatedBefore)
 {
     begin();
     Order& bench = order("Bench");
@@ -302,7 +302,7 @@ TEST_F(OrderManagerTest, TickingRepeatsStartsFromTodayUnlessItRepeatedBefore)
     EXPECT_EQ(bench.getLastRepeatDate(), "05/01/24");
 }
 
-TEST_F(OrderManagerTest, ASavedOrderLiesOnDiskWithItsLine)
+TEST_F(OrderManagerTest, aSavedOrderLiesOnDiskWithItsLine)
 {
     begin();
     orders().create();
@@ -315,7 +315,7 @@ TEST_F(OrderManagerTest, ASavedOrderLiesOnDiskWithItsLine)
     EXPECT_TRUE(readFile("itemsordered.xml").contains("<string>100.00</string>"));
 }
 
-TEST_F(OrderManagerTest, PrintingCopiesTheEditorWithoutClosingIt)
+TEST_F(OrderManagerTest, printingCopiesTheEditorWithoutClosingIt)
 {
     begin();
     orders().create();
@@ -327,7 +327,7 @@ TEST_F(OrderManagerTest, PrintingCopiesTheEditorWithoutClosingIt)
     EXPECT_EQ(orders().getCount(), 0);
 }
 
-TEST_F(OrderManagerTest, APaidPurchaseOrderFilesItsBill)
+TEST_F(OrderManagerTest, aPaidPurchaseOrderFilesItsBill)
 {
     begin();
     orders().createPurchaseOrder();
@@ -356,7 +356,7 @@ TEST_F(OrderManagerTest, APaidPurchaseOrderFilesItsBill)
     EXPECT_EQ(bill.getName(), "White clay");
 }
 
-TEST_F(OrderManagerTest, ABillThatIsGoneIsMadeAgain)
+TEST_F(OrderManagerTest, aBillThatIsGoneIsMadeAgain)
 {
     begin();
     Order& clay = order("Clay");
@@ -369,7 +369,7 @@ TEST_F(OrderManagerTest, ABillThatIsGoneIsMadeAgain)
     EXPECT_EQ(clay.getBillId(), app().getBillManager().at(0).getID());
 }
 
-TEST_F(OrderManagerTest, AnUnpaidPurchaseOrderAndAPaidSaleFileNoBill)
+TEST_F(OrderManagerTest, anUnpaidPurchaseOrderAndAPaidSaleFileNoBill)
 {
     begin();
     orders().createPurchaseOrder();
@@ -384,7 +384,7 @@ TEST_F(OrderManagerTest, AnUnpaidPurchaseOrderAndAPaidSaleFileNoBill)
 
 // Repeating, as the editor shows it
 
-TEST_F(OrderManagerTest, TheRepeatTextSaysWhenAndWhenNext)
+TEST_F(OrderManagerTest, theRepeatTextSaysWhenAndWhenNext)
 {
     begin();
     Order& bench = order("Bench");
@@ -402,7 +402,7 @@ TEST_F(OrderManagerTest, TheRepeatTextSaysWhenAndWhenNext)
     }
 }
 
-TEST_F(OrderManagerTest, AMonthFirstUserSeesTheLastRepeatMonthFirstAndTheNextDayFirst)
+TEST_F(OrderManagerTest, aMonthFirstUserSeesTheLastRepeatMonthFirstAndTheNextDayFirst)
 {
     writeSettings("<key>VendaroDateFormat</key><string>1</string>");
     start();
@@ -415,7 +415,7 @@ TEST_F(OrderManagerTest, AMonthFirstUserSeesTheLastRepeatMonthFirstAndTheNextDay
 
 // Booking in
 
-TEST_F(OrderManagerTest, APurchaseOrdersGoodsAreBookedInOnce)
+TEST_F(OrderManagerTest, aPurchaseOrdersGoodsAreBookedInOnce)
 {
     begin();
     Item& clay = item("Clay", "5");
@@ -436,7 +436,7 @@ TEST_F(OrderManagerTest, APurchaseOrdersGoodsAreBookedInOnce)
     EXPECT_TRUE(alerts.asked().empty());
 }
 
-TEST_F(OrderManagerTest, APurchaseOrderWithoutGoodsCountsAsBookedInToo)
+TEST_F(OrderManagerTest, aPurchaseOrderWithoutGoodsCountsAsBookedInToo)
 {
     begin();
     orders().createPurchaseOrder();
@@ -444,7 +444,7 @@ TEST_F(OrderManagerTest, APurchaseOrderWithoutGoodsCountsAsBookedInToo)
     EXPECT_TRUE(currentOrder().getStockAdded());
 }
 
-TEST_F(OrderManagerTest, OtherOrdersBookNothingIn)
+TEST_F(OrderManagerTest, otherOrdersBookNothingIn)
 {
     begin();
     Item& clay = item("Clay", "5");
@@ -455,7 +455,7 @@ TEST_F(OrderManagerTest, OtherOrdersBookNothingIn)
     EXPECT_FALSE(currentOrder().getStockAdded());
 }
 
-TEST_F(OrderManagerTest, AQuantityOfAThousandIsBookedInAsAThousand)
+TEST_F(OrderManagerTest, aQuantityOfAThousandIsBookedInAsAThousand)
 {
     begin();
     Item& clay = item("Clay", "1");
@@ -469,7 +469,7 @@ TEST_F(OrderManagerTest, AQuantityOfAThousandIsBookedInAsAThousand)
 
 // The filter
 
-TEST_F(OrderManagerTest, AStatusToFilterByMayBeEmpty)
+TEST_F(OrderManagerTest, aStatusToFilterByMayBeEmpty)
 {
     begin("<key>VendaroStatuses</key><string>Enquiry\n\nQuoted</string>");
     order("enquiry", "Enquiry");

@@ -39,7 +39,7 @@ protected:
     }
 };
 
-TEST_F(OrderSavingTest, AnOrderThatStaysInItsPlaceHasOnlyItsRowShownAgain)
+TEST_F(OrderSavingTest, anOrderThatStaysInItsPlaceHasOnlyItsRowShownAgain)
 {
     begin();
     order("Bench");
@@ -63,7 +63,7 @@ TEST_F(OrderSavingTest, AnOrderThatStaysInItsPlaceHasOnlyItsRowShownAgain)
     orders().removeObserver(resets);
 }
 
-TEST_F(OrderSavingTest, AnOrderWhoseAttachmentsCannotBeKeptStaysAndThatIsTold)
+TEST_F(OrderSavingTest, anOrderWhoseAttachmentsCannotBeKeptStaysAndThatIsTold)
 {
     begin();
     Order& bench = order("Bench");
@@ -92,7 +92,7 @@ TEST_F(OrderSavingTest, AnOrderWhoseAttachmentsCannotBeKeptStaysAndThatIsTold)
 
 // Figures
 
-TEST_F(OrderSavingTest, TypedFiguresAreStoredInMoneyForm)
+TEST_F(OrderSavingTest, typedFiguresAreStoredInMoneyForm)
 {
     begin(taxSettings());
     Order& bench = order("Bench");
@@ -106,7 +106,7 @@ TEST_F(OrderSavingTest, TypedFiguresAreStoredInMoneyForm)
     EXPECT_EQ(bench.getNet(), "-0.50");
 }
 
-TEST_F(OrderSavingTest, AFigureThatDoesNotReadIsStoredAsTypedAndAnEmptyOneStaysEmpty)
+TEST_F(OrderSavingTest, aFigureThatDoesNotReadIsStoredAsTypedAndAnEmptyOneStaysEmpty)
 {
     begin();
     Order& bench = order("Bench");
@@ -118,7 +118,7 @@ TEST_F(OrderSavingTest, AFigureThatDoesNotReadIsStoredAsTypedAndAnEmptyOneStaysE
     EXPECT_EQ(bench.getValueWithTax(), "0.00");
 }
 
-TEST_F(OrderSavingTest, SubtotalAndShippingTogetherLeaveTaxOutWhateverTheNameSays)
+TEST_F(OrderSavingTest, subtotalAndShippingTogetherLeaveTaxOutWhateverTheNameSays)
 {
     begin(taxSettings());
     orders().create();
@@ -134,7 +134,7 @@ TEST_F(OrderSavingTest, SubtotalAndShippingTogetherLeaveTaxOutWhateverTheNameSay
 
 // The moment of saving
 
-TEST_F(OrderSavingTest, OrdersLinesAndItemsAreWrittenAsTheyStoodWhenSaved)
+TEST_F(OrderSavingTest, ordersLinesAndItemsAreWrittenAsTheyStoodWhenSaved)
 {
     begin();
     Item& mug = item("Mug", "10");
@@ -155,7 +155,7 @@ TEST_F(OrderSavingTest, OrdersLinesAndItemsAreWrittenAsTheyStoodWhenSaved)
     EXPECT_TRUE(readFile("orders.xml").contains("Changed later"));
 }
 
-TEST_F(OrderSavingTest, SavesThatFollowEachOtherEndWithTheLast)
+TEST_F(OrderSavingTest, savesThatFollowEachOtherEndWithTheLast)
 {
     begin();
     Order& bench = order("Bench");
@@ -168,7 +168,7 @@ TEST_F(OrderSavingTest, SavesThatFollowEachOtherEndWithTheLast)
     EXPECT_TRUE(readFile("orders.xml").contains("Save 20."));
 }
 
-TEST_F(OrderSavingTest, SavingFiltersTheListAnew)
+TEST_F(OrderSavingTest, savingFiltersTheListAnew)
 {
     begin();
     Order& bench = order("Bench", "Quoted");
@@ -181,7 +181,7 @@ TEST_F(OrderSavingTest, SavingFiltersTheListAnew)
     EXPECT_EQ(orders().numberOfRows(), 0);
 }
 
-TEST_F(OrderSavingTest, CancellingANewOrderGivesNoStockBack)
+TEST_F(OrderSavingTest, cancellingANewOrderGivesNoStockBack)
 {
     begin();
     Item& mug = item("Mug", "10");
@@ -192,7 +192,7 @@ TEST_F(OrderSavingTest, CancellingANewOrderGivesNoStockBack)
     EXPECT_EQ(lines().getCount(), 0);
 }
 
-TEST_F(OrderSavingTest, NothingIsPutOnAnOrderThatIsGone)
+TEST_F(OrderSavingTest, nothingIsPutOnAnOrderThatIsGone)
 {
     begin();
     Item& mug = item("Mug", "10");
@@ -205,7 +205,7 @@ TEST_F(OrderSavingTest, NothingIsPutOnAnOrderThatIsGone)
 
 // Choices
 
-TEST_F(OrderSavingTest, AMethodFrequencyOrKindThatIsNotListedSurvivesASave)
+TEST_F(OrderSavingTest, aMethodFrequencyOrKindThatIsNotListedSurvivesASave)
 {
     begin();
     Order& bench = order("Bench");
@@ -219,7 +219,7 @@ TEST_F(OrderSavingTest, AMethodFrequencyOrKindThatIsNotListedSurvivesASave)
     EXPECT_EQ(bench.getType(), "Loan");
 }
 
-TEST_F(OrderSavingTest, ANewOrderStartsWithTheUsualStatusWhereItsOwnIsNotListed)
+TEST_F(OrderSavingTest, aNewOrderStartsWithTheUsualStatusWhereItsOwnIsNotListed)
 {
     begin("<key>VendaroStatuses</key><string>Asked\nDone\nPaid</string>");
     Order& old = order("Old", "Paid");
@@ -239,7 +239,7 @@ TEST_F(OrderSavingTest, ANewOrderStartsWithTheUsualStatusWhereItsOwnIsNotListed)
     EXPECT_EQ(made.getStatus(), "Done");
 }
 
-TEST_F(OrderSavingTest, SavingTheSettingsLeavesTheStatusOfTheOrderInTheEditor)
+TEST_F(OrderSavingTest, savingTheSettingsLeavesTheStatusOfTheOrderInTheEditor)
 {
     begin();
     Order& bench = order("Bench", "Quoted");
@@ -251,7 +251,7 @@ TEST_F(OrderSavingTest, SavingTheSettingsLeavesTheStatusOfTheOrderInTheEditor)
     EXPECT_EQ(bench.getStatus(), "Quoted");
 }
 
-TEST_F(OrderSavingTest, AStatusThatIsNoLongerListedNoLongerFilters)
+TEST_F(OrderSavingTest, aStatusThatIsNoLongerListedNoLongerFilters)
 {
     begin();
     order("Bench", "Quoted");
@@ -264,7 +264,7 @@ TEST_F(OrderSavingTest, AStatusThatIsNoLongerListedNoLongerFilters)
     EXPECT_EQ(orders().numberOfRows(), 2);
 }
 
-TEST_F(OrderSavingTest, AnUnreadableLastRepeatIsShownAsItIsWithoutANextOne)
+TEST_F(OrderSavingTest, anUnreadableLastRepeatIsShownAsItIsWithoutANextOne)
 {
     begin();
     Order& bench = order("Bench");
@@ -276,7 +276,7 @@ TEST_F(OrderSavingTest, AnUnreadableLastRepeatIsShownAsItIsWithoutANextOne)
 
 // Bills
 
-TEST_F(OrderSavingTest, ADeletedBillIsMadeAnew)
+TEST_F(OrderSavingTest, aDeletedBillIsMadeAnew)
 {
     begin();
     Order& clay = purchaseOrder();
@@ -291,7 +291,7 @@ TEST_F(OrderSavingTest, ADeletedBillIsMadeAnew)
 
 // Contacts
 
-TEST_F(OrderSavingTest, TheLinesFollowWhoeverWasPickedLastAlsoOnTheSecondTab)
+TEST_F(OrderSavingTest, theLinesFollowWhoeverWasPickedLastAlsoOnTheSecondTab)
 {
     begin();
     Order& bench = order("Bench");
@@ -304,7 +304,7 @@ TEST_F(OrderSavingTest, TheLinesFollowWhoeverWasPickedLastAlsoOnTheSecondTab)
     EXPECT_EQ(bench.getContactId(), 0);
 }
 
-TEST_F(OrderSavingTest, AContactOfADatabaseThatWasOpenBeforeIsNotTakenForAnotherOfItsId)
+TEST_F(OrderSavingTest, aContactOfADatabaseThatWasOpenBeforeIsNotTakenForAnotherOfItsId)
 {
     begin();
     const Contact& ann = contact("Ann");
@@ -322,7 +322,7 @@ TEST_F(OrderSavingTest, AContactOfADatabaseThatWasOpenBeforeIsNotTakenForAnother
 
 // Attachments
 
-TEST_F(OrderSavingTest, FilesOfADeletedOrderLieInTheRecoveryStore)
+TEST_F(OrderSavingTest, filesOfADeletedOrderLieInTheRecoveryStore)
 {
     begin();
     Order& bench = order("Bench");
@@ -344,7 +344,7 @@ TEST_F(OrderSavingTest, FilesOfADeletedOrderLieInTheRecoveryStore)
 
 // Stationery
 
-TEST_F(OrderSavingTest, TheChooserShowsEachTemplateOnceAndTheOneChosenLast)
+TEST_F(OrderSavingTest, theChooserShowsEachTemplateOnceAndTheOneChosenLast)
 {
     begin("<key>chosenTemplate</key><string>2</string>");
     const QStringList names = form().stationery.titles();
@@ -357,13 +357,13 @@ TEST_F(OrderSavingTest, TheChooserShowsEachTemplateOnceAndTheOneChosenLast)
     EXPECT_EQ(form().stationery.index(), 3);
 }
 
-TEST_F(OrderSavingTest, WithoutAChoiceTheFirstTemplateIsChosen)
+TEST_F(OrderSavingTest, withoutAChoiceTheFirstTemplateIsChosen)
 {
     begin();
     EXPECT_EQ(form().stationery.index(), 0);
 }
 
-TEST_F(OrderSavingTest, PrintingOpensTheOrdersDocumentAndLeavesTheEditorOpen)
+TEST_F(OrderSavingTest, printingOpensTheOrdersDocumentAndLeavesTheEditorOpen)
 {
     begin();
     int documents = 0;
@@ -377,7 +377,7 @@ TEST_F(OrderSavingTest, PrintingOpensTheOrdersDocumentAndLeavesTheEditorOpen)
     EXPECT_TRUE(orders().isCreating());
 }
 
-TEST_F(OrderSavingTest, AFiledBillIsWrittenWithTheOrderThatNamesIt)
+TEST_F(OrderSavingTest, aFiledBillIsWrittenWithTheOrderThatNamesIt)
 {
     begin();
     Order& clay = purchaseOrder();
@@ -388,7 +388,7 @@ TEST_F(OrderSavingTest, AFiledBillIsWrittenWithTheOrderThatNamesIt)
     EXPECT_TRUE(readFile("orders.xml").contains("Blue clay"));
 }
 
-TEST_F(OrderSavingTest, ADeletedOrderLeavesTheOrdersFileTogetherWithItsLines)
+TEST_F(OrderSavingTest, aDeletedOrderLeavesTheOrdersFileTogetherWithItsLines)
 {
     begin();
     for (const char* title : {"Bench", "Table"}) {
@@ -409,7 +409,7 @@ TEST_F(OrderSavingTest, ADeletedOrderLeavesTheOrdersFileTogetherWithItsLines)
 
 // The editor
 
-TEST_F(OrderSavingTest, OpeningTheOpenOrderAgainKeepsWhatWasTyped)
+TEST_F(OrderSavingTest, openingTheOpenOrderAgainKeepsWhatWasTyped)
 {
     begin();
     Order& bench = order("Bench");
@@ -421,7 +421,7 @@ TEST_F(OrderSavingTest, OpeningTheOpenOrderAgainKeepsWhatWasTyped)
     EXPECT_EQ(form().orderTitle.text(), "Table");
 }
 
-TEST_F(OrderSavingTest, ANewOrderThatIsOpenedAgainStillGoesWhenCancelled)
+TEST_F(OrderSavingTest, aNewOrderThatIsOpenedAgainStillGoesWhenCancelled)
 {
     begin();
     orders().create();
@@ -430,7 +430,7 @@ TEST_F(OrderSavingTest, ANewOrderThatIsOpenedAgainStillGoesWhenCancelled)
     EXPECT_EQ(orders().getCount(), 0);
 }
 
-TEST_F(OrderSavingTest, ChoicesOfAnotherOrderAreNotOffered)
+TEST_F(OrderSavingTest, choicesOfAnotherOrderAreNotOffered)
 {
     begin();
     Order& bench = order("Bench");
@@ -443,7 +443,7 @@ TEST_F(OrderSavingTest, ChoicesOfAnotherOrderAreNotOffered)
 
 // What does not read
 
-TEST_F(OrderSavingTest, EveryFigureThatDoesNotReadSaysSoWhileItIsTyped)
+TEST_F(OrderSavingTest, everyFigureThatDoesNotReadSaysSoWhileItIsTyped)
 {
     begin(taxSettings());
     orders().create();
@@ -459,7 +459,7 @@ TEST_F(OrderSavingTest, EveryFigureThatDoesNotReadSaysSoWhileItIsTyped)
     EXPECT_EQ(form().discount.fault(), "This does not read as a number; it counts as 0.");
 }
 
-TEST_F(OrderSavingTest, DatesAreCheckedTheWayTheyAreReadBack)
+TEST_F(OrderSavingTest, datesAreCheckedTheWayTheyAreReadBack)
 {
     writeSettings("<key>VendaroDateFormat</key><string>1</string>");
     start();
@@ -477,7 +477,7 @@ TEST_F(OrderSavingTest, DatesAreCheckedTheWayTheyAreReadBack)
     EXPECT_EQ(form().balancePaid.fault(), "");
 }
 
-TEST_F(OrderSavingTest, AStoredValueThatDoesNotReadSaysSoWhenItsOrderIsOpened)
+TEST_F(OrderSavingTest, aStoredValueThatDoesNotReadSaysSoWhenItsOrderIsOpened)
 {
     begin();
     Order& imported = order("Imported");
@@ -491,7 +491,7 @@ TEST_F(OrderSavingTest, AStoredValueThatDoesNotReadSaysSoWhenItsOrderIsOpened)
     EXPECT_EQ(form().shipping.fault(), "");
 }
 
-TEST_F(OrderSavingTest, APaymentsCellThatDoesNotReadSaysSo)
+TEST_F(OrderSavingTest, aPaymentsCellThatDoesNotReadSaysSo)
 {
     begin();
     Order& bench = order("Bench");
@@ -507,7 +507,7 @@ TEST_F(OrderSavingTest, APaymentsCellThatDoesNotReadSaysSo)
 
 // Orders that a crash took
 
-TEST_F(OrderSavingTest, ANewOrderDoesNotInheritTheLinesOfOneThatACrashTook)
+TEST_F(OrderSavingTest, aNewOrderDoesNotInheritTheLinesOfOneThatACrashTook)
 {
     begin();
     orders().create();
@@ -527,7 +527,7 @@ TEST_F(OrderSavingTest, ANewOrderDoesNotInheritTheLinesOfOneThatACrashTook)
     EXPECT_EQ(order("Next").getID(), next);
 }
 
-TEST_F(OrderSavingTest, AtTheEndOfAllIdsANewOrderIsStillMade)
+TEST_F(OrderSavingTest, atTheEndOfAllIdsANewOrderIsStillMade)
 {
     begin();
     order("Last").setID(std::numeric_limits<int>::max());
@@ -539,7 +539,7 @@ TEST_F(OrderSavingTest, AtTheEndOfAllIdsANewOrderIsStillMade)
 
 // Buttons that would find nothing to do
 
-TEST_F(OrderSavingTest, RemovingAwaitsASelection)
+TEST_F(OrderSavingTest, removingAwaitsASelection)
 {
     begin();
     Order& bench = order("Bench");
@@ -561,7 +561,7 @@ TEST_F(OrderSavingTest, RemovingAwaitsASelection)
     EXPECT_FALSE(form().tenderRemove.isEnabled());
 }
 
-TEST_F(OrderSavingTest, TheContactsCommandsGoByTheTab)
+TEST_F(OrderSavingTest, theContactsCommandsGoByTheTab)
 {
     begin();
     Order& bench = order("Bench");
@@ -582,7 +582,7 @@ TEST_F(OrderSavingTest, TheContactsCommandsGoByTheTab)
     EXPECT_FALSE(form().editContact.isEnabled());
 }
 
-TEST_F(OrderSavingTest, AContactWithoutANameCanBeEditedAndItsDetailsKeepToTheirLines)
+TEST_F(OrderSavingTest, aContactWithoutANameCanBeEditedAndItsDetailsKeepToTheirLines)
 {
     begin();
     Contact& nameless = contact("");

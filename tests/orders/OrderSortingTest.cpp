@@ -16,7 +16,7 @@ protected:
     std::vector<std::string> titles() { return shown(orders(), "title"); }
 };
 
-TEST_F(OrderSortingTest, SortingByContactGoesByTheirNamesWhateverTheCase)
+TEST_F(OrderSortingTest, sortingByContactGoesByTheirNamesWhateverTheCase)
 {
     begin();
     Contact& zoe = contact("Zoe");
@@ -42,7 +42,7 @@ TEST_F(OrderSortingTest, SortingByContactGoesByTheirNamesWhateverTheCase)
     EXPECT_THAT(titles(), ElementsAre("nobody's", "ann's", "carl's", "bob's first", "bob's second", "zoe's"));
 }
 
-TEST_F(OrderSortingTest, SortingByContactGivesWhatComparingTheColumnGives)
+TEST_F(OrderSortingTest, sortingByContactGivesWhatComparingTheColumnGives)
 {
     begin();
     std::mt19937 random(5);

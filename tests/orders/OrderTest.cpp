@@ -40,7 +40,7 @@ protected:
 
 // A new order
 
-TEST_F(OrderTest, ANewOrderIsAnEnquiryOfACustomerPaidByWeb)
+TEST_F(OrderTest, aNewOrderIsAnEnquiryOfACustomerPaidByWeb)
 {
     EXPECT_EQ(order.getStatus(), "Enquiry");
     EXPECT_EQ(order.getType(), "Customer");
@@ -49,7 +49,7 @@ TEST_F(OrderTest, ANewOrderIsAnEnquiryOfACustomerPaidByWeb)
     EXPECT_TRUE(order.getDiscountIsPercentage());
 }
 
-TEST_F(OrderTest, ANewOrdersOtherTextsAreEmpty)
+TEST_F(OrderTest, aNewOrdersOtherTextsAreEmpty)
 {
     for (const char* name : {"title", "date", "description", "deposit", "discount", "value", "subtotal", "shipping", "tax", "net",
              "taxRate", "valueWithTax", "totalitemspurchased", "transactionref", "orderNum", "ordernum", "balance", "balancePaid",
@@ -58,7 +58,7 @@ TEST_F(OrderTest, ANewOrdersOtherTextsAreEmpty)
     EXPECT_EQ(order.getLastRepeatDate(), "");
 }
 
-TEST_F(OrderTest, ANewOrdersNumbersAreZeroAndItsOtherFlagsOff)
+TEST_F(OrderTest, aNewOrdersNumbersAreZeroAndItsOtherFlagsOff)
 {
     EXPECT_EQ(order.getID(), 0);
     EXPECT_EQ(order.getNumericOrdernum(), 0.0f);
@@ -73,7 +73,7 @@ TEST_F(OrderTest, ANewOrdersNumbersAreZeroAndItsOtherFlagsOff)
 
 // The number
 
-TEST_F(OrderTest, TheNumericNumberIsMadeFromAllDigitsInTheirOrder)
+TEST_F(OrderTest, theNumericNumberIsMadeFromAllDigitsInTheirOrder)
 {
     const std::pair<const char*, float> cases[] = {
         {"PO-12a3", 123}, {"INV 0042", 42}, {"ABC", 0}, {"", 0}, {"7", 7}, {"-5", 5}, {"1.5", 15}, {"2024/07/11", 20240711}};
@@ -85,7 +85,7 @@ TEST_F(OrderTest, TheNumericNumberIsMadeFromAllDigitsInTheirOrder)
     }
 }
 
-TEST_F(OrderTest, DigitsOfOtherScriptsAreNotDigitsOfANumber)
+TEST_F(OrderTest, digitsOfOtherScriptsAreNotDigitsOfANumber)
 {
     order.setOrderNum("PO-\xd9\xa1\xd9\xa2"
                       "34");
@@ -94,13 +94,13 @@ TEST_F(OrderTest, DigitsOfOtherScriptsAreNotDigitsOfANumber)
 
 // Dates
 
-TEST_F(OrderTest, TheDateIsMonthFirstWhileNoFormatWasChosen)
+TEST_F(OrderTest, theDateIsMonthFirstWhileNoFormatWasChosen)
 {
     order.setDate("02/03/24");
     EXPECT_EQ(order.getDateasdate(), QDate(2024, 2, 3));
 }
 
-TEST_F(OrderTest, TheDateIsMonthFirstForTheSettingOneAndDayFirstForAnyOther)
+TEST_F(OrderTest, theDateIsMonthFirstForTheSettingOneAndDayFirstForAnyOther)
 {
     order.setDate("02/03/24");
     memory.setText(settings::dateFormat, "1");
@@ -111,7 +111,7 @@ TEST_F(OrderTest, TheDateIsMonthFirstForTheSettingOneAndDayFirstForAnyOther)
     }
 }
 
-TEST_F(OrderTest, ADateThatDoesNotReadIsTheFirstOfJanuary2000)
+TEST_F(OrderTest, aDateThatDoesNotReadIsTheFirstOfJanuary2000)
 {
     for (const char* text : {"", "tomorrow", "31/02/24", "13/13/24", "1/2", "01/02/24 and more"}) {
         order.setDate(text);
@@ -123,7 +123,7 @@ TEST_F(OrderTest, ADateThatDoesNotReadIsTheFirstOfJanuary2000)
     }
 }
 
-TEST_F(OrderTest, BalanceAndDepositDatesAreDayFirstWhateverTheFormat)
+TEST_F(OrderTest, balanceAndDepositDatesAreDayFirstWhateverTheFormat)
 {
     order.setBalancePaid("02/03/24");
     order.setDepositPaid("04/05/24");
@@ -136,7 +136,7 @@ TEST_F(OrderTest, BalanceAndDepositDatesAreDayFirstWhateverTheFormat)
 
 // Contacts
 
-TEST_F(OrderTest, TheSecondContactFallsBackToTheFirstOnlyWhenAsked)
+TEST_F(OrderTest, theSecondContactFallsBackToTheFirstOnlyWhenAsked)
 {
     Contact ann;
     ann.setID(7);
@@ -148,7 +148,7 @@ TEST_F(OrderTest, TheSecondContactFallsBackToTheFirstOnlyWhenAsked)
     EXPECT_EQ(order.getContact2Id(Order::Fallback::firstContact), 7);
 }
 
-TEST_F(OrderTest, ASecondContactStandsBeforeTheFallback)
+TEST_F(OrderTest, aSecondContactStandsBeforeTheFallback)
 {
     Contact ann;
     ann.setID(7);
@@ -161,13 +161,13 @@ TEST_F(OrderTest, ASecondContactStandsBeforeTheFallback)
     EXPECT_EQ(order.getContact2Id(Order::Fallback::firstContact), 8);
 }
 
-TEST_F(OrderTest, WithoutAnyContactTheFallbackFindsNone)
+TEST_F(OrderTest, withoutAnyContactTheFallbackFindsNone)
 {
     EXPECT_EQ(order.getContact2(Order::Fallback::firstContact), nullptr);
     EXPECT_EQ(order.getContact2Id(Order::Fallback::firstContact), 0);
 }
 
-TEST_F(OrderTest, FieldsOfTheFirstContactAnswerBehindItsPrefix)
+TEST_F(OrderTest, fieldsOfTheFirstContactAnswerBehindItsPrefix)
 {
     Contact ann;
     fill(ann, "1");
@@ -185,7 +185,7 @@ TEST_F(OrderTest, FieldsOfTheFirstContactAnswerBehindItsPrefix)
     EXPECT_EQ(order.getContactname(), "1Ann Lee");
 }
 
-TEST_F(OrderTest, FieldsOfTheSecondContactAnswerBehindTheirsButForPostcodeAndFirstName)
+TEST_F(OrderTest, fieldsOfTheSecondContactAnswerBehindTheirsButForPostcodeAndFirstName)
 {
     Contact ann;
     Contact bob;
@@ -206,7 +206,7 @@ TEST_F(OrderTest, FieldsOfTheSecondContactAnswerBehindTheirsButForPostcodeAndFir
     EXPECT_EQ(order.getFieldByName("contact2:postcode"), "1postcode");
 }
 
-TEST_F(OrderTest, ContactFieldsThatAreNotListedAnswerNothing)
+TEST_F(OrderTest, contactFieldsThatAreNotListedAnswerNothing)
 {
     Contact ann;
     fill(ann, "1");
@@ -219,7 +219,7 @@ TEST_F(OrderTest, ContactFieldsThatAreNotListedAnswerNothing)
         EXPECT_EQ(order.getFieldByName(name), "") << name;
 }
 
-TEST_F(OrderTest, TakingTheContactAwayClearsItsIdToo)
+TEST_F(OrderTest, takingTheContactAwayClearsItsIdToo)
 {
     Contact ann;
     ann.setID(7);
@@ -231,7 +231,7 @@ TEST_F(OrderTest, TakingTheContactAwayClearsItsIdToo)
 
 // Reading by name
 
-TEST_F(OrderTest, StoredFieldsReadByTheirNames)
+TEST_F(OrderTest, storedFieldsReadByTheirNames)
 {
     order.setTitle("a");
     order.setDate("b");
@@ -263,7 +263,7 @@ TEST_F(OrderTest, StoredFieldsReadByTheirNames)
         EXPECT_EQ(order.getFieldByName(name), value) << name;
 }
 
-TEST_F(OrderTest, NamesOfFieldsAreMatchedExactly)
+TEST_F(OrderTest, namesOfFieldsAreMatchedExactly)
 {
     order.setTitle("a");
     order.setTaxRate("20");
@@ -274,7 +274,7 @@ TEST_F(OrderTest, NamesOfFieldsAreMatchedExactly)
         EXPECT_EQ(order.getFieldByName(name), "") << name;
 }
 
-TEST_F(OrderTest, FlagsReadInTheirOwnWords)
+TEST_F(OrderTest, flagsReadInTheirOwnWords)
 {
     EXPECT_EQ(order.getFieldByName("includeBOM"), "No");
     EXPECT_EQ(order.getFieldByName("sent"), "No");
@@ -290,7 +290,7 @@ TEST_F(OrderTest, FlagsReadInTheirOwnWords)
     EXPECT_EQ(order.getFieldByName("discountispercentage"), "flat");
 }
 
-TEST_F(OrderTest, TheCustomerMarkReadsInWordsAndAnUnknownOneAsNothing)
+TEST_F(OrderTest, theCustomerMarkReadsInWordsAndAnUnknownOneAsNothing)
 {
     const std::pair<int, const char*> cases[] = {{0, "Not known"}, {1, "New customer"}, {2, "Returning customer"}, {3, ""}, {-1, ""}};
     for (const auto& [mark, words] : cases) {
@@ -301,7 +301,7 @@ TEST_F(OrderTest, TheCustomerMarkReadsInWordsAndAnUnknownOneAsNothing)
 
 // Setting by name
 
-TEST_F(OrderTest, FieldsThatImportsKnowAreSetByName)
+TEST_F(OrderTest, fieldsThatImportsKnowAreSetByName)
 {
     for (const char* name : {"balance", "balancePaid", "date", "deposit", "depositPaid", "description", "title", "ordernum",
              "paymentmethod", "value", "status", "shipping", "type", "tax", "net", "totalitemspurchased", "transactionref"}) {
@@ -318,7 +318,7 @@ TEST_F(OrderTest, FieldsThatImportsKnowAreSetByName)
     EXPECT_EQ(order.getValueWithTax(), "12.00");
 }
 
-TEST_F(OrderTest, OtherNamesSetNothing)
+TEST_F(OrderTest, otherNamesSetNothing)
 {
     for (const char* name : {"taxRate", "valueWithTax", "orderNum", "subtotal", "discount", "applydiscount", "discountispercentage",
              "totaldue", "contactname", "contact", "one", "Title", "repeats", "stockadded"})
@@ -326,13 +326,13 @@ TEST_F(OrderTest, OtherNamesSetNothing)
     EXPECT_EQ(order.values(), Order(rules).values());
 }
 
-TEST_F(OrderTest, TheNumberSetByNameSortsByItsDigits)
+TEST_F(OrderTest, theNumberSetByNameSortsByItsDigits)
 {
     order.setFieldByName("ordernum", "W-19");
     EXPECT_EQ(order.getNumericOrdernum(), 19.0f);
 }
 
-TEST_F(OrderTest, IdAndCustomerMarkTakeTheIntegerOfTheText)
+TEST_F(OrderTest, idAndCustomerMarkTakeTheIntegerOfTheText)
 {
     order.setFieldByName("id", "42");
     order.setFieldByName("newcustomer", "2");
@@ -342,7 +342,7 @@ TEST_F(OrderTest, IdAndCustomerMarkTakeTheIntegerOfTheText)
     EXPECT_EQ(order.getNewCustomer(), 0);
 }
 
-TEST_F(OrderTest, TheLinesAreIncludedExactlyForTheWordYes)
+TEST_F(OrderTest, theLinesAreIncludedExactlyForTheWordYes)
 {
     for (const char* name : {"includebom", "includeBOM"}) {
         for (const char* other : {"yes", "YES", "No", "", "1", "true"}) {
@@ -355,7 +355,7 @@ TEST_F(OrderTest, TheLinesAreIncludedExactlyForTheWordYes)
     }
 }
 
-TEST_F(OrderTest, SentIsSetByTheWordNoAndByNoOther)
+TEST_F(OrderTest, sentIsSetByTheWordNoAndByNoOther)
 {
     order.setFieldByName("sent", "No");
     EXPECT_TRUE(order.getSent());
@@ -368,7 +368,7 @@ TEST_F(OrderTest, SentIsSetByTheWordNoAndByNoOther)
 
 // Searching
 
-TEST_F(OrderTest, SearchingLooksIntoFiveFieldsWhateverTheCase)
+TEST_F(OrderTest, searchingLooksIntoFiveFieldsWhateverTheCase)
 {
     order.setDate("01/03/24");
     order.setTitle("Garden Bench");
@@ -381,7 +381,7 @@ TEST_F(OrderTest, SearchingLooksIntoFiveFieldsWhateverTheCase)
         EXPECT_FALSE(order.contains(text)) << text;
 }
 
-TEST_F(OrderTest, SearchingDoesNotLookIntoOtherFields)
+TEST_F(OrderTest, searchingDoesNotLookIntoOtherFields)
 {
     Contact ann;
     ann.setName("needle");
@@ -394,7 +394,7 @@ TEST_F(OrderTest, SearchingDoesNotLookIntoOtherFields)
     EXPECT_FALSE(order.contains("needle"));
 }
 
-TEST_F(OrderTest, OnlyTheStatusCompleteColoursTheRow)
+TEST_F(OrderTest, onlyTheStatusCompleteColoursTheRow)
 {
     for (const char* status : {"Enquiry", "complete", "Complete ", "Completed", ""}) {
         order.setStatus(status);
@@ -406,7 +406,7 @@ TEST_F(OrderTest, OnlyTheStatusCompleteColoursTheRow)
 
 // Payments
 
-TEST_F(OrderTest, PaymentsAreSummedInTheirOrderAndUnreadableOnesCountAsNothing)
+TEST_F(OrderTest, paymentsAreSummedInTheirOrderAndUnreadableOnesCountAsNothing)
 {
     pay(order, "1,000.00");
     pay(order, "abc");
@@ -415,7 +415,7 @@ TEST_F(OrderTest, PaymentsAreSummedInTheirOrderAndUnreadableOnesCountAsNothing)
     EXPECT_EQ(order.getTotalPayments(), 999.5f);
 }
 
-TEST_F(OrderTest, PaymentsAreSummedInSinglePrecision)
+TEST_F(OrderTest, paymentsAreSummedInSinglePrecision)
 {
     // Around eight million single precision knows halves only: 0.20 is lost, 0.30 becomes a half.
     pay(order, "8,000,000.00");
@@ -425,13 +425,13 @@ TEST_F(OrderTest, PaymentsAreSummedInSinglePrecision)
     EXPECT_EQ(order.getTotalPayments(), 8000000.5f);
 }
 
-TEST_F(OrderTest, WithoutPaymentsTheirSumIsNothing)
+TEST_F(OrderTest, withoutPaymentsTheirSumIsNothing)
 {
     EXPECT_EQ(order.getTotalPayments(), 0.0f);
     EXPECT_EQ(order.getPayments(), "");
 }
 
-TEST_F(OrderTest, PaymentsReadAsOneLineEach)
+TEST_F(OrderTest, paymentsReadAsOneLineEach)
 {
     memory.setText(settings::currency, "\xc2\xa3");
     pay(order, "10.00", "01/03/24", "cash");
@@ -442,7 +442,7 @@ TEST_F(OrderTest, PaymentsReadAsOneLineEach)
         "5.50 made by web on: 02/03/24\n");
 }
 
-TEST_F(OrderTest, RemovingAPaymentTakesTheOneAtThatPlace)
+TEST_F(OrderTest, removingAPaymentTakesTheOneAtThatPlace)
 {
     Payment& first = pay(order, "1.00");
     pay(order, "2.00");
@@ -456,7 +456,7 @@ TEST_F(OrderTest, RemovingAPaymentTakesTheOneAtThatPlace)
 
 // Totals of the record
 
-TEST_F(OrderTest, TheTotalLeavesTaxOutUnlessPricesAreExclusive)
+TEST_F(OrderTest, theTotalLeavesTaxOutUnlessPricesAreExclusive)
 {
     order.setValue("100.00");
     order.setShipping("10.00");
@@ -471,7 +471,7 @@ TEST_F(OrderTest, TheTotalLeavesTaxOutUnlessPricesAreExclusive)
     EXPECT_EQ(order.getFieldByName("totaldue"), "132.00");
 }
 
-TEST_F(OrderTest, TheTotalOfAPurchaseOrderAlwaysCountsTax)
+TEST_F(OrderTest, theTotalOfAPurchaseOrderAlwaysCountsTax)
 {
     order.setType("Purchase Order");
     order.setValue("100.00");
@@ -482,7 +482,7 @@ TEST_F(OrderTest, TheTotalOfAPurchaseOrderAlwaysCountsTax)
     EXPECT_EQ(order.getTotalDue(), "132.00");
 }
 
-TEST_F(OrderTest, TheKindPurchaseOrderIsSpelledExactly)
+TEST_F(OrderTest, theKindPurchaseOrderIsSpelledExactly)
 {
     order.setValue("1.00");
     order.setTax("1.00");
@@ -492,7 +492,7 @@ TEST_F(OrderTest, TheKindPurchaseOrderIsSpelledExactly)
     }
 }
 
-TEST_F(OrderTest, TheTotalIsBeforePaymentsAndTheBalanceAfter)
+TEST_F(OrderTest, theTotalIsBeforePaymentsAndTheBalanceAfter)
 {
     order.setValue("1,100.00");
     pay(order, "100.00");
@@ -501,21 +501,21 @@ TEST_F(OrderTest, TheTotalIsBeforePaymentsAndTheBalanceAfter)
     EXPECT_EQ(order.getFieldByName("balanceremaining"), "1,000.00");
 }
 
-TEST_F(OrderTest, ATotalBelowNothingIsNothing)
+TEST_F(OrderTest, aTotalBelowNothingIsNothing)
 {
     order.setValue("-5.00");
     EXPECT_EQ(order.getTotalDue(), "0.00");
     EXPECT_EQ(order.getBalanceRemaining(), "0.00");
 }
 
-TEST_F(OrderTest, PaymentsBeyondTheTotalLeaveNothing)
+TEST_F(OrderTest, paymentsBeyondTheTotalLeaveNothing)
 {
     order.setValue("10.00");
     pay(order, "10.01");
     EXPECT_EQ(order.getBalanceRemaining(), "0.00");
 }
 
-TEST_F(OrderTest, TheBalanceTakesThePaymentsFromTheTotalBeforeThatIsHeldAtNothing)
+TEST_F(OrderTest, theBalanceTakesThePaymentsFromTheTotalBeforeThatIsHeldAtNothing)
 {
     // -5 and a repayment of 7: 2 remain. Held at nothing first it would be 7.
     order.setValue("-5.00");
@@ -523,7 +523,7 @@ TEST_F(OrderTest, TheBalanceTakesThePaymentsFromTheTotalBeforeThatIsHeldAtNothin
     EXPECT_EQ(order.getBalanceRemaining(), "2.00");
 }
 
-TEST_F(OrderTest, FiguresThatDoNotReadCountAsNothing)
+TEST_F(OrderTest, figuresThatDoNotReadCountAsNothing)
 {
     order.setValue("ten");
     order.setShipping("5.00 extra");
@@ -534,7 +534,7 @@ TEST_F(OrderTest, FiguresThatDoNotReadCountAsNothing)
     EXPECT_EQ(order.getTotalDue(), "10,000,000.00");
 }
 
-TEST_F(OrderTest, DepositAndStoredBalanceTakeNoPartInTheTotal)
+TEST_F(OrderTest, depositAndStoredBalanceTakeNoPartInTheTotal)
 {
     order.setValue("50.00");
     order.setDeposit("20.00");
@@ -544,7 +544,7 @@ TEST_F(OrderTest, DepositAndStoredBalanceTakeNoPartInTheTotal)
     EXPECT_EQ(order.getBalanceRemaining(), "50.00");
 }
 
-TEST_F(OrderTest, FiguresAreReadAndWrittenInTheUsersLocale)
+TEST_F(OrderTest, figuresAreReadAndWrittenInTheUsersLocale)
 {
     const MoneyFormatter german("de_DE");
     const OrderRules germanRules {memory, german};
@@ -556,20 +556,20 @@ TEST_F(OrderTest, FiguresAreReadAndWrittenInTheUsersLocale)
 
 // The discount in words
 
-TEST_F(OrderTest, WithoutADiscountThereAreNoWordsForIt)
+TEST_F(OrderTest, withoutADiscountThereAreNoWordsForIt)
 {
     order.setDiscount("10");
     EXPECT_EQ(order.getFieldByName("discountdescription"), "");
 }
 
-TEST_F(OrderTest, APercentageReadsWithItsSignAndATrailingBlank)
+TEST_F(OrderTest, aPercentageReadsWithItsSignAndATrailingBlank)
 {
     order.setApplyDiscount(true);
     order.setDiscount("10");
     EXPECT_EQ(order.getFieldByName("discountdescription"), "discount: -10% ");
 }
 
-TEST_F(OrderTest, AFlatDiscountReadsWithTheCurrency)
+TEST_F(OrderTest, aFlatDiscountReadsWithTheCurrency)
 {
     memory.setText(settings::currency, "$");
     order.setApplyDiscount(true);

@@ -14,7 +14,7 @@ protected:
     OrderForm& form() { return orders().form; }
 };
 
-TEST_F(OrderTotalsTest, TheBalanceIsKeptOnTheOrderBeforePaymentsAndMayGoBelowNothing)
+TEST_F(OrderTotalsTest, theBalanceIsKeptOnTheOrderBeforePaymentsAndMayGoBelowNothing)
 {
     begin();
     line(currentOrder(), "-20.00");
@@ -24,7 +24,7 @@ TEST_F(OrderTotalsTest, TheBalanceIsKeptOnTheOrderBeforePaymentsAndMayGoBelowNot
     EXPECT_EQ(form().balanceRemaining.text(), "0.00");
 }
 
-TEST_F(OrderTotalsTest, TheDiscountTakenOffIsLogged)
+TEST_F(OrderTotalsTest, theDiscountTakenOffIsLogged)
 {
     begin();
     form().applyDiscount.edit(true);
@@ -34,7 +34,7 @@ TEST_F(OrderTotalsTest, TheDiscountTakenOffIsLogged)
     EXPECT_TRUE(logged("substracting 12.500000"));
 }
 
-TEST_F(OrderTotalsTest, DiscountControlsShowOnlyWhileADiscountApplies)
+TEST_F(OrderTotalsTest, discountControlsShowOnlyWhileADiscountApplies)
 {
     begin();
     EXPECT_FALSE(form().discount.isVisible());
@@ -47,7 +47,7 @@ TEST_F(OrderTotalsTest, DiscountControlsShowOnlyWhileADiscountApplies)
     EXPECT_FALSE(form().discountChoice.isVisible());
 }
 
-TEST_F(OrderTotalsTest, EachDiscountControlWorksOutSubtotalAndBalanceAgain)
+TEST_F(OrderTotalsTest, eachDiscountControlWorksOutSubtotalAndBalanceAgain)
 {
     begin();
     line(currentOrder(), "100.00");
@@ -65,7 +65,7 @@ TEST_F(OrderTotalsTest, EachDiscountControlWorksOutSubtotalAndBalanceAgain)
     EXPECT_EQ(form().taxAmount.text(), "");
 }
 
-TEST_F(OrderTotalsTest, AChangedDiscountSaysThatTheTaxDoesNotCountItUntilItDoes)
+TEST_F(OrderTotalsTest, aChangedDiscountSaysThatTheTaxDoesNotCountItUntilItDoes)
 {
     begin();
     line(currentOrder(), "100.00");
@@ -77,7 +77,7 @@ TEST_F(OrderTotalsTest, AChangedDiscountSaysThatTheTaxDoesNotCountItUntilItDoes)
     EXPECT_EQ(form().taxNote.text(), "");
 }
 
-TEST_F(OrderTotalsTest, TypingShippingOrTaxWorksOutTheBalanceOnly)
+TEST_F(OrderTotalsTest, typingShippingOrTaxWorksOutTheBalanceOnly)
 {
     begin();
     line(currentOrder(), "100.00");
@@ -90,7 +90,7 @@ TEST_F(OrderTotalsTest, TypingShippingOrTaxWorksOutTheBalanceOnly)
     EXPECT_EQ(currentOrder().getBalance(), "111.00");
 }
 
-TEST_F(OrderTotalsTest, AChangedLineWorksOutTheTaxWhereTaxIsHandled)
+TEST_F(OrderTotalsTest, aChangedLineWorksOutTheTaxWhereTaxIsHandled)
 {
     begin();
     line(currentOrder(), "100.00");
@@ -100,7 +100,7 @@ TEST_F(OrderTotalsTest, AChangedLineWorksOutTheTaxWhereTaxIsHandled)
     EXPECT_EQ(form().balanceRemaining.text(), "120.00");
 }
 
-TEST_F(OrderTotalsTest, AChangedLineLeavesTheTaxAloneWhereItIsNot)
+TEST_F(OrderTotalsTest, aChangedLineLeavesTheTaxAloneWhereItIsNot)
 {
     begin("<key>VendaroHandlesTax</key><string>NO</string><key>VendaroPricesTaxInclusive</key><string>1</string>");
     line(currentOrder(), "100.00");
@@ -113,13 +113,13 @@ TEST_F(OrderTotalsTest, AChangedLineLeavesTheTaxAloneWhereItIsNot)
     EXPECT_EQ(form().balanceRemaining.text(), "107.00");
 }
 
-TEST_F(OrderTotalsTest, TaxControlsCanBeUsedOnlyWhereTaxIsHandled)
+TEST_F(OrderTotalsTest, taxControlsCanBeUsedOnlyWhereTaxIsHandled)
 {
     begin();
     EXPECT_TRUE(form().net.isEnabled() && form().taxAmount.isEnabled() && form().calculateTax.isEnabled());
 }
 
-TEST_F(OrderTotalsTest, WhereTaxIsNotHandledItsStoredFiguresAreStillShown)
+TEST_F(OrderTotalsTest, whereTaxIsNotHandledItsStoredFiguresAreStillShown)
 {
     begin("<key>VendaroHandlesTax</key><string>NO</string>");
     Order& old = order("old");
@@ -131,13 +131,13 @@ TEST_F(OrderTotalsTest, WhereTaxIsNotHandledItsStoredFiguresAreStillShown)
     EXPECT_EQ(form().net.text(), "80.00");
 }
 
-TEST_F(OrderTotalsTest, TheUsersWordForTaxStandsAtTheTax)
+TEST_F(OrderTotalsTest, theUsersWordForTaxStandsAtTheTax)
 {
     begin(taxSettings() + "<key>VendaroTaxStatement</key><string>VAT</string>");
     EXPECT_EQ(form().taxAmount.caption(), "VAT");
 }
 
-TEST_F(OrderTotalsTest, OnlyTheLinesOfTheOrderInTheEditorCount)
+TEST_F(OrderTotalsTest, onlyTheLinesOfTheOrderInTheEditorCount)
 {
     begin();
     line(order("other"), "50.00");
@@ -146,7 +146,7 @@ TEST_F(OrderTotalsTest, OnlyTheLinesOfTheOrderInTheEditorCount)
     EXPECT_EQ(form().subtotal.text(), "10.00");
 }
 
-TEST_F(OrderTotalsTest, ChoosingAnotherKindOfOrderCountsFromTheNextCalculation)
+TEST_F(OrderTotalsTest, choosingAnotherKindOfOrderCountsFromTheNextCalculation)
 {
     begin(taxSettings("0"));
     line(currentOrder(), "100.00");
@@ -158,7 +158,7 @@ TEST_F(OrderTotalsTest, ChoosingAnotherKindOfOrderCountsFromTheNextCalculation)
     EXPECT_EQ(form().balanceRemaining.text(), "120.00");
 }
 
-TEST_F(OrderTotalsTest, TheTaxRateOfTheOrderDoesNotCount)
+TEST_F(OrderTotalsTest, theTaxRateOfTheOrderDoesNotCount)
 {
     begin();
     currentOrder().setFieldByName("taxrate", "50");
@@ -167,7 +167,7 @@ TEST_F(OrderTotalsTest, TheTaxRateOfTheOrderDoesNotCount)
     EXPECT_EQ(form().taxAmount.text(), "20.00");
 }
 
-TEST_F(OrderTotalsTest, SavingKeepsTheDiscountAsItStands)
+TEST_F(OrderTotalsTest, savingKeepsTheDiscountAsItStands)
 {
     begin();
     Order& order = currentOrder();
@@ -189,7 +189,7 @@ TEST_F(OrderTotalsTest, SavingKeepsTheDiscountAsItStands)
     EXPECT_TRUE(order.getDiscountIsPercentage());
 }
 
-TEST_F(OrderTotalsTest, AFlatDiscountOfTheFirstOrderOpenedIsInMoney)
+TEST_F(OrderTotalsTest, aFlatDiscountOfTheFirstOrderOpenedIsInMoney)
 {
     begin();
     const int id = currentOrder().getID();

@@ -22,14 +22,14 @@ protected:
     Payment payment {memory};
 };
 
-TEST_F(PaymentTest, ANewPaymentIsEmptyAndBelongsToNoOrder)
+TEST_F(PaymentTest, aNewPaymentIsEmptyAndBelongsToNoOrder)
 {
     for (const char* name : {"amount", "datepaid", "paymentmethod", "title", "ordernum", "order:number", "order:title"})
         EXPECT_EQ(payment.getFieldByName(name), "") << name;
     EXPECT_EQ(payment.getOrder(), nullptr);
 }
 
-TEST_F(PaymentTest, ItsOwnFieldsAreSetAndReadByName)
+TEST_F(PaymentTest, itsOwnFieldsAreSetAndReadByName)
 {
     for (const char* name : {"amount", "datepaid", "paymentmethod"}) {
         EXPECT_TRUE(payment.setFieldByName(name, std::string("my ") + name));
@@ -37,7 +37,7 @@ TEST_F(PaymentTest, ItsOwnFieldsAreSetAndReadByName)
     }
 }
 
-TEST_F(PaymentTest, ItsOrdersTitleAndNumberAreReadThroughIt)
+TEST_F(PaymentTest, itsOrdersTitleAndNumberAreReadThroughIt)
 {
     order.addPayment(payment);
     EXPECT_EQ(payment.getOrder(), &order);
@@ -49,7 +49,7 @@ TEST_F(PaymentTest, ItsOrdersTitleAndNumberAreReadThroughIt)
     EXPECT_EQ(payment.getNumericOrdernum(), 42.0f);
 }
 
-TEST_F(PaymentTest, OtherNamesAnswerAndSetNothing)
+TEST_F(PaymentTest, otherNamesAnswerAndSetNothing)
 {
     order.addPayment(payment);
     for (const char* name : {"Amount", "datePaid", "paymentMethod", "order", "id", "status", ""})
@@ -58,7 +58,7 @@ TEST_F(PaymentTest, OtherNamesAnswerAndSetNothing)
         EXPECT_FALSE(payment.setFieldByName(name, "x")) << name;
 }
 
-TEST_F(PaymentTest, TheDateIsMonthFirstForOneAndWhileNoFormatWasChosen)
+TEST_F(PaymentTest, theDateIsMonthFirstForOneAndWhileNoFormatWasChosen)
 {
     payment.setDatePaid("02/03/24");
     EXPECT_EQ(payment.getDatepaidasdate(), QDate(2024, 2, 3));
@@ -70,7 +70,7 @@ TEST_F(PaymentTest, TheDateIsMonthFirstForOneAndWhileNoFormatWasChosen)
     EXPECT_EQ(payment.getDatepaidasdate(), QDate(2000, 1, 1));
 }
 
-TEST_F(PaymentTest, UntilTheWayToWriteDatesIsChosenNeitherWayIsAFault)
+TEST_F(PaymentTest, untilTheWayToWriteDatesIsChosenNeitherWayIsAFault)
 {
     const ValueCheck check = recordDateCheck(memory);
     for (const char* right : {"25/12/24", "12/25/24", "01/02/24", ""})
@@ -82,7 +82,7 @@ TEST_F(PaymentTest, UntilTheWayToWriteDatesIsChosenNeitherWayIsAFault)
     EXPECT_EQ(check("12/25/24"), "");
 }
 
-TEST_F(PaymentTest, SearchingLooksIntoAmountMethodAndTheOrder)
+TEST_F(PaymentTest, searchingLooksIntoAmountMethodAndTheOrder)
 {
     payment.setAmount("1,250.00");
     payment.setPaymentMethod("Bank transfer");

@@ -22,7 +22,7 @@ std::string flag(const std::string& status, const std::string& red, const std::s
 
 } // namespace
 
-TEST(StatusColoursTest, AStatusHasTheColourOfItsEntry)
+TEST(StatusColoursTest, aStatusHasTheColourOfItsEntry)
 {
     const PlistValue colours = flags(flag("Enquiry", "1", "0.5", "0") + flag("Quote", "0.25", "0", "1"));
     const std::optional<RgbColour> quote = statusColour(colours, "Quote");
@@ -32,21 +32,21 @@ TEST(StatusColoursTest, AStatusHasTheColourOfItsEntry)
     EXPECT_FLOAT_EQ(quote->blue, 1.0f);
 }
 
-TEST(StatusColoursTest, TheFirstOfTwoEntriesCounts)
+TEST(StatusColoursTest, theFirstOfTwoEntriesCounts)
 {
     const std::optional<RgbColour> colour = statusColour(flags(flag("Quote", "1", "0", "0") + flag("Quote", "0", "1", "0")), "Quote");
     ASSERT_TRUE(colour.has_value());
     EXPECT_FLOAT_EQ(colour->red, 1.0f);
 }
 
-TEST(StatusColoursTest, AStatusWithoutAnEntryHasNone)
+TEST(StatusColoursTest, aStatusWithoutAnEntryHasNone)
 {
     const PlistValue colours = flags(flag("Quote", "1", "0", "0"));
     EXPECT_FALSE(statusColour(colours, "quote").has_value());
     EXPECT_FALSE(statusColour(colours, "").has_value());
 }
 
-TEST(StatusColoursTest, PartsThatAreMissingOrDoNotReadAreNought)
+TEST(StatusColoursTest, partsThatAreMissingOrDoNotReadAreNought)
 {
     const std::string entry = "<dict><key>Status</key><string>Quote</string><key>redComponent</key><string>bright</string></dict>";
     const std::optional<RgbColour> colour = statusColour(flags(entry), "Quote");
@@ -56,7 +56,7 @@ TEST(StatusColoursTest, PartsThatAreMissingOrDoNotReadAreNought)
     EXPECT_FLOAT_EQ(colour->blue, 0.0f);
 }
 
-TEST(StatusColoursTest, AnythingButAListOfDictionariesHasNoColours)
+TEST(StatusColoursTest, anythingButAListOfDictionariesHasNoColours)
 {
     EXPECT_FALSE(statusColour(PlistValue(), "Quote").has_value());
     EXPECT_FALSE(statusColour(PlistValue::makeDict(), "Quote").has_value());

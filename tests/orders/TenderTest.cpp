@@ -18,7 +18,7 @@ protected:
     void choosePayment(ChoiceField& field, const char* title) { field.edit(static_cast<int>(field.titles().indexOf(title))); }
 };
 
-TEST_F(TenderTest, ThePanelOpensOnWhatIsDueToday)
+TEST_F(TenderTest, thePanelOpensOnWhatIsDueToday)
 {
     editor().tender.trigger();
     EXPECT_TRUE(panel().isOpen());
@@ -30,7 +30,7 @@ TEST_F(TenderTest, ThePanelOpensOnWhatIsDueToday)
     EXPECT_EQ(currentOrder().getBalance(), "45.00");
 }
 
-TEST_F(TenderTest, AMonthFirstUserPaysOnAMonthFirstDate)
+TEST_F(TenderTest, aMonthFirstUserPaysOnAMonthFirstDate)
 {
     quit();
     beginWith("1");
@@ -38,7 +38,7 @@ TEST_F(TenderTest, AMonthFirstUserPaysOnAMonthFirstDate)
     EXPECT_EQ(panel().datePaid.text(), "03/01/24");
 }
 
-TEST_F(TenderTest, WhatIsHandedOverTooMuchIsChange)
+TEST_F(TenderTest, whatIsHandedOverTooMuchIsChange)
 {
     editor().tender.trigger();
     panel().amountTendered.edit("50.00");
@@ -46,7 +46,7 @@ TEST_F(TenderTest, WhatIsHandedOverTooMuchIsChange)
     EXPECT_EQ(panel().remainingBalance.caption(), "Change Due");
 }
 
-TEST_F(TenderTest, ALargeAmountIsRecordedToThePenny)
+TEST_F(TenderTest, aLargeAmountIsRecordedToThePenny)
 {
     for (const auto& [typed, recorded] : {std::pair("200000.01", "200,000.01"), std::pair("1,234,567.89", "1,234,567.89")}) {
         editor().tender.trigger();
@@ -56,7 +56,7 @@ TEST_F(TenderTest, ALargeAmountIsRecordedToThePenny)
     }
 }
 
-TEST_F(TenderTest, WhatIsHandedOverTooLittleLeavesABalance)
+TEST_F(TenderTest, whatIsHandedOverTooLittleLeavesABalance)
 {
     editor().tender.trigger();
     panel().amountTendered.edit("20.00");
@@ -64,7 +64,7 @@ TEST_F(TenderTest, WhatIsHandedOverTooLittleLeavesABalance)
     EXPECT_EQ(panel().remainingBalance.caption(), "Balance Remaining");
 }
 
-TEST_F(TenderTest, TheExactAmountLeavesChangeOfNothing)
+TEST_F(TenderTest, theExactAmountLeavesChangeOfNothing)
 {
     editor().tender.trigger();
     panel().amountTendered.edit("45");
@@ -72,7 +72,7 @@ TEST_F(TenderTest, TheExactAmountLeavesChangeOfNothing)
     EXPECT_EQ(panel().remainingBalance.caption(), "Change Due");
 }
 
-TEST_F(TenderTest, WhileTypingWhatDoesNotReadCountsAsNothing)
+TEST_F(TenderTest, whileTypingWhatDoesNotReadCountsAsNothing)
 {
     editor().tender.trigger();
     panel().amountTendered.edit("4x");
@@ -84,7 +84,7 @@ TEST_F(TenderTest, WhileTypingWhatDoesNotReadCountsAsNothing)
     EXPECT_FALSE(panel().ok.isEnabled());
 }
 
-TEST_F(TenderTest, ThePaymentIsAllThatWasHandedOverAndTheBalanceStopsAtNothing)
+TEST_F(TenderTest, thePaymentIsAllThatWasHandedOverAndTheBalanceStopsAtNothing)
 {
     editor().tender.trigger();
     panel().amountTendered.edit("50");
@@ -106,7 +106,7 @@ TEST_F(TenderTest, ThePaymentIsAllThatWasHandedOverAndTheBalanceStopsAtNothing)
     EXPECT_EQ(orders().paymentTable.numberOfRows(), 1);
 }
 
-TEST_F(TenderTest, APartIsTakenAndTheRestStaysDue)
+TEST_F(TenderTest, aPartIsTakenAndTheRestStaysDue)
 {
     editor().tender.trigger();
     panel().amountTendered.edit("20");
@@ -117,7 +117,7 @@ TEST_F(TenderTest, APartIsTakenAndTheRestStaysDue)
     EXPECT_EQ(panel().amountTendered.text(), "");
 }
 
-TEST_F(TenderTest, CancellingThePanelTakesNothing)
+TEST_F(TenderTest, cancellingThePanelTakesNothing)
 {
     editor().tender.trigger();
     panel().amountTendered.edit("20");
@@ -127,7 +127,7 @@ TEST_F(TenderTest, CancellingThePanelTakesNothing)
     EXPECT_EQ(editor().balanceRemaining.text(), "45.00");
 }
 
-TEST_F(TenderTest, ThePanelGoesWithTheOrderItWasOpenedFor)
+TEST_F(TenderTest, thePanelGoesWithTheOrderItWasOpenedFor)
 {
     Order& sale = currentOrder();
     editor().tender.trigger();
@@ -146,7 +146,7 @@ TEST_F(TenderTest, ThePanelGoesWithTheOrderItWasOpenedFor)
     EXPECT_EQ(app().getPaymentManager().getCount(), 0);
 }
 
-TEST_F(TenderTest, TheFullAmountIsTakenTodayWhateverThePanelSays)
+TEST_F(TenderTest, theFullAmountIsTakenTodayWhateverThePanelSays)
 {
     editor().tender.trigger();
     panel().datePaid.edit("09/09/09");
@@ -162,14 +162,14 @@ TEST_F(TenderTest, TheFullAmountIsTakenTodayWhateverThePanelSays)
     EXPECT_EQ(editor().balanceRemaining.text(), "0.00");
 }
 
-TEST_F(TenderTest, TheFullAmountOfASettledOrderIsNothing)
+TEST_F(TenderTest, theFullAmountOfASettledOrderIsNothing)
 {
     editor().tenderFullAmount.trigger();
     editor().tenderFullAmount.trigger();
     EXPECT_EQ(currentOrder().getPaymentArray().size(), 1u);
 }
 
-TEST_F(TenderTest, RemovingAsksInTheseWords)
+TEST_F(TenderTest, removingAsksInTheseWords)
 {
     editor().tenderFullAmount.trigger();
     orders().paymentTable.selectRow(0);
@@ -181,7 +181,7 @@ TEST_F(TenderTest, RemovingAsksInTheseWords)
     EXPECT_EQ(currentOrder().getPaymentArray().size(), 1u);
 }
 
-TEST_F(TenderTest, ARemovedPaymentStaysInTheMoneyInListUntilTheNextLoad)
+TEST_F(TenderTest, aRemovedPaymentStaysInTheMoneyInListUntilTheNextLoad)
 {
     editor().tender.trigger();
     panel().amountTendered.edit("20");
@@ -201,7 +201,7 @@ TEST_F(TenderTest, ARemovedPaymentStaysInTheMoneyInListUntilTheNextLoad)
     EXPECT_EQ(app().getPaymentManager().at(0).getAmount(), "25.00");
 }
 
-TEST_F(TenderTest, WithoutASelectedPaymentNothingIsAsked)
+TEST_F(TenderTest, withoutASelectedPaymentNothingIsAsked)
 {
     editor().tenderFullAmount.trigger();
     editor().tenderRemove.trigger();
@@ -211,7 +211,7 @@ TEST_F(TenderTest, WithoutASelectedPaymentNothingIsAsked)
 
 // The table of payments
 
-TEST_F(TenderTest, AnEditedAmountGetsMoneyFormAndChangesTheBalance)
+TEST_F(TenderTest, anEditedAmountGetsMoneyFormAndChangesTheBalance)
 {
     editor().tenderFullAmount.trigger();
     EXPECT_TRUE(orders().paymentTable.setObjectValue("amount", 0, "1"));
@@ -219,7 +219,7 @@ TEST_F(TenderTest, AnEditedAmountGetsMoneyFormAndChangesTheBalance)
     EXPECT_EQ(editor().balanceRemaining.text(), "44.00");
 }
 
-TEST_F(TenderTest, DateAndMethodOfAPaymentCanBeEdited)
+TEST_F(TenderTest, dateAndMethodOfAPaymentCanBeEdited)
 {
     editor().tenderFullAmount.trigger();
     EXPECT_TRUE(orders().paymentTable.setObjectValue("datepaid", 0, "05/03/24"));
@@ -228,13 +228,13 @@ TEST_F(TenderTest, DateAndMethodOfAPaymentCanBeEdited)
     EXPECT_EQ(currentOrder().getPaymentArray().front()->getPaymentMethod(), "IOU");
 }
 
-TEST_F(TenderTest, CellsBeyondThePaymentsAreEmptyAndTakeNothing)
+TEST_F(TenderTest, cellsBeyondThePaymentsAreEmptyAndTakeNothing)
 {
     EXPECT_EQ(orders().paymentTable.objectValue("amount", 0), "");
     EXPECT_FALSE(orders().paymentTable.setObjectValue("amount", 0, "5.00"));
 }
 
-TEST_F(TenderTest, PaymentsComeBackWithTheirOrder)
+TEST_F(TenderTest, paymentsComeBackWithTheirOrder)
 {
     editor().tenderFullAmount.trigger();
     editor().save.trigger();

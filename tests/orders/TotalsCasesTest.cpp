@@ -159,7 +159,7 @@ private:
     }
 };
 
-TEST_P(TotalsCases, GiveTheFiguresTheyName)
+TEST_P(TotalsCases, giveTheFiguresTheyName)
 {
     const TotalsCase test = readCase(QString::fromStdString(GetParam()));
     ASSERT_FALSE(test.expected.empty());
@@ -177,7 +177,7 @@ INSTANTIATE_TEST_SUITE_P(Text, TotalsCases, testing::ValuesIn(caseNames()), [](c
     return name;
 });
 
-TEST(TotalsCasesAsText, AgreeWithAnIndependentCalculation)
+TEST(TotalsCasesAsText, agreeWithAnIndependentCalculation)
 {
     QProcess python;
     python.setProcessChannelMode(QProcess::MergedChannels);

@@ -30,7 +30,7 @@ protected:
 
 } // namespace
 
-TEST_F(UndoneOrderTest, AnUndonePurchaseOrderIsBilledAnew)
+TEST_F(UndoneOrderTest, anUndonePurchaseOrderIsBilledAnew)
 {
     begin();
     Order& clay = purchaseOrder("Clay");
@@ -42,7 +42,7 @@ TEST_F(UndoneOrderTest, AnUndonePurchaseOrderIsBilledAnew)
     EXPECT_EQ(app().getBillManager().getCount(), 1);
 }
 
-TEST_F(UndoneOrderTest, AnUndonePurchaseOrderLeavesTheBillAloneThatGotItsNumberMeanwhile)
+TEST_F(UndoneOrderTest, anUndonePurchaseOrderLeavesTheBillAloneThatGotItsNumberMeanwhile)
 {
     begin();
     Order& glaze = purchaseOrder("Glaze");

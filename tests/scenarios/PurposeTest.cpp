@@ -78,7 +78,7 @@ protected:
     }
 };
 
-TEST_F(PurposeTest, ASaleIsMadePaidSavedAndFoundAgain)
+TEST_F(PurposeTest, aSaleIsMadePaidSavedAndFoundAgain)
 {
     // Given a home that never saw the program, and a person who adds 20 percent tax and taxes shipping.
     begin(taxSettings());
@@ -149,7 +149,7 @@ assert first['product'] == mug['id'] and second['product'] == teapot['id']
     EXPECT_EQ(sale.getPaymentArray().back()->getDatePaid(), "02/03/24");
 }
 
-TEST_F(PurposeTest, StartingAndQuittingAgainLeavesEveryByteAsItWas)
+TEST_F(PurposeTest, startingAndQuittingAgainLeavesEveryByteAsItWas)
 {
     begin(taxSettings());
     makeContact();
@@ -171,7 +171,7 @@ TEST_F(PurposeTest, StartingAndQuittingAgainLeavesEveryByteAsItWas)
         EXPECT_EQ(readFile(files[i]).toStdString(), before[i].toStdString()) << files[i].toStdString();
 }
 
-TEST_F(PurposeTest, AProgramThatStopsWithoutQuittingKeepsWhatWasSaved)
+TEST_F(PurposeTest, aProgramThatStopsWithoutQuittingKeepsWhatWasSaved)
 {
     begin(taxSettings());
     makeContact();

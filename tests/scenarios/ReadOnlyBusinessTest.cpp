@@ -71,7 +71,7 @@ private:
     std::map<QString, QByteArray> m_before;
 };
 
-TEST_F(ReadOnlyBusinessTest, NothingNewIsMade)
+TEST_F(ReadOnlyBusinessTest, nothingNewIsMade)
 {
     refused([&] { orders().create(); });
     refused([&] { orders().createPurchaseOrder(); });
@@ -85,7 +85,7 @@ TEST_F(ReadOnlyBusinessTest, NothingNewIsMade)
     EXPECT_FALSE(orders().form.isOpen() || items().form.isOpen() || contacts().form.isOpen());
 }
 
-TEST_F(ReadOnlyBusinessTest, SavingJustClosesTheEditors)
+TEST_F(ReadOnlyBusinessTest, savingJustClosesTheEditors)
 {
     orders().editThisOrder(sale());
     orders().form.orderTitle.edit("Other");
@@ -108,13 +108,13 @@ TEST_F(ReadOnlyBusinessTest, SavingJustClosesTheEditors)
     EXPECT_FALSE(contacts().form.isOpen());
 }
 
-TEST_F(ReadOnlyBusinessTest, ACompanyIsNotEvenOpened)
+TEST_F(ReadOnlyBusinessTest, aCompanyIsNotEvenOpened)
 {
     refused([&] { contacts().editThisContact(contacts().at(1)); });
     EXPECT_FALSE(contacts().companyEditor.form.isOpen());
 }
 
-TEST_F(ReadOnlyBusinessTest, NothingIsDeleted)
+TEST_F(ReadOnlyBusinessTest, nothingIsDeleted)
 {
     orders().selectRow(0);
     items().selectRow(0);
@@ -132,7 +132,7 @@ TEST_F(ReadOnlyBusinessTest, NothingIsDeleted)
     EXPECT_EQ(items().at(0).getQty(), "9");
 }
 
-TEST_F(ReadOnlyBusinessTest, LinesAndStockStayAsTheyAre)
+TEST_F(ReadOnlyBusinessTest, linesAndStockStayAsTheyAre)
 {
     orders().editThisOrder(sale());
     refused([&] { orders().addItemToCurrentOrder(items().at(0)); });
@@ -148,7 +148,7 @@ TEST_F(ReadOnlyBusinessTest, LinesAndStockStayAsTheyAre)
     EXPECT_EQ(items().at(0).getQty(), "9");
 }
 
-TEST_F(ReadOnlyBusinessTest, TheKindOfAnOrderStaysAsItIs)
+TEST_F(ReadOnlyBusinessTest, theKindOfAnOrderStaysAsItIs)
 {
     orders().editThisOrder(sale());
     ChoiceField& type = orders().form.type;
@@ -158,7 +158,7 @@ TEST_F(ReadOnlyBusinessTest, TheKindOfAnOrderStaysAsItIs)
     EXPECT_FALSE(orders().form.addStock.isVisible());
 }
 
-TEST_F(ReadOnlyBusinessTest, NoPaymentIsTakenOrGivenBack)
+TEST_F(ReadOnlyBusinessTest, noPaymentIsTakenOrGivenBack)
 {
     orders().editThisOrder(sale());
     refused([&] { orders().form.tender.trigger(); });
@@ -171,7 +171,7 @@ TEST_F(ReadOnlyBusinessTest, NoPaymentIsTakenOrGivenBack)
     EXPECT_EQ(sale().getPaymentArray().front()->getAmount(), "6.00");
 }
 
-TEST_F(ReadOnlyBusinessTest, NoContactIsConnectedAndNoFileAttached)
+TEST_F(ReadOnlyBusinessTest, noContactIsConnectedAndNoFileAttached)
 {
     orders().editThisOrder(sale());
     orders().form.tab.edit(OrderForm::contactTab);

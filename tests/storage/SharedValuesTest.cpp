@@ -15,7 +15,7 @@ using Shared = SharedValues<Plain>;
 
 } // namespace
 
-TEST(SharedValuesTest, ARecordOfWhichNothingIsKnownHasTheDefaults)
+TEST(SharedValuesTest, aRecordOfWhichNothingIsKnownHasTheDefaults)
 {
     Shared values;
     EXPECT_EQ(values->number, 7);
@@ -24,7 +24,7 @@ TEST(SharedValuesTest, ARecordOfWhichNothingIsKnownHasTheDefaults)
     EXPECT_EQ(Shared()->number, 7);
 }
 
-TEST(SharedValuesTest, ACopyHoldsTheSameValuesUntilEitherChangesThem)
+TEST(SharedValuesTest, aCopyHoldsTheSameValuesUntilEitherChangesThem)
 {
     Shared values;
     values.change().number = 1;
@@ -38,7 +38,7 @@ TEST(SharedValuesTest, ACopyHoldsTheSameValuesUntilEitherChangesThem)
     EXPECT_EQ(copy->number, 3);
 }
 
-TEST(SharedValuesTest, WhoHoldsThemAloneChangesThemInPlace)
+TEST(SharedValuesTest, whoHoldsThemAloneChangesThemInPlace)
 {
     Shared values;
     values.change().number = 1;
@@ -51,7 +51,7 @@ TEST(SharedValuesTest, WhoHoldsThemAloneChangesThemInPlace)
     EXPECT_EQ(values->number, 1);
 }
 
-TEST(SharedValuesTest, WhatWasMovedFromHasTheDefaultsAgain)
+TEST(SharedValuesTest, whatWasMovedFromHasTheDefaultsAgain)
 {
     Shared values;
     values.change().number = 1;
@@ -64,7 +64,7 @@ TEST(SharedValuesTest, WhatWasMovedFromHasTheDefaultsAgain)
     EXPECT_EQ(moved->number, 1);
 }
 
-TEST(SharedValuesTest, AnotherThreadReadsWhatItGotWhileTheyAreChanged)
+TEST(SharedValuesTest, anotherThreadReadsWhatItGotWhileTheyAreChanged)
 {
     std::vector<Shared> records(200);
     for (int i = 0; i < 200; ++i)

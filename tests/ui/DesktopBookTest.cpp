@@ -77,7 +77,7 @@ private:
     GTestDBus* m_bus = nullptr;
 };
 
-TEST_F(DesktopBookTest, ADesktopWithoutSuchAServerHasNobodyAndNoTrouble)
+TEST_F(DesktopBookTest, aDesktopWithoutSuchAServerHasNobodyAndNoTrouble)
 {
     startBus(nullptr);
     const AddressBookPeople book = DesktopBook().people([](double) { return true; });
@@ -85,7 +85,7 @@ TEST_F(DesktopBookTest, ADesktopWithoutSuchAServerHasNobodyAndNoTrouble)
     EXPECT_EQ(book.troubles.join("|").toStdString(), "");
 }
 
-TEST_F(DesktopBookTest, PeopleOfTheDesktopsBookAreRead)
+TEST_F(DesktopBookTest, peopleOfTheDesktopsBookAreRead)
 {
     if (!hasServer())
         GTEST_SKIP() << "evolution-data-server is not installed";
@@ -112,7 +112,7 @@ TEST_F(DesktopBookTest, PeopleOfTheDesktopsBookAreRead)
 
 #else
 
-TEST(DesktopBookTest, WithoutItsLibraryThereIsNobodyAndNoTrouble)
+TEST(DesktopBookTest, withoutItsLibraryThereIsNobodyAndNoTrouble)
 {
     EXPECT_TRUE(DesktopBook().people([](double) { return true; }).people.empty());
     EXPECT_TRUE(DesktopBook().people([](double) { return true; }).troubles.isEmpty());
