@@ -3,6 +3,7 @@
 #include "desktop/AlertTexts.h"
 #include "desktop/Desktop.h"
 #include "desktop/TextTable.h"
+#include "foundation/Log.h"
 #include "foundation/Numbers.h"
 #include "storage/TextSearch.h"
 
@@ -150,6 +151,7 @@ void qvPicker::sortUsingDescriptors(std::span<const SortDescriptor> descriptors)
     if (descriptors.empty())
         return;
     const SortDescriptor& first = descriptors.front();
+    logLine("sorting by '" + first.key + "'");
     const int column = numbers::leadingInt(first.key);
     if (column < 1 || column > static_cast<int>(fields.size()))
         return;

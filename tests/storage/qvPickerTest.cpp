@@ -1,5 +1,6 @@
 #include "storage/qvPicker.h"
 
+#include "foundation/Log.h"
 #include "storage/Article.h"
 #include "storage/RecordListModel.h"
 
@@ -168,6 +169,19 @@ TEST_F(qvPickerTest, textColumnsSortAsText)
     EXPECT_EQ(rows("2"), "Apple fig pear ");
     picker.toggleSort("2");
     EXPECT_EQ(rows("2"), "pear fig Apple ");
+}
+
+TEST_F(qvPickerTest, sortingIsLoggedAsThatOfEveryList)
+{
+    addArticle("pear", "", "");
+    begin();
+    std::vector<std::string> lines;
+    const LogSink before = setLogSink([&](std::string_view line) { lines.emplace_back(line); });
+
+    picker.toggleSort("2");
+
+    setLogSink(before);
+    EXPECT_EQ(lines, std::vector<std::string> {"sorting by '2'"});
 }
 
 TEST_F(qvPickerTest, numberAndCodeColumnsSortAsNumbers)
